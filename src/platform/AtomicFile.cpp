@@ -1,0 +1,193 @@
+#include "platform/Files.h"
+
+#include <array>
+#include <atomic>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <mutex>
+#include <string>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+namespace velmor {
+
+namespace {
+
+// Names of the temporary files that an interrupt has to remove, in slots that a signal handler can read without
+// taking a lock: a slot is filled before it is published and emptied before its bytes change.
+class CUnfinishedFiles {
+public:
+    void Add(const std::string& name) {
+        const std::lock_guard lock(m_mutex);
+        for (CSlot& slot : m_slots) {
+            if (slot.used.load() || name.size() >= slot.name.size())
+                continue;
+            std::memcpy(slot.name.data(), name.c_str(), name.size() + 1);
+            slot.used.store(true);
+            return;
+        }
+    }
+
+    void Remove(const std::string& name) {
+        const std::lock_guard lock(m_mutex);
+        for (CSlot& slot : m_slots)
+            if (slot.used.load() && name == slot.name.data())
+                slot.used.store(false);
+    }
+
+    void Discard() noexcept {
+        for (CSlot& slot : m_slots)
+            if (slot.used.load())
+                ::unlink(slot.name.data());
+    }
+
+private:
+    struct CSlot {
+        std::atomic<bool> used{false};
+        std::array<char, 4096> name{};
+    };
+    std::array<CSlot, 16> m_slots;
+    std::mutex m_mutex;
+};
+
+CUnfinishedFiles& UnfinishedFiles() {
+    static CUnfinishedFiles files;
+    return files;
+}
+
+// A name beside the target that no other writer, in this process or another, uses at the same time.
+std::string TemporaryNameFor(const Path& target) {
+    static std::atomic<unsigned> next{0};
+    return target.string() + "." + std::to_string(::getpid()) + "-" + std::to_string(next++) + ".tmp";
+}
+
+bool WriteAll(int descriptor, std::span<const std::uint8_t> bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
+        if (written < 0 && errno == EINTR)
+            continue;
+        if (written <= 0)
+            return false;
+        bytes = bytes.subspan(static_cast<std::size_t>(written));
+    }
+    return true;
+}
+
+// Makes the renaming itself durable.
+void FlushFolderOf(const Path& path) {
+    const Path folder = path.has_parent_path() ? path.parent_path() : Path(".");
+    const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0)
+        return;
+    ::fsync(descriptor);
+    ::close(descriptor);
+}
+
+} // namespace
+
+CAtomicFile::CAtomicFile(int descriptor, Path temporary, Path target)
+    : m_descriptor(descriptor), m_temporary(std::move(temporary)), m_target(std::move(target)) {}
+
+std::optional<CAtomicFile> CAtomicFile::Create(const Path& target) {
+    if (FolderExists(target))
+        return std::nullopt;
+    struct stat old {};
+    const bool replaces = ::stat(target.c_str(), &old) == 0;
+    if (replaces && ::access(target.c_str(), W_OK) != 0)
+        return std::nullopt; // a file that may not be written may not be replaced either
+    const std::string name = TemporaryNameFor(target);
+    UnfinishedFiles().Add(name);
+    const int descriptor = ::open(name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    if (descriptor < 0) {
+        UnfinishedFiles().Remove(name);
+        return std::nullopt;
+    }
+    if (replaces && ::fchmod(descriptor, old.st_mode & 07777) != 0) {
+        // The replaced file's permissions could not be kept; the fresh file's are the next best.
+    }
+    return CAtomicFile(descriptor, name, target);
+}
+
+CAtomicFile::CAtomicFile(CAtomicFile&& other) noexcept
+    : m_descriptor(std::exchange(other.m_descriptor, -1)),
+      m_failed(other.m_failed),
+      m_size(other.m_size),
+      m_temporary(std::move(other.m_temporary)),
+      m_target(std::move(other.m_target)) {}
+
+CAtomicFile& CAtomicFile::operator=(CAtomicFile&& other) noexcept {
+    if (this != &other) {
+        Discard();
+        m_descriptor = std::exchange(other.m_descriptor, -1);
+        m_failed = other.m_failed;
+        m_size = other.m_size;
+        m_temporary = std::move(other.m_temporary);
+        m_target = std::move(other.m_target);
+    }
+    return *this;
+}
+
+CAtomicFile::~CAtomicFile() {
+    Discard();
+}
+
+void CAtomicFile::Discard() {
+    if (m_descriptor < 0)
+        return;
+    ::close(std::exchange(m_descriptor, -1));
+    ::unlink(m_temporary.c_str());
+    UnfinishedFiles().Remove(m_temporary.string());
+}
+
+bool CAtomicFile::Append(std::span<const std::uint8_t> bytes) {
+    if (m_descriptor < 0 || m_failed)
+        return false;
+    m_failed = !WriteAll(m_descriptor, bytes);
+    if (!m_failed)
+        m_size += bytes.size();
+    return !m_failed;
+}
+
+bool CAtomicFile::Overwrite(std::uint64_t offset, std::span<const std::uint8_t> bytes) {
+    if (m_descriptor < 0 || m_failed || offset > m_size || bytes.size() > m_size - offset)
+        return false;
+    while (!bytes.empty()) {
+        const ssize_t written = ::pwrite(m_descriptor, bytes.data(), bytes.size(), static_cast<off_t>(offset));
+        if (written < 0 && errno == EINTR)
+            continue;
+        if (written <= 0) {
+            m_failed = true;
+            return false;
+        }
+        offset += static_cast<std::uint64_t>(written);
+        bytes = bytes.subspan(static_cast<std::size_t>(written));
+    }
+    return true;
+}
+
+bool CAtomicFile::Commit() {
+    if (m_descriptor < 0)
+        return false;
+    bool done = !m_failed && ::fsync(m_descriptor) == 0;
+    done = ::close(std::exchange(m_descriptor, -1)) == 0 && done;
+    done = done && ::rename(m_temporary.c_str(), m_target.c_str()) == 0;
+    if (!done)
+        ::unlink(m_temporary.c_str());
+    UnfinishedFiles().Remove(m_temporary.string());
+    if (done)
+        FlushFolderOf(m_target);
+    return done;
+}
+
+void DiscardUnfinishedFiles() noexcept {
+    UnfinishedFiles().Discard();
+}
+
+bool WriteFileAtomically(const Path& path, std::span<const std::uint8_t> bytes) {
+    std::optional<CAtomicFile> file = CAtomicFile::Create(path);
+    return file && file->Append(bytes) && file->Commit();
+}
+
+} // namespace velmor

@@ -1,0 +1,109 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace velmor {
+
+using Path = std::filesystem::path;
+
+/// The bytes of a file, in memory that is not cleared first.
+class CFileBytes {
+public:
+    CFileBytes() = default;
+    explicit CFileBytes(std::size_t size)
+        : m_bytes(std::make_unique_for_overwrite<std::uint8_t[]>(size)), m_size(size) {}
+
+    std::span<std::uint8_t> Span() { return {m_bytes.get(), m_size}; }
+    std::span<const std::uint8_t> Span() const { return {m_bytes.get(), m_size}; }
+    std::size_t Size() const { return m_size; }
+
+private:
+    std::unique_ptr<std::uint8_t[]> m_bytes;
+    std::size_t m_size = 0;
+};
+
+/// What tells one state of a file from another without reading it.
+struct CFileIdentity {
+    std::int64_t modifiedNanoseconds = 0;
+    std::uint64_t size = 0;
+    std::uint64_t inode = 0;
+    std::uint64_t device = 0;
+
+    bool operator==(const CFileIdentity&) const = default;
+};
+
+/// The path of a name that is kept as UTF-8, and back.
+Path PathOf(std::string_view utf8);
+std::string Utf8Of(const Path& path);
+
+/// Reads a whole regular file. Nothing when it cannot be opened or read or is longer than `mostBytes`; memory is
+/// taken only for bytes that the file really has.
+std::optional<CFileBytes> ReadWholeFile(const Path& path, std::uint64_t mostBytes = std::uint64_t{1} << 34);
+
+/// Nothing when the file does not exist or is not a regular file.
+std::optional<CFileIdentity> IdentifyFile(const Path& path);
+
+/// Replaces a file by `bytes`: whole, to a temporary file beside it, flushed to disk, renamed over it. On failure
+/// the old file is untouched and the temporary one is gone.
+bool WriteFileAtomically(const Path& path, std::span<const std::uint8_t> bytes);
+
+/// A file that appears under its name only when it is complete. Until Commit() the bytes stand in a temporary file
+/// beside the target; destroying the object without Commit() removes that file.
+class CAtomicFile {
+public:
+    /// Nothing when the temporary file cannot be created.
+    static std::optional<CAtomicFile> Create(const Path& target);
+
+    CAtomicFile(CAtomicFile&& other) noexcept;
+    CAtomicFile& operator=(CAtomicFile&& other) noexcept;
+    CAtomicFile(const CAtomicFile&) = delete;
+    CAtomicFile& operator=(const CAtomicFile&) = delete;
+    ~CAtomicFile();
+
+    /// Appends at the end. After a failure every further call fails.
+    bool Append(std::span<const std::uint8_t> bytes);
+    /// Overwrites bytes that were appended before.
+    bool Overwrite(std::uint64_t offset, std::span<const std::uint8_t> bytes);
+    /// Number of bytes appended so far.
+    std::uint64_t Size() const { return m_size; }
+    /// Flushes to disk and renames over the target.
+    bool Commit();
+
+private:
+    CAtomicFile(int descriptor, Path temporary, Path target);
+    void Discard();
+
+    int m_descriptor = -1;
+    bool m_failed = false;
+    std::uint64_t m_size = 0;
+    Path m_temporary;
+    Path m_target;
+};
+
+/// Removes the temporary files of every CAtomicFile still open. For the moment when an interrupt ends the process;
+/// uses only what a signal handler may use.
+void DiscardUnfinishedFiles() noexcept;
+
+bool FileExists(const Path& path);
+bool FolderExists(const Path& path);
+/// Makes one folder (and the folders above it). True also when it exists already.
+bool CreateFolder(const Path& path);
+bool RemoveFile(const Path& path);
+/// Copies a file; fails when the destination exists. A failed copy leaves nothing behind.
+bool CopyFileIfAbsent(const Path& from, const Path& to);
+bool MoveFile(const Path& from, const Path& to);
+
+/// Names (without directory) of the folders or of the files whose extension is `extension` (".bit"; empty: all),
+/// sorted by their bytes. Empty when the folder cannot be read.
+std::vector<std::string> ListFolders(const Path& folder);
+std::vector<std::string> ListFiles(const Path& folder, std::string_view extension);
+
+} // namespace velmor

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <functional>
+
+namespace velmor {
+
+/// Number of processors that work can be divided among, at least 1.
+int ProcessorCount();
+
+/// Calls work(begin, end) on consecutive parts of [0, count), one part a processor, and returns when all are done.
+/// The parts are at least `grain` long. `work` must not throw. Threads are kept between calls, so that dividing a
+/// millisecond of work pays.
+void ParallelFor(int count, int grain, const std::function<void(int begin, int end)>& work);
+
+} // namespace velmor

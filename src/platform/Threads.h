@@ -1,0 +1,8 @@
+#pragma once
+
+namespace velmor {
+
+/// Gives the calling thread the lowest priority, so that it works only when nothing else wants to.
+void LowerThreadPriority();
+
+} // namespace velmor

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "ScriptedPrompter.h"
+#include "TempFolder.h"
+#include "scene/SceneContext.h"
+
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+namespace velmor::testing {
+
+/// A scene "Test" that is open in a database of the test's own, without the document around it: what operations of
+/// the document need to be tested bare. `hints` holds what the views were told.
+class CSceneFixture : public ::testing::Test, public IDocView {
+protected:
+    CSceneFixture() {
+        model.databaseFolder = WithSeparator(folder.Path().string());
+        model.sceneName = "Test";
+        model.sceneOpen = true;
+        CreateFolder(model.Paths().SceneFolder());
+        views.Add(*this);
+    }
+
+    void OnUpdate(UpdateHint hint) override { hints.push_back(static_cast<int>(hint)); }
+    std::vector<int> TakeHints() { return std::exchange(hints, {}); }
+    CSceneContext Context() { return {model, prompter, views, profile}; }
+
+    CTempFolder folder;
+    CSceneModel model;
+    CScriptedPrompter prompter;
+    CViewList views;
+    CProfile profile;
+    std::vector<int> hints;
+};
+
+} // namespace velmor::testing

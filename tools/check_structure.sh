@@ -1,0 +1,87 @@
+#!/usr/bin/env bash
+# Checks the rules of the tree that the compiler cannot see. Prints each place that breaks one; fails if any does.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+faults=0
+roots=()
+for root in src tests bench; do
+    if [[ -d $root ]]; then roots+=("$root"); fi
+done
+
+# report RULE PLACES: PLACES holds one place a line and may be empty.
+report() {
+    [[ -n $2 ]] || return 0
+    faults=$((faults + 1))
+    printf '%s:\n' "$1"
+    printf '  %s\n' "${2//$'\n'/$'\n'  }"
+}
+
+# places PATTERN ALLOWED: the lines that match PATTERN in files whose paths do not match ALLOWED.
+places() {
+    grep -rnE --include='*.cpp' --include='*.h' -- "$1" "${roots[@]}" | grep -vE -- "^($2)" || true
+}
+
+# Each outside library stays in the folders that hide it (the headers' names | the folders | the rule).
+nowhere='$'
+include='^[[:space:]]*#[[:space:]]*include[[:space:]]*["<]'
+while IFS=';' read -r headers folders rule; do
+    report "$rule" "$(places "$include($headers)" "$folders")"
+done <<'END'
+png\.h|pngconf\.h;src/platform/|tests/platform/;libpng is used outside src/platform
+SimpleIni;src/platform/;SimpleIni is used outside src/platform
+hwy/;src/image/;Highway is used outside src/image
+CLI/|CLI11;src/app/;CLI11 is used outside src/app
+nlohmann/;src/app/|tests/app/;The JSON library is used outside src/app
+libav[a-z]+/|libsw[a-z]+/;tests/;The FFmpeg libraries are used outside the tests
+gtest/|gmock/;tests/;GoogleTest is used outside the tests
+benchmark/;bench/;Google Benchmark is used outside bench
+Q[A-Z][A-Za-z]*[>"/]|Qt[A-Z];src/views/|src/app/[^/:]*:|tests/views/|tests/app/;Qt is used outside src/views and the windowed part of src/app
+unistd\.h|fcntl\.h|dlfcn\.h|pthread\.h|signal\.h|csignal|pwd\.h|sys/|windows\.h;src/platform/|tests/|bench/;The operating system is called outside src/platform
+END
+
+report 'An #include climbs out of its folder' "$(places "${include}[^\">]*\\.\\." "$nowhere")"
+
+report 'Output or a message box outside the command-line tool' "$(
+    places '\bstd::(cerr|cout|clog)\b|\b(printf|fprintf|puts|fputs|perror|vprintf)[[:space:]]*\(|\bQ?MessageBoxA?\b' \
+        'src/app/cli/|tests/|bench/')"
+
+# A variable that stands at the start of a line is one of a namespace: clang-format indents everything else.
+mutable_globals() {
+    find src -name '*.cpp' -o -name '*.h' | sort | while read -r file; do
+        awk -v file="$file" '
+            /^(namespace|using|class|struct|enum|union|template|typedef|friend|concept|requires|static_assert|return|public|private|protected|else|do|case|default|goto)([^A-Za-z0-9_]|$)/ { next }
+            /^(static |inline )*const [A-Za-z0-9_:]+ ?\*+ ?[A-Za-z_][A-Za-z0-9_]*( = |;|\[|\{)/ { print file ":" FNR ":" $0; next }
+            /(^|[^A-Za-z0-9_])(const|constexpr)([^A-Za-z0-9_]|$)/ { next }
+            /^([A-Za-z_][A-Za-z0-9_:]* )*[A-Za-z_][A-Za-z0-9_:]*(<.*>)?( |[*&]+ ?| [*&]+)[A-Za-z_][A-Za-z0-9_:]*(\[[^]]*\])*( = | ?\{|;)/ { print file ":" FNR ":" $0 }
+        ' "$file"
+    done
+}
+report 'A variable of a namespace can change' "$(mutable_globals)"
+
+# The table of layers in the documentation is the one that the build enforces.
+documented_layers() {
+    awk -F'|' '/^\| *`[a-z]+\/` *\|/ {
+        gsub(/[ `\/]/, "", $2)
+        gsub(/^ +| +$/, "", $3)
+        uses = $3
+        if (uses == "-") uses = ""
+        if (uses == "all above") uses = above
+        gsub(/, */, " ", uses)
+        print $2 ":" uses
+        above = above (above == "" ? "" : " ") $2
+    }' docs/architecture.md
+}
+built_layers() {
+    sed -nE 's/^set\(VELMOR_MAY_USE_([a-z]+) *"?([a-z ]*)"?\)$/\1:\2/p' cmake/Layer.cmake
+}
+documented=$(documented_layers)
+# A program is no layer: nothing stands on it in the build, and it may use everything.
+report 'docs/architecture.md and cmake/Layer.cmake differ (< documented, > built)' "$(
+    diff <(grep -v '^app:' <<<"$documented" | sort) <(built_layers | sort) | grep '^[<>]' || true)"
+for folder in src/*/; do
+    name=$(basename "$folder")
+    grep -q "^$name:" <<<"$documented" || report 'A folder without a row in docs/architecture.md' "$folder"
+done
+
+((faults == 0))

@@ -1,0 +1,36 @@
+#!/usr/bin/env bash
+# Installs what building and testing need on Debian 12. Does nothing, and needs no rights, when it is all there.
+set -euo pipefail
+
+packages=(
+    g++ cmake ninja-build ccache pkg-config
+    libpng-dev libsimpleini-dev libcli11-dev nlohmann-json3-dev libhwy-dev
+    libgtest-dev libbenchmark-dev
+    libavformat-dev libavcodec-dev libswscale-dev libavutil-dev
+)
+
+if ! command -v apt-get >/dev/null || ! command -v dpkg-query >/dev/null; then
+    echo "This is no Debian system; it is taken to have what Debian calls: ${packages[*]}" >&2
+    exit 0
+fi
+
+missing=()
+for package in "${packages[@]}"; do
+    status=$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null || true)
+    [[ $status == installed ]] || missing+=("$package")
+done
+((${#missing[@]})) || exit 0
+
+as_root=()
+if [[ $(id -u) -ne 0 ]]; then
+    if ! command -v sudo >/dev/null; then
+        echo "Missing packages, and neither root nor sudo to install them: ${missing[*]}" >&2
+        exit 1
+    fi
+    as_root=(sudo)
+fi
+
+echo "Installing ${missing[*]}" >&2
+"${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qq update
+"${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qq -y --no-install-recommends \
+    -o Dpkg::Use-Pty=0 install "${missing[@]}" >/dev/null
