@@ -1,0 +1,165 @@
+#include "image/render/PixelPacking.h"
+
+#include "image/render/UniformMap.h"
+
+#include <algorithm>
+#include <cstddef>
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "image/render/PixelPacking.cpp"
+#include <hwy/foreach_target.h>
+#include <hwy/highway.h>
+
+HWY_BEFORE_NAMESPACE();
+namespace velmor::HWY_NAMESPACE {
+namespace {
+
+namespace hn = hwy::HWY_NAMESPACE;
+
+bool Interleave(const std::uint8_t* blue, const std::uint8_t* green, const std::uint8_t* red,
+                const std::uint8_t* alpha, std::size_t count, std::uint32_t* pixels) {
+    const hn::ScalableTag<std::uint8_t> du8;
+    const std::size_t lanes = hn::Lanes(du8);
+    auto* bytes = reinterpret_cast<std::uint8_t*>(pixels);
+    auto commonAlpha = hn::Set(du8, std::uint8_t{255});
+    std::size_t at = 0;
+    for (; at + lanes <= count; at += lanes) {
+        const auto alphas = hn::LoadU(du8, alpha + at);
+        commonAlpha = hn::And(commonAlpha, alphas);
+        hn::StoreInterleaved4(hn::LoadU(du8, blue + at), hn::LoadU(du8, green + at), hn::LoadU(du8, red + at),
+                              alphas, du8, bytes + 4 * at);
+    }
+    bool opaque = hn::AllTrue(du8, hn::Eq(commonAlpha, hn::Set(du8, std::uint8_t{255})));
+    for (; at < count; ++at) {
+        opaque &= alpha[at] == 255;
+        pixels[at] = static_cast<std::uint32_t>(blue[at]) | static_cast<std::uint32_t>(green[at]) << 8 |
+                     static_cast<std::uint32_t>(red[at]) << 16 | static_cast<std::uint32_t>(alpha[at]) << 24;
+    }
+    return opaque;
+}
+
+/// In a table of byte positions: a zero.
+constexpr std::uint8_t skip = 0x80;
+
+void Unpack(const std::uint8_t* bytes, int count, std::uint32_t* pixels) {
+    int at = 0;
+#if HWY_TARGET != HWY_SCALAR
+    const hn::CappedTag<std::uint8_t, 16> du8;
+    HWY_ALIGN static constexpr std::uint8_t spread[16] = {0, 1, 2, skip, 3, 4,  5,  skip,
+                                                          6, 7, 8, skip, 9, 10, 11, skip};
+    const auto order = hn::Load(du8, spread);
+    // 4 pixels a step; a step reads 16 bytes.
+    for (; at + 6 <= count; at += 4)
+        hn::StoreU(hn::TableLookupBytesOr0(hn::LoadU(du8, bytes + 3 * at), order), du8,
+                   reinterpret_cast<std::uint8_t*>(pixels + at));
+#endif
+    for (; at < count; ++at) {
+        const std::uint8_t* from = bytes + 3 * at;
+        pixels[at] = static_cast<std::uint32_t>(from[0]) | static_cast<std::uint32_t>(from[1]) << 8 |
+                     static_cast<std::uint32_t>(from[2]) << 16;
+    }
+}
+
+void Pack(const std::uint32_t* pixels, int count, std::uint8_t* bytes) {
+    int at = 0;
+#if HWY_TARGET != HWY_SCALAR
+    const hn::CappedTag<std::uint8_t, 16> du8;
+    HWY_ALIGN static constexpr std::uint8_t gather[16] = {0,  1,  2,  4,  5,    6,    8,    9,
+                                                          10, 12, 13, 14, skip, skip, skip, skip};
+    const auto order = hn::Load(du8, gather);
+    // 4 pixels a step; a step writes 16 bytes, the last 4 of which the next one overwrites.
+    for (; at + 6 <= count; at += 4) {
+        const auto four = hn::LoadU(du8, reinterpret_cast<const std::uint8_t*>(pixels + at));
+        hn::StoreU(hn::TableLookupBytesOr0(four, order), du8, bytes + 3 * at);
+    }
+#endif
+    for (; at < count; ++at)
+        for (int shift = 0; shift < 24; shift += 8)
+            *(bytes + 3 * at + shift / 8) = static_cast<std::uint8_t>(pixels[at] >> shift);
+}
+
+/// A whole tile: all bits that differ from its first pixel, and all that occur.
+struct CTileBits {
+    std::uint32_t differing = 0;
+    std::uint32_t occurring = 0;
+};
+
+CTileBits BitsOfWholeTile(const std::uint32_t* pixels, int width, int rows) {
+    const hn::CappedTag<std::uint32_t, CUniformMap::tileSide> d;
+    const auto first = hn::Set(d, pixels[0]);
+    auto differing = hn::Zero(d);
+    auto occurring = hn::Zero(d);
+    for (int y = 0; y < rows; ++y)
+        for (std::size_t x = 0; x < CUniformMap::tileSide; x += hn::Lanes(d)) {
+            const auto some = hn::LoadU(d, pixels + std::ptrdiff_t{y} * width + static_cast<std::ptrdiff_t>(x));
+            differing = hn::Or(differing, hn::Xor(some, first));
+            occurring = hn::Or(occurring, some);
+        }
+    HWY_ALIGN std::uint32_t differ[CUniformMap::tileSide];
+    HWY_ALIGN std::uint32_t occur[CUniformMap::tileSide];
+    hn::Store(differing, d, differ);
+    hn::Store(occurring, d, occur);
+    CTileBits bits;
+    for (std::size_t lane = 0; lane < hn::Lanes(d); ++lane) {
+        bits.differing |= differ[lane];
+        bits.occurring |= occur[lane];
+    }
+    return bits;
+}
+
+void TileColors(const std::uint32_t* pixels, int width, int rows, TileColor* colors) {
+    for (int x = 0; x < width; x += CUniformMap::tileSide, ++colors) {
+        const std::uint32_t* tile = pixels + x;
+        CTileBits bits;
+        if (x + CUniformMap::tileSide <= width)
+            bits = BitsOfWholeTile(tile, width, rows);
+        else
+            for (int y = 0; y < rows; ++y)
+                for (int column = 0; column < width - x; ++column) {
+                    const std::uint32_t pixel = tile[std::ptrdiff_t{y} * width + column];
+                    bits.differing |= pixel ^ tile[0];
+                    bits.occurring |= pixel;
+                }
+        if (bits.occurring >> 24 == 0)
+            *colors = 0;
+        else
+            *colors = bits.differing == 0 ? tile[0] : mixedColors;
+    }
+}
+
+} // namespace
+} // namespace velmor::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+
+namespace velmor {
+
+HWY_EXPORT(Interleave);
+HWY_EXPORT(Unpack);
+HWY_EXPORT(Pack);
+HWY_EXPORT(TileColors);
+
+bool InterleavePlanes(std::span<const std::uint8_t> blue, std::span<const std::uint8_t> green,
+                      std::span<const std::uint8_t> red, std::span<const std::uint8_t> alpha,
+                      std::span<std::uint32_t> pixels) {
+    return HWY_DYNAMIC_DISPATCH(Interleave)(blue.data(), green.data(), red.data(), alpha.data(), pixels.size(),
+                                            pixels.data());
+}
+
+void UnpackPixels(std::span<const std::uint8_t> bytes, std::uint32_t* pixels) {
+    HWY_DYNAMIC_DISPATCH(Unpack)(bytes.data(), static_cast<int>(bytes.size() / 3), pixels);
+}
+
+void PackPixels(const std::uint32_t* pixels, std::span<std::uint8_t> bytes) {
+    HWY_DYNAMIC_DISPATCH(Pack)(pixels, static_cast<int>(bytes.size() / 3), bytes.data());
+}
+
+void FindTileColors(std::span<const std::uint32_t> pixels, int width, TileColor* colors) {
+    const auto rows = static_cast<int>(pixels.size() / static_cast<std::size_t>(width));
+    HWY_DYNAMIC_DISPATCH(TileColors)(pixels.data(), width, rows, colors);
+}
+
+} // namespace velmor
+
+#endif

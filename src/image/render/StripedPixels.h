@@ -1,0 +1,57 @@
+#pragma once
+
+#include "image/render/PixelRow.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+
+namespace velmor {
+
+/// The pixels of an image, a word each, in vertical stripes.
+///
+/// A row of a rotated image runs through many rows of the source. Were these as long as the image is wide, each
+/// would lie in a memory page of its own, and the processor would spend most of its time finding pages. A row of a
+/// stripe is short, so that a page holds several. It ends with a copy of the next stripe's first pixels, so that a
+/// group of pixels and the neighbour of the last can be read from any pixel on.
+class CStripedPixels {
+public:
+    static constexpr int stripeBits = 7;
+    static constexpr int stripeSide = 1 << stripeBits;
+    static constexpr int rowPitch = stripeSide + CPixelRow::slack;
+
+    CStripedPixels() = default;
+    /// Pixels without meaning. May throw std::bad_alloc.
+    CStripedPixels(int width, int height);
+
+    void SetRow(int y, std::span<const std::uint32_t> pixels);
+
+    /// Blue in the low byte, then green, red, alpha.
+    std::uint32_t At(int x, int y) const { return Origin()[OffsetOf(x, y)]; }
+
+    /// Pixel (x, y) stands at Origin() + OffsetOf(x, y). What would be up to one pixel left of or below the image,
+    /// or two to the right or above, may be read; it means nothing.
+    const std::uint32_t* Origin() const { return m_storage.get() + margin; }
+    std::ptrdiff_t OffsetOf(int x, int y) const {
+        const std::ptrdiff_t stored = x + shift;
+        return stored + y * std::ptrdiff_t{rowPitch} + (stored >> stripeBits) * m_stripeJump;
+    }
+    /// The columns by which pixels are stored further right, so that the one left of the image has a place.
+    static constexpr int shift = 1;
+    /// What is added to an offset from stripe to stripe besides the stripe's width.
+    int StripeJump() const { return m_stripeJump; }
+
+    std::size_t ByteCount() const { return m_size * sizeof(std::uint32_t); }
+
+private:
+    static constexpr std::size_t margin = 2 * rowPitch;
+
+    int m_width = 0;
+    int m_stripes = 0;
+    int m_stripeJump = 0;
+    std::size_t m_size = 0;
+    std::unique_ptr<std::uint32_t[]> m_storage;
+};
+
+} // namespace velmor
