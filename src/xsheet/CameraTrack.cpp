@@ -1,0 +1,56 @@
+#include "xsheet/CameraTrack.h"
+
+#include "xsheet/CelGeometry.h"
+#include "xsheet/Truncate.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace velmor {
+
+namespace {
+
+constexpr double degreesPerRadian = 57.29577951308232;
+constexpr double radiansPerPixel = 0.006666666666666667; // one radian for 150 pixels
+
+// The mean growth of width and height. A zoom of 0 stays: it has nothing to grow from.
+void Zoom(double& zoom, int dx, int dy, int frameWidth, int frameHeight) {
+    const double width = frameWidth * zoom;
+    const double height = frameHeight * zoom;
+    const double growth = ((dx + width) / width + (dy + height) / height) * 0.5;
+    if (std::isfinite(growth))
+        zoom = growth * zoom;
+}
+
+} // namespace
+
+std::vector<CCameraFrame> CCameraTrack::FirstFrames(int count) const {
+    return {m_frames.begin(), m_frames.begin() + std::clamp(count, 0, capacity)};
+}
+
+void CCameraTrack::SetFirstFrames(std::span<const CCameraFrame> frames) {
+    std::ranges::copy(frames.first(std::min(frames.size(), m_frames.size())), m_frames.begin());
+}
+
+int RotationInDegrees(double radians) {
+    return TruncateToInt(radians * degreesPerRadian);
+}
+
+void ApplyCameraInput(CCameraFrame& camera, InputMode mode, int dx, int dy, int frameWidth, int frameHeight) {
+    switch (mode) {
+    case InputMode::Move: {
+        const CPoint moved = RotatePoint({dx, dy}, camera.rotation);
+        camera.panX += moved.x;
+        camera.panY += moved.y;
+        break;
+    }
+    case InputMode::Rotate:
+        camera.rotation += dx * radiansPerPixel;
+        break;
+    case InputMode::Zoom:
+        Zoom(camera.zoom, dx, dy, frameWidth, frameHeight);
+        break;
+    }
+}
+
+} // namespace velmor

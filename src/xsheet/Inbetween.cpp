@@ -1,0 +1,185 @@
+#include "xsheet/Inbetween.h"
+
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <utility>
+
+namespace velmor {
+
+namespace {
+
+constexpr std::size_t unknowns = 4;
+
+/// One equation: the factors of the unknowns and the right side.
+using Row = std::array<float, unknowns + 1>;
+using System = std::array<Row, unknowns>;
+
+// Brings the row whose factor of `column` is largest to its place.
+void Pivot(System& system, std::size_t column) {
+    std::size_t largest = column;
+    for (std::size_t row = column + 1; row < unknowns; ++row)
+        if (std::abs(system[row][column]) > std::abs(system[largest][column]))
+            largest = row;
+    std::swap(system[column], system[largest]);
+}
+
+// Gaussian elimination with row pivoting. What has no single solution gives values that are not finite.
+std::array<float, unknowns> Solve(System system) {
+    for (std::size_t column = 0; column < unknowns; ++column) {
+        Pivot(system, column);
+        for (std::size_t row = column + 1; row < unknowns; ++row) {
+            const float factor = system[row][column] / system[column][column];
+            for (std::size_t i = column; i <= unknowns; ++i)
+                system[row][i] -= factor * system[column][i];
+        }
+    }
+    std::array<float, unknowns> solution{};
+    for (std::size_t row = unknowns; row-- > 0;) {
+        float rest = system[row][unknowns];
+        for (std::size_t i = row + 1; i < unknowns; ++i)
+            rest -= system[row][i] * solution[i];
+        solution[row] = rest / system[row][row];
+    }
+    return solution;
+}
+
+bool StartsFlat(InbetweenType type) {
+    return type == InbetweenType::SlowOut || type == InbetweenType::SlowOutSlowIn;
+}
+
+bool EndsFlat(InbetweenType type) {
+    return type == InbetweenType::SlowIn || type == InbetweenType::SlowOutSlowIn;
+}
+
+// The frames that an inbetween writes: keys.first + 1 to this - 1.
+int EndOfWriting(CInbetweenKeys keys, InbetweenType type) {
+    return type == InbetweenType::Constant ? keys.last + 1 : keys.last;
+}
+
+/// What one number becomes between its keys.
+class CBetweenValues {
+public:
+    CBetweenValues(InbetweenType type, CInbetweenKeys keys, double firstValue, double lastValue)
+        : m_firstValue(firstValue) {
+        if (type != InbetweenType::Constant)
+            m_curve.emplace(type, keys, firstValue, lastValue);
+    }
+    double At(int frame) const { return m_curve ? m_curve->At(frame) : m_firstValue; }
+
+private:
+    double m_firstValue;
+    std::optional<CKeyCurve> m_curve;
+};
+
+void InbetweenTrack(CCameraTrack& camera, CInbetweenKeys keys, InbetweenType type, double CCameraFrame::*value) {
+    const CBetweenValues between(type, keys, camera.At(keys.first).*value, camera.At(keys.last).*value);
+    for (int frame = keys.first + 1; frame < EndOfWriting(keys, type); ++frame)
+        camera.At(frame).*value = between.At(frame);
+}
+
+/// The keys and the used cells between them on one level.
+class CLevelInbetween {
+public:
+    CLevelInbetween(CXSheet& xsheet, int level, CInbetweenKeys keys, InbetweenType type)
+        : m_xsheet(xsheet), m_level(level), m_keys(keys), m_type(type) {}
+
+    using Getter = double (CXSheetCel::*)() const;
+
+    void Write(Getter get, CStatus (CXSheetCel::*set)(double)) {
+        const CBetweenValues values = ValuesOf(get);
+        ForEachUsedCel([&](CXSheetCel& cel, int frame) { return (cel.*set)(values.At(frame)); });
+    }
+    void Write(Getter getX, Getter getY, CStatus (CXSheetCel::*set)(double, double)) {
+        const CBetweenValues valuesX = ValuesOf(getX);
+        const CBetweenValues valuesY = ValuesOf(getY);
+        ForEachUsedCel(
+            [&](CXSheetCel& cel, int frame) { return (cel.*set)(valuesX.At(frame), valuesY.At(frame)); });
+    }
+
+private:
+    CBetweenValues ValuesOf(Getter get) const {
+        return {m_type, m_keys, (m_xsheet.Cel(m_level, m_keys.first).*get)(),
+                (m_xsheet.Cel(m_level, m_keys.last).*get)()};
+    }
+    template<class Change>
+    void ForEachUsedCel(Change change) {
+        for (int frame = m_keys.first + 1; frame < EndOfWriting(m_keys, m_type); ++frame)
+            if (CXSheetCel& cel = m_xsheet.Cel(m_level, frame); cel.IsUsed())
+                static_cast<void>(change(cel, frame)); // fails on empty cells only
+    }
+
+    CXSheet& m_xsheet;
+    int m_level;
+    CInbetweenKeys m_keys;
+    InbetweenType m_type;
+};
+
+} // namespace
+
+CKeyCurve::CKeyCurve(InbetweenType type, CInbetweenKeys keys, double firstValue, double lastValue) {
+    const auto x0 = static_cast<float>(keys.first);
+    const auto x1 = static_cast<float>(keys.last);
+    const auto y0 = static_cast<float>(firstValue);
+    const auto y1 = static_cast<float>(lastValue);
+    const float slope = (y1 - y0) / (x1 - x0);
+    const float slope0 = StartsFlat(type) ? 0 : slope;
+    const float slope1 = EndsFlat(type) ? 0 : slope;
+    const auto [a, b, c, d] =
+        Solve({Row{x0 * x0 * x0, x0 * x0, x0, 1, y0}, Row{x1 * x1 * x1, x1 * x1, x1, 1, y1},
+               Row{3 * x0 * x0, 2 * x0, 1, 0, slope0}, Row{3 * x1 * x1, 2 * x1, 1, 0, slope1}});
+    // In single precision the equations of a few late keys (1551 and 1561, 1900 and 1911) have no single solution:
+    // a straight line then, rather than cells without numbers.
+    const bool solved = std::isfinite(a) && std::isfinite(b) && std::isfinite(c) && std::isfinite(d);
+    m_a = solved ? a : 0;
+    m_b = solved ? b : 0;
+    m_c = solved ? c : slope;
+    m_d = solved ? d : y0 - slope * x0;
+}
+
+double CKeyCurve::At(int frame) const {
+    const auto x = static_cast<float>(frame);
+    return ((x * m_a + m_b) * x + m_c) * x + m_d;
+}
+
+void InbetweenCamera(CCameraTrack& camera, CInbetweenKeys keys, CameraSource source, InbetweenType type) {
+    switch (source) {
+    case CameraSource::Pan:
+        InbetweenTrack(camera, keys, type, &CCameraFrame::panX);
+        InbetweenTrack(camera, keys, type, &CCameraFrame::panY);
+        break;
+    case CameraSource::Tilt:
+        InbetweenTrack(camera, keys, type, &CCameraFrame::rotation);
+        break;
+    case CameraSource::Zoom:
+        InbetweenTrack(camera, keys, type, &CCameraFrame::zoom);
+        break;
+    }
+}
+
+std::optional<CInbetweenKeys> FindLevelKeys(const CXSheet& xsheet, int level, int startFrame, int endFrame) {
+    CInbetweenKeys keys{startFrame, endFrame};
+    while (keys.last - keys.first >= 2 && !xsheet.Cel(level, keys.first).IsUsed())
+        ++keys.first;
+    while (keys.last - keys.first >= 2 && !xsheet.Cel(level, keys.last).IsUsed())
+        --keys.last;
+    return keys.last - keys.first >= 2 ? std::optional(keys) : std::nullopt;
+}
+
+void InbetweenLevel(CXSheet& xsheet, int level, CInbetweenKeys keys, LevelSource source, InbetweenType type) {
+    CLevelInbetween inbetween(xsheet, level, keys, type);
+    switch (source) {
+    case LevelSource::Position:
+        return inbetween.Write(&CXSheetCel::PosX, &CXSheetCel::PosY, &CXSheetCel::SetPos);
+    case LevelSource::Rotation:
+        return inbetween.Write(&CXSheetCel::Rotation, &CXSheetCel::SetRot);
+    case LevelSource::Zoom:
+        return inbetween.Write(&CXSheetCel::ScaleX, &CXSheetCel::ScaleY, &CXSheetCel::SetScale);
+    case LevelSource::Transparency:
+        return inbetween.Write(&CXSheetCel::Transparency, &CXSheetCel::SetTrans);
+    case LevelSource::Blur:
+        return inbetween.Write(&CXSheetCel::BlurX, &CXSheetCel::BlurY, &CXSheetCel::SetBlur);
+    }
+}
+
+} // namespace velmor

@@ -1,0 +1,174 @@
+#include "xsheet/XSheet.h"
+
+#include "image/CelImg.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace velmor {
+
+namespace {
+
+constexpr std::string_view dittoMark = "\"";
+
+// Every frame is looked at as it was before the first one went: what has gone shows the same as what stands before
+// it, so the last kept cell serves for the comparison.
+void CondenseCels(std::vector<CXSheetCel>& cels, std::size_t startFrame, std::size_t endFrame) {
+    std::size_t kept = std::max<std::size_t>(startFrame, 1); // frame 0 has nothing before it
+    for (std::size_t frame = kept; frame < cels.size(); ++frame) {
+        const bool endsHold = frame < endFrame && cels[frame].ShowsSameAs(cels[kept - 1]) &&
+                              !cels[frame].ShowsSameAs(cels[frame + 1]);
+        if (endsHold)
+            continue;
+        if (kept != frame)
+            cels[kept] = std::move(cels[frame]);
+        ++kept;
+    }
+    for (; kept < cels.size(); ++kept)
+        cels[kept] = cels[kept - 1];
+}
+
+void ExpandCels(std::vector<CXSheetCel>& cels, std::size_t startFrame, std::size_t endFrame) {
+    std::vector<CXSheetCel> expanded;
+    expanded.reserve(cels.size());
+    for (std::size_t frame = 0; expanded.size() < cels.size(); ++frame) {
+        const bool endsExposure = frame == endFrame || (frame >= startFrame && frame < endFrame &&
+                                                        !cels[frame].ShowsSameAs(cels[frame + 1]));
+        if (endsExposure && expanded.size() + 1 < cels.size())
+            expanded.push_back(cels[frame]);
+        expanded.push_back(std::move(cels[frame]));
+    }
+    cels = std::move(expanded);
+}
+
+} // namespace
+
+CXSheet::CXSheet() : CXSheet(1, defaultFrames) {
+    SetLevelName(0, "Default");
+}
+
+CXSheet::CXSheet(int levels, int frames) : m_levels(static_cast<std::size_t>(levels)) {
+    SetFrameCount(frames);
+}
+
+std::string CXSheet::CelText(int level, int frame) const {
+    const CXSheetCel& cel = Cel(level, frame);
+    if (!cel.IsUsed())
+        return {};
+    if (frame > 0 && cel.ShowsSameAs(Cel(level, frame - 1)))
+        return std::string(dittoMark);
+    return cel.IsPicture() ? cel.CelName() : cel.FolderName() + cel.CelName();
+}
+
+bool CXSheet::AddLevel(std::string name) {
+    if (LevelCount() >= mostLevels)
+        return false;
+    m_levels.insert(m_levels.begin(),
+                    {std::move(name), std::vector<CXSheetCel>(static_cast<std::size_t>(m_frameCount))});
+    return true;
+}
+
+void CXSheet::DeleteLevel(int level) {
+    m_levels.erase(m_levels.begin() + level);
+}
+
+void CXSheet::SwapLevels(int a, int b) {
+    std::swap(m_levels[static_cast<std::size_t>(a)], m_levels[static_cast<std::size_t>(b)]);
+}
+
+void CXSheet::SetFrameCount(int frames) {
+    for (CLevel& level : m_levels)
+        level.cels.resize(static_cast<std::size_t>(frames));
+    m_frameCount = frames;
+}
+
+CCelClipboard CXSheet::Copy(const CXSheetSelection& selection) const {
+    CCelClipboard clipboard;
+    clipboard.width = selection.endLevel - selection.startLevel + 1;
+    clipboard.height = selection.endFrame - selection.startFrame + 1;
+    clipboard.cels.reserve(static_cast<std::size_t>(clipboard.width) * static_cast<std::size_t>(clipboard.height));
+    for (int frame = selection.startFrame; frame <= selection.endFrame; ++frame)
+        for (int level = selection.startLevel; level <= selection.endLevel; ++level)
+            clipboard.cels.push_back(Cel(level, frame));
+    return clipboard;
+}
+
+void CXSheet::ClearCels(const CXSheetSelection& selection) {
+    for (int level = selection.startLevel; level <= selection.endLevel; ++level)
+        for (int frame = selection.startFrame; frame <= selection.endFrame; ++frame)
+            Cel(level, frame).Clear();
+}
+
+void CXSheet::Paste(const CCelClipboard& clipboard, int level, int frame) {
+    const int width = std::min(clipboard.width, LevelCount() - level);
+    const int height = std::min(clipboard.height, FrameCount() - frame);
+    for (int row = 0; row < height; ++row)
+        for (int column = 0; column < width; ++column)
+            Cel(level + column, frame + row) =
+                clipboard.cels[static_cast<std::size_t>(row) * static_cast<std::size_t>(clipboard.width) +
+                               static_cast<std::size_t>(column)];
+}
+
+void CXSheet::Reverse(const CXSheetSelection& selection) {
+    for (int level = selection.startLevel; level <= selection.endLevel; ++level) {
+        const auto cels = CelsOf(level).begin();
+        std::reverse(cels + selection.startFrame, cels + selection.endFrame + 1);
+    }
+}
+
+void CXSheet::Condense(const CXSheetSelection& selection) {
+    for (int level = selection.startLevel; level <= selection.endLevel; ++level)
+        CondenseCels(CelsOf(level), static_cast<std::size_t>(selection.startFrame),
+                     static_cast<std::size_t>(selection.endFrame));
+}
+
+void CXSheet::Expand(const CXSheetSelection& selection) {
+    for (int level = selection.startLevel; level <= selection.endLevel; ++level)
+        ExpandCels(CelsOf(level), static_cast<std::size_t>(selection.startFrame),
+                   static_cast<std::size_t>(selection.endFrame));
+}
+
+void CXSheet::InsertFrames(int level, int frame, int count) {
+    std::vector<CXSheetCel>& cels = CelsOf(level);
+    const auto from = cels.begin() + frame;
+    const int inserted = std::min(count, m_frameCount - frame);
+    std::move_backward(from, cels.end() - inserted, cels.end());
+    std::for_each(from, from + inserted, [](CXSheetCel& cel) { cel.Clear(); });
+}
+
+template<class Matches, class Change>
+int CXSheet::ChangeCels(Matches matches, Change change) {
+    int count = 0;
+    for (CLevel& level : m_levels)
+        for (CXSheetCel& cel : level.cels)
+            if (cel.IsUsed() && matches(cel)) {
+                change(cel);
+                ++count;
+            }
+    return count;
+}
+
+int CXSheet::ClearReferences(std::string_view folder, std::string_view name) {
+    return ChangeCels([&](const CXSheetCel& cel) { return cel.Shows(folder, name); },
+                      [](CXSheetCel& cel) { cel.Clear(); });
+}
+
+int CXSheet::ClearFolderReferences(std::string_view folder) {
+    return ChangeCels([&](const CXSheetCel& cel) { return cel.FolderName() == folder; },
+                      [](CXSheetCel& cel) { cel.Clear(); });
+}
+
+int CXSheet::RenameReferences(std::string_view folder, std::string_view oldName, const std::string& newName) {
+    return ChangeCels([&](const CXSheetCel& cel) { return cel.Shows(folder, oldName); },
+                      [&](CXSheetCel& cel) { static_cast<void>(cel.ChangeName(newName)); });
+}
+
+int CXSheet::ResizeReferences(std::string_view folder, std::string_view name, const Path& sceneFolder) {
+    CSize size;
+    if (!CCelImg::GetDimensions(AssetFilePath(sceneFolder, folder, name), size))
+        return 0;
+    return ChangeCels([&](const CXSheetCel& cel) { return cel.Shows(folder, name); },
+                      [&](CXSheetCel& cel) { cel.SetSize(size); });
+}
+
+} // namespace velmor

@@ -1,0 +1,165 @@
+#pragma once
+
+#include "xsheet/XSheetCel.h"
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace velmor {
+
+/// An inclusive range of levels and frames.
+struct CXSheetSelection {
+    int startLevel = 0;
+    int endLevel = 0;
+    int startFrame = 0;
+    int endFrame = 0;
+
+    bool operator==(const CXSheetSelection&) const = default;
+};
+
+/// Cells copied from the grid: rows are frames, columns levels.
+struct CCelClipboard {
+    int width = 0;  ///< levels
+    int height = 0; ///< frames
+    std::vector<CXSheetCel> cels;
+
+    bool IsEmpty() const { return width == 0 || height == 0; }
+};
+
+/// The grid of the exposure sheet: levels by frames, level 0 in front. Indices are 0-based and must be in range;
+/// the document checks them. Knows no messages, cursor or undo.
+class CXSheet {
+public:
+    static constexpr int mostLevels = 49;
+    static constexpr int mostFrames = 1999;
+    /// Bounds of what a file may hold.
+    static constexpr int mostLevelsInFile = 50;
+    static constexpr int mostFramesInFile = 2000;
+    static constexpr int defaultFrames = 100;
+
+    /// One level "Default" of 100 empty frames.
+    CXSheet();
+    /// Empty cells, empty names. `levels` 0 to mostLevelsInFile, `frames` 1 to mostFramesInFile.
+    CXSheet(int levels, int frames);
+
+    int LevelCount() const { return static_cast<int>(m_levels.size()); }
+    int FrameCount() const { return m_frameCount; }
+    bool HasLevel(int level) const { return level >= 0 && level < LevelCount(); }
+    bool HasFrame(int frame) const { return frame >= 0 && frame < m_frameCount; }
+
+    const CXSheetCel& Cel(int level, int frame) const {
+        return m_levels[static_cast<std::size_t>(level)].cels[static_cast<std::size_t>(frame)];
+    }
+    CXSheetCel& Cel(int level, int frame) {
+        return m_levels[static_cast<std::size_t>(level)].cels[static_cast<std::size_t>(frame)];
+    }
+    const std::string& LevelName(int level) const { return m_levels[static_cast<std::size_t>(level)].name; }
+    void SetLevelName(int level, std::string name) {
+        m_levels[static_cast<std::size_t>(level)].name = std::move(name);
+    }
+
+    /// Text of a cell: folder and cel name joined, a picture's name alone, the ditto mark for a held drawing, empty
+    /// for an empty cell.
+    std::string CelText(int level, int frame) const;
+
+    // In the pictures of the edits a row is a level, its frames stand from left to right, a letter is a drawing, a
+    // dot an empty cell, and brackets hold the selection. A selection lies inside the grid and starts before it
+    // ends.
+
+    /// Inserts an empty level in front of all others; false (and nothing done) when there are mostLevels.
+    ///
+    ///     0  A A B        0  . . .
+    ///     1  C C C   ->   1  A A B
+    ///                     2  C C C
+    bool AddLevel(std::string name);
+    /// Removes a level, here level 1:
+    ///
+    ///     0  A A B        0  A A B
+    ///     1  C C C   ->   1  D D .
+    ///     2  D D .
+    void DeleteLevel(int level);
+    /// Exchanges two levels with their names, here 0 and 2:
+    ///
+    ///     0  A A B        0  D D .
+    ///     1  C C C   ->   1  C C C
+    ///     2  D D .        2  A A B
+    void SwapLevels(int a, int b);
+    /// Keeps every level's first frames; new ones are empty. `frames` 1 to mostFramesInFile; here 5, and 2:
+    ///
+    ///     A A B   ->   A A B . .        A A B   ->   A A
+    void SetFrameCount(int frames);
+
+    /// Here a clipboard 2 levels wide and 2 frames high, drawn like the grid:
+    ///
+    ///     0  A[A B]        A B
+    ///     1  C[C D]   ->   C D
+    CCelClipboard Copy(const CXSheetSelection& selection) const;
+    /// Empties the selected cells:
+    ///
+    ///     A[A B]B   ->   A . . B
+    void ClearCels(const CXSheetSelection& selection);
+    /// Puts a clipboard with its first cell at `level` and `frame`; cells that would fall outside the grid are
+    /// dropped. Here X X Y at frame 2:
+    ///
+    ///     A A B B   ->   A A X X
+    void Paste(const CCelClipboard& clipboard, int level, int frame);
+    /// Turns the order of the selected frames round:
+    ///
+    ///     [A A B .]C   ->   . B A A C
+    void Reverse(const CXSheetSelection& selection);
+    /// Takes one frame off each hold that ends before the selection's last frame (the drawing's last one: a hold
+    /// is a run of cells with the same asset, or of empty ones). The cells behind move up, whether selected or not,
+    /// and the sheet's last cell is repeated:
+    ///
+    ///     [A A B B]   ->   A B B B        A[A A B . .]C D   ->   A A B . . C D D
+    void Condense(const CXSheetSelection& selection);
+    /// Holds each exposure of the selection one frame longer, by repeating its last selected cell: a run of cells
+    /// with the same asset counts once, and so does a run of empty ones, so that pauses keep their share of the
+    /// time, as Condense() counts them too. The cells behind move down; those pushed past the end
+    /// are lost, and a run that reaches the sheet's last frame has no room to grow:
+    ///
+    ///     [A B B]C D . .   ->   A A B B B C D        A[A B]B   ->   A A A B
+    void Expand(const CXSheetSelection& selection);
+    /// Moves a level's cells from `frame` on down by `count` (0 or more), leaving empty ones; those pushed past the
+    /// end are lost. Here 2 at frame 1:
+    ///
+    ///     A B C D   ->   A . . B
+    void InsertFrames(int level, int frame, int count);
+
+    // The cells that show an asset, on all levels. Each returns how many there were. The names must not be those of
+    // a cell of this sheet, which change on the way.
+
+    /// Empties every cell that shows A, or any asset of a folder:
+    ///
+    ///     A A B   ->   . . B
+    int ClearReferences(std::string_view folder, std::string_view name);
+    int ClearFolderReferences(std::string_view folder);
+    /// A to C:
+    ///
+    ///     A A B   ->   C C B
+    int RenameReferences(std::string_view folder, std::string_view oldName, const std::string& newName);
+    /// Gives every cell that shows the asset its new size, read from its file; none when it cannot be read.
+    int ResizeReferences(std::string_view folder, std::string_view name, const Path& sceneFolder);
+
+    bool operator==(const CXSheet&) const = default;
+
+private:
+    struct CLevel {
+        std::string name;
+        std::vector<CXSheetCel> cels;
+
+        bool operator==(const CLevel&) const = default;
+    };
+
+    std::vector<CXSheetCel>& CelsOf(int level) { return m_levels[static_cast<std::size_t>(level)].cels; }
+    /// Changes the cells for which matches(cel) holds; returns how many.
+    template<class Matches, class Change>
+    int ChangeCels(Matches matches, Change change);
+
+    std::vector<CLevel> m_levels;
+    int m_frameCount = 0;
+};
+
+} // namespace velmor

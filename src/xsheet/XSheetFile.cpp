@@ -1,0 +1,196 @@
+#include "xsheet/XSheetFile.h"
+
+#include "platform/Archive.h"
+
+#include <exception>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace velmor {
+
+namespace {
+
+constexpr std::string_view signature = "VELMORLTXSHEETDATAFILEV1.0";
+constexpr int mostFrameSize = 32767;
+constexpr std::uint64_t mostFileBytes = std::uint64_t{1} << 30;
+
+// The least that a part of the file takes: its strings empty, one byte each.
+constexpr std::size_t cameraBytes = 4 * sizeof(double);
+constexpr std::size_t leastCelBytes = 2 + 8 * sizeof(double) + 2 * sizeof(std::int32_t);
+constexpr std::size_t leastSoundBytes = sizeof(std::int32_t) + 1;
+
+bool IsWithin(int value, int least, int most) {
+    return value >= least && value <= most;
+}
+
+CStatus Corrupted() {
+    return CStatus::Failure("Invalid or corrupted xsheet data file");
+}
+
+void WriteCamera(CArchiveWriter& writer, const CCameraFrame& camera) {
+    writer.WriteDouble(camera.panX);
+    writer.WriteDouble(camera.panY);
+    writer.WriteDouble(camera.zoom);
+    writer.WriteDouble(camera.rotation);
+}
+
+void WriteCel(CArchiveWriter& writer, const CXSheetCel& cel) {
+    writer.WriteString(cel.FolderName());
+    writer.WriteString(cel.CelName());
+    for (const double value : {cel.PosX(), cel.PosY(), cel.ScaleX(), cel.ScaleY(), cel.Rotation(),
+                               cel.Transparency(), cel.BlurX(), cel.BlurY()})
+        writer.WriteDouble(value);
+    writer.WriteInt(cel.Size().height);
+    writer.WriteInt(cel.Size().width);
+}
+
+void WriteHeader(CArchiveWriter& writer, const CXSheetData& data) {
+    writer.WriteString(signature);
+    writer.WriteInt(data.xsheet.FrameCount());
+    writer.WriteInt(static_cast<std::int32_t>(data.geometry.background));
+    writer.WriteInt(data.geometry.height);
+    writer.WriteInt(data.geometry.width);
+    writer.WriteInt(data.geometry.frameRate);
+    writer.WriteInt(data.xsheet.LevelCount());
+}
+
+CCameraFrame ReadCamera(CArchiveReader& reader) {
+    CCameraFrame camera;
+    camera.panX = reader.ReadDouble();
+    camera.panY = reader.ReadDouble();
+    camera.zoom = reader.ReadDouble();
+    camera.rotation = reader.ReadDouble();
+    return camera;
+}
+
+CXSheetCel ReadCel(CArchiveReader& reader) {
+    std::string folder = reader.ReadString();
+    std::string name = reader.ReadString();
+    CCelTransform transform;
+    transform.posX = reader.ReadDouble();
+    transform.posY = reader.ReadDouble();
+    transform.scaleX = reader.ReadDouble();
+    transform.scaleY = reader.ReadDouble();
+    transform.rotation = reader.ReadDouble();
+    const double transparency = reader.ReadDouble();
+    const double blurX = reader.ReadDouble();
+    const double blurY = reader.ReadDouble();
+    CSize size;
+    size.height = reader.ReadInt();
+    size.width = reader.ReadInt();
+    return CXSheetCel::FromFile(std::move(folder), std::move(name), transform, transparency, blurX, blurY, size);
+}
+
+bool ReadCamera(CArchiveReader& reader, int frames, CCameraTrack& camera) {
+    if (reader.Remaining() / cameraBytes < static_cast<std::size_t>(frames))
+        return false;
+    for (int frame = 0; frame < frames; ++frame)
+        camera.At(frame) = ReadCamera(reader);
+    return true;
+}
+
+bool ReadLevels(CArchiveReader& reader, int levels, int frames, CXSheet& xsheet) {
+    const std::size_t leastLevelBytes = 1 + static_cast<std::size_t>(frames) * leastCelBytes;
+    if (reader.Remaining() / leastLevelBytes < static_cast<std::size_t>(levels))
+        return false;
+    xsheet = CXSheet(levels, frames);
+    for (int level = 0; level < levels; ++level) {
+        xsheet.SetLevelName(level, reader.ReadString());
+        for (int frame = 0; frame < frames && !reader.Failed(); ++frame)
+            xsheet.Cel(level, frame) = ReadCel(reader);
+    }
+    return !reader.Failed();
+}
+
+bool ReadSounds(CArchiveReader& reader, std::vector<CSoundPlacement>& sounds) {
+    const int count = reader.ReadInt();
+    if (reader.Failed() || !IsWithin(count, 0, mostSoundsInFile) ||
+        reader.Remaining() / leastSoundBytes < static_cast<std::size_t>(count))
+        return false;
+    sounds.resize(static_cast<std::size_t>(count));
+    for (CSoundPlacement& sound : sounds) {
+        sound.frame = reader.ReadInt();
+        sound.name = reader.ReadString();
+    }
+    return !reader.Failed();
+}
+
+bool ReadXSheet(std::span<const std::uint8_t> bytes, CXSheetData& data) {
+    CArchiveReader reader(bytes);
+    if (reader.ReadString() != signature)
+        return false;
+    CSceneGeometry& geometry = data.geometry;
+    const int frames = reader.ReadInt();
+    geometry.background = static_cast<ColorRef>(reader.ReadInt());
+    geometry.height = reader.ReadInt();
+    geometry.width = reader.ReadInt();
+    geometry.frameRate = reader.ReadInt();
+    const int levels = reader.ReadInt();
+    // Sound and playback divide by the frame rate.
+    const bool withinLimits = IsWithin(frames, 1, CXSheet::mostFramesInFile) &&
+                              IsWithin(levels, 0, CXSheet::mostLevelsInFile) &&
+                              IsWithin(geometry.height, 1, mostFrameSize) &&
+                              IsWithin(geometry.width, 1, mostFrameSize) && geometry.frameRate >= 1;
+    return !reader.Failed() && withinLimits && ReadCamera(reader, frames, data.camera) &&
+           ReadLevels(reader, levels, frames, data.xsheet) && ReadSounds(reader, data.sounds);
+}
+
+CArchiveWriter WriteXSheet(const CXSheetData& data) {
+    CArchiveWriter writer;
+    const auto frames = static_cast<std::size_t>(data.xsheet.FrameCount());
+    const auto levels = static_cast<std::size_t>(data.xsheet.LevelCount());
+    constexpr std::size_t usualNameBytes = 16;
+    writer.Reserve(1024 + frames * (cameraBytes + levels * (leastCelBytes + usualNameBytes)));
+    WriteHeader(writer, data);
+    for (int frame = 0; frame < data.xsheet.FrameCount(); ++frame)
+        WriteCamera(writer, data.camera.At(frame));
+    for (int level = 0; level < data.xsheet.LevelCount(); ++level) {
+        writer.WriteString(data.xsheet.LevelName(level));
+        for (int frame = 0; frame < data.xsheet.FrameCount(); ++frame)
+            WriteCel(writer, data.xsheet.Cel(level, frame));
+    }
+    writer.WriteInt(static_cast<std::int32_t>(data.sounds.size()));
+    for (const CSoundPlacement& sound : data.sounds) {
+        writer.WriteInt(sound.frame);
+        writer.WriteString(sound.name);
+    }
+    return writer;
+}
+
+} // namespace
+
+std::vector<std::uint8_t> EncodeXSheet(const CXSheetData& data) {
+    const CArchiveWriter writer = WriteXSheet(data);
+    return {writer.Bytes().begin(), writer.Bytes().end()};
+}
+
+CStatus DecodeXSheet(std::span<const std::uint8_t> bytes, CXSheetData& data) {
+    try {
+        CXSheetData read;
+        if (!ReadXSheet(bytes, read))
+            return Corrupted();
+        data = std::move(read);
+        return {};
+    } catch (const std::exception&) { // no memory
+        return Corrupted();
+    }
+}
+
+CStatus SaveXSheet(const Path& path, const CXSheetData& data) {
+    try {
+        if (WriteFileAtomically(path, WriteXSheet(data).Bytes()))
+            return {};
+    } catch (const std::exception&) { // no memory
+    }
+    return CStatus::Failure("Problem opening the xsheet data file for writing");
+}
+
+CStatus LoadXSheet(const Path& path, CXSheetData& data) {
+    const std::optional<CFileBytes> bytes = ReadWholeFile(path, mostFileBytes);
+    if (!bytes)
+        return CStatus::Failure("Problem opening the xsheet data file for reading");
+    return DecodeXSheet(bytes->Span(), data);
+}
+
+} // namespace velmor

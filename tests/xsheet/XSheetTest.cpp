@@ -1,0 +1,177 @@
+#include "SheetPictures.h"
+#include "TempFolder.h"
+#include "image/CelImg.h"
+
+#include <gtest/gtest.h>
+#include <random>
+
+using namespace velmor;
+using namespace velmor::testing;
+
+namespace {
+
+using Edit = void (CXSheet::*)(const CXSheetSelection&);
+
+std::string After(Edit edit, const std::string& level, int startFrame, int endFrame) {
+    CXSheet xsheet = SheetOf({level});
+    (xsheet.*edit)({0, 0, startFrame, endFrame});
+    return RowsOf(xsheet).front();
+}
+
+// The rules as they are told: a scan that moves all cells behind each frame that goes or comes.
+void CondensePlainly(CXSheet& xsheet, int start, int end) {
+    const int last = xsheet.FrameCount() - 1;
+    for (int f = start; f < end; ++f) {
+        if (f == 0 || f == last || !xsheet.Cel(0, f).ShowsSameAs(xsheet.Cel(0, f - 1)) ||
+            xsheet.Cel(0, f).ShowsSameAs(xsheet.Cel(0, f + 1)))
+            continue;
+        for (int i = f; i < last; ++i)
+            xsheet.Cel(0, i) = xsheet.Cel(0, i + 1);
+        --end;
+    }
+}
+
+void ExpandPlainly(CXSheet& xsheet, int start, int end) {
+    const int last = xsheet.FrameCount() - 1;
+    for (int f = start; f <= end && f < last; ++f) {
+        if (f != end && xsheet.Cel(0, f).ShowsSameAs(xsheet.Cel(0, f + 1)))
+            continue;
+        for (int i = last; i > f; --i)
+            xsheet.Cel(0, i) = xsheet.Cel(0, i - 1);
+        ++f;
+        ++end;
+    }
+}
+
+} // namespace
+
+TEST(XSheet, LevelsAndFramesComeAndGo) {
+    CXSheet xsheet = SheetOf({"AAB", "CCC"});
+    xsheet.SetLevelName(0, "front");
+    xsheet.SetLevelName(1, "back");
+    EXPECT_TRUE(xsheet.AddLevel("new"));
+    EXPECT_EQ(RowsOf(xsheet), (Rows{"...", "AAB", "CCC"}));
+    xsheet.SwapLevels(0, 2);
+    EXPECT_EQ(RowsOf(xsheet), (Rows{"CCC", "AAB", "..."}));
+    xsheet.DeleteLevel(1);
+    EXPECT_EQ(RowsOf(xsheet), (Rows{"CCC", "..."}));
+    EXPECT_EQ(xsheet.LevelName(0), "back");
+    EXPECT_EQ(xsheet.LevelName(1), "new");
+    xsheet.SetFrameCount(5);
+    EXPECT_EQ(RowsOf(xsheet), (Rows{"CCC..", "....."}));
+    xsheet.SetFrameCount(2);
+    EXPECT_EQ(RowsOf(xsheet), (Rows{"CC", ".."}));
+    while (xsheet.LevelCount() < 49)
+        EXPECT_TRUE(xsheet.AddLevel(""));
+    EXPECT_FALSE(xsheet.AddLevel("one too many"));
+    EXPECT_EQ(xsheet.LevelCount(), 49);
+}
+
+TEST(XSheet, CopiesClearsAndPastesBlocks) {
+    CXSheet xsheet = SheetOf({"ABC.", "DEF.", "GHI."});
+    const CCelClipboard block = xsheet.Copy({0, 1, 1, 2});
+    EXPECT_EQ(block.width, 2);
+    EXPECT_EQ(block.height, 2);
+    EXPECT_EQ(block.cels[1].CelName(), "E"); // rows are frames
+    xsheet.ClearCels({0, 1, 1, 2});
+    EXPECT_EQ(RowsOf(xsheet), (Rows{"A...", "D...", "GHI."}));
+    xsheet.Paste(block, 1, 0);
+    EXPECT_EQ(RowsOf(xsheet), (Rows{"A...", "BC..", "EFI."}));
+    xsheet.Paste(block, 2, 3); // only its corner fits
+    EXPECT_EQ(RowsOf(xsheet), (Rows{"A...", "BC..", "EFIB"}));
+}
+
+TEST(XSheet, ReversesTheSelectedFrames) {
+    EXPECT_EQ(After(&CXSheet::Reverse, "ABCDEF", 0, 4), "EDCBAF");
+    EXPECT_EQ(After(&CXSheet::Reverse, "ABCDEF", 2, 5), "ABFEDC");
+    EXPECT_EQ(After(&CXSheet::Reverse, "AA.B", 0, 3), "B.AA");
+}
+
+TEST(XSheet, CondensesHolds) {
+    EXPECT_EQ(After(&CXSheet::Condense, "AABB", 0, 3), "ABBB");
+    EXPECT_EQ(After(&CXSheet::Condense, "AAB..CD", 1, 5), "AB.CDDD");
+    EXPECT_EQ(After(&CXSheet::Condense, "ABCD", 0, 3), "ABCD");
+    EXPECT_EQ(After(&CXSheet::Condense, "AAABBB", 3, 5), "AAABBB"); // the hold goes on behind the selection
+    EXPECT_EQ(After(&CXSheet::Condense, "A", 0, 0), "A");
+}
+
+TEST(XSheet, ExpandHoldsEveryExposureOnceLonger) {
+    EXPECT_EQ(After(&CXSheet::Expand, "ABC...", 0, 2), "AABBCC");
+    EXPECT_EQ(After(&CXSheet::Expand, "ABBCD..", 0, 2), "AABBBCD");
+    EXPECT_EQ(After(&CXSheet::Expand, "A.BXYZ", 0, 2), "AA..BB");
+    EXPECT_EQ(After(&CXSheet::Expand, "ABAXYZ..", 1, 2), "ABBAAXYZ");
+    EXPECT_EQ(After(&CXSheet::Expand, "AABBBX", 1, 3), "AAABBB"); // runs that reach out of the selection
+    EXPECT_EQ(After(&CXSheet::Expand, "AABB", 0, 3), "AAAB");
+    EXPECT_EQ(After(&CXSheet::Expand, "ABC", 2, 2), "ABC");
+}
+
+TEST(XSheet, CondenseAndExpandFollowThePlainScan) {
+    std::mt19937 random(7);
+    for (int round = 0; round < 2000; ++round) {
+        std::string level(1 + random() % 12, '.');
+        for (char& letter : level)
+            letter = "AB."[random() % 3];
+        const int end = static_cast<int>(random() % level.size());
+        const int start = static_cast<int>(random() % static_cast<unsigned>(end + 1));
+        const CXSheet xsheet = SheetOf({level});
+        CXSheet condensed = xsheet, plainlyCondensed = xsheet, expanded = xsheet, plainlyExpanded = xsheet;
+        condensed.Condense({0, 0, start, end});
+        CondensePlainly(plainlyCondensed, start, end);
+        EXPECT_EQ(condensed, plainlyCondensed) << level << ' ' << start << ' ' << end;
+        expanded.Expand({0, 0, start, end});
+        ExpandPlainly(plainlyExpanded, start, end);
+        EXPECT_EQ(expanded, plainlyExpanded) << level << ' ' << start << ' ' << end;
+    }
+}
+
+TEST(XSheet, EditsTouchTheSelectedLevelsOnly) {
+    for (const Edit edit : {&CXSheet::Reverse, &CXSheet::Condense, &CXSheet::Expand}) {
+        CXSheet xsheet = SheetOf({"AABC", "AABC", "AABC"});
+        (xsheet.*edit)({1, 1, 0, 3});
+        EXPECT_EQ(RowsOf(xsheet)[0], "AABC");
+        EXPECT_NE(RowsOf(xsheet)[1], "AABC");
+        EXPECT_EQ(RowsOf(xsheet)[2], "AABC");
+    }
+}
+
+TEST(XSheet, InsertedFramesPushTheRestDown) {
+    CXSheet xsheet = SheetOf({"ABCD", "EEEE"});
+    xsheet.InsertFrames(0, 1, 2);
+    EXPECT_EQ(RowsOf(xsheet), (Rows{"A..B", "EEEE"}));
+    xsheet.InsertFrames(1, 2, 1000);
+    EXPECT_EQ(RowsOf(xsheet), (Rows{"A..B", "EE.."}));
+}
+
+TEST(XSheet, TextOfCells) {
+    CXSheet xsheet = SheetOf({"AAB..A"});
+    xsheet.Cel(0, 5) = CXSheetCel::FromFile("_Pictures_", "sky", {}, 0, 1, 1, {});
+    std::string text;
+    for (int frame = 0; frame < 6; ++frame)
+        text += xsheet.CelText(0, frame) + ",";
+    EXPECT_EQ(text, "FA,\",FB,,,sky,");
+    xsheet.Cel(0, 1) = CXSheetCel::FromFile("G", "A", {}, 0, 1, 1, {});
+    EXPECT_EQ(xsheet.CelText(0, 1), "GA");
+}
+
+TEST(XSheet, ReferencesFollowTheirAssets) {
+    CXSheet xsheet = SheetOf({"AAB.", "BACA"});
+    xsheet.Cel(0, 3) = CXSheetCel::FromFile("G", "A", {}, 0, 1, 1, {});
+    EXPECT_EQ(xsheet.ClearReferences("F", "A"), 4);
+    EXPECT_EQ(RowsOf(xsheet), (Rows{"..BA", "B.C."}));
+    EXPECT_EQ(xsheet.Cel(0, 0), CXSheetCel()); // nothing of the cell is left
+    EXPECT_EQ(xsheet.RenameReferences("F", "B", "D"), 2);
+    EXPECT_EQ(RowsOf(xsheet), (Rows{"..DA", "D.C."}));
+    EXPECT_EQ(xsheet.Cel(0, 2).PosX(), 2);
+
+    const CTempFolder scene;
+    CCelImg image;
+    CreateFolder(scene / "F");
+    EXPECT_EQ(xsheet.ResizeReferences("F", "D", scene.Path()), 0);
+    EXPECT_EQ(xsheet.Cel(1, 0).Size(), (CSize{10, 10}));
+    ASSERT_TRUE(image.CreateCel(33, 21, AssetFilePath(scene.Path(), "F", "D")) && image.Save());
+    EXPECT_EQ(xsheet.ResizeReferences("F", "D", scene.Path()), 2);
+    EXPECT_EQ(xsheet.Cel(1, 0).Size(), (CSize{33, 21}));
+    EXPECT_EQ(xsheet.Cel(1, 2).Size(), (CSize{10, 10}));
+    EXPECT_EQ(xsheet.ClearFolderReferences("F"), 3);
+    EXPECT_EQ(RowsOf(xsheet), (Rows{"...A", "...."}));
+}
