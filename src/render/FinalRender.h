@@ -1,0 +1,57 @@
+#pragma once
+
+#include "platform/Progress.h"
+#include "render/FrameFiles.h"
+#include "render/FrameRequests.h"
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace velmor {
+
+enum class RenderFormat { Png = 0, Targa = 1, Bitmap = 2, Avi = 3 };
+
+/// What the final output is made with.
+struct CRenderSettings {
+    std::vector<int> levels; ///< 0-based, in list order
+    std::vector<int> frames; ///< 0-based, ascending, step already applied
+    int scaling = 100;       ///< percent, 1 to 400
+    bool antialias = true;
+    RenderFormat format = RenderFormat::Png;
+    bool transparentBackground = false; ///< PNG and Targa: alpha instead of the background
+    bool resume = false;                ///< keep numbered frames that are there already
+    int quality = 10000;                ///< of a movie, 0 to 10000
+    Path target; ///< directory and name; numbered frames append the frame number and the extension
+};
+
+struct CRenderJob {
+    CShot shot;
+    const CCameraTrack& camera;
+    CRenderSettings settings;
+    std::optional<std::span<const std::uint8_t>> sound; ///< the prepared track, for movies
+};
+
+enum class RenderEnd { Complete, Stopped, Failed };
+
+struct CRenderOutcome {
+    RenderEnd end = RenderEnd::Complete;
+    std::string message;
+    int framesWritten = 0;
+};
+
+/// Size of the output: the scene's scaled, at least 1 x 1; a movie's width is raised to the next multiple of 4.
+COutputGeometry RenderGeometryOf(const CRenderSettings& settings, CSize scene);
+
+/// The file of a numbered frame (0-based): target + number from 1, four digits or more, + extension.
+Path RenderFrameFile(const CRenderSettings& settings, int frame);
+
+/// Writes the final output: every frame through the camera of that frame. Numbered frames appear whole or not at
+/// all; a movie only when it is complete (or was stopped). `askStop` as for flipbooks.
+CRenderOutcome RenderToDisk(const CRenderJob& job, CImageCache& cache, IProgress& progress,
+                            const std::function<bool()>& askStop);
+
+} // namespace velmor

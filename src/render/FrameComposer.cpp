@@ -1,0 +1,190 @@
+#include "render/FrameComposer.h"
+
+#include "image/render/PixelRow.h"
+#include "image/render/PlacedImage.h"
+#include "platform/Parallel.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cmath>
+#include <exception>
+#include <memory>
+#include <string_view>
+
+namespace velmor {
+
+namespace {
+
+/// Prepared images of a frame that are held at once; a frame of more is drawn in several passes.
+constexpr std::size_t mostBytesHeld = std::size_t{32} << 20;
+/// Rows that a thread takes at a time: few enough to divide the work evenly and to stay in the processor's caches.
+constexpr int stripRows = 16;
+
+/// A file read for a layer.
+struct CReadLayer {
+    std::shared_ptr<const CRenderSource> source;
+    CStatus status;
+};
+
+CStatus Failed(const CStatus& status, std::string_view at, const Path& path) {
+    return CStatus::Failure(status.Message() + std::string(at) + Utf8Of(path));
+}
+
+/// Composes one frame: reads images until enough are held, draws them all row by row, and goes on.
+class CComposition {
+public:
+    CComposition(const CFrameRequest& request, CImageCache& cache, CFrameBuffer& frame, bool parallel)
+        : m_request(request),
+          m_cache(cache),
+          m_frame(frame),
+          m_parts(parallel ? ProcessorCount() : 1),
+          m_rows(static_cast<std::size_t>(m_parts) * stripRows, CPixelRow(request.bufferWidth)) {
+        m_frame.width = request.bufferWidth;
+        m_frame.height = request.height;
+        m_frame.pixels.resize(RowBytes() * static_cast<std::size_t>(request.height));
+    }
+
+    CStatus Run() {
+        CStatus status;
+        std::size_t next = 0;
+        bool first = true;
+        while (first || (status && next < m_request.layers.size())) {
+            status = ReadLayers(next);
+            DrawRead(first);
+            first = false;
+        }
+        return status;
+    }
+
+private:
+    std::size_t RowBytes() const { return static_cast<std::size_t>(m_request.bufferWidth) * 3; }
+
+    /// Reads layers from `next` on, as many as there are threads at a time.
+    CStatus ReadLayers(std::size_t& next) {
+        m_sources.clear();
+        m_placed.clear();
+        std::size_t held = 0;
+        while (next < m_request.layers.size() && held < mostBytesHeld) {
+            std::vector<CReadLayer> read(
+                std::min(static_cast<std::size_t>(m_parts), m_request.layers.size() - next));
+            ParallelFor(static_cast<int>(read.size()), 1, [&](int begin, int end) {
+                for (auto i = static_cast<std::size_t>(begin); i < static_cast<std::size_t>(end); ++i) {
+                    const CFrameLayer& layer = m_request.layers[next + i];
+                    read[i].status = m_cache.Get(layer.path, layer.placement, read[i].source);
+                }
+            });
+            for (CReadLayer& one : read) {
+                const CFrameLayer& layer = m_request.layers[next++];
+                if (!one.status)
+                    return Failed(one.status, " :: Reading file ->", layer.path);
+                if (CStatus placed = Place(layer, *one.source); !placed)
+                    return Failed(placed, " :: Rendering image ->", layer.path);
+                held += one.source->ByteCount();
+                m_sources.push_back(std::move(one.source));
+            }
+        }
+        return {};
+    }
+
+    CStatus Place(const CFrameLayer& layer, const CRenderSource& source) {
+        try {
+            m_placed.emplace_back(source, layer.placement, CSize{m_request.bufferWidth, m_request.height});
+        } catch (const std::exception&) {
+            return CStatus::Failure("Unable to allocate memory for cel!");
+        }
+        return {};
+    }
+
+    void DrawRead(bool onBackground) {
+        if (!onBackground && m_placed.empty())
+            return;
+        std::atomic<int> nextRow{0};
+        ParallelFor(m_parts, 1, [&](int begin, int) {
+            const std::span<CPixelRow> rows =
+                std::span(m_rows).subspan(static_cast<std::size_t>(begin) * stripRows);
+            for (int row = nextRow.fetch_add(stripRows); row < m_request.height; row = nextRow.fetch_add(stripRows))
+                DrawStrip(row, rows.first(static_cast<std::size_t>(std::min(stripRows, m_request.height - row))),
+                          onBackground);
+        });
+    }
+
+    /// Draws all layers over the rows from firstRow on, layer by layer, so that neighbouring rows find each other's
+    /// source pixels in the processor's caches.
+    void DrawStrip(int firstRow, std::span<CPixelRow> rows, bool onBackground) {
+        const int width = m_request.bufferWidth;
+        const auto bytesOf = [&](std::size_t i) {
+            return std::span(m_frame.pixels)
+                .subspan((static_cast<std::size_t>(firstRow) + i) * RowBytes(), RowBytes());
+        };
+        for (std::size_t i = 0; i < rows.size(); ++i)
+            if (onBackground)
+                FillBackground(rows[i]);
+            else
+                rows[i].Unpack(bytesOf(i), 0, width);
+        for (const CPlacedImage& placed : m_placed)
+            for (std::size_t i = 0; i < rows.size(); ++i) {
+                const int row = firstRow + static_cast<int>(i);
+                placed.Draw(row, placed.SpansOf(row), rows[i]);
+            }
+        for (std::size_t i = 0; i < rows.size(); ++i)
+            rows[i].Pack(bytesOf(i), 0, width);
+    }
+
+    void FillBackground(CPixelRow& row) const {
+        const std::uint32_t background = static_cast<std::uint32_t>(BlueOf(m_request.background)) |
+                                         static_cast<std::uint32_t>(GreenOf(m_request.background)) << 8 |
+                                         static_cast<std::uint32_t>(RedOf(m_request.background)) << 16;
+        const int filled = std::clamp(m_request.backgroundWidth, 0, row.Width());
+        row.Fill(0, filled, background);
+        row.Fill(filled, row.Width(), 0);
+    }
+
+    const CFrameRequest& m_request;
+    CImageCache& m_cache;
+    CFrameBuffer& m_frame;
+    int m_parts;
+    std::vector<CPixelRow> m_rows; ///< a strip for each thread
+    std::vector<std::shared_ptr<const CRenderSource>> m_sources;
+    std::vector<CPlacedImage> m_placed;
+};
+
+} // namespace
+
+CPlacement PlaceCel(const CXSheetCel& cel, const CCameraFrame& camera, const COutputGeometry& geometry,
+                    bool antialias) {
+    const double centreX = geometry.output.width / 2;
+    const double centreY = geometry.output.height / 2;
+    const double zoom = camera.zoom * geometry.factor;
+    // Taken relative to the centre of the scene's frame, of which the output is a scaled copy.
+    const double x = cel.PosX() + camera.panX - (geometry.scene.width - geometry.output.width) / 2.0 - centreX;
+    const double y = cel.PosY() + camera.panY - (geometry.scene.height - geometry.output.height) / 2.0 - centreY;
+    const double c = std::cos(-camera.rotation);
+    const double s = std::sin(-camera.rotation);
+
+    CPlacement placement;
+    placement.centreX = zoom * (x * c - y * s) + centreX;
+    placement.centreY = zoom * (x * s + y * c) + centreY;
+    // The point is turned by minus the camera's rotation, the image by plus: existing scenes are drawn for it.
+    placement.angle = cel.Rotation() + camera.rotation;
+    placement.scaleX = cel.ScaleX() * zoom;
+    placement.scaleY = cel.ScaleY() * zoom;
+    placement.transparency = cel.Transparency();
+    placement.blurX = cel.BlurX();
+    placement.blurY = cel.BlurY();
+    placement.antialias = antialias;
+    return placement;
+}
+
+CStatus ComposeFrame(const CFrameRequest& request, CImageCache& cache, CFrameBuffer& frame, bool parallel) {
+    if (request.bufferWidth <= 0 || request.height <= 0) {
+        frame = CFrameBuffer{};
+        return {};
+    }
+    try {
+        return CComposition(request, cache, frame, parallel).Run();
+    } catch (const std::exception&) {
+        return CStatus::Failure("Not enough memory to compose the frame");
+    }
+}
+
+} // namespace velmor

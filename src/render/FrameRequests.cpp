@@ -1,0 +1,34 @@
+#include "render/FrameRequests.h"
+
+#include <numeric>
+#include <ranges>
+
+namespace velmor {
+
+std::vector<int> AllLevels(const CXSheet& xsheet) {
+    std::vector<int> levels(static_cast<std::size_t>(xsheet.LevelCount()));
+    std::iota(levels.begin(), levels.end(), 0);
+    return levels;
+}
+
+CFrameRequest RequestFrame(const CShot& shot, std::span<const int> levels, int frame, const CCameraFrame& camera,
+                           const COutputGeometry& output) {
+    CFrameRequest request{
+        output.output.width, output.output.width, output.output.height, shot.geometry.background, {}};
+    for (const int level : levels | std::views::reverse) {
+        const CXSheetCel& cel = shot.xsheet.Cel(level, frame);
+        if (cel.IsUsed())
+            request.layers.push_back({AssetFilePath(shot.sceneFolder, cel.FolderName(), cel.CelName()),
+                                      PlaceCel(cel, camera, output, shot.antialias)});
+    }
+    return request;
+}
+
+CFrameRequest RequestCameraPicture(const CShot& shot, int frame, const CCameraFrame& camera) {
+    const CSize size = shot.geometry.Frame();
+    CFrameRequest request = RequestFrame(shot, AllLevels(shot.xsheet), frame, camera, {size, size, 1});
+    request.bufferWidth = PaddedWidthOf(size.width);
+    return request;
+}
+
+} // namespace velmor

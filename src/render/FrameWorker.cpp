@@ -1,0 +1,65 @@
+#include "render/FrameWorker.h"
+
+#include "platform/Threads.h"
+
+#include <system_error>
+
+namespace velmor {
+
+CFrameWorker::~CFrameWorker() {
+    {
+        const std::lock_guard lock(m_mutex);
+        m_ending = true;
+    }
+    m_ordered.notify_all();
+    if (m_thread.joinable())
+        m_thread.join();
+}
+
+bool CFrameWorker::Start(CFrameRequest request) {
+    const std::lock_guard lock(m_mutex);
+    m_picture.reset();
+    m_order = std::move(request);
+    ++m_orderNumber;
+    try {
+        if (!m_thread.joinable())
+            m_thread = std::thread([this] { Work(); });
+    } catch (const std::system_error&) {
+        return false;
+    }
+    m_ordered.notify_all();
+    return true;
+}
+
+void CFrameWorker::Cancel() {
+    const std::lock_guard lock(m_mutex);
+    m_picture.reset();
+    m_order.reset();
+    ++m_orderNumber;
+}
+
+std::shared_ptr<const CCameraPicture> CFrameWorker::Picture() const {
+    const std::lock_guard lock(m_mutex);
+    return m_picture;
+}
+
+void CFrameWorker::Work() {
+    LowerThreadPriority();
+    std::unique_lock lock(m_mutex);
+    for (;;) {
+        m_ordered.wait(lock, [this] { return m_ending || m_order; });
+        if (m_ending)
+            return;
+        const CFrameRequest request = *std::exchange(m_order, std::nullopt);
+        const unsigned number = m_orderNumber;
+        lock.unlock();
+        const auto picture = std::make_shared<CCameraPicture>();
+        const CStatus composed = ComposeFrame(request, m_cache, picture->frame, true);
+        picture->error = composed.Message();
+        lock.lock();
+        if (number == m_orderNumber)
+            m_picture = picture;
+    }
+}
+
+} // namespace velmor

@@ -1,0 +1,150 @@
+#include "render/FrameComposer.h"
+
+#include "PlainRender.h"
+#include "TempFolder.h"
+
+#include <gtest/gtest.h>
+#include <random>
+
+namespace velmor {
+namespace {
+
+using testing::CTempFolder;
+using testing::MakeTestImage;
+using testing::PlainRender;
+using testing::Texture;
+
+class CComposerTest : public ::testing::Test {
+protected:
+    Path SaveImage(const std::string& name, int width, int height, LoadState kind, Texture texture) {
+        CCelImg image = MakeTestImage(m_random, width, height, kind, texture);
+        image.SetFilePath(m_folder / name);
+        EXPECT_TRUE(image.Save());
+        return m_folder / name;
+    }
+
+    /// Fills and draws by the plain formula the first `layerCount` layers.
+    static std::vector<std::uint8_t> PlainFrame(const CFrameRequest& request, std::size_t layerCount) {
+        std::vector<std::uint8_t> pixels;
+        for (int row = 0; row < request.height; ++row)
+            for (int column = 0; column < request.bufferWidth; ++column) {
+                const bool filled = column < request.backgroundWidth;
+                for (const std::uint8_t byte :
+                     {BlueOf(request.background), GreenOf(request.background), RedOf(request.background)})
+                    pixels.push_back(filled ? byte : 0);
+            }
+        for (std::size_t layer = 0; layer < layerCount; ++layer) {
+            CCelImg image;
+            EXPECT_TRUE(image.Load(request.layers[layer].path));
+            PlainRender(image, request.layers[layer].placement, {pixels, request.bufferWidth, request.height});
+        }
+        return pixels;
+    }
+
+    CFrameRequest SomeFrame(int layerCount) {
+        CFrameRequest request{PaddedWidthOf(90), 90, 70, MakeColorRef(1, 2, 3), {}};
+        for (int layer = 0; layer < layerCount; ++layer) {
+            const bool isPicture = layer % 3 == 0;
+            const std::string name = "layer" + std::to_string(layer);
+            CPlacement at{40.0 + layer, 35.5 - layer, 0.3 * layer, 1.2, 0.8};
+            at.antialias = layer % 2 == 1;
+            at.transparency = layer == 2 ? 30 : 0;
+            at.blurX = layer == 3 ? 3 : 1;
+            request.layers.push_back({SaveImage(name, 60, 50, isPicture ? LoadState::Picture : LoadState::Cel,
+                                                isPicture ? Texture::Noise : Texture::Painted),
+                                      at});
+        }
+        return request;
+    }
+
+    CTempFolder m_folder;
+    std::mt19937 m_random{7};
+    CFrameBuffer m_frame;
+};
+
+TEST_F(CComposerTest, DrawsAllLayersBottomFirstOverTheBackground) {
+    const CFrameRequest request = SomeFrame(6);
+    const std::vector<std::uint8_t> plain = PlainFrame(request, 6);
+    for (const std::size_t cacheBytes : {std::size_t{0}, std::size_t{1} << 20}) {
+        CImageCache cache(cacheBytes);
+        for (const bool parallel : {false, true, true}) {
+            ASSERT_TRUE(ComposeFrame(request, cache, m_frame, parallel));
+            EXPECT_EQ(m_frame.width, 92);
+            EXPECT_EQ(m_frame.height, 70);
+            EXPECT_EQ(m_frame.pixels, plain);
+        }
+    }
+}
+
+TEST_F(CComposerTest, FrameWithoutLayersIsBackground) {
+    CFrameRequest request{4, 2, 1, MakeColorRef(1, 2, 3), {}};
+    CImageCache cache(0);
+    m_frame.pixels.assign(100, 9);
+    ASSERT_TRUE(ComposeFrame(request, cache, m_frame, true));
+    EXPECT_EQ(m_frame.pixels, (std::vector<std::uint8_t>{3, 2, 1, 3, 2, 1, 0, 0, 0, 0, 0, 0}));
+}
+
+TEST_F(CComposerTest, ManyLayersNeedSeveralPasses) {
+    CFrameRequest request{52, 50, 40, 0, {}};
+    const Path large = SaveImage("large", 2000, 1500, LoadState::Picture, Texture::Noise);
+    for (int layer = 0; layer < 7; ++layer) {
+        CPlacement at{20.0 + layer, 20, 0.1 * layer, 0.02, 0.02};
+        at.transparency = 50;
+        request.layers.push_back({large, at});
+    }
+    CImageCache cache(std::size_t{1} << 30);
+    for (const bool parallel : {false, true}) {
+        ASSERT_TRUE(ComposeFrame(request, cache, m_frame, parallel));
+        EXPECT_EQ(m_frame.pixels, PlainFrame(request, 7));
+    }
+}
+
+TEST_F(CComposerTest, StopsAtALayerThatCannotBeRead) {
+    CFrameRequest request = SomeFrame(4);
+    const Path missing = m_folder / "missing.bit";
+    request.layers[1].path = missing;
+    request.layers[3].path = m_folder / "also missing.bit";
+    CImageCache cache(1 << 20);
+    for (const bool parallel : {false, true}) {
+        const CStatus composed = ComposeFrame(request, cache, m_frame, parallel);
+        EXPECT_EQ(composed.Message(), "Unable to open cel file for reading :: Reading file ->" + missing.string());
+        EXPECT_EQ(m_frame.pixels, PlainFrame(request, 1));
+    }
+}
+
+CXSheetCel Cell(double x, double y, double rotation) {
+    return CXSheetCel::FromFile("A", "1", {x, y, 2, 0.5, rotation}, 25, 3, 1, {10, 10});
+}
+
+TEST(PlaceCelTest, TurnsThePointBackAndTheImageOn) {
+    const double quarter = std::acos(0.0);
+    const CPlacement at = PlaceCel(Cell(320, 250, 0.5), {10, -10, quarter, 2}, {{640, 480}, {640, 480}, 1}, true);
+    // (10, 0) from the centre, turned by minus a quarter and doubled.
+    EXPECT_NEAR(at.centreX, 320, 1e-9);
+    EXPECT_NEAR(at.centreY, 240 - 20, 1e-9);
+    EXPECT_DOUBLE_EQ(at.angle, 0.5 + quarter);
+    EXPECT_EQ(at.scaleX, 4);
+    EXPECT_EQ(at.scaleY, 1);
+    EXPECT_EQ(at.transparency, 25);
+    EXPECT_EQ(at.blurX, 3);
+    EXPECT_TRUE(at.antialias);
+}
+
+TEST(PlaceCelTest, ZoomOfNothingLeavesEverythingInTheCentre) {
+    const CPlacement at = PlaceCel(Cell(100, 50, 0), {0, 0, 1, 0}, {{641, 481}, {641, 481}, 1}, false);
+    EXPECT_EQ(at.centreX, 320);
+    EXPECT_EQ(at.centreY, 240);
+    EXPECT_EQ(at.scaleX, 0);
+}
+
+TEST(PlaceCelTest, SmallerOutputKeepsTheCentreOfTheScene) {
+    const COutputGeometry geometry{{640, 480}, {324, 243}, 0.50625};
+    const CPlacement at = PlaceCel(Cell(320, 240, 0), {}, geometry, false);
+    EXPECT_EQ(at.centreX, 162);
+    // Half of 480 - 243 is 118.5, the centre of 243 rows is row 121.
+    EXPECT_EQ(at.centreY, 121 + 0.5 * 0.50625);
+    EXPECT_EQ(at.scaleX, 2 * 0.50625);
+}
+
+} // namespace
+} // namespace velmor
