@@ -1,7 +1,7 @@
 # The layers point one way. This table says which layer may use which; velmor_layer() refuses anything else, and
 # a layer's include root holds links to the allowed folders alone, so a forbidden #include does not compile.
 
-set(VELMOR_LAYERS platform image sound xsheet render)
+set(VELMOR_LAYERS platform image sound xsheet render scene)
 set(VELMOR_MAY_USE_platform "")
 set(VELMOR_MAY_USE_image platform)
 set(VELMOR_MAY_USE_sound platform)

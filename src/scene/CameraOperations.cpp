@@ -1,0 +1,176 @@
+#include "scene/CameraOperations.h"
+
+#include "scene/DialogRequests.h"
+#include "scene/InbetweenDialog.h"
+#include "scene/Settings.h"
+#include "scene/XSheetOperations.h"
+#include "xsheet/CelForms.h"
+#include "xsheet/CelGeometry.h"
+#include "xsheet/Inbetween.h"
+
+#include <algorithm>
+
+namespace velmor {
+
+namespace {
+
+constexpr CInbetweenDialog cameraDialog{3, setting::lastCameraInbetweenSource, setting::lastCameraInbetweenType};
+constexpr double radiansPerPixel = 0.006666666666666667; // one radian for 150 pixels
+
+// One step of mouse input on a used cell: `moved` is the motion in the camera's own rotation.
+CStatus ApplyInput(CXSheetCel& cel, InputMode mode, CPoint motion, CPoint moved) {
+    switch (mode) {
+    case InputMode::Move:
+        return cel.Move(moved.x, moved.y);
+    case InputMode::Rotate:
+        return cel.Rotate(motion.x * radiansPerPixel);
+    case InputMode::Zoom:
+        return cel.Scale(motion.x, motion.y);
+    }
+    return {};
+}
+
+} // namespace
+
+bool CCameraOperations::RequireFrame(int frame, const char* message) const {
+    // The frame after the last one is accepted, as long as the track has it.
+    const int last = std::min(m_context.model.xsheet.FrameCount(), CCameraTrack::capacity - 1);
+    return m_context.Require(frame >= 0 && frame <= last, message);
+}
+
+double CCameraOperations::GetCamPosX(int frame) const {
+    return RequireFrame(frame, "Internal Error: Invalid Frame no at CVelmorltDoc::GetCamPosX")
+               ? m_context.model.camera.At(frame).panX
+               : 0;
+}
+
+double CCameraOperations::GetCamPosY(int frame) const {
+    return RequireFrame(frame, "Internal Error: Invalid Frame no at CVelmorltDoc::GetCamPosY")
+               ? m_context.model.camera.At(frame).panY
+               : 0;
+}
+
+int CCameraOperations::GetCamRotDegree(int frame) const {
+    return RequireFrame(frame, "Internal Error: Invalid Frame no at CVelmorltDoc::GetCamRotDegree")
+               ? RotationInDegrees(m_context.model.camera.At(frame).rotation)
+               : 0;
+}
+
+double CCameraOperations::GetCamZoom(int frame) const {
+    return RequireFrame(frame, "Internal Error: Invalid Frame no at CVelmorltDoc::GetCamZoom")
+               ? m_context.model.camera.At(frame).zoom
+               : 0;
+}
+
+void CCameraOperations::StartCamInput() {
+    if (m_context.Require(m_context.model.sceneOpen, "Scene not open at StartCamInput"))
+        m_context.TakeSnapshot();
+}
+
+bool CCameraOperations::ProcessCamInput(int dx, int dy) {
+    CSceneModel& model = m_context.model;
+    if (!m_context.Require(model.sceneOpen, "Scene not open at ProcessCamInput"))
+        return false;
+    const int frame = model.cursorFrame;
+    CCameraFrame& camera = model.camera.At(frame);
+    const CPoint motion{dx, dy};
+    const CPoint moved = RotatePoint(motion, camera.rotation);
+    bool changed = false;
+    for (int level = 0; level < model.xsheet.LevelCount(); ++level) {
+        CXSheetCel& cel = model.xsheet.Cel(level, frame);
+        if (model.moveSelection.IsLevelSelected(level) && cel.IsUsed())
+            changed |= static_cast<bool>(ApplyInput(cel, model.inputMode, motion, moved));
+        // Inside the loop on purpose: the camera moves once for every level of the xsheet.
+        if (model.moveSelection.IsCameraSelected()) {
+            ApplyCameraInput(camera, model.inputMode, dx, dy, model.geometry.width, model.geometry.height);
+            m_context.Update(UpdateHint::Cells);
+            changed = true;
+        }
+    }
+    if (changed)
+        m_context.Update(UpdateHint::CameraRedraw);
+    return changed;
+}
+
+void CCameraOperations::EndCamInput(int dx, int dy) {
+    if (m_context.Require(m_context.model.sceneOpen, "Scene not open at EndCamInput") && ProcessCamInput(dx, dy))
+        m_context.Update(pictureHint);
+}
+
+void CCameraOperations::SetMode(InputMode mode) {
+    if (!m_context.model.sceneOpen)
+        return;
+    m_context.model.inputMode = mode;
+    m_context.Update(selectionHint);
+}
+
+void CCameraOperations::OnCameraAntialias() {
+    m_context.model.cameraAntialias = !m_context.model.cameraAntialias;
+    m_context.Update(pictureHint);
+}
+
+int CCameraOperations::GetMotionPathSetup() const {
+    return m_context.Require(m_context.model.sceneOpen, "Internal Error: Scene not open at GetMotionPathSetup")
+               ? m_context.model.motionPathSetup
+               : 0;
+}
+
+void CCameraOperations::OnCameraMotionpathsetup() {
+    CSceneModel& model = m_context.model;
+    if (!model.sceneOpen)
+        return;
+    const std::optional<int> setup = m_context.prompter.AskMotionPathSetup(model.motionPathSetup);
+    if (!setup || *setup < 0 || *setup > 2 || *setup == model.motionPathSetup)
+        return;
+    model.motionPathSetup = *setup;
+    Set(m_context.profile, setting::motionPathSetup, *setup);
+    m_context.Update(UpdateHint::CameraRedraw);
+}
+
+void CCameraOperations::OnXsheetEditcameradata() {
+    CSceneModel& model = m_context.model;
+    if (!model.sceneOpen)
+        return;
+    CCameraFrame& camera = model.camera.At(model.cursorFrame);
+    const std::optional<CCameraForm> form =
+        m_context.prompter.AskCameraData({model.cursorFrame + 1, CameraFormOf(camera)});
+    if (!form)
+        return;
+    m_context.TakeSnapshot();
+    camera = CameraOf(*form);
+    m_context.Update(cellsAndPictureHint);
+}
+
+void CCameraOperations::OnXsheetInbetweencameradata() {
+    CSceneModel& model = m_context.model;
+    if (!SelectionCanBeInbetweened(model))
+        return;
+    // Before the dialog: Cancel leaves the snapshot.
+    m_context.TakeSnapshot();
+    const CInbetweenKeys keys{model.selection.startFrame, model.selection.endFrame};
+    const std::optional<CInbetweenChoice> choice =
+        AskInbetween(m_context, cameraDialog, {true, "", keys.first + 1, keys.last + 1, {}});
+    if (!choice)
+        return;
+    const InbetweenType type = static_cast<InbetweenType>(choice->type);
+    InbetweenCamera(model.camera, keys, static_cast<CameraSource>(choice->source), type);
+    m_context.Update(type == InbetweenType::Constant ? cellsAndPictureHint : selectionHint);
+}
+
+void CCameraOperations::OnAnimationLinecheck() {
+    CSceneModel& model = m_context.model;
+    if (!model.sceneOpen)
+        return;
+    const int frameAtOpening = model.cursorFrame;
+    m_context.prompter.RunLineCheck({model.xsheet.FrameCount(), frameAtOpening + 1, [this](int shownFrame) {
+                                         // The slider's own range holds; a number beyond it is passed over.
+                                         if (!m_context.model.xsheet.HasFrame(shownFrame - 1))
+                                             return;
+                                         m_context.model.cursorFrame = shownFrame - 1;
+                                         m_context.Update(UpdateHint::CameraRedraw);
+                                     }});
+    m_xsheet.SetCursorY(frameAtOpening);
+    m_context.Update(UpdateHint::CameraRedraw);
+}
+
+} // namespace velmor

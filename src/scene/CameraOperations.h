@@ -1,0 +1,43 @@
+#pragma once
+
+#include "scene/SceneContext.h"
+
+namespace velmor {
+
+class CXSheetOperations;
+
+/// The camera track, mouse input to camera and levels, the camera's dialogs and the line check.
+class CCameraOperations {
+public:
+    CCameraOperations(CSceneContext context, CXSheetOperations& xsheet) : m_context(context), m_xsheet(xsheet) {}
+
+    double GetCamPosX(int frame) const;
+    double GetCamPosY(int frame) const;
+    int GetCamRotDegree(int frame) const;
+    double GetCamZoom(int frame) const;
+
+    void StartCamInput();
+    /// Motion in pixels since the previous call; whether anything changed.
+    bool ProcessCamInput(int dx, int dy);
+    void EndCamInput(int dx, int dy);
+
+    void OnCameraMovemode() { SetMode(InputMode::Move); }
+    void OnCameraRotatemode() { SetMode(InputMode::Rotate); }
+    void OnCameraZoommode() { SetMode(InputMode::Zoom); }
+    /// Each toggle has the camera picture composed again.
+    void OnCameraAntialias();
+    int GetMotionPathSetup() const;
+    void OnCameraMotionpathsetup();
+    void OnXsheetEditcameradata();
+    void OnXsheetInbetweencameradata();
+    void OnAnimationLinecheck();
+
+private:
+    void SetMode(InputMode mode);
+    bool RequireFrame(int frame, const char* message) const;
+
+    CSceneContext m_context;
+    CXSheetOperations& m_xsheet;
+};
+
+} // namespace velmor

@@ -1,0 +1,148 @@
+#pragma once
+
+#include "image/Color.h"
+#include "image/Geometry.h"
+#include "render/FlipbookSettings.h"
+#include "scene/SceneSettings.h"
+#include "xsheet/CelForms.h"
+#include "xsheet/Inbetween.h"
+
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace velmor {
+
+// What the document hands a dialog. `accept` is called with the values when the user confirms: it shows whatever is
+// wrong with them, or asks whether to overwrite, and false keeps the dialog open. An empty `accept` takes all.
+
+template<class Values>
+using AcceptRule = std::function<bool(const Values&)>;
+
+struct CSceneSettingsRequest {
+    bool newScene = true; ///< "New Scene"; otherwise "Scene Settings" with the name read-only
+    CSceneSettings initial;
+    AcceptRule<CSceneSettings> accept;
+};
+
+enum class NameKind { Folder, Cel, Picture, Sound, Level };
+
+struct CNameRequest {
+    NameKind kind = NameKind::Cel;
+    std::string initial;
+    AcceptRule<std::string> accept;
+};
+
+struct CNewCelValues {
+    std::string name;
+    CSize size;
+};
+
+struct CNewCelRequest {
+    CNewCelValues initial;
+    AcceptRule<CNewCelValues> accept;
+};
+
+struct CLevelRequest {
+    std::string prompt;
+    std::vector<std::string> levelNames; ///< level 0 first
+};
+
+struct CFrameCountRequest {
+    std::string prompt;
+    int initial = 1;
+    int least = 1;
+    int most = 5000;
+};
+
+/// Which cell a dialog edits, as it is shown: frame from 1.
+struct CCelIdentity {
+    std::string name;
+    std::string folder;
+    std::string level;
+    int frame = 1;
+};
+
+struct CCelDataRequest {
+    CCelIdentity cel;
+    CCelDataForm initial;
+    AcceptRule<CCelDataForm> accept;
+};
+
+struct CBlurRequest {
+    CCelIdentity cel;
+    CBlurForm initial;
+    AcceptRule<CBlurForm> accept;
+};
+
+struct CTransparencyRequest {
+    CCelIdentity cel;
+    double initial = 0;
+    AcceptRule<double> accept;
+};
+
+struct CCameraDataRequest {
+    int frame = 1; ///< from 1
+    CCameraForm initial;
+};
+
+/// Chosen source and type of an inbetween dialog, as indices of its radio groups.
+struct CInbetweenChoice {
+    int source = 0;
+    int type = 0;
+};
+
+struct CInbetweenRequest {
+    bool camera = false;
+    std::string levelName; ///< empty for the camera
+    int startFrame = 1;    ///< from 1
+    int endFrame = 1;
+    CInbetweenChoice initial;
+};
+
+/// How an inbetween dialog was closed; the choices are remembered either way.
+struct CInbetweenAnswer {
+    bool confirmed = false;
+    CInbetweenChoice choice;
+};
+
+struct CLineCheckRequest {
+    int frameCount = 1;
+    int initial = 1;                    ///< frame from 1
+    std::function<void(int)> showFrame; ///< called with the frame, from 1, at each move of the slider
+};
+
+struct CColorValues {
+    std::string name = "New Col";
+    CColor color{128, 128, 128, 255};
+};
+
+struct CColorKeyValues {
+    CColor color;
+    int tolerance = 5;
+    int process = 0;  ///< 0 add, 1 subtract, 2 replace
+    int underKey = 0; ///< 0 keep, 1 black, 2 white
+};
+
+struct CFlipbookRequest {
+    std::vector<std::string> levelNames; ///< level 0 first
+    CFlipbookSettings initial;
+    AcceptRule<CFlipbookSettings> accept;
+};
+
+/// How the flipbook dialog was closed; step, scaling, quality and antialias are remembered either way.
+struct CFlipbookAnswer {
+    bool confirmed = false;
+    CFlipbookSettings settings;
+};
+
+struct CFileRequest {
+    std::string title;
+    std::string filter; ///< "text|*.ext|text|*.ext||"
+    std::string defaultExtension;
+    std::string defaultName;
+    bool several = false;
+};
+
+} // namespace velmor

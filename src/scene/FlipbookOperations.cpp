@@ -1,0 +1,91 @@
+#include "scene/FlipbookOperations.h"
+
+#include "render/Flipbook.h"
+#include "scene/DialogRequests.h"
+#include "scene/Settings.h"
+
+#include <algorithm>
+
+namespace velmor {
+
+Path CFlipbookOperations::LastFlipbook() const {
+    return PathOf(m_context.model.databaseFolder) / "flipbook.avi";
+}
+
+bool CFlipbookOperations::HasLastFlipbook() const {
+    return FileExists(LastFlipbook());
+}
+
+CFlipbookSettings CFlipbookOperations::RememberedSettings() const {
+    const CSceneModel& model = m_context.model;
+    CFlipbookSettings settings;
+    for (int level = model.selection.startLevel; level <= model.selection.endLevel; ++level)
+        settings.levels.push_back(level);
+    settings.startFrame = model.selection.startFrame + 1;
+    settings.endFrame = model.selection.endFrame + 1;
+    settings.step = Get(m_context.profile, setting::lastFlipbookStep);
+    settings.scaling = std::clamp(Get(m_context.profile, setting::lastFlipbookScaling), 10, 100);
+    settings.quality = std::clamp(Get(m_context.profile, setting::lastFlipbookQuality), 10, 100);
+    settings.antialias = Get(m_context.profile, setting::lastFlipbookAntialias) != 0;
+    return settings;
+}
+
+void CFlipbookOperations::Remember(const CFlipbookSettings& settings) {
+    Set(m_context.profile, setting::lastFlipbookStep, settings.step);
+    Set(m_context.profile, setting::lastFlipbookScaling, settings.scaling);
+    Set(m_context.profile, setting::lastFlipbookQuality, settings.quality);
+    Set(m_context.profile, setting::lastFlipbookAntialias, settings.antialias ? 1 : 0);
+}
+
+bool CFlipbookOperations::OnAnimationMakeflipbook() {
+    const CSceneModel& model = m_context.model;
+    if (!model.sceneOpen)
+        return false;
+    CFlipbookRequest request{{}, RememberedSettings(), {}};
+    for (int level = 0; level < model.xsheet.LevelCount(); ++level)
+        request.levelNames.push_back(model.xsheet.LevelName(level));
+    request.accept = [this](const CFlipbookSettings& settings) {
+        const CStatus status = CheckFlipbookSettings(settings, m_context.model.xsheet.FrameCount());
+        if (!status)
+            m_context.prompter.ShowVelmorMessage(status.Message());
+        return static_cast<bool>(status);
+    };
+    const CFlipbookAnswer answer = m_context.prompter.AskFlipbook(request);
+    Remember(answer.settings);
+    return answer.confirmed && Generate(answer.settings, LastFlipbook());
+}
+
+bool CFlipbookOperations::Generate(const CFlipbookSettings& settings, const Path& output) {
+    const CSceneModel& model = m_context.model;
+    CFlipbookJob job{output,
+                     {model.xsheet, model.geometry, model.Paths().SceneFolder(), settings.antialias},
+                     model.camera,
+                     settings,
+                     model.cursorFrame,
+                     model.selection.startFrame,
+                     {}};
+    if (model.soundBuffer)
+        job.sound = *model.soundBuffer;
+    const std::unique_ptr<IProgress> progress = m_context.prompter.BeginProgress("Rendering");
+    const CFlipbookOutcome outcome = GenerateFlipbook(job, m_cache, *progress, [this] {
+        return m_context.prompter.AskYesNo("Do you want to stop generating flipbook?");
+    });
+    for (const std::string& message : outcome.messages)
+        m_context.Show(message);
+    return outcome.end != FlipbookEnd::Failed;
+}
+
+std::optional<Path> CFlipbookOperations::OnAnimationPlaylastflipbook() {
+    if (!m_context.Require(HasLastFlipbook(), "There is no last flipbook!"))
+        return std::nullopt;
+    return LastFlipbook();
+}
+
+void CFlipbookOperations::OnAnimationSavelastflipbook() {
+    const std::optional<Path> target = m_context.prompter.AskFileToSave(
+        {"Select the flipbook filename to save", "Microsoft Movies (*.avi) |*.avi||", ".avi", "movie.avi", false});
+    if (target && !CopyFileIfAbsent(LastFlipbook(), *target))
+        m_context.Show("Could not save preview, disk full or a file already exists with the same name!");
+}
+
+} // namespace velmor

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "render/ImageCache.h"
+#include "scene/SceneContext.h"
+
+namespace velmor {
+
+struct CFlipbookSettings;
+
+/// The flipbook commands.
+class CFlipbookOperations {
+public:
+    CFlipbookOperations(CSceneContext context, CImageCache& cache) : m_context(context), m_cache(cache) {}
+
+    /// "flipbook.avi" in the database folder.
+    Path LastFlipbook() const;
+    bool HasLastFlipbook() const;
+    /// Asks for the settings and makes the flipbook; true when there is one to be played.
+    bool OnAnimationMakeflipbook();
+    /// The path to play; nothing, with its message, when there is no last flipbook.
+    std::optional<Path> OnAnimationPlaylastflipbook();
+    void OnAnimationSavelastflipbook();
+
+    /// The generation itself, from accepted settings to a file. False when it failed (its messages have been
+    /// shown).
+    bool Generate(const CFlipbookSettings& settings, const Path& output);
+
+private:
+    CFlipbookSettings RememberedSettings() const;
+    void Remember(const CFlipbookSettings& settings);
+
+    CSceneContext m_context;
+    CImageCache& m_cache;
+};
+
+} // namespace velmor

@@ -1,0 +1,159 @@
+#include "scene/ImportOperations.h"
+
+#include "image/import/ImageReaders.h"
+#include "scene/DialogRequests.h"
+#include "scene/NamingRules.h"
+#include "scene/SceneLifecycle.h"
+#include "scene/Settings.h"
+
+#include <algorithm>
+
+namespace velmor {
+
+namespace {
+
+constexpr int mostThreshold = 255;
+/// Shown for pictures as well.
+constexpr const char* importWithoutScene = "Internal Error : OnSourcesImportcels called with no scene open";
+
+std::string LowerExtension(const Path& file) {
+    std::string extension = Utf8Of(file.extension());
+    std::ranges::transform(extension, extension.begin(),
+                           [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    return extension;
+}
+
+} // namespace
+
+bool CImportOperations::CanImportCels() const {
+    const CSceneModel& model = m_context.model;
+    return m_context.Require(model.sceneOpen, importWithoutScene) &&
+           m_context.Require(!model.folderName.empty(),
+                             "Internal Error : OnSourcesImportcels called with no folder open");
+}
+
+bool CImportOperations::CanImportPictures() const {
+    return m_context.Require(m_context.model.sceneOpen, importWithoutScene);
+}
+
+void CImportOperations::OnSourcesImportcels() {
+    if (CanImportCels())
+        ImportFiles({"Select Cel File(s) to Import",
+                     "Velmor Drawing Files (*.vlw)|*.vlw|Targa Files (*.tga)|*.tga|"
+                     "Windows Bitmap Files (*.bmp)|*.bmp||",
+                     "", "", true},
+                    SourceMode::Cels);
+}
+
+void CImportOperations::OnSourcesImportpicture() {
+    if (CanImportPictures())
+        ImportFiles({"Select Picture File(s) to Import",
+                     "Targa Files (*.tga)|*.tga|Windows Bitmap Files (*.bmp)|*.bmp||", "", "", true},
+                    SourceMode::Pictures);
+}
+
+void CImportOperations::OnSourcesImportsettings() {
+    CSceneModel& model = m_context.model;
+    const std::optional<int> threshold = m_context.prompter.AskImportThreshold(model.importThreshold);
+    if (!threshold || !m_context.Require(*threshold >= 0 && *threshold <= mostThreshold,
+                                         "The threshold must be a whole number from 0 to 255"))
+        return;
+    model.importThreshold = *threshold;
+    Set(m_context.profile, setting::importThreshold, *threshold);
+}
+
+void CImportOperations::ImportFiles(const CFileRequest& request, SourceMode kind) {
+    const std::vector<Path> files = m_context.prompter.AskFilesToOpen(request);
+    if (files.empty())
+        return;
+    m_lifecycle.SetSourceMode(kind);
+    for (const Path& file : files) {
+        if (const std::optional<std::string> name = AskAssetName(kind))
+            Store(file, kind, *name);
+        else if (m_context.prompter.AskYesNo("Do you want to cancel the import operation ?"))
+            break;
+    }
+    m_context.Update(UpdateHint::AssetLists);
+}
+
+std::optional<std::string> CImportOperations::AskAssetName(SourceMode kind) const {
+    if (kind == SourceMode::Cels)
+        return m_context.prompter.AskName({NameKind::Cel, m_lifecycle.FindNextCelName(),
+                                           [this](const std::string& name) { return AcceptCelName(name); }});
+    return m_context.prompter.AskName(
+        {NameKind::Picture, "", [this](const std::string& name) { return AcceptPictureName(name); }});
+}
+
+bool CImportOperations::ImportCel(const Path& file, const std::string& name) {
+    if (!CanImportCels() || !m_context.Report(CheckCelName(name)) || !Store(file, SourceMode::Cels, name))
+        return false;
+    m_context.Update(UpdateHint::AssetLists);
+    return true;
+}
+
+bool CImportOperations::ImportPicture(const Path& file, const std::string& name) {
+    if (!CanImportPictures() || !m_context.Require(static_cast<bool>(CheckPictureName(name)), brokenPictureName) ||
+        !Store(file, SourceMode::Pictures, name))
+        return false;
+    m_context.Update(UpdateHint::AssetLists);
+    return true;
+}
+
+bool CImportOperations::AcceptCelName(const std::string& name) const {
+    const CSceneModel& model = m_context.model;
+    return m_context.Report(CheckCelName(name)) &&
+           (!FileExists(model.Paths().CelFile(model.folderName, name)) ||
+            m_context.prompter.AskYesNo("Cel Exists, Do you want to overwrite it ?"));
+}
+
+bool CImportOperations::AcceptPictureName(const std::string& name) const {
+    return m_context.Report(CheckPictureName(name)) &&
+           (!FileExists(m_context.model.Paths().PictureFile(name)) ||
+            m_context.prompter.AskYesNo("Picture Exists, Do you want to overwrite it ?"));
+}
+
+bool CImportOperations::Store(const Path& file, SourceMode kind, const std::string& name) {
+    CCelImg image;
+    if (!m_context.Report(Read(image, file, kind)) || !m_context.Report(Write(image, kind, name))) {
+        m_context.Show("Error in import");
+        return false;
+    }
+    ShowReplaced(kind, name);
+    return true;
+}
+
+CStatus CImportOperations::Read(CCelImg& image, const Path& file, SourceMode kind) const {
+    const std::string extension = LowerExtension(file);
+    const std::string shownName = Utf8Of(file.filename());
+    const int threshold = m_context.model.importThreshold;
+    const bool asCel = kind == SourceMode::Cels;
+    if (extension == ".tga")
+        return asCel ? ReadTargaCel(image, file, threshold, shownName) : ReadTargaPicture(image, file, shownName);
+    if (extension == ".bmp")
+        return asCel ? ReadBitmapCel(image, file, threshold, shownName) : ReadBitmapPicture(image, file, shownName);
+    return CStatus::Failure("");
+}
+
+CStatus CImportOperations::Write(CCelImg& image, SourceMode kind, const std::string& name) const {
+    const CScenePaths paths = m_context.model.Paths();
+    if (kind == SourceMode::Pictures)
+        CreateFolder(paths.PicturesFolder());
+    image.SetFilePath(paths.AssetFile(kind, m_context.model.folderName, name));
+    return image.Save();
+}
+
+void CImportOperations::ShowReplaced(SourceMode kind, const std::string& name) {
+    CSceneModel& model = m_context.model;
+    const CScenePaths paths = model.Paths();
+    if (model.celImg.FilePath() == paths.AssetFile(kind, model.folderName, name)) {
+        // Saved later, what is in the editor would overwrite what has just been imported.
+        model.celImg.SetModified(false);
+        model.celImg.Clear();
+        m_context.Update(UpdateHint::EditedImage);
+    }
+    const std::string folder = kind == SourceMode::Pictures ? std::string(picturesFolder) : model.folderName;
+    if (model.xsheet.ResizeReferences(folder, name, paths.SceneFolder()) > 0)
+        m_context.Update(pictureHint);
+}
+
+} // namespace velmor

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "scene/SceneContext.h"
+
+#include <optional>
+#include <string>
+
+namespace velmor {
+
+class CSceneLifecycle;
+struct CFileRequest;
+
+/// Drawings and pictures from files outside the database.
+class CImportOperations {
+public:
+    CImportOperations(CSceneContext context, CSceneLifecycle& lifecycle)
+        : m_context(context), m_lifecycle(lifecycle) {}
+
+    void OnSourcesImportcels();
+    void OnSourcesImportpicture();
+    void OnSourcesImportsettings();
+
+    /// One file into the current folder, or into the pictures folder, under a name. An asset of that name is
+    /// replaced: the cells that show it take the new size, and the cel editor, when it holds it, is emptied without
+    /// saving. On failure the reader's text and then "Error in import" have been shown and nothing is changed.
+    bool ImportCel(const Path& file, const std::string& name);
+    bool ImportPicture(const Path& file, const std::string& name);
+
+    // The rules that name dialogs apply: naming rule, and the question before something is overwritten.
+    bool AcceptCelName(const std::string& name) const;
+    bool AcceptPictureName(const std::string& name) const;
+
+private:
+    bool CanImportCels() const;
+    bool CanImportPictures() const;
+    /// Asks for the files and for a name for each. `kind` is that of the new assets.
+    void ImportFiles(const CFileRequest& request, SourceMode kind);
+    std::optional<std::string> AskAssetName(SourceMode kind) const;
+    /// Reads a file and writes it as an asset, without the closing update of the views.
+    bool Store(const Path& file, SourceMode kind, const std::string& name);
+    CStatus Read(CCelImg& image, const Path& file, SourceMode kind) const;
+    CStatus Write(CCelImg& image, SourceMode kind, const std::string& name) const;
+    void ShowReplaced(SourceMode kind, const std::string& name);
+
+    CSceneContext m_context;
+    CSceneLifecycle& m_lifecycle;
+};
+
+} // namespace velmor

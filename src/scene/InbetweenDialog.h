@@ -1,0 +1,28 @@
+#pragma once
+
+#include "scene/DialogRequests.h"
+#include "scene/SceneContext.h"
+#include "scene/Settings.h"
+
+#include <optional>
+
+namespace velmor {
+
+// What the inbetweening of levels and of the camera have in common.
+
+/// How many sources a dialog offers, and where its choices are remembered.
+struct CInbetweenDialog {
+    int sourceCount = 0;
+    CIntSetting source;
+    CIntSetting type;
+};
+
+/// A scene is open and the selection spans at least three frames.
+bool SelectionCanBeInbetweened(const CSceneModel& model);
+
+/// Opens the dialog on the remembered choices and remembers the new ones, however it is closed. Nothing when it was
+/// cancelled.
+std::optional<CInbetweenChoice> AskInbetween(const CSceneContext& context, const CInbetweenDialog& dialog,
+                                             CInbetweenRequest request);
+
+} // namespace velmor

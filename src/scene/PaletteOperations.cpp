@@ -1,0 +1,156 @@
+#include "scene/PaletteOperations.h"
+
+#include "scene/DialogRequests.h"
+
+namespace velmor {
+
+namespace {
+
+constexpr int mostBrush = 5;
+constexpr int noBrush = -1;
+constexpr int mostPen = 3;
+constexpr int mostBucketMode = 2;
+
+void ReplaceColor(CColor& color, ColorRef value) {
+    color = {BlueOf(value), GreenOf(value), RedOf(value), color.alpha};
+}
+
+} // namespace
+
+CColor CPaletteOperations::GetColor(int index) const {
+    const CPalette& palette = m_context.model.palette;
+    return m_context.Require(palette.Contains(index), "Internal error : color index out of range in GetColor")
+               ? palette.At(index).color
+               : CColor{0, 0, 0, 255};
+}
+
+std::string CPaletteOperations::GetColorName(int index) const {
+    const CPalette& palette = m_context.model.palette;
+    return m_context.Require(palette.Contains(index), "Internal error : color index out of range in GetColorName")
+               ? palette.At(index).name
+               : std::string();
+}
+
+void CPaletteOperations::SetFGColor(int index) {
+    CSceneModel& model = m_context.model;
+    if (!m_context.Require(model.palette.Contains(index),
+                           "Internal error : color index out of range in SetFGColor"))
+        return;
+    model.paint.foreground = model.palette.At(index).color;
+    m_context.Update(UpdateHint::Colors);
+}
+
+void CPaletteOperations::SetBGColor(int index) {
+    CSceneModel& model = m_context.model;
+    if (!m_context.Require(model.palette.Contains(index),
+                           "Internal error : color index out of range in SetBGColor"))
+        return;
+    model.paint.background = model.palette.At(index).color;
+    m_context.Update(UpdateHint::Colors);
+}
+
+void CPaletteOperations::SetFGColorValue(ColorRef color) {
+    ReplaceColor(m_context.model.paint.foreground, color);
+    m_context.Update(UpdateHint::Colors);
+}
+
+void CPaletteOperations::SetBGColorValue(ColorRef color) {
+    ReplaceColor(m_context.model.paint.background, color);
+    m_context.Update(UpdateHint::Colors);
+}
+
+void CPaletteOperations::SetFGAlpha(std::uint8_t alpha) {
+    m_context.model.paint.foreground.alpha = alpha;
+    m_context.Update(UpdateHint::Colors);
+}
+
+void CPaletteOperations::AddColor(const CColor& color, const std::string& name) {
+    CPalette changed = m_context.model.palette;
+    if (m_context.Require(changed.Add({color, name}), "Internal error : AddColor called exceeding MAXCOLOR"))
+        Adopt(std::move(changed));
+}
+
+void CPaletteOperations::EditColor(int index) {
+    CPalette changed = m_context.model.palette;
+    if (!m_context.Require(changed.Contains(index), "Internal error : color index out of range in EditColor"))
+        return;
+    const CNamedColor& entry = changed.At(index);
+    const std::optional<CColorValues> values = m_context.prompter.AskColor({entry.name, entry.color});
+    if (!values)
+        return;
+    changed.Set(index, {values->color, values->name});
+    Adopt(std::move(changed));
+}
+
+void CPaletteOperations::DeleteColor(int index) {
+    CPalette changed = m_context.model.palette;
+    if (!m_context.Require(changed.Count() >= 1, "Internal error : no colors to delete in DeleteColor") ||
+        !m_context.Require(changed.Contains(index), "Internal error : color index out of range in DeleteColor"))
+        return;
+    changed.Remove(index);
+    Adopt(std::move(changed));
+}
+
+void CPaletteOperations::OnAddColor() {
+    if (!m_context.Require(!m_context.model.palette.IsFull(), "Sorry the maximum color allowed exceeded"))
+        return;
+    if (const std::optional<CColorValues> values = m_context.prompter.AskColor({}))
+        AddColor(values->color, values->name);
+}
+
+void CPaletteOperations::SetBrush(int brush) {
+    if (!m_context.Require(brush >= noBrush && brush <= mostBrush,
+                           "Internal Error: brush no out of range in SetBrush"))
+        return;
+    m_context.model.paint.brush = brush;
+    m_context.Update(UpdateHint::Tools);
+}
+
+void CPaletteOperations::SetPen(int pen) {
+    if (!m_context.Require(pen >= 0 && pen <= mostPen, "Internal Error: pen no out of range in SetPen"))
+        return;
+    m_context.model.paint.pen = pen;
+    m_context.Update(UpdateHint::Tools);
+}
+
+void CPaletteOperations::SetBucketMode(int mode) {
+    if (!m_context.Require(mode >= 0 && mode <= mostBucketMode,
+                           "Internal Error: Invalid mode at CVelmorltDoc::SetBucketMode"))
+        return;
+    m_context.model.paint.bucketMode = mode;
+    m_context.Update(UpdateHint::Tools);
+}
+
+bool CPaletteOperations::SaveColors() const {
+    return Save(m_context.model.palette);
+}
+
+bool CPaletteOperations::LoadColors() {
+    CSceneModel& model = m_context.model;
+    return m_context.Require(model.sceneOpen, "Internal Error: Scene is not open in LoadColors") &&
+           m_context.Require(!model.folderName.empty(), "Internal error : folder not open for LoadColors") &&
+           m_context.Report(LoadPalette(model.Paths().PaletteFile(model.folderName), model.palette));
+}
+
+void CPaletteOperations::ClearPalette() {
+    CSceneModel& model = m_context.model;
+    model.palette = CPalette::Default();
+    model.paint.foreground = model.palette.At(0).color;
+    model.paint.background = model.palette.At(1).color;
+}
+
+bool CPaletteOperations::Save(const CPalette& palette) const {
+    const CSceneModel& model = m_context.model;
+    return m_context.Require(model.sceneOpen, "Internal Error: Scene is not open in SaveColors") &&
+           m_context.Require(!model.folderName.empty(), "Internal error : folder not open for SaveColors") &&
+           m_context.Report(SavePalette(model.Paths().PaletteFile(model.folderName), palette));
+}
+
+void CPaletteOperations::Adopt(CPalette changed) {
+    if (!Save(changed))
+        return;
+    m_context.model.palette = std::move(changed);
+    m_context.Update(UpdateHint::Palette);
+}
+
+} // namespace velmor

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "image/Palette.h"
+#include "scene/SceneContext.h"
+
+#include <string>
+
+namespace velmor {
+
+/// The palette of the current folder, the two current colours and the painting choices. Every operation shows what
+/// is wrong and then does nothing.
+class CPaletteOperations {
+public:
+    explicit CPaletteOperations(CSceneContext context) : m_context(context) {}
+
+    CColor GetColor(int index) const;
+    std::string GetColorName(int index) const;
+    void SetFGColor(int index);
+    void SetBGColor(int index);
+    void SetFGColorValue(ColorRef color);
+    void SetBGColorValue(ColorRef color);
+    void SetFGAlpha(std::uint8_t alpha);
+    void AddColor(const CColor& color, const std::string& name);
+    void EditColor(int index);
+    void DeleteColor(int index);
+    /// The "Add Color" button: asks for the colour.
+    void OnAddColor();
+    void SetBrush(int brush);
+    void SetPen(int pen);
+    void SetBucketMode(int mode);
+    bool SaveColors() const;
+    bool LoadColors();
+    /// The default palette, with black and white as the current colours.
+    void ClearPalette();
+
+private:
+    bool Save(const CPalette& palette) const;
+    /// Writes the changed palette and only then takes it over, so that the file always matches what is shown.
+    void Adopt(CPalette changed);
+
+    CSceneContext m_context;
+};
+
+} // namespace velmor

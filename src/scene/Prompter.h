@@ -1,0 +1,79 @@
+#pragma once
+
+#include "platform/Files.h"
+#include "platform/Progress.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace velmor {
+
+struct CSceneSettingsRequest;
+struct CSceneSettings;
+struct CNameRequest;
+struct CNewCelRequest;
+struct CNewCelValues;
+struct CLevelRequest;
+struct CFrameCountRequest;
+struct CCelDataRequest;
+struct CCelDataForm;
+struct CBlurRequest;
+struct CBlurForm;
+struct CTransparencyRequest;
+struct CCameraDataRequest;
+struct CCameraForm;
+struct CInbetweenRequest;
+struct CInbetweenAnswer;
+struct CLineCheckRequest;
+struct CColorValues;
+struct CFlipbookRequest;
+struct CFlipbookAnswer;
+struct CFileRequest;
+
+/// The document's way to the user: messages, questions and dialogs. The window shows them, tests answer from a
+/// script, the command line prints messages and refuses dialogs. A dialog that was cancelled answers nothing.
+class IPrompter {
+public:
+    virtual ~IPrompter() = default;
+
+    /// The system's message box.
+    virtual void ShowMessage(const std::string& text) = 0;
+    /// The application's own dialog, titled "Velmor Message!", with an OK button only.
+    virtual void ShowVelmorMessage(const std::string& text) = 0;
+    /// The same dialog with OK and Cancel; true for OK.
+    virtual bool Confirm(const std::string& text) = 0;
+    /// Yes and No; true for Yes.
+    virtual bool AskYesNo(const std::string& text) = 0;
+    /// Long work begins; it ends when the object dies. `title` is the progress dialog's.
+    virtual std::unique_ptr<IProgress> BeginProgress(const std::string& title) = 0;
+
+    virtual std::optional<CSceneSettings> AskSceneSettings(const CSceneSettingsRequest& request) = 0;
+    virtual std::optional<std::string> AskSceneToOpen(const std::vector<std::string>& scenes) = 0;
+    /// Global Settings: the database folder.
+    virtual std::optional<std::string> AskDatabaseFolder(const std::string& current) = 0;
+    virtual std::optional<std::string> AskName(const CNameRequest& request) = 0;
+    virtual std::optional<CNewCelValues> AskNewCel(const CNewCelRequest& request) = 0;
+    virtual std::optional<int> AskLevel(const CLevelRequest& request) = 0;
+    virtual std::optional<std::pair<int, int>> AskLevelsToSwap(const std::vector<std::string>& levelNames) = 0;
+    virtual std::optional<int> AskFrameCount(const CFrameCountRequest& request) = 0;
+    virtual std::optional<CCelDataForm> AskCelData(const CCelDataRequest& request) = 0;
+    virtual std::optional<CBlurForm> AskBlur(const CBlurRequest& request) = 0;
+    virtual std::optional<double> AskTransparency(const CTransparencyRequest& request) = 0;
+    virtual std::optional<CCameraForm> AskCameraData(const CCameraDataRequest& request) = 0;
+    /// 0 all levels, 1 movement-selected levels, 2 none.
+    virtual std::optional<int> AskMotionPathSetup(int current) = 0;
+    virtual CInbetweenAnswer AskInbetween(const CInbetweenRequest& request) = 0;
+    virtual void RunLineCheck(const CLineCheckRequest& request) = 0;
+    virtual std::optional<CColorValues> AskColor(const CColorValues& initial) = 0;
+    /// Import Settings: the grey threshold, 0 to 255.
+    virtual std::optional<int> AskImportThreshold(int current) = 0;
+    virtual CFlipbookAnswer AskFlipbook(const CFlipbookRequest& request) = 0;
+    /// Empty when cancelled.
+    virtual std::vector<Path> AskFilesToOpen(const CFileRequest& request) = 0;
+    virtual std::optional<Path> AskFileToSave(const CFileRequest& request) = 0;
+};
+
+} // namespace velmor

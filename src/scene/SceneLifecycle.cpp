@@ -1,0 +1,292 @@
+#include "scene/SceneLifecycle.h"
+
+#include "platform/SystemPaths.h"
+#include "scene/DialogRequests.h"
+#include "scene/NamingRules.h"
+#include "scene/PaletteOperations.h"
+#include "scene/Settings.h"
+#include "scene/SoundOperations.h"
+
+#include <algorithm>
+
+namespace velmor {
+
+void CSceneLifecycle::ConstructFromSettings(const Path& programFolder, const Path& dataFolder) {
+    CSceneModel& model = m_context.model;
+    model.databaseFolder = Get(m_context.profile, setting::databaseDir);
+    if (model.databaseFolder.empty()) {
+        const Path& parent = FolderIsWritable(programFolder) ? programFolder : dataFolder;
+        model.databaseFolder = WithSeparator(Utf8Of(parent / "Database"));
+        Set(m_context.profile, setting::databaseDir, model.databaseFolder);
+    }
+    model.databaseFolder = WithSeparator(model.databaseFolder);
+    CreateFolder(PathOf(model.databaseFolder));
+    ReadSettings();
+    ResetXSheet();
+    m_palettes.ClearPalette();
+}
+
+void CSceneLifecycle::ReadSettings() {
+    m_context.model.importThreshold = std::clamp(Get(m_context.profile, setting::importThreshold), 0, 255);
+    m_context.model.motionPathSetup = std::clamp(Get(m_context.profile, setting::motionPathSetup), 0, 2);
+}
+
+void CSceneLifecycle::ReopenLastScene() {
+    const std::string scene = Get(m_context.profile, setting::lastScene);
+    // Read before opening, which empties it.
+    const std::string folder = Get(m_context.profile, setting::lastFolder);
+    if (!scene.empty()) {
+        if (!OpenScene(scene)) {
+            m_context.Show("Problem opening the last open scene");
+            Set(m_context.profile, setting::lastScene, "");
+        } else if (!folder.empty() && FolderExists(m_context.model.Paths().CelFolder(folder))) {
+            SetFolderName(folder);
+        }
+    }
+    m_context.Update(UpdateHint::AssetLists);
+}
+
+std::string CSceneLifecycle::GetSceneName() const {
+    const CSceneModel& model = m_context.model;
+    return m_context.Require(model.sceneOpen, "Internal error : scene not open for getscenename") ? model.sceneName
+                                                                                                  : std::string();
+}
+
+std::string CSceneLifecycle::GetFolderName() const {
+    const CSceneModel& model = m_context.model;
+    return m_context.Require(model.sceneOpen, "Internal error : scene not open for getfoldername")
+               ? model.folderName
+               : std::string();
+}
+
+void CSceneLifecycle::SetFolderName(const std::string& folder) {
+    CSceneModel& model = m_context.model;
+    if (!m_context.Require(model.sceneOpen, "Internal error : scene not open for setfoldername"))
+        return;
+    if (!CloseEditedImage())
+        return;
+    Set(m_context.profile, setting::lastFolder, folder);
+    model.folderName = folder;
+    if (!folder.empty()) {
+        if (!FileExists(model.Paths().PaletteFile(folder))) {
+            m_palettes.ClearPalette();
+            m_palettes.SaveColors();
+        }
+        m_palettes.LoadColors();
+    }
+    m_context.Update(folderHint);
+}
+
+std::string CSceneLifecycle::FindNextCelName() const {
+    const CSceneModel& model = m_context.model;
+    if (!m_context.Require(model.sceneOpen, "Internal error : scene not open for FindNextCelName") ||
+        !m_context.Require(!model.folderName.empty(), "Internal error : folder not open for FindNextCelName"))
+        return {};
+    return std::to_string(NextCelNumber(model.Paths(), model.folderName));
+}
+
+bool CSceneLifecycle::WriteXSheetFile() const {
+    const CSceneModel& model = m_context.model;
+    return m_context.Report(velmor::SaveXSheet(model.Paths().XSheetFile(),
+                                               {model.geometry, model.xsheet, model.camera, model.sounds.All()}));
+}
+
+bool CSceneLifecycle::SaveXSheet() {
+    return !m_context.model.sceneOpen || WriteXSheetFile();
+}
+
+bool CSceneLifecycle::CloseEditedImage() {
+    CCelImg& image = m_context.model.celImg;
+    if (image.IsModified() && !m_context.Report(image.Save()))
+        return false;
+    image.Clear();
+    return true;
+}
+
+void CSceneLifecycle::AdoptXSheet(CXSheetData data) {
+    CSceneModel& model = m_context.model;
+    model.geometry = data.geometry;
+    model.xsheet = std::move(data.xsheet);
+    model.camera = std::move(data.camera);
+    model.sounds.Set(std::move(data.sounds));
+}
+
+bool CSceneLifecycle::LoadXSheet() {
+    CSceneModel& model = m_context.model;
+    if (!m_context.Require(model.sceneOpen, "Internal Error :  Scene not open in LoadXSheet"))
+        return false;
+    CXSheetData data;
+    if (!m_context.Report(velmor::LoadXSheet(model.Paths().XSheetFile(), data)))
+        return false;
+    AdoptXSheet(std::move(data));
+    model.ClampToXSheet();
+    m_sounds.PrepareSoundBuffer();
+    return true;
+}
+
+void CSceneLifecycle::ResetXSheet() {
+    CSceneModel& model = m_context.model;
+    model.geometry = {};
+    model.xsheet = CXSheet();
+    model.camera.Reset();
+    model.sounds.Clear();
+    model.cursorLevel = 0;
+    model.cursorFrame = 0;
+    model.lastSetFrame = 0;
+    model.selection = {};
+    model.moveSelection.Reset();
+    model.undo.reset();
+    m_sounds.ResetSoundBuffer();
+}
+
+void CSceneLifecycle::EnterScene(const std::string& name) {
+    CSceneModel& model = m_context.model;
+    model.sceneName = name;
+    model.sceneOpen = true;
+    model.folderName.clear();
+    model.sourceSelection.clear();
+    Set(m_context.profile, setting::lastScene, name);
+}
+
+bool CSceneLifecycle::OpenScene(const std::string& name) {
+    CSceneModel& model = m_context.model;
+    model.undo.reset();
+    // A scene that cannot be saved is not left: its changes would be lost.
+    if (!SaveXSheet() || !CloseEditedImage())
+        return false;
+    const CScenePaths paths(model.databaseFolder, name);
+    if (name.find(static_cast<char>(Path::preferred_separator)) != std::string::npos ||
+        !FolderExists(paths.SceneFolder()))
+        return false;
+    // Read before anything of the old scene is given up: a damaged file leaves it open.
+    CXSheetData data;
+    const bool isNew = !FileExists(paths.XSheetFile());
+    if (!isNew && !m_context.Report(velmor::LoadXSheet(paths.XSheetFile(), data)))
+        return false;
+
+    EnterScene(name);
+    ResetXSheet();
+    if (isNew)
+        WriteXSheetFile();
+    else
+        AdoptXSheet(std::move(data));
+    m_sounds.PrepareSoundBuffer();
+    m_context.Update(everythingHint);
+    return true;
+}
+
+void CSceneLifecycle::ResetToNoScene() {
+    CSceneModel& model = m_context.model;
+    model.sceneOpen = false;
+    model.sceneName.clear();
+    model.folderName.clear();
+    model.sourceSelection.clear();
+    model.sourceMode = SourceMode::Cels;
+    model.clipboard = {};
+    model.celImg.SetModified(false); // its scene is saved already, or gone
+    model.celImg.Clear();
+    ResetXSheet();
+    model.soundBuffer.reset();
+    m_palettes.ClearPalette();
+}
+
+void CSceneLifecycle::OnFileOpenscene() {
+    const CSceneModel& model = m_context.model;
+    const std::vector<std::string> scenes = ListScenes(model.databaseFolder);
+    if (scenes.empty()) {
+        m_context.prompter.ShowVelmorMessage(
+            "There are no scenes avaliable yet.\nUse 'New Scene' to create a new scene");
+        return;
+    }
+    const std::optional<std::string> chosen = m_context.prompter.AskSceneToOpen(scenes);
+    if (!chosen)
+        return;
+    if (model.sceneOpen && *chosen == model.sceneName)
+        m_context.Show("The scene is already open.");
+    else if (!OpenScene(*chosen))
+        m_context.Show("Problem openning the scene");
+}
+
+bool CSceneLifecycle::AcceptNewScene(const CSceneSettings& settings) const {
+    if (!m_context.Report(CheckSceneName(settings.name)))
+        return false;
+    const CScenePaths paths(m_context.model.databaseFolder, settings.name);
+    if (!m_context.Require(!FolderExists(paths.SceneFolder()),
+                           "Scene already exists. Use 'Open Scene' to open it."))
+        return false;
+    return m_context.Report(CheckSceneSettings(settings));
+}
+
+void CSceneLifecycle::OnFileNewscene() {
+    CSceneModel& model = m_context.model;
+    const std::optional<CSceneSettings> settings = m_context.prompter.AskSceneSettings(
+        {true, WithPreset({}, palPreset), [this](const CSceneSettings& values) { return AcceptNewScene(values); }});
+    if (!settings || !OnFileSaveall())
+        return;
+    if (!CreateFolder(CScenePaths(model.databaseFolder, settings->name).SceneFolder())) {
+        m_context.Show("The scene could not be created. Disk full or write protected?");
+        return;
+    }
+    EnterScene(settings->name);
+    ResetXSheet();
+    model.xsheet.SetFrameCount(settings->length);
+    model.geometry.width = settings->geometry.width;
+    model.geometry.height = settings->geometry.height;
+    model.geometry.background = settings->geometry.background;
+    // The rate stays at the default on purpose: Scene Settings changes it.
+    m_sounds.PrepareSoundBuffer();
+    WriteXSheetFile();
+    m_context.Update(everythingHint);
+}
+
+void CSceneLifecycle::OnFileScenesettings() {
+    CSceneModel& model = m_context.model;
+    if (!model.sceneOpen)
+        return;
+    const CSceneSettings current{model.sceneName, model.xsheet.FrameCount(), model.geometry, customPreset};
+    const std::optional<CSceneSettings> settings =
+        m_context.prompter.AskSceneSettings({false, current, [this](const CSceneSettings& values) {
+                                                 return m_context.Report(CheckSceneSettings(values));
+                                             }});
+    if (!settings)
+        return;
+    model.geometry = settings->geometry;
+    model.xsheet.SetFrameCount(settings->length);
+    model.ClampToXSheet();
+    m_sounds.PrepareSoundBuffer();
+    m_context.Update(structureAndPictureHint);
+}
+
+bool CSceneLifecycle::OnFileSaveall() {
+    CSceneModel& model = m_context.model;
+    if (!SaveXSheet())
+        return false;
+    if (model.celImg.GetLoadState() != LoadState::Nothing) {
+        if (!CloseEditedImage())
+            return false;
+        m_context.Update(UpdateHint::EditedImage);
+    }
+    model.undo.reset();
+    return true;
+}
+
+void CSceneLifecycle::OnFileSettings() {
+    CSceneModel& model = m_context.model;
+    const std::optional<std::string> chosen = m_context.prompter.AskDatabaseFolder(model.databaseFolder);
+    if (!chosen || chosen->empty() || WithSeparator(*chosen) == model.databaseFolder || !OnFileSaveall())
+        return;
+    model.databaseFolder = WithSeparator(*chosen);
+    CreateFolder(PathOf(model.databaseFolder));
+    Set(m_context.profile, setting::databaseDir, model.databaseFolder);
+    ResetToNoScene();
+    ReadSettings();
+    m_context.Update(everythingHint);
+}
+
+void CSceneLifecycle::SetSourceMode(SourceMode mode) {
+    m_context.model.sourceMode = mode;
+    m_context.model.sourceSelection.clear(); // names of another kind of asset
+    m_context.Update(UpdateHint::AssetLists);
+}
+
+} // namespace velmor

@@ -1,0 +1,16 @@
+#include "scene/SceneModel.h"
+
+#include <algorithm>
+
+namespace velmor {
+
+void CSceneModel::ClampToXSheet() {
+    const int lastLevel = std::max(0, xsheet.LevelCount() - 1);
+    const int lastFrame = std::max(0, xsheet.FrameCount() - 1);
+    for (int* level : {&cursorLevel, &selection.startLevel, &selection.endLevel})
+        *level = std::min(*level, lastLevel);
+    for (int* frame : {&cursorFrame, &selection.startFrame, &selection.endFrame})
+        *frame = std::min(*frame, lastFrame);
+}
+
+} // namespace velmor

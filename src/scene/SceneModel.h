@@ -1,0 +1,76 @@
+#pragma once
+
+#include "image/CelImg.h"
+#include "image/Color.h"
+#include "image/Palette.h"
+#include "scene/ScenePaths.h"
+#include "sound/SoundTrack.h"
+#include "xsheet/CameraTrack.h"
+#include "xsheet/MoveSelection.h"
+#include "xsheet/XSheet.h"
+#include "xsheet/XSheetFile.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace velmor {
+
+/// What undo brings back. The move flags of the levels are not part of it.
+struct CXSheetSnapshot {
+    CXSheet xsheet;
+    std::vector<CCameraFrame> camera; ///< the xsheet's frames
+    CSoundPlacements sounds;
+};
+
+/// The tools of the cel editor as the document holds them.
+struct CPaintChoices {
+    CColor foreground{0, 0, 0, 255};
+    CColor background{255, 255, 255, 255};
+    int brush = 0;      ///< 0 to 5, -1 for the rectangle forms
+    int pen = 0;        ///< 0 to 3
+    int bucketMode = 0; ///< 0 solid, 1 and 2 gradients
+};
+
+/// Everything that the document holds about the open scene: plain values, changed by the document's operations
+/// only.
+struct CSceneModel {
+    std::string databaseFolder; ///< ends with the separator
+    std::string sceneName;
+    bool sceneOpen = false;
+    std::string folderName; ///< current cel folder, empty for none
+    SourceMode sourceMode = SourceMode::Cels;
+    std::vector<std::string> sourceSelection; ///< asset names, in list order
+
+    CSceneGeometry geometry;
+    CXSheet xsheet;
+    CCameraTrack camera;
+    CSoundPlacements sounds;
+    /// The track of the whole xsheet; nothing while a placed sound cannot be loaded.
+    std::optional<std::vector<std::uint8_t>> soundBuffer;
+
+    int cursorLevel = 0;
+    int cursorFrame = 0;
+    int lastSetFrame = 0; ///< the frame last given to SetCursorY
+    CXSheetSelection selection;
+    CMoveSelection moveSelection;
+    CCelClipboard clipboard;
+    std::optional<CXSheetSnapshot> undo; ///< nothing when undo is not available
+
+    CPalette palette;
+    CPaintChoices paint;
+    CCelImg celImg; ///< the image under edit
+
+    int importThreshold = 128;
+    int motionPathSetup = 1;
+    InputMode inputMode = InputMode::Move;
+    bool cameraAntialias = false;
+
+    CScenePaths Paths() const { return {databaseFolder, sceneName}; }
+    bool HasFolder() const { return sceneOpen && !folderName.empty(); }
+    /// Brings cursor and selection back into an xsheet that has shrunk.
+    void ClampToXSheet();
+};
+
+} // namespace velmor

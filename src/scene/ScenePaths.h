@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/Files.h"
+
+#include <string>
+#include <vector>
+
+namespace velmor {
+
+/// What the source view lists and the asset commands act on.
+enum class SourceMode { Cels = 1, Sounds = 2, Pictures = 3 };
+
+inline constexpr const char* soundsFolder = "_Sounds_";
+
+/// Where the parts of a scene lie on disk. Names are UTF-8 without extension.
+class CScenePaths {
+public:
+    /// `databaseFolder` ends with the separator.
+    CScenePaths(std::string databaseFolder, std::string scene)
+        : m_databaseFolder(std::move(databaseFolder)), m_scene(std::move(scene)) {}
+
+    Path SceneFolder() const;
+    Path XSheetFile() const;
+    Path CelFolder(const std::string& folder) const;
+    Path PaletteFile(const std::string& folder) const;
+    Path CelFile(const std::string& folder, const std::string& cel) const;
+    Path PicturesFolder() const;
+    Path PictureFile(const std::string& picture) const;
+    Path SoundsFolder() const;
+    Path SoundFile(const std::string& sound) const;
+    /// The file of an asset as the source view shows it; `folder` is used for cels only.
+    Path AssetFile(SourceMode kind, const std::string& folder, const std::string& name) const;
+
+private:
+    std::string m_databaseFolder;
+    std::string m_scene;
+};
+
+/// A folder name with the separator at its end.
+std::string WithSeparator(std::string folder);
+
+/// Scenes of a database, sorted: the folders whose names hold ".scene" after the first character, without it.
+std::vector<std::string> ListScenes(const std::string& databaseFolder);
+/// Cel folders of a scene, sorted: the folders named with letters, digits and spaces only.
+std::vector<std::string> ListCelFolders(const CScenePaths& paths);
+/// Names of cels in numeric order with lettered variants after their number (1, 2, 2a, 10), each as its number
+/// without leading zeros.
+std::vector<std::string> ListCels(const CScenePaths& paths, const std::string& folder);
+std::vector<std::string> ListPictures(const CScenePaths& paths);
+std::vector<std::string> ListSounds(const CScenePaths& paths);
+/// One more than the largest leading number of the folder's cels, 1 when there are none.
+int NextCelNumber(const CScenePaths& paths, const std::string& folder);
+
+} // namespace velmor

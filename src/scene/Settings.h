@@ -1,0 +1,69 @@
+#pragma once
+
+#include "platform/Profile.h"
+
+#include <string>
+
+namespace velmor {
+
+/// One persisted setting: where it stands in the profile, and what it is when it does not.
+struct CIntSetting {
+    const char* section;
+    const char* key;
+    int defaultValue;
+};
+struct CStringSetting {
+    const char* section;
+    const char* key;
+    const char* defaultValue;
+};
+
+/// Every persisted setting, those of the cel editor's grid excepted, which image/DisplayBitmap.h reads and writes.
+namespace setting {
+
+inline constexpr CStringSetting databaseDir{"Settings", "Database Dir", ""};
+inline constexpr CIntSetting importThreshold{"Settings", "ImportThres", 128};
+inline constexpr CIntSetting motionPathSetup{"Settings", "MotionPathSetup", 1};
+inline constexpr CIntSetting insertCels{"Settings", "IncertCels", 1};
+inline constexpr CIntSetting lastDropType{"Settings", "LastDropType", 0};
+inline constexpr CIntSetting lastOnWhich{"Settings", "LastOnWhich", 10};
+
+inline constexpr CStringSetting lastScene{"Remember", "Last Scene", ""};
+inline constexpr CStringSetting lastFolder{"Remember", "Last Folder", ""};
+inline constexpr CIntSetting lastColorKeyProcess{"Remember", "Last Colorkey ProcessType", 0};
+inline constexpr CIntSetting lastColorKeyTolerance{"Remember", "Last Colorkey Tolerance", 5};
+inline constexpr CIntSetting lastFlipbookScaling{"Remember", "Last Flipbook Scaling", 50};
+inline constexpr CIntSetting lastFlipbookQuality{"Remember", "Last Flipbook Quality", 50};
+inline constexpr CIntSetting lastFlipbookStep{"Remember", "Last Flipbook Step", 1};
+inline constexpr CIntSetting lastFlipbookAntialias{"Remember", "Last Flipbook Antialias", 0};
+inline constexpr CIntSetting lastInbetweenSource{"Remember", "Last Inbet Source", 0};
+inline constexpr CIntSetting lastInbetweenType{"Remember", "Last Inbet Type", 0};
+inline constexpr CIntSetting lastCameraInbetweenSource{"Remember", "Last CamInbet Source", 0};
+inline constexpr CIntSetting lastCameraInbetweenType{"Remember", "Last CamInbet Type", 0};
+inline constexpr CIntSetting lastRenderScaling{"Remember", "Last Render Scaling", 100};
+inline constexpr CIntSetting lastRenderStep{"Remember", "Last Render Step", 1};
+inline constexpr CIntSetting lastRenderAntialias{"Remember", "Last Render Antialias", 1};
+inline constexpr CIntSetting lastRenderFileFormat{"Remember", "Last Render FileFormat", 0};
+inline constexpr CStringSetting lastRenderDirectory{"Remember", "Last Rendering Directory", ""};
+inline constexpr CStringSetting lastRenderName{"Remember", "Last Rendering Name", ""};
+
+inline constexpr CStringSetting captureDriver{"CAPTURE_SETTINGS", "DRIVERNAME", "<None Selected>"};
+inline constexpr CIntSetting captureThreshold{"CAPTURE_SETTINGS", "THRESHOLD", 128};
+
+} // namespace setting
+
+inline int Get(const CProfile& profile, const CIntSetting& which) {
+    return profile.GetInt(which.section, which.key, which.defaultValue);
+}
+inline std::string Get(const CProfile& profile, const CStringSetting& which) {
+    return profile.GetString(which.section, which.key, which.defaultValue);
+}
+// A setting that cannot be written is still in force until the program ends, so nobody is told.
+inline void Set(CProfile& profile, const CIntSetting& which, int value) {
+    profile.WriteInt(which.section, which.key, value);
+}
+inline void Set(CProfile& profile, const CStringSetting& which, const std::string& value) {
+    profile.WriteString(which.section, which.key, value);
+}
+
+} // namespace velmor

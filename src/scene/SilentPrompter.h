@@ -1,0 +1,38 @@
+#pragma once
+
+#include "scene/Prompter.h"
+
+namespace velmor {
+
+/// For work without a user: questions are answered with no and dialogs are cancelled. What shows messages, or
+/// answers some of the dialogs, derives from it.
+class CSilentPrompter : public IPrompter {
+public:
+    void ShowVelmorMessage(const std::string& text) override { ShowMessage(text); }
+    bool Confirm(const std::string& text) override;
+    bool AskYesNo(const std::string& text) override;
+    std::unique_ptr<IProgress> BeginProgress(const std::string& title) override;
+
+    std::optional<CSceneSettings> AskSceneSettings(const CSceneSettingsRequest& request) override;
+    std::optional<std::string> AskSceneToOpen(const std::vector<std::string>& scenes) override;
+    std::optional<std::string> AskDatabaseFolder(const std::string& current) override;
+    std::optional<std::string> AskName(const CNameRequest& request) override;
+    std::optional<CNewCelValues> AskNewCel(const CNewCelRequest& request) override;
+    std::optional<int> AskLevel(const CLevelRequest& request) override;
+    std::optional<std::pair<int, int>> AskLevelsToSwap(const std::vector<std::string>& levelNames) override;
+    std::optional<int> AskFrameCount(const CFrameCountRequest& request) override;
+    std::optional<CCelDataForm> AskCelData(const CCelDataRequest& request) override;
+    std::optional<CBlurForm> AskBlur(const CBlurRequest& request) override;
+    std::optional<double> AskTransparency(const CTransparencyRequest& request) override;
+    std::optional<CCameraForm> AskCameraData(const CCameraDataRequest& request) override;
+    std::optional<int> AskMotionPathSetup(int current) override;
+    CInbetweenAnswer AskInbetween(const CInbetweenRequest& request) override;
+    void RunLineCheck(const CLineCheckRequest& request) override;
+    std::optional<CColorValues> AskColor(const CColorValues& initial) override;
+    std::optional<int> AskImportThreshold(int current) override;
+    CFlipbookAnswer AskFlipbook(const CFlipbookRequest& request) override;
+    std::vector<Path> AskFilesToOpen(const CFileRequest& request) override;
+    std::optional<Path> AskFileToSave(const CFileRequest& request) override;
+};
+
+} // namespace velmor

@@ -1,0 +1,158 @@
+#include "scene/SoundOperations.h"
+
+#include "scene/DialogRequests.h"
+#include "scene/NamingRules.h"
+#include "sound/SoundFile.h"
+#include "sound/WaveFile.h"
+
+#include <algorithm>
+
+namespace velmor {
+
+namespace {
+
+constexpr int frameRateOfNoScene = 25;
+constexpr const char* importWithoutScene = "Internal Error : OnSourcesImportsound called with no scene open";
+
+} // namespace
+
+bool CSoundOperations::LoadSound(const std::string& name, std::vector<std::uint8_t>& samples) const {
+    return m_context.Report(LoadSoundFile(m_context.model.Paths().SoundFile(name), name, samples));
+}
+
+std::optional<std::string> CSoundOperations::GetSoundName(int frame) const {
+    const CSceneModel& model = m_context.model;
+    if (!m_context.Require(model.sceneOpen, "Internal Error : GetSoundName called with no scene open") ||
+        !m_context.Require(model.xsheet.HasFrame(frame), "Internal Error : Invalid frame no in GetSoundName"))
+        return std::nullopt;
+    const std::string* name = model.sounds.NameAt(frame);
+    return name != nullptr ? std::optional(*name) : std::nullopt;
+}
+
+bool CSoundOperations::CanDropSound(int frame) const {
+    const CSceneModel& model = m_context.model;
+    const bool soundChosen = model.sourceMode == SourceMode::Sounds && !model.sourceSelection.empty();
+    if (!m_context.Require(model.sceneOpen, "Internal Error : DropSound called with no scene open") ||
+        !m_context.Require(soundChosen, "Internal Error : DropSound called with cels selected") ||
+        !m_context.Require(model.xsheet.HasFrame(frame), "Internal Error : Invalid frame no in DropSound") ||
+        !m_context.Require(!model.sounds.IsFull(), "Too many sounds on xsheet!"))
+        return false;
+    if (model.sourceSelection.size() > 1) {
+        m_context.prompter.ShowVelmorMessage("Only one sound can be put on xsheet at one time.");
+        return false;
+    }
+    if (model.sounds.NameAt(frame) != nullptr) {
+        m_context.prompter.ShowVelmorMessage(
+            "A sound already exists at that frame. \nPlease delete it from xsheet first");
+        return false;
+    }
+    return true;
+}
+
+void CSoundOperations::DropSound(int frame) {
+    CSceneModel& model = m_context.model;
+    if (!CanDropSound(frame) || !model.sounds.Place(frame, model.sourceSelection.front()))
+        return;
+    PrepareSoundBuffer();
+    m_context.Update(UpdateHint::Cells);
+}
+
+void CSoundOperations::OnEditRemovesound() {
+    CSceneModel& model = m_context.model;
+    bool removed = false;
+    for (int frame = model.selection.startFrame; frame <= model.selection.endFrame; ++frame) {
+        if (model.sounds.NameAt(frame) == nullptr)
+            continue;
+        if (!removed)
+            m_context.TakeSnapshot();
+        removed |= model.sounds.RemoveAt(frame);
+    }
+    if (!removed) {
+        m_context.prompter.ShowVelmorMessage("There are no sound starting at the selected frames for deleting.");
+        return;
+    }
+    PrepareSoundBuffer();
+    m_context.Update(UpdateHint::Cells);
+}
+
+void CSoundOperations::PrepareSoundBuffer() {
+    CSceneModel& model = m_context.model;
+    if (!m_context.Require(model.sceneOpen, "Internal Error : Scene not open at PrepareSoundBuffer"))
+        return;
+    const auto load = [paths = model.Paths()](const std::string& name, std::vector<std::uint8_t>& samples) {
+        return LoadSoundFile(paths.SoundFile(name), name, samples);
+    };
+    m_context.Report(PrepareTrack(model.sounds.All(), model.xsheet.FrameCount(),
+                                  std::max(1, model.geometry.frameRate), load, model.soundBuffer));
+}
+
+void CSoundOperations::ResetSoundBuffer() {
+    CSceneModel& model = m_context.model;
+    const auto frames = static_cast<std::size_t>(model.xsheet.FrameCount());
+    model.soundBuffer.emplace(frames * samplesPerSecond, silentSample);
+}
+
+std::optional<std::span<const std::uint8_t>> CSoundOperations::GetSoundBuffer() const {
+    const CSceneModel& model = m_context.model;
+    if (!m_context.Require(model.sceneOpen, "Internal Error : Scene not open at GetSoundBuffer") ||
+        !model.soundBuffer)
+        return std::nullopt;
+    return std::span<const std::uint8_t>(*model.soundBuffer);
+}
+
+int CSoundOperations::GetFPS() const {
+    const CSceneModel& model = m_context.model;
+    return m_context.Require(model.sceneOpen, "Internal Error : Scene not open at GetFPS")
+               ? model.geometry.frameRate
+               : frameRateOfNoScene;
+}
+
+void CSoundOperations::OnSourcesImportsound() {
+    if (!m_context.Require(m_context.model.sceneOpen, importWithoutScene))
+        return;
+    const std::vector<Path> files = m_context.prompter.AskFilesToOpen(
+        {"Select an audio file", "Audio Files (*.wav) |*.wav|", ".wav", "", false});
+    if (files.empty())
+        return;
+    CWaveSound wave;
+    if (!m_context.Report(ReadWaveFile(files.front(), wave)))
+        return;
+    if (const std::optional<std::string> name = AskSoundName())
+        StoreSound(*name, wave.rate, wave.samples);
+}
+
+bool CSoundOperations::ImportSound(const Path& file, const std::string& name) {
+    CWaveSound wave;
+    return m_context.Require(m_context.model.sceneOpen, importWithoutScene) &&
+           m_context.Report(ReadWaveFile(file, wave)) &&
+           m_context.Require(static_cast<bool>(CheckSoundName(name)), brokenPictureName) &&
+           StoreSound(name, wave.rate, wave.samples);
+}
+
+bool CSoundOperations::AcceptSoundName(const std::string& name) const {
+    return m_context.Report(CheckSoundName(name)) &&
+           (!FileExists(m_context.model.Paths().SoundFile(name)) ||
+            m_context.prompter.AskYesNo("Sound Exists, Do you want to overwrite it ?"));
+}
+
+std::optional<std::string> CSoundOperations::AskSoundName() const {
+    return m_context.prompter.AskName(
+        {NameKind::Sound, "", [this](const std::string& name) { return AcceptSoundName(name); }});
+}
+
+bool CSoundOperations::StoreSound(const std::string& name, int rate, std::span<const std::uint8_t> samples) {
+    const CSceneModel& model = m_context.model;
+    CreateFolder(model.Paths().SoundsFolder());
+    const CSoundWriteResult result = WriteSound(model.Paths().SoundFile(name), rate, samples);
+    if (!result.message.empty())
+        m_context.Show(result.message);
+    if (!result.done)
+        return false;
+    const auto& placed = model.sounds.All();
+    if (std::ranges::any_of(placed, [&](const CSoundPlacement& sound) { return sound.name == name; }))
+        PrepareSoundBuffer();
+    m_context.Update(UpdateHint::AssetLists);
+    return result.message.empty();
+}
+
+} // namespace velmor

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "scene/SceneContext.h"
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace velmor {
+
+/// Sound assets and the sounds placed on the xsheet. Every operation shows what is wrong.
+class CSoundOperations {
+public:
+    explicit CSoundOperations(CSceneContext context) : m_context(context) {}
+
+    /// On failure `samples` is empty.
+    bool LoadSound(const std::string& name, std::vector<std::uint8_t>& samples) const;
+    /// Name of the sound that starts at `frame`; nothing when none does.
+    std::optional<std::string> GetSoundName(int frame) const;
+    /// Places the selected sound asset.
+    void DropSound(int frame);
+    /// Removes the sounds that start in the selected frames.
+    void OnEditRemovesound();
+    /// Rebuilds the track of the whole xsheet.
+    void PrepareSoundBuffer();
+    /// A second of silence a frame, for an xsheet that has just been set up.
+    void ResetSoundBuffer();
+    /// Nothing without a scene or while a placed sound cannot be loaded. Valid until the next change.
+    std::optional<std::span<const std::uint8_t>> GetSoundBuffer() const;
+    int GetFPS() const;
+    void OnSourcesImportsound();
+    /// The import without its file and name dialogs; an existing sound of that name is replaced. False when it
+    /// failed.
+    bool ImportSound(const Path& file, const std::string& name);
+
+    /// The rule of the name dialog of a new sound: naming rule, and the question before one is overwritten.
+    bool AcceptSoundName(const std::string& name) const;
+    /// Nothing when the dialog was cancelled.
+    std::optional<std::string> AskSoundName() const;
+    /// Writes a sound of any rate (samples per second) as an asset of the scene, replacing one of that name. False
+    /// when it could not be written.
+    bool StoreSound(const std::string& name, int rate, std::span<const std::uint8_t> samples);
+
+private:
+    bool CanDropSound(int frame) const;
+
+    CSceneContext m_context;
+};
+
+} // namespace velmor

@@ -1,0 +1,192 @@
+#pragma once
+
+#include "image/Color.h"
+#include "image/Geometry.h"
+#include "platform/Files.h"
+#include "platform/Status.h"
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace velmor {
+
+class CCelImg;
+class CFlipbookOperations;
+class CImageCache;
+class CImportOperations;
+class CProfile;
+class CSceneLifecycle;
+class CSoundOperations;
+class CViewList;
+class IPrompter;
+struct CCameraPicture;
+struct CSceneModel;
+enum class SourceMode;
+
+/// Where a document finds the program's surroundings.
+struct CDocumentFolders {
+    Path program; ///< the program's own folder, where the default database stands
+    Path data;    ///< where it stands when that cannot be written
+};
+
+/// The single document: owns everything about the open scene and hands each operation to the class that knows its
+/// rules. Prompter and profile outlive it. All calls come from one thread; only camera pictures are composed on
+/// another.
+class CVelmorltDoc {
+public:
+    CVelmorltDoc(IPrompter& prompter, CProfile& profile, const CDocumentFolders& folders);
+    CVelmorltDoc(const CVelmorltDoc&) = delete;
+    CVelmorltDoc& operator=(const CVelmorltDoc&) = delete;
+    ~CVelmorltDoc();
+
+    CViewList& Views();
+    /// The values of the scene, for views to read. Changes go through the operations.
+    const CSceneModel& Model() const;
+    /// The name of the open scene, or "* No Scene Open *".
+    std::string GetTitle() const;
+
+    // Scenes and folders.
+    void ReopenLastScene();
+    bool IsSceneOpen() const;
+    std::string GetSceneName() const;
+    std::string GetFolderName() const;
+    void SetFolderName(const std::string& folder);
+    std::string FindNextCelName() const;
+    bool OpenScene(const std::string& name);
+    bool LoadXSheet();
+    SourceMode GetSourceMode() const;
+    void SetSourceMode(SourceMode mode);
+    void SetSourceSelection(std::vector<std::string> names);
+    void OnFileNewscene();
+    void OnFileOpenscene();
+    void OnFileScenesettings();
+    bool OnFileSaveall();
+    void OnFileSettings();
+
+    // Xsheet.
+    int GetFrameCount() const;
+    int GetLevelCount() const;
+    int GetCursorX() const;
+    int GetCursorY() const;
+    std::string GetLevelName(int level) const;
+    bool GetLevelSmoothed(int level) const;
+    std::string GetXsheetData(int level, int frame) const;
+    void SetCursorX(int level);
+    void SetCursorY(int frame);
+    void SetSelStartX(int level);
+    void SetSelEndX(int level);
+    void SetSelStartY(int frame);
+    void SetSelEndY(int frame);
+    void SetLevelCanMove(int level);
+    void SelectCamera();
+    void OnXsheetMultiplelevelmoveselections();
+    void OnXsheetAddlevel();
+    void OnXsheetDeletelevel();
+    void OnXsheetRenamelevel();
+    void OnXsheetSwaplevels();
+    void OnXsheetAddframes();
+    void OnXsheetDeleteframes();
+    void OnEditCopy();
+    void OnEditCut();
+    void OnEditPaste();
+    void OnEditReversecels();
+    void OnEditCondensecels();
+    void OnEditExpandcels();
+    void OnEditUndo();
+    void DropCels(int level, int frame, int step, bool insert);
+
+    // Cells.
+    std::optional<std::array<CPoint, 4>> GetXSheetCelPoints(int level) const;
+    std::optional<CPoint> GetXSheetCelCentre(int level, int frame) const;
+    void OnXsheetEditceldata();
+    void OnXSheetDoTrans(int level);
+    void OnXSheetDoBlur(int level);
+    void OnXsheetInbetweenleveldata();
+
+    // Camera.
+    double GetCamPosX(int frame) const;
+    double GetCamPosY(int frame) const;
+    int GetCamRotDegree(int frame) const;
+    double GetCamZoom(int frame) const;
+    void StartCamInput();
+    bool ProcessCamInput(int dx, int dy);
+    void EndCamInput(int dx, int dy);
+    void OnCameraMovemode();
+    void OnCameraRotatemode();
+    void OnCameraZoommode();
+    void OnCameraAntialias();
+    int GetMotionPathSetup() const;
+    void OnCameraMotionpathsetup();
+    void OnXsheetEditcameradata();
+    void OnXsheetInbetweencameradata();
+    void OnAnimationLinecheck();
+
+    // The camera picture.
+    /// Starts composing the current frame. Fails, with the text, when no scene is open.
+    CStatus CreateBitmap();
+    /// Null while a picture is being composed. A picture that is taken for the first time shows its error.
+    std::shared_ptr<const CCameraPicture> GetCameraBitmap();
+
+    // Palette and painting choices.
+    CColor GetColor(int index) const;
+    std::string GetColorName(int index) const;
+    int GetColorCount() const;
+    void SetFGColor(int index);
+    void SetBGColor(int index);
+    void SetFGColorValue(ColorRef color);
+    void SetBGColorValue(ColorRef color);
+    void SetFGAlpha(std::uint8_t alpha);
+    CColor GetFGColor() const;
+    CColor GetBGColor() const;
+    void AddColor(const CColor& color, const std::string& name);
+    void EditColor(int index);
+    void DeleteColor(int index);
+    void OnAddColor();
+    void SetBrush(int brush);
+    void SetPen(int pen);
+    void SetBucketMode(int mode);
+    bool SaveColors() const;
+    bool LoadColors();
+
+    // Sounds.
+    bool LoadSound(const std::string& name, std::vector<std::uint8_t>& samples) const;
+    std::optional<std::string> GetSoundName(int frame) const;
+    void DropSound(int frame);
+    void OnEditRemovesound();
+    void PrepareSoundBuffer();
+    std::optional<std::span<const std::uint8_t>> GetSoundBuffer() const;
+    int GetFPS() const;
+    void OnSourcesImportsound();
+
+    // Assets and the image under edit.
+    void OnAssetsNewfolder();
+    void OnAssetsNewcel();
+    void EditCel(const std::string& name);
+    void OnCelUpdatecamera();
+    /// For the painting functions; whoever changes pixels tells the views.
+    CCelImg& EditedImage();
+
+    // Import.
+    void OnSourcesImportcels();
+    void OnSourcesImportpicture();
+    void OnSourcesImportsettings();
+    CImportOperations& Imports();
+    CSoundOperations& Sounds();
+
+    // Flipbook.
+    bool OnAnimationMakeflipbook();
+    void OnAnimationSavelastflipbook();
+    CFlipbookOperations& Flipbooks();
+    CImageCache& ImageCache();
+
+private:
+    struct CParts;
+    std::unique_ptr<CParts> m_parts;
+};
+
+} // namespace velmor

@@ -1,0 +1,231 @@
+#include "scene/DialogRequests.h"
+#include "scene/SoundOperations.h"
+#include "scene/XSheetOperations.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <utility>
+
+// The edits of the xsheet: levels, frames, cells, dropped assets, and undo.
+
+namespace velmor {
+
+namespace {
+
+std::vector<std::string> LevelNames(const CXSheet& xsheet) {
+    std::vector<std::string> names;
+    for (int level = 0; level < xsheet.LevelCount(); ++level)
+        names.push_back(xsheet.LevelName(level));
+    return names;
+}
+
+// The selected cells; nothing while there are none. The bounds are set one by one, so that start and end may stand
+// the wrong way round.
+std::optional<CXSheetSelection> SelectedCels(const CSceneModel& model) {
+    const CXSheetSelection& selection = model.selection;
+    const bool isRange = selection.startLevel <= selection.endLevel && selection.startFrame <= selection.endFrame;
+    if (!model.sceneOpen || !isRange || !model.xsheet.HasLevel(selection.startLevel) ||
+        !model.xsheet.HasLevel(selection.endLevel) || !model.xsheet.HasFrame(selection.startFrame) ||
+        !model.xsheet.HasFrame(selection.endFrame))
+        return std::nullopt;
+    return selection;
+}
+
+} // namespace
+
+std::optional<int> CXSheetOperations::AskLevel(const char* prompt) const {
+    const std::optional<int> level = m_context.prompter.AskLevel({prompt, LevelNames(m_context.model.xsheet)});
+    return level && m_context.model.xsheet.HasLevel(*level) ? level : std::nullopt;
+}
+
+std::optional<int> CXSheetOperations::AskFrameCount(const char* prompt) const {
+    CFrameCountRequest request;
+    request.prompt = prompt;
+    const std::optional<int> count = m_context.prompter.AskFrameCount(request);
+    return count && *count >= request.least && *count <= request.most ? count : std::nullopt;
+}
+
+void CXSheetOperations::OnXsheetAddlevel() {
+    CSceneModel& model = m_context.model;
+    if (!model.sceneOpen)
+        return;
+    const std::optional<std::string> name = m_context.prompter.AskName({NameKind::Level, "", {}});
+    if (!name || !m_context.Require(model.xsheet.LevelCount() < CXSheet::mostLevels,
+                                    "Sorry, Maximum level number is reached, can not add another level."))
+        return;
+    m_context.TakeSnapshot();
+    model.moveSelection.InsertLevel(model.xsheet.LevelCount());
+    model.xsheet.AddLevel(*name);
+    m_context.Update(structureHint);
+}
+
+void CXSheetOperations::OnXsheetDeletelevel() {
+    CSceneModel& model = m_context.model;
+    if (!CanDeleteLevel())
+        return;
+    const std::optional<int> level = AskLevel("Delete which level?");
+    if (!level || !m_context.prompter.Confirm("Are you sure you want to delete level\n \" " +
+                                              model.xsheet.LevelName(*level) + " \" ?"))
+        return;
+    m_context.TakeSnapshot();
+    model.moveSelection.DeleteLevel(*level, model.xsheet.LevelCount());
+    model.xsheet.DeleteLevel(*level);
+    model.ClampToXSheet();
+    m_context.Update(structureAndPictureHint);
+}
+
+void CXSheetOperations::OnXsheetRenamelevel() {
+    CSceneModel& model = m_context.model;
+    if (!model.sceneOpen)
+        return;
+    const std::optional<int> level = AskLevel("Rename which level?");
+    if (!level)
+        return;
+    // Before the name is asked: cancelling that dialog leaves the snapshot.
+    m_context.TakeSnapshot();
+    std::optional<std::string> name =
+        m_context.prompter.AskName({NameKind::Level, model.xsheet.LevelName(*level), {}});
+    if (!name)
+        return;
+    model.xsheet.SetLevelName(*level, std::move(*name));
+    m_context.Update(structureHint);
+}
+
+void CXSheetOperations::OnXsheetSwaplevels() {
+    CSceneModel& model = m_context.model;
+    if (!CanSwapLevels())
+        return;
+    const std::optional<std::pair<int, int>> levels = m_context.prompter.AskLevelsToSwap(LevelNames(model.xsheet));
+    if (!levels || !model.xsheet.HasLevel(levels->first) || !model.xsheet.HasLevel(levels->second))
+        return;
+    m_context.TakeSnapshot();
+    model.moveSelection.SwapLevels(levels->first, levels->second);
+    model.xsheet.SwapLevels(levels->first, levels->second);
+    m_context.Update(cellsAndPictureHint);
+}
+
+void CXSheetOperations::OnXsheetAddframes() {
+    if (!m_context.model.sceneOpen)
+        return;
+    if (const std::optional<int> count = AskFrameCount("Add how many frames to the end ?"))
+        SetFrameCount(m_context.model.xsheet.FrameCount() + *count, structureHint);
+}
+
+void CXSheetOperations::OnXsheetDeleteframes() {
+    if (!m_context.model.sceneOpen)
+        return;
+    // Sounds placed beyond the new end stay: they are heard again when the frames come back.
+    if (const std::optional<int> count = AskFrameCount("Delete how many frames from the end ?"))
+        SetFrameCount(m_context.model.xsheet.FrameCount() - *count, structureAndPictureHint);
+}
+
+void CXSheetOperations::SetFrameCount(int frames, UpdateHint hint) {
+    CSceneModel& model = m_context.model;
+    m_context.TakeSnapshot();
+    model.xsheet.SetFrameCount(std::clamp(frames, 1, CXSheet::mostFrames));
+    // When adding, too: a file may hold one frame more than editing allows.
+    model.ClampToXSheet();
+    m_sounds.PrepareSoundBuffer();
+    m_context.Update(hint);
+}
+
+void CXSheetOperations::OnEditCopy() {
+    if (const std::optional<CXSheetSelection> selection = SelectedCels(m_context.model))
+        m_context.model.clipboard = m_context.model.xsheet.Copy(*selection);
+}
+
+void CXSheetOperations::OnEditCut() {
+    CSceneModel& model = m_context.model;
+    const std::optional<CXSheetSelection> selection = SelectedCels(model);
+    if (!selection)
+        return;
+    m_context.TakeSnapshot();
+    model.clipboard = model.xsheet.Copy(*selection);
+    model.xsheet.ClearCels(*selection);
+    m_context.Update(cellsAndPictureHint);
+}
+
+void CXSheetOperations::OnEditPaste() {
+    CSceneModel& model = m_context.model;
+    if (!CanPaste() || !model.xsheet.HasLevel(model.cursorLevel) || !model.xsheet.HasFrame(model.cursorFrame))
+        return;
+    model.xsheet.Paste(model.clipboard, model.cursorLevel, model.cursorFrame);
+    m_context.Update(cellsAndPictureHint);
+}
+
+void CXSheetOperations::OnEditReversecels() {
+    EditRange(&CXSheet::Reverse);
+}
+
+void CXSheetOperations::OnEditCondensecels() {
+    EditRange(&CXSheet::Condense);
+}
+
+void CXSheetOperations::OnEditExpandcels() {
+    EditRange(&CXSheet::Expand);
+}
+
+void CXSheetOperations::EditRange(void (CXSheet::*edit)(const CXSheetSelection&)) {
+    const std::optional<CXSheetSelection> selection = SelectedCels(m_context.model);
+    if (!selection || !CanEditRange())
+        return;
+    (m_context.model.xsheet.*edit)(*selection);
+    m_context.Update(UpdateHint::Cells);
+}
+
+void CXSheetOperations::OnEditUndo() {
+    CSceneModel& model = m_context.model;
+    if (!CanUndo())
+        return;
+    CXSheetSnapshot snapshot = std::move(*model.undo);
+    model.undo.reset();
+    model.xsheet = std::move(snapshot.xsheet);
+    model.camera.SetFirstFrames(snapshot.camera);
+    model.sounds = std::move(snapshot.sounds);
+    // The sheet may be smaller than the one that cursor and selection were set on (frames or levels had been
+    // added); the views index it with both as soon as they hear of the change.
+    model.ClampToXSheet();
+    m_sounds.PrepareSoundBuffer();
+    m_context.Update(everythingHint);
+}
+
+void CXSheetOperations::DropCels(int level, int frame, int step, bool insert) {
+    CSceneModel& model = m_context.model;
+    // Chosen sounds are no cells: DropSound places them.
+    const bool celsChosen = model.sourceMode != SourceMode::Sounds && !model.sourceSelection.empty();
+    if (!m_context.Require(model.sceneOpen, "Internal Error : DropCels called with no scene open") ||
+        !m_context.Require(model.sourceMode != SourceMode::Cels || !model.folderName.empty(),
+                           "Internal Error : DropCels called with no folder open") ||
+        !m_context.Require(celsChosen, "Internal Error : DropCels called with cels selected") ||
+        !RequireLevel(level, "Internal Error : Invalid level no in DropCels") ||
+        !RequireFrame(frame, "Internal Error : Invalid frame no in DropCels"))
+        return;
+    const int held = std::clamp(step, 0, model.xsheet.FrameCount());
+    if (insert) {
+        const std::int64_t moved = static_cast<std::int64_t>(held) * std::ssize(model.sourceSelection);
+        const std::int64_t room = model.xsheet.FrameCount() - frame;
+        model.xsheet.InsertFrames(level, frame, static_cast<int>(std::min(moved, room)));
+    }
+    FillWithSelectedAssets(level, frame, held);
+    m_context.Update(UpdateHint::Cells);
+    m_context.Update(pictureHint);
+}
+
+void CXSheetOperations::FillWithSelectedAssets(int level, int frame, int held) {
+    CSceneModel& model = m_context.model;
+    const std::string folder =
+        model.sourceMode == SourceMode::Pictures ? std::string(picturesFolder) : model.folderName;
+    for (const std::string& asset : model.sourceSelection) {
+        const int end = std::min(frame + held, model.xsheet.FrameCount());
+        if (frame == end)
+            break;
+        // Set once for all its frames: the size is read from disk. A cell whose size cannot be read shows its asset
+        // all the same, as the file may be mended.
+        CXSheetCel cel;
+        m_context.Report(cel.Set(model.Paths().SceneFolder(), folder, asset, model.geometry.Frame()));
+        for (; frame < end; ++frame)
+            model.xsheet.Cel(level, frame) = cel;
+    }
+}
+
+} // namespace velmor

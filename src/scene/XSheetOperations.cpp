@@ -1,0 +1,110 @@
+#include "scene/XSheetOperations.h"
+
+#include <utility>
+
+namespace velmor {
+
+bool CXSheetOperations::RequireLevel(int level, const char* message) const {
+    return m_context.Require(m_context.model.xsheet.HasLevel(level), message);
+}
+
+bool CXSheetOperations::RequireFrame(int frame, const char* message) const {
+    return m_context.Require(m_context.model.xsheet.HasFrame(frame), message);
+}
+
+std::string CXSheetOperations::GetLevelName(int level) const {
+    if (!RequireLevel(level, "Internal Error : lvlno out of range in GetLevelName"))
+        return {};
+    return m_context.model.xsheet.LevelName(level);
+}
+
+bool CXSheetOperations::GetLevelSmoothed(int level) const {
+    return RequireLevel(level, "Internal Error : nlvl out of range in GetLevelSmoothed") &&
+           m_context.model.moveSelection.IsLevelSelected(level);
+}
+
+std::string CXSheetOperations::GetXsheetData(int level, int frame) const {
+    if (!RequireLevel(level, "Internal Error : nlvl out of range in GetXsheetData") ||
+        !RequireFrame(frame, "Internal Error : nfrm out of range in GetXsheetData"))
+        return {};
+    return m_context.model.xsheet.CelText(level, frame);
+}
+
+void CXSheetOperations::SetCursorX(int level) {
+    if (!RequireLevel(level, "Internal Error : nlvl out of range in SetCursorX"))
+        return;
+    m_context.model.cursorLevel = level;
+    m_context.Update(UpdateHint::CameraRedraw);
+}
+
+void CXSheetOperations::SetCursorY(int frame) {
+    if (!RequireFrame(frame, "Internal Error : nfrm out of range in SetCursorY"))
+        return;
+    CSceneModel& model = m_context.model;
+    model.cursorFrame = frame;
+    // Held against the frame last set here, not the cursor: the line check moves that without having pictures
+    // composed, and comes back to the picture that is there.
+    const bool showsAnotherFrame = std::exchange(model.lastSetFrame, frame) != frame;
+    m_context.Update(UpdateHint::Cells);
+    if (showsAnotherFrame)
+        m_context.Update(pictureHint);
+}
+
+void CXSheetOperations::SetSelStartX(int level) {
+    if (RequireLevel(level, "Internal Error : nlvl out of range in SetSelStartX"))
+        m_context.model.selection.startLevel = level;
+}
+
+void CXSheetOperations::SetSelEndX(int level) {
+    if (RequireLevel(level, "Internal Error : nlvl out of range in SetSelEndX"))
+        m_context.model.selection.endLevel = level;
+}
+
+void CXSheetOperations::SetSelStartY(int frame) {
+    if (RequireFrame(frame, "Internal Error : nfrm out of range in SetSelStartY"))
+        m_context.model.selection.startFrame = frame;
+}
+
+void CXSheetOperations::SetSelEndY(int frame) {
+    if (RequireFrame(frame, "Internal Error : nfrm out of range in SetSelEndY"))
+        m_context.model.selection.endFrame = frame;
+}
+
+void CXSheetOperations::SetLevelCanMove(int level) {
+    if (!RequireLevel(level, "Internal Error : nlvl out of range in SetLevelCanMove"))
+        return;
+    m_context.model.moveSelection.ToggleLevel(level, m_context.model.xsheet.LevelCount());
+    m_context.Update(selectionHint);
+}
+
+void CXSheetOperations::SelectCamera() {
+    m_context.model.moveSelection.SelectCamera();
+    m_context.Update(selectionHint);
+}
+
+void CXSheetOperations::OnXsheetMultiplelevelmoveselections() {
+    if (m_context.model.moveSelection.ToggleMultiple())
+        m_context.Update(selectionHint);
+}
+
+bool CXSheetOperations::CanDeleteLevel() const {
+    return m_context.model.sceneOpen && m_context.model.xsheet.LevelCount() > 1;
+}
+
+bool CXSheetOperations::CanSwapLevels() const {
+    return m_context.model.sceneOpen && m_context.model.xsheet.LevelCount() >= 2;
+}
+
+bool CXSheetOperations::CanEditRange() const {
+    return m_context.model.sceneOpen && m_context.model.selection.endFrame > m_context.model.selection.startFrame;
+}
+
+bool CXSheetOperations::CanPaste() const {
+    return m_context.model.sceneOpen && !m_context.model.clipboard.IsEmpty();
+}
+
+bool CXSheetOperations::CanUndo() const {
+    return m_context.model.sceneOpen && m_context.model.undo.has_value();
+}
+
+} // namespace velmor

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "scene/SceneContext.h"
+
+#include <optional>
+#include <string>
+
+namespace velmor {
+
+class CSoundOperations;
+
+/// The xsheet as the views and commands use it: checked accessors, cursor and selections, structural and cell
+/// edits, undo, dropping assets. An index out of range shows its message and changes nothing.
+class CXSheetOperations {
+public:
+    CXSheetOperations(CSceneContext context, CSoundOperations& sounds) : m_context(context), m_sounds(sounds) {}
+
+    std::string GetLevelName(int level) const;
+    /// The level's move flag (the name is the established one).
+    bool GetLevelSmoothed(int level) const;
+    std::string GetXsheetData(int level, int frame) const;
+    void SetCursorX(int level);
+    void SetCursorY(int frame);
+    void SetSelStartX(int level);
+    void SetSelEndX(int level);
+    void SetSelStartY(int frame);
+    void SetSelEndY(int frame);
+
+    void SetLevelCanMove(int level);
+    void SelectCamera();
+    void OnXsheetMultiplelevelmoveselections();
+
+    void OnXsheetAddlevel();
+    void OnXsheetDeletelevel();
+    void OnXsheetRenamelevel();
+    void OnXsheetSwaplevels();
+    void OnXsheetAddframes();
+    void OnXsheetDeleteframes();
+
+    void OnEditCopy();
+    void OnEditCut();
+    void OnEditPaste();
+    void OnEditReversecels();
+    void OnEditCondensecels();
+    void OnEditExpandcels();
+    void OnEditUndo();
+
+    /// Puts the selected assets on a level, each for `step` frames, from `frame` on; with `insert` the cells there
+    /// move down first.
+    void DropCels(int level, int frame, int step, bool insert);
+
+    // When the commands are enabled.
+    bool CanDeleteLevel() const;
+    bool CanSwapLevels() const;
+    bool CanEditRange() const;
+    bool CanPaste() const;
+    bool CanUndo() const;
+
+private:
+    bool RequireLevel(int level, const char* message) const;
+    bool RequireFrame(int frame, const char* message) const;
+    std::optional<int> AskLevel(const char* prompt) const;
+    std::optional<int> AskFrameCount(const char* prompt) const;
+    /// With snapshot and sound track; `frames` is brought into the limits of editing.
+    void SetFrameCount(int frames, UpdateHint hint);
+    void EditRange(void (CXSheet::*edit)(const CXSheetSelection&));
+    void FillWithSelectedAssets(int level, int frame, int held);
+
+    CSceneContext m_context;
+    CSoundOperations& m_sounds;
+};
+
+} // namespace velmor

@@ -1,0 +1,279 @@
+#include "DocumentFixture.h"
+
+#include "image/CelImg.h"
+#include "scene/Settings.h"
+
+namespace velmor {
+namespace {
+
+using testing::CDocumentFixture;
+using testing::ReadBytes;
+using testing::WriteBytes;
+using Texts = std::vector<std::string>;
+
+class SceneLifecycle : public CDocumentFixture {
+protected:
+    void MakeFolder(const std::string& name) {
+        prompter.Answer(name);
+        doc->OnAssetsNewfolder();
+    }
+};
+
+TEST_F(SceneLifecycle, FirstStartMakesTheDatabaseBesideTheProgramAndRemembersIt) {
+    const std::string expected = Utf8Of(Database()) + "/";
+    EXPECT_TRUE(FolderExists(Database()));
+    EXPECT_EQ(profile.GetString("Settings", "Database Dir", ""), expected);
+    EXPECT_EQ(doc->Model().databaseFolder, expected);
+    EXPECT_FALSE(doc->IsSceneOpen());
+    EXPECT_EQ(doc->GetTitle(), "* No Scene Open *");
+    EXPECT_TRUE(prompter.messages.empty());
+}
+
+TEST_F(SceneLifecycle, NewSceneTakesTheDialogsValuesButNotItsRate) {
+    CSceneSettings settings = WithPreset({}, 5);
+    EXPECT_EQ(settings.geometry.frameRate, 30);
+    settings.name = "Walk 1";
+    settings.length = 48;
+    settings.geometry.background = MakeColorRef(1, 2, 3);
+    prompter.Answer(settings);
+    doc->OnFileNewscene();
+
+    EXPECT_EQ(TakeHints(), std::vector<int>{511});
+    EXPECT_EQ(doc->GetSceneName(), "Walk 1");
+    EXPECT_EQ(doc->GetTitle(), "Walk 1");
+    EXPECT_EQ(doc->GetFrameCount(), 48);
+    EXPECT_EQ(doc->Model().geometry.width, 1920);
+    EXPECT_EQ(doc->GetFPS(), 25);
+    EXPECT_EQ(doc->GetLevelName(0), "Default");
+    EXPECT_EQ(profile.GetString("Remember", "Last Scene", ""), "Walk 1");
+    // 27 + 24 + frames x 32 + name + frames x 74 + sound count
+    EXPECT_EQ(ReadBytes(SceneFolder("Walk 1") / "Walk 1.xsheet").size(), 27U + 24 + 48 * 32 + 8 + 48 * 74 + 4);
+}
+
+TEST_F(SceneLifecycle, SceneDialogStaysOpenUntilItsValuesAreGood) {
+    NewScene("Taken");
+    const auto attempt = [this](const std::string& name, int length, int width) {
+        CSceneSettings settings;
+        settings.name = name;
+        settings.length = length;
+        settings.geometry.width = width;
+        prompter.Answer(settings);
+    };
+    attempt("", 10, 64);
+    attempt("a_b", 10, 64);
+    attempt("Taken", 10, 64);
+    attempt("Good", 2001, 64);
+    attempt("Good", 10, 9);
+    attempt("Good", 2000, 2048);
+    doc->OnFileNewscene();
+    EXPECT_EQ(prompter.TakeMessages(), (Texts{"You must enter a valid scene name.",
+                                              "The scene name can only consist of letters, digits and spaces",
+                                              "Scene already exists. Use 'Open Scene' to open it.",
+                                              "The length must be a whole number from 1 to 2000",
+                                              "The width must be a whole number from 10 to 2048"}));
+    EXPECT_EQ(doc->GetSceneName(), "Good");
+    EXPECT_EQ(doc->GetFrameCount(), 2000);
+}
+
+TEST_F(SceneLifecycle, OpenCommandListsScenesAndRefusesTheOpenOne) {
+    doc->OnFileOpenscene();
+    EXPECT_EQ(prompter.TakeMessages(),
+              Texts{"There are no scenes avaliable yet.\nUse 'New Scene' to create a new scene"});
+    NewScene("B");
+    NewScene("A");
+    CreateFolder(Database() / ".scene");
+    TakeHints();
+
+    prompter.Answer(std::string("A"));
+    doc->OnFileOpenscene();
+    EXPECT_EQ(std::any_cast<Texts>(prompter.lastRequest), (Texts{"A", "B"}));
+    EXPECT_EQ(prompter.TakeMessages(), Texts{"The scene is already open."});
+    EXPECT_TRUE(TakeHints().empty());
+
+    prompter.Answer(std::string("B"));
+    doc->OnFileOpenscene();
+    EXPECT_EQ(doc->GetSceneName(), "B");
+    EXPECT_EQ(TakeHints(), std::vector<int>{511});
+
+    std::filesystem::remove_all(SceneFolder("A"));
+    prompter.Answer(std::string("A"));
+    doc->OnFileOpenscene();
+    EXPECT_EQ(prompter.TakeMessages(), Texts{"Problem openning the scene"});
+    EXPECT_EQ(doc->GetSceneName(), "B");
+}
+
+TEST_F(SceneLifecycle, LeavingASceneSavesItsSheet) {
+    NewScene("One", 10);
+    prompter.Answer(5);
+    doc->OnXsheetAddframes();
+    NewScene("Two", 3);
+    ASSERT_TRUE(doc->OpenScene("One"));
+    EXPECT_EQ(doc->GetFrameCount(), 15);
+    EXPECT_FALSE(doc->Model().undo);
+}
+
+TEST_F(SceneLifecycle, SceneWithoutASheetGetsOneAndDamagedOnesLeaveTheOpenScene) {
+    CreateFolder(SceneFolder("Bare"));
+    ASSERT_TRUE(doc->OpenScene("Bare"));
+    EXPECT_EQ(doc->GetFrameCount(), 100);
+    const auto sheet = ReadBytes(SceneFolder("Bare") / "Bare.xsheet");
+    EXPECT_EQ(sheet.size(), 10663U);
+
+    CreateFolder(SceneFolder("Hurt"));
+    const std::span<const std::uint8_t> half(sheet.data(), sheet.size() / 2);
+    WriteBytes(SceneFolder("Hurt") / "Hurt.xsheet", half);
+    EXPECT_FALSE(doc->OpenScene("Hurt"));
+    EXPECT_EQ(prompter.TakeMessages(), Texts{"Invalid or corrupted xsheet data file"});
+    EXPECT_EQ(doc->GetSceneName(), "Bare");
+    EXPECT_EQ(ReadBytes(SceneFolder("Hurt") / "Hurt.xsheet").size(), half.size());
+    EXPECT_FALSE(doc->OpenScene("../Bare"));
+}
+
+TEST_F(SceneLifecycle, ReopensSceneAndFolderOfTheLastRun) {
+    NewScene("Run");
+    MakeFolder("Legs");
+    StartDocument();
+    EXPECT_EQ(doc->GetSceneName(), "Run");
+    EXPECT_EQ(doc->GetFolderName(), "Legs");
+
+    std::filesystem::remove_all(SceneFolder("Run") / "Legs");
+    StartDocument();
+    EXPECT_EQ(doc->GetFolderName(), "");
+    EXPECT_TRUE(prompter.TakeMessages().empty());
+
+    std::filesystem::remove_all(SceneFolder("Run"));
+    StartDocument();
+    EXPECT_EQ(prompter.TakeMessages(), Texts{"Problem opening the last open scene"});
+    EXPECT_EQ(profile.GetString("Remember", "Last Scene", "?"), "");
+    StartDocument();
+    EXPECT_TRUE(prompter.TakeMessages().empty());
+}
+
+TEST_F(SceneLifecycle, ChoosingAFolderGivesItAPalette) {
+    NewScene("Paint");
+    CreateFolder(SceneFolder("Paint") / "Head");
+    TakeHints();
+    doc->SetFolderName("Head");
+    EXPECT_EQ(TakeHints(), std::vector<int>{19});
+    EXPECT_TRUE(FileExists(SceneFolder("Paint") / "Head" / "Head.colors"));
+    EXPECT_EQ(doc->GetColorCount(), 3);
+    EXPECT_EQ(doc->GetColorName(2), "TRANS");
+    EXPECT_EQ(profile.GetString("Remember", "Last Folder", ""), "Head");
+}
+
+TEST_F(SceneLifecycle, FolderNamesAreChecked) {
+    NewScene("S");
+    prompter.Answer(std::string());
+    prompter.Answer(std::string("_Pictures_"));
+    prompter.Answer(std::string("Arm"));
+    doc->OnAssetsNewfolder();
+    EXPECT_EQ(prompter.TakeMessages(), (Texts{"You must enter a valid scene name.",
+                                              "The scene name can only consist of letters, digits and spaces"}));
+    prompter.Answer(std::string("Arm"));
+    doc->OnAssetsNewfolder();
+    EXPECT_EQ(prompter.TakeMessages(), Texts{"Folder already exists. Use the drop down list to view it."});
+    EXPECT_EQ(doc->GetFolderName(), "Arm");
+}
+
+TEST_F(SceneLifecycle, OperationsThatNeedASceneSaySo) {
+    EXPECT_EQ(doc->GetSceneName(), "");
+    EXPECT_EQ(doc->GetFolderName(), "");
+    doc->SetFolderName("x");
+    EXPECT_EQ(doc->FindNextCelName(), "");
+    EXPECT_FALSE(doc->LoadXSheet());
+    EXPECT_EQ(prompter.TakeMessages(), (Texts{"Internal error : scene not open for getscenename",
+                                              "Internal error : scene not open for getfoldername",
+                                              "Internal error : scene not open for setfoldername",
+                                              "Internal error : scene not open for FindNextCelName",
+                                              "Internal Error :  Scene not open in LoadXSheet"}));
+    NewScene("S");
+    EXPECT_EQ(doc->FindNextCelName(), "");
+    EXPECT_EQ(prompter.TakeMessages(), Texts{"Internal error : folder not open for FindNextCelName"});
+}
+
+TEST_F(SceneLifecycle, SaveAllWritesTheEditedCelAndEmptiesTheEditor) {
+    NewScene("S");
+    MakeFolder("A");
+    prompter.Answer(CNewCelValues{"1", {20, 10}});
+    doc->OnAssetsNewcel();
+    doc->EditCel("1");
+    ASSERT_EQ(doc->EditedImage().GetLoadState(), LoadState::Cel);
+    doc->EditedImage().SetColorAt(3, 4, {1, 2, 3, 255});
+    doc->EditedImage().SetModified(true);
+    prompter.Answer(1);
+    doc->OnXsheetAddframes();
+    TakeHints();
+
+    EXPECT_TRUE(doc->OnFileSaveall());
+    EXPECT_EQ(TakeHints(), std::vector<int>{1});
+    EXPECT_EQ(doc->EditedImage().GetLoadState(), LoadState::Nothing);
+    EXPECT_FALSE(doc->Model().undo);
+    CCelImg saved;
+    ASSERT_TRUE(saved.Load(SceneFolder("S") / "A" / "1.bit"));
+    EXPECT_EQ(saved.ColorAt(3, 4), (CColor{1, 2, 3, 255}));
+}
+
+TEST_F(SceneLifecycle, WorkThatCannotBeSavedIsNotLost) {
+    NewScene("S");
+    MakeFolder("A");
+    prompter.Answer(CNewCelValues{"1", {20, 10}});
+    doc->OnAssetsNewcel();
+    doc->EditCel("1");
+    doc->EditedImage().SetModified(true);
+    prompter.Answer(7);
+    doc->OnXsheetAddframes();
+    // A folder in the way of the file: it cannot be replaced, whoever the user is.
+    std::filesystem::remove(SceneFolder("S") / "A" / "1.bit");
+    CreateFolder(SceneFolder("S") / "A" / "1.bit" / "x");
+    EXPECT_FALSE(doc->OnFileSaveall());
+    EXPECT_EQ(prompter.TakeMessages(), Texts{"Problem opening file for writing"});
+    EXPECT_EQ(doc->EditedImage().GetLoadState(), LoadState::Cel);
+    EXPECT_TRUE(doc->Model().undo);
+    CreateFolder(SceneFolder("Other"));
+    EXPECT_FALSE(doc->OpenScene("Other"));
+    EXPECT_EQ(doc->GetFrameCount(), 17);
+    doc->EditedImage().SetModified(false);
+}
+
+TEST_F(SceneLifecycle, SceneSettingsResizeTheSheetAndKeepTheCursorInside) {
+    NewScene("S", 50);
+    doc->SetCursorY(40);
+    doc->SetSelEndY(45);
+    TakeHints();
+    CSceneSettings settings;
+    settings.name = "ignored";
+    settings.length = 20;
+    settings.geometry = {320, 240, 30, MakeColorRef(9, 8, 7)};
+    settings.preset = customPreset;
+    prompter.Answer(settings);
+    doc->OnFileScenesettings();
+    EXPECT_EQ(TakeHints(), std::vector<int>{396});
+    EXPECT_EQ(doc->GetSceneName(), "S");
+    EXPECT_EQ(doc->Model().geometry, settings.geometry);
+    EXPECT_EQ(doc->GetFrameCount(), 20);
+    EXPECT_EQ(doc->GetCursorY(), 19);
+    EXPECT_EQ(doc->Model().selection.endFrame, 19);
+    EXPECT_EQ(doc->GetSoundBuffer()->size(), 20U * (22050 / 30));
+}
+
+TEST_F(SceneLifecycle, AnotherDatabaseFolderClosesTheScene) {
+    NewScene("S");
+    TakeHints();
+    prompter.Answer(doc->Model().databaseFolder);
+    doc->OnFileSettings();
+    EXPECT_TRUE(doc->IsSceneOpen());
+    EXPECT_TRUE(TakeHints().empty());
+
+    prompter.Answer(Utf8Of(folder / "Elsewhere"));
+    Set(profile, setting::importThreshold, 77);
+    doc->OnFileSettings();
+    EXPECT_EQ(TakeHints().back(), 511);
+    EXPECT_FALSE(doc->IsSceneOpen());
+    EXPECT_EQ(profile.GetString("Settings", "Database Dir", ""), Utf8Of(folder / "Elsewhere") + "/");
+    EXPECT_TRUE(FolderExists(folder / "Elsewhere"));
+    EXPECT_EQ(doc->Model().importThreshold, 77);
+    EXPECT_FALSE(doc->GetSoundBuffer());
+}
+
+} // namespace
+} // namespace velmor

@@ -1,0 +1,47 @@
+#include "scene/ScenePaths.h"
+
+#include "TempFolder.h"
+
+#include <gtest/gtest.h>
+
+using namespace velmor;
+using Names = std::vector<std::string>;
+
+namespace {
+
+class CScenePathsTest : public ::testing::Test {
+protected:
+    static void MakeFiles(const Path& parent, const Names& names) {
+        CreateFolder(parent);
+        for (const std::string& name : names)
+            velmor::testing::WriteBytes(parent / name, {});
+    }
+
+    velmor::testing::CTempFolder folder;
+    CScenePaths paths{WithSeparator(folder.Path().string()), "Test"};
+};
+
+} // namespace
+
+TEST_F(CScenePathsTest, ListsScenesAndCelFolders) {
+    for (const char* name : {".scene", "B c.scene", "other"})
+        CreateFolder(folder / name);
+    for (const char* name : {"_Pictures_", "_Sounds_", "Run 2", "my_folder", "Walk"})
+        CreateFolder(folder / "Test.scene" / name);
+    MakeFiles(folder.Path(), {"file.scene"});
+    MakeFiles(folder / "Test.scene", {"NoFolder"});
+    EXPECT_EQ((Names{"B c", "Test"}), ListScenes(WithSeparator(folder.Path().string())));
+    EXPECT_EQ((Names{"Run 2", "Walk"}), ListCelFolders(paths));
+}
+
+TEST_F(CScenePathsTest, ListsCelsByNumberAndThenLetter) {
+    EXPECT_EQ(1, NextCelNumber(paths, "Walk"));
+    MakeFiles(folder / "Test.scene" / "Walk", {"10.bit", "2b.bit", "2.bit", "1.bit", "2a.bit", "007.bit", "x.bit",
+                                               "-3.bit", "99999999999.bit", "12.txt", ".bit"});
+    EXPECT_EQ((Names{"1", "2", "2a", "2b", "7", "10"}), ListCels(paths, "Walk"));
+    EXPECT_EQ(11, NextCelNumber(paths, "Walk"));
+    MakeFiles(paths.CelFolder("Walk"), {"12a.bit"});
+    EXPECT_EQ(13, NextCelNumber(paths, "Walk"));
+    MakeFiles(paths.CelFolder("Walk"), {"2147483647.bit"});
+    EXPECT_EQ(2147483647, NextCelNumber(paths, "Walk"));
+}

@@ -1,0 +1,125 @@
+#include "scene/SoundOperations.h"
+
+#include "SceneFixture.h"
+#include "platform/Archive.h"
+
+using namespace velmor;
+using Bytes = std::vector<std::uint8_t>;
+using Hints = std::vector<int>;
+using Texts = std::vector<std::string>;
+
+namespace {
+
+class CSoundOperationsTest : public velmor::testing::CSceneFixture {
+protected:
+    CSoundOperationsTest() {
+        sounds.StoreSound("Boo", 22050, Bytes(1000, 1));
+        sounds.StoreSound("Hey", 22050, Bytes(1000, 2));
+        model.sourceMode = SourceMode::Sounds;
+        TakeHints();
+    }
+
+    void Drop(const std::string& name, int frame) {
+        model.sourceSelection = {name};
+        sounds.DropSound(frame);
+    }
+    Path MakeWave(const std::string& name, int rate, const Bytes& samples) {
+        const int size = static_cast<int>(samples.size());
+        CArchiveWriter file;
+        constexpr int pcmMono = 0x10001, eightBits = 0x80001;
+        for (const int value :
+             {0x46464952, 36 + size, 0x45564157, 0x20746d66, 16, pcmMono, rate, rate, eightBits, 0x61746164, size})
+            file.WriteInt(value);
+        for (const std::uint8_t sample : samples)
+            file.WriteByte(sample);
+        velmor::testing::WriteBytes(folder / name, file.Bytes());
+        return folder / name;
+    }
+
+    CSoundOperations sounds{Context()};
+};
+
+} // namespace
+
+TEST_F(CSoundOperationsTest, DroppedSoundsStandInTheTrackUntilRemoved) {
+    Drop("Hey", 10);
+    Drop("Boo", 9);
+    ASSERT_EQ(100U * 882U, model.soundBuffer.value().size());
+    const auto sampleAt = [this](std::size_t index) { return int{(*model.soundBuffer)[index]}; };
+    EXPECT_EQ(1, sampleAt(9 * 882));
+    EXPECT_EQ(2, sampleAt(10 * 882)); // the later one replaces the rest of the earlier one
+    EXPECT_EQ("Boo", sounds.GetSoundName(9));
+
+    Drop("Boo", 20);
+    model.selection.startFrame = 9;
+    model.selection.endFrame = 19;
+    sounds.OnEditRemovesound();
+    EXPECT_EQ((std::vector<CSoundPlacement>{{20, "Boo"}}), model.sounds.All());
+    EXPECT_EQ(3, model.undo.value().sounds.Count()); // one snapshot, from before the first removal
+    EXPECT_EQ(128, sampleAt(10 * 882));
+    sounds.OnEditRemovesound();
+    EXPECT_EQ(Texts{"There are no sound starting at the selected frames for deleting."}, prompter.velmorMessages);
+    EXPECT_EQ((Hints{8, 8, 8, 8}), TakeHints());
+}
+
+TEST_F(CSoundOperationsTest, DropChecksInOrder) {
+    model.sounds.Set(std::vector<CSoundPlacement>(1999, {5, "Boo"}));
+    model.sceneOpen = false;
+    sounds.DropSound(100);
+    model.sceneOpen = true;
+    sounds.DropSound(100);
+    model.sourceSelection = {"Boo", "Hey"};
+    sounds.DropSound(100);
+    sounds.DropSound(5);
+    EXPECT_TRUE(prompter.velmorMessages.empty());
+    EXPECT_EQ((Texts{"Internal Error : DropSound called with no scene open",
+                     "Internal Error : DropSound called with cels selected",
+                     "Internal Error : Invalid frame no in DropSound", "Too many sounds on xsheet!"}),
+              prompter.messages);
+    model.sounds.Set({{5, "Boo"}});
+    sounds.DropSound(5);
+    Drop("Hey", 5);
+    EXPECT_EQ((Texts{"Only one sound can be put on xsheet at one time.",
+                     "A sound already exists at that frame. \nPlease delete it from xsheet first"}),
+              prompter.velmorMessages);
+    EXPECT_EQ(1, model.sounds.Count());
+    EXPECT_TRUE(hints.empty());
+}
+
+TEST_F(CSoundOperationsTest, ASoundThatCannotBeLoadedLeavesNoTrack) {
+    Drop("Gone", 1);
+    EXPECT_EQ(Texts{"Internal Error : Could not find sound Gone at CVelmorltDoc::LoadSound"}, prompter.messages);
+    EXPECT_FALSE(sounds.GetSoundBuffer());
+    // An import that brings the sound repairs the track.
+    EXPECT_TRUE(sounds.ImportSound(MakeWave("a.wav", 22050, {7, 8, 9}), "Gone"));
+    ASSERT_TRUE(sounds.GetSoundBuffer());
+    EXPECT_EQ(9, (*sounds.GetSoundBuffer())[882 + 2]);
+
+    sounds.ResetSoundBuffer();
+    EXPECT_EQ(Bytes(100 * 22050, 128), model.soundBuffer);
+    model.sceneOpen = false;
+    sounds.PrepareSoundBuffer();
+    EXPECT_EQ("Internal Error : Scene not open at PrepareSoundBuffer", prompter.messages.back());
+}
+
+TEST_F(CSoundOperationsTest, ImportsAWaveUnderTheNameAsked) {
+    std::filesystem::remove_all(model.Paths().SoundsFolder());
+    const Path wave = MakeWave("a.wav", 11025, Bytes(1000, 5));
+    ASSERT_TRUE(sounds.ImportSound(wave, "Old"));
+    prompter.Answer(std::vector<Path>{wave});
+    for (const char* name : {"not a name", "Old", "New1"})
+        prompter.Answer(std::string(name));
+    prompter.confirmations = {false};
+    sounds.OnSourcesImportsound();
+    const std::string broken = "The picture name should only consist of letters and numbers";
+    EXPECT_EQ((Texts{broken, "Sound Exists, Do you want to overwrite it ?"}), prompter.TakeMessages());
+    Bytes samples;
+    EXPECT_TRUE(sounds.LoadSound("New1", samples));
+    EXPECT_EQ(Bytes(2000, 5), samples);
+    EXPECT_EQ((Hints{2, 2}), TakeHints());
+
+    EXPECT_FALSE(sounds.ImportSound(MakeWave("a.WAV", 22050, {1}), "New2"));
+    EXPECT_FALSE(sounds.ImportSound(wave, "../New2"));
+    EXPECT_EQ((Texts{"Invalid Audio File extension", broken}), prompter.messages);
+    EXPECT_TRUE(hints.empty());
+}

@@ -1,0 +1,262 @@
+#include "XSheetScene.h"
+
+#include <limits>
+
+namespace velmor::testing {
+
+namespace {
+
+using CXSheetOperationsTest = CXSheetScene;
+
+std::vector<std::uint8_t> CelHeader(std::uint8_t width, std::uint8_t height) {
+    const std::string signature = "VELMORBITFILE1.0";
+    std::vector<std::uint8_t> bytes(signature.begin(), signature.end());
+    bytes.insert(bytes.end(), {0, width, 0, height});
+    return bytes;
+}
+
+} // namespace
+
+TEST_F(CXSheetOperationsTest, RefusesIndicesOutOfRange) {
+    model.selection = {0, 0, 3, 5};
+    for (const auto& [level, frame] : {std::pair(-1, -1), std::pair(1, 100)}) {
+        sheet.GetLevelName(level);
+        sheet.GetLevelSmoothed(level);
+        sheet.GetXsheetData(level, frame); // the level's message, not the frame's
+        sheet.GetXsheetData(0, frame);
+        EXPECT_EQ(prompter.TakeMessages(), (Texts{"Internal Error : lvlno out of range in GetLevelName",
+                                                  "Internal Error : nlvl out of range in GetLevelSmoothed",
+                                                  "Internal Error : nlvl out of range in GetXsheetData",
+                                                  "Internal Error : nfrm out of range in GetXsheetData"}));
+        sheet.SetCursorX(level);
+        sheet.SetCursorY(frame);
+        sheet.SetSelStartX(level);
+        sheet.SetSelEndX(level);
+        sheet.SetSelStartY(frame);
+        sheet.SetSelEndY(frame);
+        sheet.SetLevelCanMove(level);
+        EXPECT_EQ(prompter.TakeMessages().size(), 7U);
+    }
+    EXPECT_EQ(model.selection, (CXSheetSelection{0, 0, 3, 5}));
+    EXPECT_EQ(hints, Hints{});
+}
+
+TEST_F(CXSheetOperationsTest, CursorComposesThePictureOnlyForAnotherFrame) {
+    sheet.SetCursorY(7);
+    sheet.SetCursorY(7);
+    model.cursorFrame = 9; // as the line check does
+    sheet.SetCursorY(7);
+    sheet.SetCursorX(0);
+    EXPECT_EQ(model.cursorFrame, 7);
+    EXPECT_EQ(hints, (Hints{8, 260, 8, 8, 4}));
+}
+
+TEST_F(CXSheetOperationsTest, NewLevelStandsInFrontAndKeepsTheFlag) {
+    Put(0, 2, "1");
+    sheet.SetLevelCanMove(0);
+    hints.clear();
+    prompter.Answer(std::string("Sky"));
+    sheet.OnXsheetAddlevel();
+    EXPECT_EQ(sheet.GetLevelName(0) + sheet.GetLevelName(1), "SkyDefault");
+    EXPECT_EQ(sheet.GetXsheetData(0, 2) + sheet.GetXsheetData(1, 2), "Man1");
+    EXPECT_TRUE(sheet.GetLevelSmoothed(0));
+    EXPECT_TRUE(sheet.GetLevelSmoothed(1));
+    EXPECT_EQ(TakeHints(), Hints{136});
+
+    sheet.SetCursorX(1);
+    sheet.SetSelEndX(1);
+    sheet.OnEditUndo();
+    EXPECT_EQ(model.xsheet.LevelCount(), 1);
+    EXPECT_EQ(model.cursorLevel, 0);
+    EXPECT_EQ(model.selection.endLevel, 0);
+}
+
+TEST_F(CXSheetOperationsTest, RefusesTheFiftiethLevelAfterItsName) {
+    for (const int levels : {49, 50}) {
+        SetLevels(levels);
+        prompter.Answer(std::string("One more"));
+        sheet.OnXsheetAddlevel();
+        EXPECT_TRUE(prompter.AllAnswersTaken());
+        EXPECT_EQ(prompter.TakeMessages(),
+                  Texts{"Sorry, Maximum level number is reached, can not add another level."});
+        EXPECT_EQ(model.xsheet.LevelCount(), levels);
+        EXPECT_FALSE(sheet.CanUndo());
+    }
+}
+
+TEST_F(CXSheetOperationsTest, DeletesALevelAfterConfirmationAndBringsItBack) {
+    SetLevels(3);
+    const CXSheetCel cel = Put(1, 4, "1");
+    model.cursorLevel = 2;
+    model.selection = {1, 2, 0, 0};
+    model.moveSelection.ToggleLevel(1, 3);
+    prompter.confirmations = {false};
+    prompter.Answer(1);
+    sheet.OnXsheetDeletelevel();
+    EXPECT_EQ(prompter.TakeMessages(), Texts{"Are you sure you want to delete level\n \" 1 \" ?"});
+    EXPECT_EQ(model.xsheet.LevelCount(), 3);
+    EXPECT_FALSE(sheet.CanUndo());
+
+    prompter.Answer(1);
+    sheet.OnXsheetDeletelevel();
+    EXPECT_EQ(model.xsheet.LevelCount(), 2);
+    EXPECT_EQ(model.cursorLevel, 1);
+    EXPECT_EQ(model.selection, (CXSheetSelection{1, 1, 0, 0}));
+    EXPECT_EQ(TakeHints(), Hints{396});
+
+    model.sounds.Place(3, "Gone");
+    model.camera.At(5).panX = 8;
+    sheet.OnEditUndo();
+    EXPECT_EQ(sheet.GetLevelName(1), "1");
+    EXPECT_EQ(model.xsheet.Cel(1, 4), cel);
+    EXPECT_FALSE(sheet.GetLevelSmoothed(1));
+    EXPECT_EQ(model.sounds.Count(), 0);
+    EXPECT_EQ(model.camera.At(5).panX, 0);
+    EXPECT_EQ(TakeHints(), Hints{511});
+    EXPECT_FALSE(sheet.CanUndo());
+}
+
+TEST_F(CXSheetOperationsTest, RenamesAndSwapsLevels) {
+    SetLevels(2);
+    Put(0, 0, "1");
+    sheet.SetLevelCanMove(0);
+    prompter.Answer(1);
+    prompter.Cancel(); // the name: the snapshot is there already
+    sheet.OnXsheetRenamelevel();
+    EXPECT_TRUE(sheet.CanUndo());
+    prompter.Answer(1);
+    prompter.Answer(std::string("Hand"));
+    sheet.OnXsheetRenamelevel();
+    prompter.Answer(std::pair(0, 1));
+    sheet.OnXsheetSwaplevels();
+    EXPECT_EQ(TakeHints(), (Hints{12, 136, 268}));
+    EXPECT_EQ(sheet.GetLevelName(0), "Hand");
+    EXPECT_EQ(Row(1, 1), "1");
+    EXPECT_TRUE(sheet.GetLevelSmoothed(1));
+}
+
+TEST_F(CXSheetOperationsTest, FramesStayWithinLimits) {
+    Put(0, 49, "1");
+    for (const int refused : {0, -5, 5001}) {
+        prompter.Answer(refused);
+        sheet.OnXsheetAddframes();
+    }
+    EXPECT_FALSE(sheet.CanUndo());
+    prompter.Answer(5000);
+    sheet.OnXsheetAddframes();
+    EXPECT_EQ(model.xsheet.FrameCount(), 1999);
+    ASSERT_TRUE(model.soundBuffer.has_value());
+    EXPECT_EQ(model.soundBuffer->size(), 1999U * 882);
+    EXPECT_EQ(TakeHints(), Hints{136});
+
+    sheet.SetCursorY(80);
+    sheet.SetSelStartY(49);
+    sheet.SetSelEndY(1998);
+    hints.clear();
+    prompter.Answer(1949);
+    sheet.OnXsheetDeleteframes();
+    EXPECT_EQ(model.cursorFrame, 49);
+    EXPECT_EQ(model.selection, (CXSheetSelection{0, 0, 49, 49}));
+    EXPECT_EQ(sheet.GetXsheetData(0, 49), "Man1");
+    EXPECT_EQ(model.soundBuffer->size(), 50U * 882);
+    EXPECT_EQ(TakeHints(), Hints{396});
+    prompter.Answer(5000);
+    sheet.OnXsheetDeleteframes();
+    EXPECT_EQ(model.xsheet.FrameCount(), 1);
+    sheet.OnEditUndo();
+    EXPECT_EQ(model.soundBuffer->size(), 50U * 882);
+}
+
+TEST_F(CXSheetOperationsTest, EditsTheSelectedCells) {
+    for (int frame = 0; frame < 4; ++frame)
+        Put(0, frame, std::to_string(frame / 2));
+    sheet.OnEditReversecels(); // one frame is no range
+    sheet.OnEditPaste();       // nothing copied
+    EXPECT_EQ(TakeHints(), Hints{});
+    model.selection = {0, 0, 0, 3};
+    sheet.OnEditReversecels();
+    sheet.OnEditExpandcels();
+    EXPECT_EQ(Row(0, 7), "111000.");
+    sheet.OnEditCondensecels();
+    EXPECT_EQ(TakeHints(), (Hints{8, 8, 8}));
+    model.selection.endFrame = 1;
+    sheet.OnEditCopy();
+    model.cursorFrame = 5;
+    sheet.OnEditPaste();
+    EXPECT_EQ(Row(0, 8), "1100011.");
+    EXPECT_FALSE(sheet.CanUndo());
+    sheet.OnEditCut();
+    EXPECT_EQ(TakeHints(), (Hints{268, 268}));
+    EXPECT_EQ(Row(0, 3), "..0");
+    model.selection = {0, 0, 3, 2}; // the wrong way round
+    sheet.OnEditCopy();
+    EXPECT_EQ(model.clipboard.height, 2);
+    sheet.OnEditUndo();
+    EXPECT_EQ(Row(0, 3), "110");
+}
+
+TEST_F(CXSheetOperationsTest, DropCelsChecksInOrder) {
+    sheet.DropCels(9, 900, 1, false);
+    model.folderName = "Man";
+    sheet.DropCels(9, 900, 1, false);
+    model.sourceSelection = {"1"};
+    sheet.DropCels(9, 900, 1, false);
+    sheet.DropCels(0, 100, 1, false);
+    EXPECT_EQ(prompter.TakeMessages(), (Texts{"Internal Error : DropCels called with no folder open",
+                                              "Internal Error : DropCels called with cels selected",
+                                              "Internal Error : Invalid level no in DropCels",
+                                              "Internal Error : Invalid frame no in DropCels"}));
+    EXPECT_EQ(hints, Hints{});
+}
+
+TEST_F(CXSheetOperationsTest, DropsAssetsInOrderAndStopsAtTheEnd) {
+    SetLevels(1, 6);
+    CreateFolder(model.Paths().CelFolder("Man"));
+    WriteBytes(model.Paths().CelFile("Man", "1"), CelHeader(30, 20));
+    WriteBytes(model.Paths().CelFile("Man", "2"), CelHeader(40, 20));
+    Put(0, 1, "8");
+    Put(0, 2, "9");
+    model.folderName = "Man";
+    model.sourceSelection = {"1", "2"};
+    sheet.DropCels(0, 1, 2, true);
+    EXPECT_EQ(Row(0, 6), ".11228");
+    EXPECT_EQ(model.xsheet.Cel(0, 2).Size(), (CSize{30, 20}));
+    EXPECT_EQ(model.xsheet.Cel(0, 4).Size(), (CSize{40, 20}));
+    EXPECT_EQ(model.xsheet.Cel(0, 4).PosX(), 384);
+    EXPECT_EQ(model.xsheet.Cel(0, 4).PosY(), 288);
+    EXPECT_EQ(TakeHints(), (Hints{8, 260}));
+    EXPECT_EQ(prompter.TakeMessages(), Texts{});
+    EXPECT_FALSE(sheet.CanUndo());
+
+    model.sourceMode = SourceMode::Pictures;
+    model.sourceSelection = {"4", "5"}; // without files: shown all the same, one message each
+    sheet.DropCels(0, 3, 2, false);
+    EXPECT_EQ(Row(0, 6), ".11445");
+    EXPECT_TRUE(model.xsheet.Cel(0, 5).IsPicture());
+    EXPECT_EQ(prompter.TakeMessages().size(), 2U);
+    sheet.DropCels(0, 0, std::numeric_limits<int>::max(), true);
+    EXPECT_EQ(Row(0, 6), "444444");
+}
+
+TEST_F(CXSheetOperationsTest, WithoutASceneCommandsDoNothing) {
+    model.sceneOpen = false;
+    Put(0, 0, "1");
+    Put(0, 1, "2");
+    model.selection = {0, 0, 0, 1};
+    model.clipboard = model.xsheet.Copy(model.selection);
+    const CXSheet before = model.xsheet;
+    for (const auto command : {&CXSheetOperations::OnXsheetAddlevel, &CXSheetOperations::OnXsheetDeletelevel,
+                               &CXSheetOperations::OnXsheetRenamelevel, &CXSheetOperations::OnXsheetSwaplevels,
+                               &CXSheetOperations::OnXsheetAddframes, &CXSheetOperations::OnXsheetDeleteframes,
+                               &CXSheetOperations::OnEditCut, &CXSheetOperations::OnEditPaste,
+                               &CXSheetOperations::OnEditReversecels, &CXSheetOperations::OnEditCondensecels,
+                               &CXSheetOperations::OnEditExpandcels, &CXSheetOperations::OnEditUndo}) {
+        (sheet.*command)();
+        EXPECT_EQ(model.xsheet, before);
+        EXPECT_FALSE(prompter.lastRequest.has_value()); // no dialog either
+    }
+    EXPECT_EQ(hints, Hints{});
+    EXPECT_EQ(prompter.messages, Texts{});
+}
+
+} // namespace velmor::testing
