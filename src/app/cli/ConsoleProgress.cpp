@@ -1,0 +1,50 @@
+#include "app/cli/ConsoleProgress.h"
+
+#include "platform/Terminal.h"
+
+#include <algorithm>
+#include <iostream>
+#include <string>
+
+namespace velmor {
+
+namespace {
+
+class CLineProgress final : public IProgress {
+public:
+    void Report(int percent, const std::string&) override { m_percent = percent; }
+    void FrameDone(int frame) override {
+        std::cerr << "FRAME: " << frame << "\nPROGRESS: " << m_percent << '%' << std::endl;
+    }
+    bool TakeStopRequest() override { return false; }
+
+private:
+    int m_percent = 0;
+};
+
+class CBarProgress final : public IProgress {
+public:
+    CBarProgress() = default;
+    CBarProgress(const CBarProgress&) = delete;
+    CBarProgress& operator=(const CBarProgress&) = delete;
+    ~CBarProgress() override { std::cerr << std::endl; }
+
+    void Report(int percent, const std::string& text) override {
+        constexpr int columns = 40;
+        const int done = std::clamp(percent, 0, 100) * columns / 100;
+        std::cerr << "\r[" << std::string(static_cast<std::size_t>(done), '#')
+                  << std::string(static_cast<std::size_t>(columns - done), '.') << "] " << percent << "%  " << text
+                  << "   " << std::flush;
+    }
+    bool TakeStopRequest() override { return false; }
+};
+
+} // namespace
+
+std::unique_ptr<IProgress> MakeConsoleProgress() {
+    if (ErrorOutputIsTerminal())
+        return std::make_unique<CBarProgress>();
+    return std::make_unique<CLineProgress>();
+}
+
+} // namespace velmor

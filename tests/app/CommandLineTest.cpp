@@ -1,0 +1,220 @@
+#include "TestScene.h"
+
+#include "image/import/ImageReaders.h"
+#include "sound/SoundFile.h"
+
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+namespace velmor {
+namespace {
+
+using testing::CTempFolder;
+using testing::CTestScene;
+using testing::ReadBytes;
+using testing::WriteBytes;
+
+struct CRun {
+    int status = 0;
+    std::string output;
+    std::string error;
+};
+
+std::string TextOf(const std::filesystem::path& path) {
+    const auto bytes = ReadBytes(path);
+    return {bytes.begin(), bytes.end()};
+}
+
+/// Runs the tool itself, as a user's shell does.
+class CommandLine : public ::testing::Test {
+protected:
+    CRun Run(const std::string& arguments) {
+        const std::string command = std::string(VELMOR_CLI) + " " + arguments + " >" + (folder / "out").string() +
+                                    " 2>" + (folder / "err").string() + " </dev/null";
+        const int status = std::system(command.c_str());
+        EXPECT_TRUE(WIFEXITED(status)) << command;
+        return {WEXITSTATUS(status), TextOf(folder / "out"), TextOf(folder / "err")};
+    }
+
+    std::string Database() const { return "--database " + database.string() + " "; }
+
+    /// Every file of the database and its bytes, to see that nothing changed.
+    std::map<std::filesystem::path, std::vector<std::uint8_t>> Contents() const {
+        std::map<std::filesystem::path, std::vector<std::uint8_t>> files;
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(database))
+            if (entry.is_regular_file())
+                files[entry.path()] = ReadBytes(entry.path());
+        return files;
+    }
+
+    CTempFolder folder;
+    const std::filesystem::path database = folder / "db";
+    CTestScene scene{database};
+};
+
+TEST_F(CommandLine, WrongUsageHasStatusTwoAndAUsageLine) {
+    for (const std::string arguments :
+         {"", "frobnicate", "scenes", "compose --database x y -o z", "compose --database x y --frame 0 -o z",
+          "flipbook --database x y --frames 5-2", "flipbook --database x y --scaling 5",
+          "flipbook --database x y --levels 0", "render --database x y --format gif -o z",
+          "import cel --database x y --folder f", "import cel --database x y --folder f --name 1 a.tga b.tga"}) {
+        const CRun run = Run(arguments);
+        EXPECT_EQ(run.status, 2) << arguments;
+        EXPECT_NE(run.error.find("Usage: velmor-cli"), std::string::npos) << arguments;
+    }
+    EXPECT_EQ(Run("--help").status, 0);
+}
+
+TEST_F(CommandLine, WhatCannotBeReadIsNamedAndNothingChanges) {
+    const auto before = Contents();
+    EXPECT_EQ(Run("scenes --database " + (folder / "none").string()).status, 1);
+    const CRun noScene = Run("compose " + Database() + "Nobody --frame 1 -o " + (folder / "x.png").string());
+    EXPECT_EQ(noScene.status, 1);
+    EXPECT_EQ(noScene.error, "Problem openning the scene\n");
+    EXPECT_EQ(Run("compose " + Database() + "Test --frame 11 -o " + (folder / "x.png").string()).status, 1);
+    EXPECT_EQ(Run("compose " + Database() + "Test --frame 1 -o " + (folder / "no/x.png").string()).status, 1);
+    EXPECT_EQ(Run("flipbook " + Database() + "Test --step 9").error, "Invalid step value!\n");
+    EXPECT_EQ(Run("flipbook " + Database() + "Test --levels 9").error,
+              "You should select at least one level to generate a flipbook!\n");
+    EXPECT_EQ(Run("render " + Database() + "Test --codec nothing -o " + (folder / "r").string()).error,
+              "A suitable compressor cannot be found.\n");
+    EXPECT_EQ(Contents(), before);
+    EXPECT_FALSE(FileExists(folder / "x.png"));
+}
+
+TEST_F(CommandLine, DamagedFilesAreFoundAndLeaveThePreviousFlipbook) {
+    ASSERT_EQ(Run("check " + Database()).status, 0);
+    ASSERT_EQ(Run("flipbook " + Database() + "Test").status, 0);
+    const Path cel = scene.folder / "A" / "2.bit";
+    auto bytes = ReadBytes(cel);
+    bytes.resize(bytes.size() - 3);
+    WriteBytes(cel, bytes);
+    RemoveFile(scene.folder / "_Sounds_" / "tick.sound");
+    const auto before = Contents();
+
+    const CRun check = Run("check " + Database() + "Test");
+    EXPECT_EQ(check.status, 1);
+    EXPECT_NE(check.output.find(cel.string() + ": Unable to read cel file :: Truncated cel file"),
+              std::string::npos);
+    EXPECT_NE(check.output.find("tick.sound"), std::string::npos);
+    EXPECT_EQ(std::count(check.output.begin(), check.output.end(), '\n'), 2);
+
+    const CRun flipbook = Run("flipbook " + Database() + "Test");
+    EXPECT_EQ(flipbook.status, 1);
+    EXPECT_NE(
+        flipbook.error.find("Unable to read cel file :: Truncated cel file :: Reading file ->" + cel.string()),
+        std::string::npos);
+    EXPECT_EQ(Run("compose " + Database() + "Test --frame 8 -o " + (folder / "x.png").string()).status, 1);
+    EXPECT_EQ(Run("compose " + Database() + "Test --frame 1 -o " + (folder / "x.png").string()).status, 0);
+    EXPECT_EQ(Contents(), before);
+}
+
+TEST_F(CommandLine, InfoTellsWhatTheSheetHolds) {
+    EXPECT_EQ(Run("scenes " + Database()).output, "Test\n");
+    const CRun run = Run("info --json " + Database() + "Test");
+    ASSERT_EQ(run.status, 0);
+    const auto info = nlohmann::json::parse(run.output);
+    EXPECT_EQ(info["frameCount"], 10);
+    EXPECT_EQ(info["frameRate"], 24);
+    EXPECT_EQ(info["backgroundColor"], "#faf0e6");
+    EXPECT_EQ(info["levels"].size(), 3U);
+    EXPECT_EQ(info["levels"][0]["cells"].size(), 10U);
+    EXPECT_EQ(info["levels"][0]["cells"][5],
+              nlohmann::json::parse(R"({"frame": 6, "folder": "A", "cel": "2", "posX": 35, "posY": 24, "scaleX": 1,
+                  "scaleY": 1, "rotation": 0, "transparency": 0, "blurX": 1, "blurY": 1, "width": 20, "height": 20})"));
+    EXPECT_EQ(info["camera"][2]["panX"], 3.0);
+    EXPECT_EQ(info["sounds"], nlohmann::json::parse(R"([{"frame": 3, "name": "tick"}])"));
+}
+
+TEST_F(CommandLine, ProgressIsReportedInLines) {
+    const CRun run = Run("flipbook " + Database() + "Test --frames 3-8 --step 2");
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.error, "FRAME: 3\nPROGRESS: 16%\nFRAME: 5\nPROGRESS: 50%\nFRAME: 7\nPROGRESS: 83%\n");
+    EXPECT_TRUE(FileExists(database / "flipbook.avi"));
+}
+
+TEST_F(CommandLine, RendersTheFramesThatComposeShows) {
+    ASSERT_EQ(
+        Run("render " + Database() + "Test --frames 2,4-99 --step 2 --format bmp -o " + (folder / "r").string())
+            .status,
+        0);
+    EXPECT_EQ(ListFiles(folder.Path(), ".bmp"),
+              (std::vector<std::string>{"r0002.bmp", "r0005.bmp", "r0007.bmp", "r0009.bmp"}));
+    ASSERT_EQ(Run("render " + Database() + "Test --format avi -o " + (folder / "m").string()).status, 0);
+    EXPECT_TRUE(FileExists(folder / "m.avi"));
+}
+
+TEST_F(CommandLine, ImportsDrawingsPicturesAndSounds) {
+    const auto tga = (folder / "in.tga").string();
+    std::vector<std::uint8_t> bytes = {0, 0, 2, 0, 0, 0, 0, 0, 0, 0, 0, 0, 4, 0, 3, 0, 24, 0};
+    for (int i = 0; i < 12; ++i)
+        bytes.insert(bytes.end(), 3, static_cast<std::uint8_t>(i * 20));
+    WriteBytes(tga, bytes);
+
+    const std::string cel = "import cel " + Database() + "Test --folder B --threshold 100 ";
+    ASSERT_EQ(Run(cel + tga + " " + tga).status, 0);
+    ASSERT_EQ(Run(cel + "--name 12a " + tga).status, 0);
+    EXPECT_EQ(ListFiles(scene.folder / "B", ".bit"), (std::vector<std::string>{"1.bit", "12a.bit", "2.bit"}));
+    EXPECT_TRUE(FileExists(scene.folder / "B" / "B.colors"));
+    CCelImg image;
+    ASSERT_TRUE(image.Load(scene.folder / "B" / "2.bit"));
+    EXPECT_TRUE(image.IsLine(0, 1));  // grey 80
+    EXPECT_FALSE(image.IsLine(1, 1)); // grey 100
+
+    ASSERT_EQ(Run("import picture " + Database() + "Test --name sky " + tga).status, 0);
+    ASSERT_TRUE(image.Load(scene.folder / "_Pictures_" / "sky.rgba"));
+    EXPECT_EQ(image.ColorAt(3, 2), (CColor{220, 220, 220, 255}));
+
+    std::vector<std::uint8_t> wave = {
+        'R', 'I', 'F', 'F', 40, 0,  0, 0, 'W', 'A', 'V', 'E', 'f', 'm', 't', ' ', 16, 0, 0, 0, 1, 0, 1, 0,
+        17,  43,  0,   0,   17, 43, 0, 0, 1,   0,   8,   0,   'd', 'a', 't', 'a', 4,  0, 0, 0, 1, 2, 3, 4};
+    WriteBytes(folder / "in.wav", wave);
+    ASSERT_EQ(Run("import sound " + Database() + "Test --name click " + (folder / "in.wav").string()).status, 0);
+    std::vector<std::uint8_t> samples;
+    ASSERT_TRUE(LoadSoundFile(scene.folder / "_Sounds_" / "click.sound", "click", samples));
+    EXPECT_EQ(samples, (std::vector<std::uint8_t>{1, 1, 2, 2, 3, 3, 4, 4})); // 11025 a second
+
+    const auto before = Contents();
+    EXPECT_EQ(Run(cel + "--name a1 " + tga).status, 1);
+    EXPECT_EQ(Run("import cel " + Database() + "Test --folder _Pictures_ " + tga).status, 1);
+    bytes.resize(30);
+    WriteBytes(tga, bytes);
+    EXPECT_EQ(Run(cel + tga).error, "Error : in.tga is corrupted!\nError in import\n");
+    EXPECT_EQ(Run("import sound " + Database() + "Test --name click " + tga).error,
+              "Invalid Audio File extension\n");
+    EXPECT_EQ(Contents(), before);
+}
+
+TEST_F(CommandLine, AnInterruptLeavesNoHalfWrittenFile) {
+    scene.data.geometry.width = 1920;
+    scene.data.geometry.height = 1080;
+    scene.data.xsheet.SetFrameCount(1999);
+    scene.Save();
+    const auto before = Contents();
+    const pid_t tool = ::fork();
+    ASSERT_GE(tool, 0);
+    if (tool == 0) {
+        ::close(STDERR_FILENO);
+        ::execl(VELMOR_CLI, VELMOR_CLI, "flipbook", "--database", database.c_str(), "Test",
+                static_cast<char*>(nullptr));
+        ::_exit(3);
+    }
+    const auto unfinished = [this] { return ListFiles(database, ".tmp").size(); };
+    int status = 0;
+    while (unfinished() == 0 && ::waitpid(tool, &status, WNOHANG) == 0)
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    EXPECT_EQ(unfinished(), 1U);
+    ::kill(tool, SIGINT);
+    ASSERT_EQ(::waitpid(tool, &status, 0), tool);
+    EXPECT_TRUE(WIFSIGNALED(status));
+    EXPECT_EQ(Contents(), before);
+}
+
+} // namespace
+} // namespace velmor
