@@ -81,7 +81,7 @@ void MakeFlipbook(benchmark::State& state, CSize size) {
     job.settings.scaling = static_cast<int>(state.range(0));
     CNoProgress progress;
     for (auto _ : state) {
-        CImageCache cache(std::size_t{112} << 20);
+        CImageCache cache(CImageCache::usualBytes);
         const CFlipbookOutcome outcome = GenerateFlipbook(job, cache, progress, [] { return true; });
         if (outcome.end != FlipbookEnd::Complete)
             state.SkipWithError("the flipbook was not made");

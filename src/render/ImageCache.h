@@ -16,6 +16,9 @@ namespace velmor {
 /// longest unused entries go first; a bound of 0 keeps nothing. Safe to use from several threads.
 class CImageCache {
 public:
+    /// What a program gives it: an HD flipbook, with all that it needs besides, stays well under 200 MB.
+    static constexpr std::size_t usualBytes = std::size_t{96} << 20;
+
     explicit CImageCache(std::size_t mostBytes) : m_mostBytes(mostBytes) {}
 
     /// The image of a file prepared for a placement. On failure the status is the loader's and `source` is empty.

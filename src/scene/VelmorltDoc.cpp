@@ -17,21 +17,13 @@
 
 namespace velmor {
 
-namespace {
-
-constexpr std::size_t imageCacheBytes = std::size_t{112} << 20;
-
-}
-
 struct CVelmorltDoc::CParts {
-    CParts(IPrompter& prompterToUse, CProfile& profile)
-        : prompter(prompterToUse), context{model, prompterToUse, views, profile} {}
+    CParts(IPrompter& prompter, CProfile& profile) : context{model, prompter, views, profile} {}
 
-    IPrompter& prompter;
     CSceneModel model;
     CViewList views;
     CSceneContext context;
-    CImageCache cache{imageCacheBytes};
+    CImageCache cache{CImageCache::usualBytes};
     CFrameWorker worker{cache};
     std::shared_ptr<const CCameraPicture> shownPicture; ///< the last one whose error has been shown
 

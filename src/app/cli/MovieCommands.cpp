@@ -16,8 +16,6 @@ namespace velmor {
 
 namespace {
 
-constexpr std::size_t imageCacheBytes = std::size_t{112} << 20;
-
 // Cuts the padding columns off.
 CFrameBuffer CropWidth(const CFrameBuffer& frame, int width) {
     CFrameBuffer cropped{width, frame.height, {}};
@@ -112,7 +110,7 @@ bool RunFlipbook(const CFlipbookArguments& arguments) {
     model.cursorFrame = arguments.cursor - 1;
     model.selection.startFrame = settings.startFrame - 1; // where the sound starts
     PrepareSound(*scene);
-    CImageCache cache(imageCacheBytes);
+    CImageCache cache(CImageCache::usualBytes);
     CFlipbookOperations flipbooks(scene->context, cache);
     return flipbooks.Generate(settings,
                               arguments.output.empty() ? flipbooks.LastFlipbook() : PathOf(arguments.output));
@@ -149,7 +147,7 @@ bool RunRender(const CRenderArguments& arguments) {
     }
     if (job.settings.format == RenderFormat::Avi && PrepareSound(*scene))
         job.sound = *model.soundBuffer;
-    CImageCache cache(imageCacheBytes);
+    CImageCache cache(CImageCache::usualBytes);
     const std::unique_ptr<IProgress> progress = prompter.BeginProgress("Rendering");
     const CRenderOutcome outcome = RenderToDisk(job, cache, *progress, [] { return false; });
     if (!outcome.message.empty())
