@@ -6,6 +6,7 @@
 #include "render/avi/MsVideo1.h"
 
 #include <algorithm>
+#include <exception>
 
 namespace velmor {
 
@@ -73,7 +74,15 @@ private:
     }
 
     // A frame becomes a file here, on the producing thread: numbered files do not depend on one another.
-    void MakeFrame(int frame, CMadeFrame& made) {
+    void MakeFrame(int frame, CMadeFrame& made) noexcept {
+        try {
+            MakeFrameOrThrow(frame, made);
+        } catch (const std::exception&) {
+            made.status = CStatus::Failure("There is not enough memory to render a frame.");
+        }
+    }
+
+    void MakeFrameOrThrow(int frame, CMadeFrame& made) {
         const ColorRef background = m_job.shot.geometry.background;
         made.status = Compose(frame, IsTransparent() ? ColorRef{0} : background, made.frame);
         if (!made.status)

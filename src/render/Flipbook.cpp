@@ -7,6 +7,7 @@
 #include "sound/SoundTrack.h"
 
 #include <algorithm>
+#include <exception>
 
 namespace velmor {
 
@@ -56,7 +57,15 @@ private:
         return m_writer.AddSound(CutSound(*m_job.sound, scene.frameRate, m_job.soundFrame, m_last - m_first + 1));
     }
 
-    void MakeFrame(int frame, CMadeFrame& made) {
+    void MakeFrame(int frame, CMadeFrame& made) noexcept {
+        try {
+            MakeFrameOrThrow(frame, made);
+        } catch (const std::exception&) {
+            made.status = CStatus::Failure("There is not enough memory to create the avi file.");
+        }
+    }
+
+    void MakeFrameOrThrow(int frame, CMadeFrame& made) {
         made.status = ComposeFrame(RequestFlipbookFrame(m_job, frame), m_cache, made.frame, false);
         if (made.status)
             EncodeMsVideo1(made.frame.pixels, made.frame.width, made.frame.height,
