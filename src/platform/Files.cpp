@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <fcntl.h>
 #include <new>
 #include <sys/stat.h>
@@ -51,6 +52,19 @@ std::vector<std::string> ListNames(const Path& folder, Accept accept) {
             names.push_back(entry->path().filename().string());
     std::sort(names.begin(), names.end());
     return names;
+}
+
+/// The folders in a folder, or all the rest, sorted; a link is no folder, wherever it leads.
+std::vector<Path> ContentsOf(const Path& folder, bool folders) {
+    std::vector<Path> found;
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+        std::error_code unknown;
+        if ((entry->symlink_status(unknown).type() == fs::file_type::directory) == folders)
+            found.push_back(entry->path());
+    }
+    std::sort(found.begin(), found.end());
+    return found;
 }
 
 } // namespace
@@ -108,6 +122,34 @@ bool CreateFolder(const Path& path) {
 
 bool RemoveFile(const Path& path) {
     return ::unlink(path.c_str()) == 0;
+}
+
+bool RemoveFilesIn(const Path& folder, const std::function<void(const Path&)>& resists) {
+    bool emptied = true;
+    for (const Path& file : ContentsOf(folder, false)) {
+        if (RemoveFile(file))
+            continue;
+        emptied = false;
+        if (resists)
+            resists(file);
+    }
+    return emptied;
+}
+
+int RemoveEmptyFolder(const Path& folder) {
+    return std::remove(folder.c_str()) == 0 ? 0 : errno;
+}
+
+bool RemoveFolderTree(const Path& folder, const std::function<void(const Path&)>& resists) {
+    bool emptied = RemoveFilesIn(folder, resists);
+    for (const Path& inner : ContentsOf(folder, true))
+        emptied = RemoveFolderTree(inner, resists) && emptied;
+    if (!emptied)
+        return false;
+    const bool removed = RemoveEmptyFolder(folder) == 0;
+    if (!removed && resists)
+        resists(folder);
+    return removed;
 }
 
 bool CopyFileIfAbsent(const Path& from, const Path& to) {

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -74,6 +75,8 @@ public:
     bool Overwrite(std::uint64_t offset, std::span<const std::uint8_t> bytes);
     /// Number of bytes appended so far.
     std::uint64_t Size() const { return m_size; }
+    /// Where the bytes stand until Commit(), for who has to read them back.
+    const Path& Temporary() const { return m_temporary; }
     /// Flushes to disk and renames over the target.
     bool Commit();
 
@@ -97,6 +100,13 @@ bool FolderExists(const Path& path);
 /// Makes one folder (and the folders above it). True also when it exists already.
 bool CreateFolder(const Path& path);
 bool RemoveFile(const Path& path);
+/// Removes what is in a folder except the folders. Links are removed, never followed. What cannot be removed is
+/// told to `resists`, if there is one, and stays; false then.
+bool RemoveFilesIn(const Path& folder, const std::function<void(const Path&)>& resists = {});
+/// Removes an empty folder: 0, or the system's error number.
+int RemoveEmptyFolder(const Path& folder);
+/// Removes a folder with all it holds, as RemoveFilesIn() does; a folder in which something stays, stays as well.
+bool RemoveFolderTree(const Path& folder, const std::function<void(const Path&)>& resists = {});
 /// Copies a file; fails when the destination exists. A failed copy leaves nothing behind.
 bool CopyFileIfAbsent(const Path& from, const Path& to);
 bool MoveFile(const Path& from, const Path& to);

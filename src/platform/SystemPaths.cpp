@@ -42,6 +42,12 @@ Path UserDataFolder() {
     return folder.empty() ? HomeFolder() / ".local" / "share" : folder;
 }
 
+Path TemporaryFolder() {
+    std::error_code error;
+    const Path folder = std::filesystem::temp_directory_path(error);
+    return folder.empty() ? Path("/tmp") : folder;
+}
+
 bool FolderIsWritable(const Path& folder) {
     std::error_code error;
     Path nearest = std::filesystem::absolute(folder, error);

@@ -51,10 +51,18 @@ public:
     }
 
     std::optional<CDecodedFrame> DecodePacket() {
-        if (avcodec_send_packet(m_decoder.get(), m_packet.get()) < 0 ||
-            avcodec_receive_frame(m_decoder.get(), m_frame.get()) < 0)
+        if (avcodec_send_packet(m_decoder.get(), m_packet.get()) < 0)
             return std::nullopt;
-        return CDecodedFrame{m_packet->pts, (m_packet->flags & AV_PKT_FLAG_KEY) != 0, PixelsOfFrame()};
+        return TakeFrame();
+    }
+
+    /// Decodes the packet, or what is left after the last, into all frames that are then complete.
+    bool DecodeInto(std::vector<CDecodedFrame>& frames, bool isEnd = false) {
+        if (avcodec_send_packet(m_decoder.get(), isEnd ? nullptr : m_packet.get()) < 0)
+            return false;
+        while (std::optional<CDecodedFrame> frame = TakeFrame())
+            frames.push_back(std::move(*frame));
+        return true;
     }
 
     bool Seek(std::int64_t position) {
@@ -62,6 +70,18 @@ public:
     }
 
 private:
+    std::optional<CDecodedFrame> TakeFrame() {
+        if (avcodec_receive_frame(m_decoder.get(), m_frame.get()) < 0)
+            return std::nullopt;
+        return CDecodedFrame{PositionOf(m_frame->best_effort_timestamp), m_frame->key_frame != 0, PixelsOfFrame()};
+    }
+
+    // In an AVI a unit of time is a sample of the stream; elsewhere it is finer.
+    std::int64_t PositionOf(std::int64_t time) const {
+        const bool isAvi = std::string_view(m_format->iformat->name) == "avi";
+        return isAvi ? time : av_rescale_q(time, Video().time_base, av_inv_q(Video().r_frame_rate));
+    }
+
     bool OpenDecoder() {
         const AVCodecParameters* parameters = Video().codecpar;
         const AVCodec* codec = avcodec_find_decoder(parameters->codec_id);
@@ -75,8 +95,8 @@ private:
         const int width = m_frame->width;
         const int height = m_frame->height;
         const CHandle<SwsContext> scaler(sws_getContext(width, height, static_cast<AVPixelFormat>(m_frame->format),
-                                                        width, height, AV_PIX_FMT_BGR24, SWS_POINT, nullptr,
-                                                        nullptr, nullptr));
+                                                        width, height, AV_PIX_FMT_BGR24,
+                                                        SWS_POINT | SWS_ACCURATE_RND, nullptr, nullptr, nullptr));
         std::vector<std::uint8_t> topDown(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 3);
         std::uint8_t* const planes[4] = {topDown.data(), nullptr, nullptr, nullptr};
         const int strides[4] = {width * 3, 0, 0, 0};
@@ -126,11 +146,11 @@ std::optional<CDecodedMovie> DecodeMovie(const std::filesystem::path& path) {
             movie.sound.insert(movie.sound.end(), packet.data, packet.data + packet.size);
         if (!reader.IsVideo() || packet.size == 0)
             continue;
-        std::optional<CDecodedFrame> frame = reader.DecodePacket();
-        if (!frame)
+        if (!reader.DecodeInto(movie.frames))
             return std::nullopt;
-        movie.frames.push_back(std::move(*frame));
     }
+    if (!reader.DecodeInto(movie.frames, true))
+        return std::nullopt;
     return result == AVERROR_EOF ? std::optional(std::move(movie)) : std::nullopt;
 }
 

@@ -1,0 +1,5 @@
+#include "platform/ScannerServer.h"
+
+int main() {
+    return velmor::ServeScanners();
+}
