@@ -2,10 +2,11 @@
 
 #include "render/Flipbook.h"
 #include "render/OrderedProducer.h"
-#include "render/avi/AviWriter.h"
-#include "render/avi/MsVideo1.h"
+#include "render/RenderMovie.h"
 
 #include <algorithm>
+#include <array>
+#include <cctype>
 #include <exception>
 
 namespace velmor {
@@ -33,38 +34,39 @@ public:
           m_cache(cache),
           m_geometry(RenderGeometryOf(job.settings, job.shot.geometry.Frame())),
           m_frames(job.settings.frames) {
-        if (!IsMovie() && m_settings.resume)
+        if (!IsMovie(m_settings.format) && m_settings.resume)
             std::erase_if(m_frames, [this](int frame) { return FileExists(RenderFrameFile(m_settings, frame)); });
     }
 
     CRenderOutcome Run(IProgress& progress, const std::function<bool()>& askStop) {
-        if (IsMovie())
+        if (IsMovie(m_settings.format))
             if (const CStatus opened = OpenMovie(); !opened)
                 return Failed(opened, 0);
-        const CRenderOutcome outcome = WriteFrames(progress, askStop);
-        if (IsMovie() && outcome.end != RenderEnd::Failed)
-            if (const CStatus closed = m_writer.Close(); !closed)
+        CRenderOutcome outcome = WriteFrames(progress, askStop);
+        if (m_movie && outcome.end != RenderEnd::Failed)
+            if (const CStatus closed = m_movie->Close(m_length); !closed)
                 return Failed(closed, outcome.framesWritten);
         return outcome;
     }
 
 private:
-    bool IsMovie() const { return m_settings.format == RenderFormat::Avi; }
-    bool IsTransparent() const {
-        return m_settings.transparentBackground &&
-               (m_settings.format == RenderFormat::Png || m_settings.format == RenderFormat::Targa);
-    }
+    bool IsTransparent() const { return m_settings.transparentBackground && HasAlpha(m_settings.format); }
 
     CStatus OpenMovie() {
         const CSceneGeometry& scene = m_job.shot.geometry;
-        CStatus opened =
-            m_writer.Open(m_settings.target, {m_settings.quality, scene.frameRate, m_geometry.output.width,
-                                              m_geometry.output.height, scene.background});
-        if (!opened || !m_job.sound || m_frames.empty())
-            return opened;
-        return m_writer.AddSound(
-            CutSound(*m_job.sound, scene.frameRate, m_frames.front(), m_frames.back() - m_frames.front() + 1));
+        std::vector<std::uint8_t> sound;
+        if (m_job.sound && !m_frames.empty())
+            sound = CutSound(*m_job.sound, scene.frameRate, m_frames.front(),
+                             PositionOf(m_frames.back()) + LastStands());
+        return OpenRenderMovie(m_settings.target,
+                               {m_settings.format == RenderFormat::Mp4, m_settings.compressor, m_settings.quality,
+                                scene.frameRate, m_geometry.output, scene.background},
+                               sound, m_movie);
     }
+
+    int PositionOf(int frame) const { return frame - m_frames.front(); }
+    // An AVI ends with its last frame.
+    int LastStands() const { return m_settings.format == RenderFormat::Mp4 ? m_settings.step : 1; }
 
     CStatus Compose(int frame, ColorRef background, CFrameBuffer& buffer) {
         CFrameRequest request =
@@ -87,9 +89,8 @@ private:
         made.status = Compose(frame, IsTransparent() ? ColorRef{0} : background, made.frame);
         if (!made.status)
             return;
-        if (IsMovie()) {
-            EncodeMsVideo1(made.frame.pixels, made.frame.width, made.frame.height, m_settings.quality, background,
-                           made.encoded);
+        if (m_movie) {
+            m_movie->Encode(made.frame, made.encoded);
             return;
         }
         AlphaPlane alpha;
@@ -114,10 +115,10 @@ private:
             const CMadeFrame& item = *made.Next();
             if (!item.status)
                 return Failed(item.status, written);
-            if (IsMovie())
-                if (const CStatus added = m_writer.WriteEncodedFrame(frame - m_frames.front(), item.encoded);
-                    !added)
+            if (m_movie)
+                if (const CStatus added = m_movie->Write(PositionOf(frame), item.encoded); !added)
                     return Failed(added, written);
+            m_length = PositionOf(frame) + LastStands();
             ++written;
             progress.Report(written * 100 / count, "Preparing Frame : " + std::to_string(frame + 1));
             progress.FrameDone(frame + 1);
@@ -132,7 +133,8 @@ private:
     CImageCache& m_cache;
     const COutputGeometry m_geometry;
     std::vector<int> m_frames;
-    CAviWriter m_writer;
+    std::unique_ptr<IRenderMovie> m_movie; ///< null for numbered frames
+    int m_length = 0;                      ///< of the movie so far, frames
 };
 
 } // namespace
@@ -145,12 +147,37 @@ COutputGeometry RenderGeometryOf(const CRenderSettings& settings, CSize scene) {
     return {scene, {width, std::max(1, static_cast<int>(scene.height * factor))}, factor};
 }
 
+int MostPixelsOf(RenderFormat format) {
+    switch (format) {
+    case RenderFormat::Mp4:
+        return 16384; // of H.264 encoders
+    case RenderFormat::Avi:
+        return 32764; // 16-bit numbers in its header, and a multiple of 4
+    default:
+        return 32767; // of the programs that read the pictures, ours among them
+    }
+}
+
+std::string_view ExtensionOf(RenderFormat format) {
+    constexpr std::array<std::string_view, 5> extensions = {".png", ".tga", ".bmp", ".avi", ".mp4"};
+    return extensions[static_cast<std::size_t>(format)];
+}
+
+Path RenderTargetOf(const Path& name, RenderFormat format) {
+    if (!IsMovie(format))
+        return name;
+    std::string extension = name.extension().string();
+    std::ranges::transform(extension, extension.begin(),
+                           [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return extension == ExtensionOf(format) ? name : Path(name) += ExtensionOf(format);
+}
+
 Path RenderFrameFile(const CRenderSettings& settings, int frame) {
     constexpr std::size_t digits = 4;
     std::string number = std::to_string(frame + 1);
     number.insert(0, digits - std::min(digits, number.size()), '0');
-    return settings.target.parent_path() / (settings.target.filename().string() + number +
-                                            std::string(ExtensionOf(static_cast<FrameFormat>(settings.format))));
+    return settings.target.parent_path() /
+           (settings.target.filename().string() + number + std::string(ExtensionOf(settings.format)));
 }
 
 CRenderOutcome RenderToDisk(const CRenderJob& job, CImageCache& cache, IProgress& progress,

@@ -9,23 +9,36 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace velmor {
 
-enum class RenderFormat { Png = 0, Targa = 1, Bitmap = 2, Avi = 3 };
+enum class RenderFormat { Png = 0, Targa = 1, Bitmap = 2, Avi = 3, Mp4 = 4 };
+
+constexpr bool IsMovie(RenderFormat format) {
+    return format == RenderFormat::Avi || format == RenderFormat::Mp4;
+}
+/// Whether frames of the format can be without a background.
+constexpr bool HasAlpha(RenderFormat format) {
+    return format == RenderFormat::Png || format == RenderFormat::Targa;
+}
+/// With its dot.
+std::string_view ExtensionOf(RenderFormat format);
 
 /// What the final output is made with.
 struct CRenderSettings {
     std::vector<int> levels; ///< 0-based, in list order
     std::vector<int> frames; ///< 0-based, ascending, step already applied
+    int step = 1;            ///< of `frames`: how long the last frame of an MP4 stands
     int scaling = 100;       ///< percent, 1 to 400
     bool antialias = true;
     RenderFormat format = RenderFormat::Png;
     bool transparentBackground = false; ///< PNG and Targa: alpha instead of the background
     bool resume = false;                ///< keep numbered frames that are there already
     int quality = 10000;                ///< of a movie, 0 to 10000
-    Path target; ///< directory and name; numbered frames append the frame number and the extension
+    std::string compressor;             ///< of an AVI, see Compressors.h; empty for the default
+    Path target; ///< the movie, or directory and name to which numbered frames append number and extension
 };
 
 struct CRenderJob {
@@ -43,8 +56,14 @@ struct CRenderOutcome {
     int framesWritten = 0;
 };
 
-/// Size of the output: the scene's scaled, at least 1 x 1; a movie's width is raised to the next multiple of 4.
+/// Size of the output: the scene's scaled, at least 1 x 1; an AVI's width is raised to the next multiple of 4.
 COutputGeometry RenderGeometryOf(const CRenderSettings& settings, CSize scene);
+
+/// The most pixels to a side that files of the format can have.
+int MostPixelsOf(RenderFormat format);
+
+/// What a name given by the user comes to as a target: a movie gets its extension unless it has it.
+Path RenderTargetOf(const Path& name, RenderFormat format);
 
 /// The file of a numbered frame (0-based): target + number from 1, four digits or more, + extension.
 Path RenderFrameFile(const CRenderSettings& settings, int frame);

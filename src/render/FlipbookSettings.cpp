@@ -13,6 +13,9 @@ CStatus CheckFlipbookSettings(const CFlipbookSettings& settings, int frameCount)
         return CStatus::Failure("Invalid start or end frame!");
     if (settings.step < 1 || settings.step > std::max(1, (end - start) / 2))
         return CStatus::Failure("Invalid step value!");
+    const auto isPercentage = [](int value) { return value >= 10 && value <= 100; };
+    if (!isPercentage(settings.scaling) || !isPercentage(settings.quality))
+        return CStatus::Failure("The scaling and the quality must be whole numbers from 10 to 100");
     return {};
 }
 

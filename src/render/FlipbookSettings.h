@@ -20,8 +20,8 @@ struct CFlipbookSettings {
     bool antialias = false;
 };
 
-/// Refuses no levels, frames outside the xsheet and steps over half of the range, with the text to show. Takes the
-/// first mostLevels levels only.
+/// Refuses no levels, frames outside the xsheet, steps over half of the range and percentages out of theirs, with
+/// the text to show. Takes the first mostLevels levels only.
 CStatus CheckFlipbookSettings(const CFlipbookSettings& settings, int frameCount);
 
 /// Size of a flipbook: the width scaled and raised to the next multiple of 4 (always by 1 to 4), the height in

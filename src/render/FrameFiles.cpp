@@ -3,7 +3,6 @@
 #include "platform/PngFile.h"
 
 #include <algorithm>
-#include <array>
 #include <limits>
 
 namespace velmor {
@@ -85,11 +84,6 @@ bool WriteFrameBitmap(const Path& path, const CFrameBuffer& frame) {
 }
 
 } // namespace
-
-std::string_view ExtensionOf(FrameFormat format) {
-    constexpr std::array<std::string_view, 3> extensions = {".png", ".tga", ".bmp"};
-    return extensions[static_cast<std::size_t>(format)];
-}
 
 bool WriteFrameFile(const Path& path, FrameFormat format, const CFrameBuffer& frame, const AlphaPlane& alpha) {
     switch (format) {

@@ -4,15 +4,11 @@
 #include "render/FrameComposer.h"
 
 #include <cstdint>
-#include <string_view>
 #include <vector>
 
 namespace velmor {
 
 enum class FrameFormat { Png = 0, Targa = 1, Bitmap = 2 };
-
-/// ".png", ".tga" or ".bmp".
-std::string_view ExtensionOf(FrameFormat format);
 
 /// Alpha of a frame, one byte a pixel, bottom row first.
 using AlphaPlane = std::vector<std::uint8_t>;

@@ -57,8 +57,14 @@ void CFrameWorker::Work() {
         const CStatus composed = ComposeFrame(request, m_cache, picture->frame, true);
         picture->error = composed.Message();
         lock.lock();
-        if (number == m_orderNumber)
-            m_picture = picture;
+        if (number != m_orderNumber)
+            continue;
+        m_picture = picture;
+        if (m_finished) {
+            lock.unlock();
+            m_finished();
+            lock.lock();
+        }
     }
 }
 

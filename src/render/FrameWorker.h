@@ -3,6 +3,7 @@
 #include "render/FrameComposer.h"
 
 #include <condition_variable>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -26,6 +27,9 @@ public:
     CFrameWorker& operator=(const CFrameWorker&) = delete;
     ~CFrameWorker();
 
+    /// Called on the worker's thread each time a picture is there. To be set before the first Start().
+    void SetFinishedCallback(std::function<void()> finished) { m_finished = std::move(finished); }
+
     /// Gives up the picture there is and starts the next. False when no thread could be started.
     bool Start(CFrameRequest request);
     /// Gives up the picture there is and what is being composed.
@@ -37,6 +41,7 @@ private:
     void Work();
 
     CImageCache& m_cache;
+    std::function<void()> m_finished;
     mutable std::mutex m_mutex;
     std::condition_variable m_ordered;
     std::optional<CFrameRequest> m_order;

@@ -1,11 +1,35 @@
 #include "scene/AssetOperations.h"
 
+#include "scene/AssetReferences.h"
+#include "scene/CommandState.h"
 #include "scene/DialogRequests.h"
 #include "scene/ImportOperations.h"
 #include "scene/NamingRules.h"
 #include "scene/SceneLifecycle.h"
+#include "scene/Settings.h"
+#include "scene/SoundOperations.h"
+
+#include <algorithm>
 
 namespace velmor {
+
+namespace {
+
+std::string DeletionQuestion(const CSceneModel& model) {
+    const std::string from = model.sourceMode == SourceMode::Sounds ? "sounds from Sounds folder"
+                             : model.sourceMode == SourceMode::Pictures
+                                 ? "pictures from Pictures folder"
+                                 : "cels from folder \"" + model.folderName + "\"";
+    return "Are you sure you want to remove selected " + from + " and xsheet ? (NO UNDO!)";
+}
+
+NameKind NameKindOf(SourceMode kind) {
+    return kind == SourceMode::Sounds     ? NameKind::Sound
+           : kind == SourceMode::Pictures ? NameKind::Picture
+                                          : NameKind::Cel;
+}
+
+} // namespace
 
 bool CAssetOperations::AcceptFolderName(const std::string& name) const {
     return m_context.Report(CheckFolderName(name)) &&
@@ -38,19 +62,17 @@ void CAssetOperations::OnAssetsNewcel() {
     if (!cel)
         return;
     const Path path = model.Paths().CelFile(model.folderName, cel->name);
-    // The editor would otherwise write the replaced drawing over the new one when it closes.
-    if (model.celImg.FilePath() == path) {
-        m_context.model.celImg.SetModified(false);
-        m_context.model.celImg.Clear();
-    }
     CCelImg image;
     CStatus status = image.CreateCel(cel->size.width, cel->size.height, path);
     if (status)
         status = image.SaveCel();
-    if (status)
-        m_context.Update(newFolderHint);
-    else
+    if (!status) {
         m_context.prompter.ShowVelmorMessage(status.Message());
+        return;
+    }
+    m_context.model.DropEditedImage(path);
+    const bool exposed = CAssetReferences(m_context.model).Resize(model.folderName, cel->name) > 0;
+    m_context.Update(exposed ? newFolderHint | pictureHint : newFolderHint);
 }
 
 void CAssetOperations::EditCel(const std::string& name) {
@@ -78,6 +100,163 @@ void CAssetOperations::OnCelUpdatecamera() {
         m_context.Show("Error saving cel : " + saved.Message());
     else
         m_context.Update(pictureHint);
+}
+
+Path CAssetOperations::AssetFile(const std::string& name) const {
+    const CSceneModel& model = m_context.model;
+    return model.Paths().AssetFile(model.sourceMode, model.folderName, name);
+}
+
+void CAssetOperations::OnAssetsDeleteassets() {
+    const CSceneModel& model = m_context.model;
+    if (!CanChangeAssets(model) || !m_context.prompter.Confirm(DeletionQuestion(model)))
+        return;
+    UpdateHint hint = UpdateHint::AssetLists;
+    std::optional<Path> resisting;
+    for (const std::string& name : std::vector(model.sourceSelection)) {
+        const Path file = AssetFile(name);
+        if (!RemoveFile(file)) {
+            resisting = file;
+            break;
+        }
+        hint = hint | ForgetAsset(name);
+    }
+    if (model.sourceMode == SourceMode::Sounds && Holds(hint, UpdateHint::Cells))
+        m_sounds.PrepareSoundBuffer();
+    m_context.Update(hint);
+    if (resisting) {
+        m_context.Show("Internal Error: Problem deleting file in OnAssetsDeleteassets");
+        m_context.Show(Utf8Of(*resisting));
+    }
+}
+
+UpdateHint CAssetOperations::ForgetAsset(const std::string& name) {
+    CSceneModel& model = m_context.model;
+    CAssetReferences references(model);
+    std::erase(model.sourceSelection, name);
+    if (model.sourceMode == SourceMode::Sounds)
+        return references.RemoveSound(name) > 0 ? UpdateHint::Cells : UpdateHint::None;
+    const UpdateHint hint = model.DropEditedImage(AssetFile(name)) ? UpdateHint::EditedImage : UpdateHint::None;
+    const int cleared = references.Clear(ReferenceFolder(model.sourceMode, model.folderName), name);
+    return cleared > 0 ? hint | cellsAndPictureHint : hint;
+}
+
+void CAssetOperations::OnAssetsDeletefolder() {
+    const CSceneModel& model = m_context.model;
+    if (!model.HasFolder() ||
+        !m_context.prompter.Confirm("Are you sure you want to remove current folder \"" + model.folderName +
+                                    "\" and remove the references of cels inside it from the xsheet ? (NO UNDO!)"))
+        return;
+    const Path folder = model.Paths().CelFolder(model.folderName);
+    RemoveFilesIn(folder);
+    if (const int error = RemoveEmptyFolder(folder); error != 0) {
+        m_context.Update(UpdateHint::AssetLists);
+        m_context.Show("Internal Error: Problem deleting folder in OnAssetsDeletecels");
+        m_context.Show(Utf8Of(folder) + "\nGetLastError returns -> " + std::to_string(error));
+        return;
+    }
+    ForgetFolder();
+}
+
+void CAssetOperations::ForgetFolder() {
+    CSceneModel& model = m_context.model;
+    CAssetReferences(model).ClearFolder(model.folderName);
+    if (model.celImg.FilePath().parent_path() == model.Paths().CelFolder(model.folderName))
+        model.celImg.SetModified(false); // gone with its folder
+    m_lifecycle.CloseEditedImage();
+    if (model.sourceMode == SourceMode::Cels)
+        model.sourceSelection.clear();
+    model.folderName.clear();
+    Set(m_context.profile, setting::lastFolder, "");
+    m_context.Update(folderDeletedHint);
+}
+
+bool CAssetOperations::AcceptAssetName(const std::string& name) const {
+    switch (m_context.model.sourceMode) {
+    case SourceMode::Sounds:
+        return m_sounds.AcceptSoundName(name);
+    case SourceMode::Pictures:
+        return m_imports.AcceptPictureName(name);
+    case SourceMode::Cels:
+        break;
+    }
+    return m_imports.AcceptCelName(name);
+}
+
+void CAssetOperations::OnAssetsRenamecel() {
+    const CSceneModel& model = m_context.model;
+    if (!m_context.Require(HasSelectedAssets(model), "Internal Error : Nothing selected in OnAssetsRenamecel") ||
+        !CanChangeAssets(model))
+        return;
+    const std::string oldName = model.sourceSelection.front();
+    const auto accept = [this, &oldName](const std::string& name) {
+        return name == oldName || AcceptAssetName(name);
+    };
+    const std::optional<std::string> newName =
+        m_context.prompter.AskName({NameKindOf(model.sourceMode), oldName, accept});
+    if (!newName || *newName == oldName)
+        return;
+    const bool replaced = FileExists(AssetFile(*newName));
+    // Replaces in one step: a file that cannot be moved leaves the other as it was.
+    if (MoveFile(AssetFile(oldName), AssetFile(*newName)))
+        m_context.Update(UpdateHint::AssetLists | FollowRename(oldName, *newName, replaced));
+    else
+        m_context.Show("Can not rename asset!\nEither the file does not exist,\nor disk is write protected??");
+}
+
+UpdateHint CAssetOperations::FollowRename(const std::string& oldName, const std::string& newName, bool replaced) {
+    CSceneModel& model = m_context.model;
+    std::erase(model.sourceSelection, newName);
+    std::ranges::replace(model.sourceSelection, oldName, newName);
+    if (model.sourceMode == SourceMode::Sounds)
+        return FollowSoundRename(oldName, newName, replaced);
+
+    UpdateHint hint = UpdateHint::None;
+    if (model.DropEditedImage(AssetFile(newName)))
+        hint = UpdateHint::EditedImage;
+    if (model.celImg.FilePath() == AssetFile(oldName)) {
+        model.celImg.SetFilePath(AssetFile(newName));
+        hint = UpdateHint::EditedImage;
+    }
+    const std::string folder = ReferenceFolder(model.sourceMode, model.folderName);
+    CAssetReferences references(model);
+    const int cleared = replaced ? references.Clear(folder, newName) : 0;
+    const int renamed = references.Rename(folder, oldName, newName);
+    // A picture that is being composed looks for the old file: it has to be composed again even if it looks the
+    // same.
+    return cleared + renamed > 0 ? hint | cellsAndPictureHint : hint;
+}
+
+UpdateHint CAssetOperations::FollowSoundRename(const std::string& oldName, const std::string& newName,
+                                               bool replaced) {
+    CAssetReferences references(m_context.model);
+    const int removed = replaced ? references.RemoveSound(newName) : 0;
+    const int renamed = references.RenameSound(oldName, newName);
+    if (removed + renamed == 0)
+        return UpdateHint::None;
+    m_sounds.PrepareSoundBuffer();
+    return UpdateHint::Cells;
+}
+
+void CAssetOperations::OnAssetsDuplicate() {
+    CSceneModel& model = m_context.model;
+    if (!CanChangeAssets(model))
+        return;
+    const std::string original = model.sourceSelection.front();
+    const std::string proposed = model.sourceMode == SourceMode::Cels
+                                     ? m_lifecycle.FindNextCelName()
+                                     : NextFreeName(model.Paths(), model.sourceMode, original);
+    const std::optional<std::string> name =
+        m_context.prompter.AskName({NameKindOf(model.sourceMode), proposed,
+                                    [this](const std::string& values) { return AcceptAssetName(values); }});
+    // The copy is to be what the cel editor shows.
+    if (!name || !m_context.Report(model.SaveEditedImage(AssetFile(original))))
+        return;
+    if (CopyFileIfAbsent(AssetFile(original), AssetFile(*name)))
+        m_context.Update(UpdateHint::AssetLists);
+    else
+        m_context.Show("Can not duplicate asset!\nEither the destination asset exists,\nor disk is full??\n"
+                       "or disk is write protected??");
 }
 
 } // namespace velmor

@@ -8,15 +8,26 @@ namespace velmor {
 
 class CImportOperations;
 class CSceneLifecycle;
+class CSoundOperations;
 
-/// Making folders and cels, and bringing an asset into the cel editor and back to disk.
+/// Making folders and cels, deleting, renaming and duplicating assets, and bringing one into the cel editor and
+/// back to disk. What names an asset follows it: cells, placed sounds, the cel editor, the selection.
 class CAssetOperations {
 public:
-    CAssetOperations(CSceneContext context, CSceneLifecycle& lifecycle, CImportOperations& imports)
-        : m_context(context), m_lifecycle(lifecycle), m_imports(imports) {}
+    CAssetOperations(CSceneContext context, CSceneLifecycle& lifecycle, CImportOperations& imports,
+                     CSoundOperations& sounds)
+        : m_context(context), m_lifecycle(lifecycle), m_imports(imports), m_sounds(sounds) {}
 
     void OnAssetsNewfolder();
     void OnAssetsNewcel();
+    /// Deletes the selected assets of the shown kind, up to the first file that resists.
+    void OnAssetsDeleteassets();
+    /// Deletes the current folder.
+    void OnAssetsDeletefolder();
+    /// Renames the first selected asset; one that has the new name already is replaced.
+    void OnAssetsRenamecel();
+    /// Copies the first selected asset; an existing file is never replaced.
+    void OnAssetsDuplicate();
     /// Loads an asset of the shown kind (a cel of the current folder, or a picture) into the cel editor.
     void EditCel(const std::string& name);
     /// Writes the image under edit, so that the camera view shows the change.
@@ -24,10 +35,20 @@ public:
 
 private:
     bool AcceptFolderName(const std::string& name) const;
+    /// The rule for the name of an asset of the shown kind.
+    bool AcceptAssetName(const std::string& name) const;
+    /// The file of an asset of the shown kind.
+    Path AssetFile(const std::string& name) const;
+    // What follows when files are gone or moved. They return what the views are to be told.
+    UpdateHint ForgetAsset(const std::string& name);
+    UpdateHint FollowRename(const std::string& oldName, const std::string& newName, bool replaced);
+    UpdateHint FollowSoundRename(const std::string& oldName, const std::string& newName, bool replaced);
+    void ForgetFolder();
 
     CSceneContext m_context;
     CSceneLifecycle& m_lifecycle;
     CImportOperations& m_imports;
+    CSoundOperations& m_sounds;
 };
 
 } // namespace velmor

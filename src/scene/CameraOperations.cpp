@@ -1,5 +1,6 @@
 #include "scene/CameraOperations.h"
 
+#include "scene/CommandState.h"
 #include "scene/DialogRequests.h"
 #include "scene/InbetweenDialog.h"
 #include "scene/Settings.h"
@@ -143,7 +144,7 @@ void CCameraOperations::OnXsheetEditcameradata() {
 
 void CCameraOperations::OnXsheetInbetweencameradata() {
     CSceneModel& model = m_context.model;
-    if (!SelectionCanBeInbetweened(model))
+    if (!CanInbetween(model))
         return;
     // Before the dialog: Cancel leaves the snapshot.
     m_context.TakeSnapshot();

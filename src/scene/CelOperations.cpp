@@ -1,5 +1,6 @@
 #include "scene/CelOperations.h"
 
+#include "scene/CommandState.h"
 #include "scene/DialogRequests.h"
 #include "scene/InbetweenDialog.h"
 #include "xsheet/CelForms.h"
@@ -46,17 +47,9 @@ std::optional<CPoint> CCelOperations::GetXSheetCelCentre(int level, int frame) c
     return CelCentre(model.xsheet.Cel(level, frame), model.camera.At(frame), model.geometry.Frame());
 }
 
-bool CCelOperations::CanEditCelData() const {
-    return m_context.model.sceneOpen && UsedCel(m_context.model, m_context.model.cursorLevel) != nullptr;
-}
-
-bool CCelOperations::CanInbetween() const {
-    return SelectionCanBeInbetweened(m_context.model);
-}
-
 void CCelOperations::OnXsheetEditceldata() {
     CSceneModel& model = m_context.model;
-    if (!CanEditCelData())
+    if (!CanEditCelData(m_context.model))
         return;
     CXSheetCel& cel = *UsedCel(model, model.cursorLevel);
     const std::optional<CCelDataForm> form = m_context.prompter.AskCelData(
@@ -108,7 +101,7 @@ void CCelOperations::OnXSheetDoBlur(int level) {
 void CCelOperations::OnXsheetInbetweenleveldata() {
     CSceneModel& model = m_context.model;
     const int level = model.cursorLevel;
-    if (!CanInbetween() || !model.xsheet.HasLevel(level))
+    if (!CanInbetween(m_context.model) || !model.xsheet.HasLevel(level))
         return;
     // Before anything is asked: a refusal or Cancel leaves the snapshot.
     m_context.TakeSnapshot();

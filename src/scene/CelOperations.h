@@ -24,10 +24,6 @@ public:
     void OnXSheetDoBlur(int level);
     void OnXsheetInbetweenleveldata();
 
-    bool CanEditCelData() const;
-    /// For both inbetween commands: a scene is open and the selection spans at least three frames.
-    bool CanInbetween() const;
-
 private:
     CSceneContext m_context;
 };

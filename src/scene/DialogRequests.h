@@ -1,13 +1,18 @@
 #pragma once
 
 #include "image/Color.h"
+#include "image/DisplayBitmap.h"
 #include "image/Geometry.h"
+#include "render/Compressors.h"
 #include "render/FlipbookSettings.h"
+#include "render/RenderSetup.h"
+#include "scene/DropType.h"
 #include "scene/SceneSettings.h"
 #include "xsheet/CelForms.h"
 #include "xsheet/Inbetween.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -52,8 +57,7 @@ struct CLevelRequest {
 struct CFrameCountRequest {
     std::string prompt;
     int initial = 1;
-    int least = 1;
-    int most = 5000;
+    AcceptRule<int> accept;
 };
 
 /// Which cell a dialog edits, as it is shown: frame from 1.
@@ -118,11 +122,37 @@ struct CColorValues {
     CColor color{128, 128, 128, 255};
 };
 
+/// The choices of the rotate dialog, in its order.
+enum class RotationKind { Clockwise90, CounterClockwise90, HalfTurn, Free };
+
+struct CRotationValues {
+    RotationKind kind = RotationKind::Clockwise90;
+    double freeDegrees = 0; ///< of a free rotation, counter-clockwise
+};
+
+enum class FlipDirection { Horizontal, Vertical };
+
 struct CColorKeyValues {
     CColor color;
-    int tolerance = 5;
-    int process = 0;  ///< 0 add, 1 subtract, 2 replace
-    int underKey = 0; ///< 0 keep, 1 black, 2 white
+    int tolerance = 5; ///< 0 to 255
+    int process = 0;   ///< 0 add, 1 subtract, 2 replace
+    int underKey = 0;  ///< 0 keep, 1 black, 2 white
+};
+
+struct CColorKeyRequest {
+    CColorKeyValues initial;
+    AcceptRule<CColorKeyValues> accept;
+};
+
+/// Where on the screen the assets were dropped, and the choices, which are remembered as they are made.
+struct CDropTypeRequest {
+    CPoint screenPoint;
+    CDropType& choices;
+};
+
+struct CGridSettingsRequest {
+    CGridSettings initial;
+    AcceptRule<CGridSettings> accept;
 };
 
 struct CFlipbookRequest {
@@ -135,6 +165,21 @@ struct CFlipbookRequest {
 struct CFlipbookAnswer {
     bool confirmed = false;
     CFlipbookSettings settings;
+};
+
+struct CRenderSetupRequest {
+    std::vector<std::string> levelNames; ///< level 0 first
+    int frameCount = 1;
+    CSize scene; ///< its frame, pixels
+    CRenderSetup initial;
+    /// Asks for the compressor of an AVI, starting from the current one; nothing when cancelled.
+    std::function<std::optional<std::string>(const std::string& current)> chooseCompressor;
+    AcceptRule<CRenderSetup> accept;
+};
+
+struct CCompressorRequest {
+    std::vector<CCompressor> compressors;
+    std::string initial; ///< name of one of them
 };
 
 struct CFileRequest {

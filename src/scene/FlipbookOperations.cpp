@@ -84,7 +84,12 @@ std::optional<Path> CFlipbookOperations::OnAnimationPlaylastflipbook() {
 void CFlipbookOperations::OnAnimationSavelastflipbook() {
     const std::optional<Path> target = m_context.prompter.AskFileToSave(
         {"Select the flipbook filename to save", "Microsoft Movies (*.avi) |*.avi||", ".avi", "movie.avi", false});
-    if (target && !CopyFileIfAbsent(LastFlipbook(), *target))
+    if (!target)
+        return;
+    std::shared_ptr<void> wait = m_context.prompter.BeginWait();
+    const bool copied = CopyFileIfAbsent(LastFlipbook(), *target);
+    wait.reset();
+    if (!copied)
         m_context.Show("Could not save preview, disk full or a file already exists with the same name!");
 }
 

@@ -1,6 +1,7 @@
 #include "scene/ImportOperations.h"
 
 #include "image/import/ImageReaders.h"
+#include "scene/AssetReferences.h"
 #include "scene/DialogRequests.h"
 #include "scene/NamingRules.h"
 #include "scene/SceneLifecycle.h"
@@ -122,6 +123,18 @@ bool CImportOperations::Store(const Path& file, SourceMode kind, const std::stri
     return true;
 }
 
+bool CImportOperations::StoreImage(CCelImg& image, SourceMode kind, const std::string& name, const char* failure) {
+    if (!m_context.Report(Write(image, kind, name))) {
+        image.SetModified(false); // what could not be written is not tried again behind the user's back
+        m_context.Show(failure);
+        return false;
+    }
+    ShowReplaced(kind, name);
+    m_lifecycle.SetSourceMode(kind);
+    m_context.Update(UpdateHint::AssetLists);
+    return true;
+}
+
 CStatus CImportOperations::Read(CCelImg& image, const Path& file, SourceMode kind) const {
     const std::string extension = LowerExtension(file);
     const std::string shownName = Utf8Of(file.filename());
@@ -144,15 +157,9 @@ CStatus CImportOperations::Write(CCelImg& image, SourceMode kind, const std::str
 
 void CImportOperations::ShowReplaced(SourceMode kind, const std::string& name) {
     CSceneModel& model = m_context.model;
-    const CScenePaths paths = model.Paths();
-    if (model.celImg.FilePath() == paths.AssetFile(kind, model.folderName, name)) {
-        // Saved later, what is in the editor would overwrite what has just been imported.
-        model.celImg.SetModified(false);
-        model.celImg.Clear();
+    if (model.DropEditedImage(model.Paths().AssetFile(kind, model.folderName, name)))
         m_context.Update(UpdateHint::EditedImage);
-    }
-    const std::string folder = kind == SourceMode::Pictures ? std::string(picturesFolder) : model.folderName;
-    if (model.xsheet.ResizeReferences(folder, name, paths.SceneFolder()) > 0)
+    if (CAssetReferences(model).Resize(ReferenceFolder(kind, model.folderName), name) > 0)
         m_context.Update(pictureHint);
 }
 

@@ -26,6 +26,12 @@ public:
     bool ImportCel(const Path& file, const std::string& name);
     bool ImportPicture(const Path& file, const std::string& name);
 
+    /// The name dialog of a cel or picture; a cel's proposes the next number. Nothing when it was cancelled.
+    std::optional<std::string> AskAssetName(SourceMode kind) const;
+    /// Writes an image as an asset, replacing one of that name, tells the views, and shows the assets of its kind.
+    /// When it cannot be written its text and then `failure` are shown.
+    bool StoreImage(CCelImg& image, SourceMode kind, const std::string& name, const char* failure);
+
     // The rules that name dialogs apply: naming rule, and the question before something is overwritten.
     bool AcceptCelName(const std::string& name) const;
     bool AcceptPictureName(const std::string& name) const;
@@ -35,7 +41,6 @@ private:
     bool CanImportPictures() const;
     /// Asks for the files and for a name for each. `kind` is that of the new assets.
     void ImportFiles(const CFileRequest& request, SourceMode kind);
-    std::optional<std::string> AskAssetName(SourceMode kind) const;
     /// Reads a file and writes it as an asset, without the closing update of the views.
     bool Store(const Path& file, SourceMode kind, const std::string& name);
     CStatus Read(CCelImg& image, const Path& file, SourceMode kind) const;

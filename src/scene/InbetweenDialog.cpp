@@ -14,12 +14,6 @@ int Remembered(const CProfile& profile, const CIntSetting& setting, int count) {
 
 } // namespace
 
-bool SelectionCanBeInbetweened(const CSceneModel& model) {
-    const CXSheetSelection& selection = model.selection;
-    return model.sceneOpen && model.xsheet.HasFrame(selection.startFrame) &&
-           model.xsheet.HasFrame(selection.endFrame) && selection.endFrame - selection.startFrame >= 2;
-}
-
 std::optional<CInbetweenChoice> AskInbetween(const CSceneContext& context, const CInbetweenDialog& dialog,
                                              CInbetweenRequest request) {
     request.initial = {Remembered(context.profile, dialog.source, dialog.sourceCount),

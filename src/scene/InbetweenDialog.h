@@ -17,9 +17,6 @@ struct CInbetweenDialog {
     CIntSetting type;
 };
 
-/// A scene is open and the selection spans at least three frames.
-bool SelectionCanBeInbetweened(const CSceneModel& model);
-
 /// Opens the dialog on the remembered choices and remembers the new ones, however it is closed. Nothing when it was
 /// cancelled.
 std::optional<CInbetweenChoice> AskInbetween(const CSceneContext& context, const CInbetweenDialog& dialog,

@@ -3,6 +3,7 @@
 #include "platform/Files.h"
 #include "platform/Progress.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -31,7 +32,20 @@ struct CLineCheckRequest;
 struct CColorValues;
 struct CFlipbookRequest;
 struct CFlipbookAnswer;
+struct CRenderSetupRequest;
+struct CRenderSetup;
+struct CCompressorRequest;
 struct CFileRequest;
+struct CRotationValues;
+struct CColorKeyRequest;
+struct CColorKeyValues;
+struct CDropTypeRequest;
+struct CGridSettingsRequest;
+struct CGridSettings;
+class CMovie;
+class CSceneManager;
+class CSoundRecorder;
+enum class FlipDirection;
 
 /// The document's way to the user: messages, questions and dialogs. The window shows them, tests answer from a
 /// script, the command line prints messages and refuses dialogs. A dialog that was cancelled answers nothing.
@@ -49,6 +63,8 @@ public:
     virtual bool AskYesNo(const std::string& text) = 0;
     /// Long work begins; it ends when the object dies. `title` is the progress dialog's.
     virtual std::unique_ptr<IProgress> BeginProgress(const std::string& title) = 0;
+    /// A moment of work without progress: a wait cursor until the handle dies.
+    virtual std::shared_ptr<void> BeginWait() = 0;
 
     virtual std::optional<CSceneSettings> AskSceneSettings(const CSceneSettingsRequest& request) = 0;
     virtual std::optional<std::string> AskSceneToOpen(const std::vector<std::string>& scenes) = 0;
@@ -71,9 +87,30 @@ public:
     /// Import Settings: the grey threshold, 0 to 255.
     virtual std::optional<int> AskImportThreshold(int current) = 0;
     virtual CFlipbookAnswer AskFlipbook(const CFlipbookRequest& request) = 0;
+    virtual std::optional<CRenderSetup> AskRenderSetup(const CRenderSetupRequest& request) = 0;
+    /// The name of the compressor that was chosen.
+    virtual std::optional<std::string> AskCompressor(const CCompressorRequest& request) = 0;
     /// Empty when cancelled.
     virtual std::vector<Path> AskFilesToOpen(const CFileRequest& request) = 0;
     virtual std::optional<Path> AskFileToSave(const CFileRequest& request) = 0;
+    virtual std::optional<CRotationValues> AskRotation() = 0;
+    virtual std::optional<FlipDirection> AskFlip() = 0;
+    virtual std::optional<CColorKeyValues> AskColorKey(const CColorKeyRequest& request) = 0;
+    /// True for "Drop"; the choices are then in the request's CDropType.
+    virtual bool AskDropType(const CDropTypeRequest& request) = 0;
+    virtual std::optional<CGridSettings> AskGridSettings(const CGridSettingsRequest& request) = 0;
+    /// Returns when the dialog is closed.
+    virtual void RunSceneManager(CSceneManager& manager) = 0;
+
+    /// A text for the status bar.
+    virtual void ShowStatus(const std::string& text) = 0;
+    /// Shows a status text and waits, with the program alive, until `isPlaying` no longer holds or a key is
+    /// pressed.
+    virtual void WaitWhilePlaying(const std::string& status, const std::function<bool()>& isPlaying) = 0;
+    /// The record dialog; true when the recording is to be saved.
+    virtual bool RunRecorder(CSoundRecorder& recorder) = 0;
+    /// The movie player; returns when it is closed.
+    virtual void PlayMovie(CMovie& movie) = 0;
 };
 
 } // namespace velmor

@@ -4,6 +4,7 @@
 #include "scene/DialogRequests.h"
 #include "scene/NamingRules.h"
 #include "scene/PaletteOperations.h"
+#include "scene/SceneManager.h"
 #include "scene/Settings.h"
 #include "scene/SoundOperations.h"
 
@@ -149,6 +150,7 @@ void CSceneLifecycle::EnterScene(const std::string& name) {
 }
 
 bool CSceneLifecycle::OpenScene(const std::string& name) {
+    const std::shared_ptr<void> wait = m_context.prompter.BeginWait();
     CSceneModel& model = m_context.model;
     model.undo.reset();
     // A scene that cannot be saved is not left: its changes would be lost.
@@ -258,6 +260,7 @@ void CSceneLifecycle::OnFileScenesettings() {
 }
 
 bool CSceneLifecycle::OnFileSaveall() {
+    const std::shared_ptr<void> wait = m_context.prompter.BeginWait();
     CSceneModel& model = m_context.model;
     if (!SaveXSheet())
         return false;
@@ -287,6 +290,30 @@ void CSceneLifecycle::SetSourceMode(SourceMode mode) {
     m_context.model.sourceMode = mode;
     m_context.model.sourceSelection.clear(); // names of another kind of asset
     m_context.Update(UpdateHint::AssetLists);
+}
+
+void CSceneLifecycle::OnFileScenemanager() {
+    CSceneModel& model = m_context.model;
+    if (ListScenes(model.databaseFolder).empty()) {
+        m_context.prompter.ShowVelmorMessage("There are no scenes avaliable yet.\n"
+                                             "You should have at least one scene in order to open scene manager");
+        return;
+    }
+    if (!OnFileSaveall())
+        return;
+    CSceneManager manager(model.databaseFolder, m_context.prompter);
+    m_context.prompter.RunSceneManager(manager);
+    if (model.sceneOpen && manager.DeletedScenes().contains(model.sceneName)) {
+        ResetToNoScene();
+        ReadSettings();
+        Set(m_context.profile, setting::lastScene, "");
+        m_context.Update(everythingHint);
+        return;
+    }
+    // Its file may have been replaced.
+    if (model.HasFolder())
+        m_palettes.LoadColors();
+    m_context.Update(paletteReloadHint);
 }
 
 } // namespace velmor

@@ -43,6 +43,7 @@ public:
     /// False when something could not be written.
     bool OnFileSaveall();
     void OnFileSettings();
+    void OnFileScenemanager();
     void SetSourceMode(SourceMode mode);
 
 private:

@@ -13,4 +13,16 @@ void CSceneModel::ClampToXSheet() {
         *frame = std::min(*frame, lastFrame);
 }
 
+bool CSceneModel::DropEditedImage(const Path& file) {
+    if (celImg.FilePath() != file)
+        return false;
+    celImg.SetModified(false);
+    celImg.Clear();
+    return true;
+}
+
+CStatus CSceneModel::SaveEditedImage(const Path& file) {
+    return celImg.FilePath() == file && celImg.IsModified() ? celImg.Save() : CStatus();
+}
+
 } // namespace velmor

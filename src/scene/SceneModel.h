@@ -71,6 +71,11 @@ struct CSceneModel {
     bool HasFolder() const { return sceneOpen && !folderName.empty(); }
     /// Brings cursor and selection back into an xsheet that has shrunk.
     void ClampToXSheet();
+    /// Empties the cel editor without saving when it holds `file`, which is gone or has been replaced: saved later,
+    /// the old drawing would come back. Returns whether it did.
+    bool DropEditedImage(const Path& file);
+    /// Writes the image under edit when it belongs to `file` and has changes.
+    CStatus SaveEditedImage(const Path& file);
 };
 
 } // namespace velmor

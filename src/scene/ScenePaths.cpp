@@ -91,6 +91,10 @@ Path CScenePaths::AssetFile(SourceMode kind, const std::string& folder, const st
     return CelFile(folder, name);
 }
 
+std::string ReferenceFolder(SourceMode kind, const std::string& folder) {
+    return kind == SourceMode::Pictures ? std::string(picturesFolder) : folder;
+}
+
 std::string WithSeparator(std::string folder) {
     constexpr char separator = static_cast<char>(Path::preferred_separator);
     if (folder.empty() || folder.back() != separator)
@@ -131,6 +135,14 @@ std::vector<std::string> ListCels(const CScenePaths& paths, const std::string& f
     return names;
 }
 
+std::vector<std::string> ListCelTitles(const CScenePaths& paths, const std::string& folder) {
+    std::vector<std::string> titles = ListTitles(paths.CelFolder(folder), ".bit");
+    std::ranges::stable_sort(titles, {}, [](const std::string& title) {
+        return ParseCelName(title).value_or(CCelNumber{std::numeric_limits<int>::max(), 0});
+    });
+    return titles;
+}
+
 std::vector<std::string> ListPictures(const CScenePaths& paths) {
     return ListTitles(paths.PicturesFolder(), ".rgba");
 }
@@ -145,6 +157,18 @@ int NextCelNumber(const CScenePaths& paths, const std::string& folder) {
         if (const std::optional<CCelNumber> number = ParseCelName(title))
             largest = std::max(largest, number->number);
     return largest == std::numeric_limits<int>::max() ? largest : largest + 1;
+}
+
+std::string NextFreeName(const CScenePaths& paths, SourceMode kind, const std::string& name) {
+    const std::size_t stemLength = name.find_last_not_of("0123456789") + 1;
+    int number = 1;
+    std::from_chars(name.data() + stemLength, name.data() + name.size(), number); // stays when there is none
+    for (;;) {
+        number = number < std::numeric_limits<int>::max() ? number + 1 : 1;
+        std::string next = name.substr(0, stemLength) + std::to_string(number);
+        if (!FileExists(paths.AssetFile(kind, "", next)))
+            return next;
+    }
 }
 
 } // namespace velmor

@@ -36,6 +36,9 @@ private:
     std::string m_scene;
 };
 
+/// The folder name by which the xsheet's cells refer to assets of a kind; `folder` is that of cels.
+std::string ReferenceFolder(SourceMode kind, const std::string& folder);
+
 /// A folder name with the separator at its end.
 std::string WithSeparator(std::string folder);
 
@@ -46,9 +49,13 @@ std::vector<std::string> ListCelFolders(const CScenePaths& paths);
 /// Names of cels in numeric order with lettered variants after their number (1, 2, 2a, 10), each as its number
 /// without leading zeros.
 std::vector<std::string> ListCels(const CScenePaths& paths, const std::string& folder);
+/// The same order, but the names as the files have them, leading zeros included.
+std::vector<std::string> ListCelTitles(const CScenePaths& paths, const std::string& folder);
 std::vector<std::string> ListPictures(const CScenePaths& paths);
 std::vector<std::string> ListSounds(const CScenePaths& paths);
 /// One more than the largest leading number of the folder's cels, 1 when there are none.
 int NextCelNumber(const CScenePaths& paths, const std::string& folder);
+/// A name for a copy of a picture or sound that no file has yet, by counting on from its own: Sky, Sky2, Sky3.
+std::string NextFreeName(const CScenePaths& paths, SourceMode kind, const std::string& name);
 
 } // namespace velmor

@@ -50,6 +50,16 @@ inline constexpr CStringSetting lastRenderName{"Remember", "Last Rendering Name"
 inline constexpr CStringSetting captureDriver{"CAPTURE_SETTINGS", "DRIVERNAME", "<None Selected>"};
 inline constexpr CIntSetting captureThreshold{"CAPTURE_SETTINGS", "THRESHOLD", 128};
 
+inline constexpr CStringSetting scannerDevice{"SCANNER_SETTINGS", "DEVICENAME", ""};
+inline constexpr CStringSetting scannerLabel{"SCANNER_SETTINGS", "DEVICELABEL", ""};
+inline constexpr CIntSetting scannerResolution{"SCANNER_SETTINGS", "RESOLUTION", 300};
+inline constexpr CIntSetting scannerFeeder{"SCANNER_SETTINGS", "FEEDER", 0};
+// The area, in tenths of a millimetre; without width or height all of the glass.
+inline constexpr CIntSetting scannerLeft{"SCANNER_SETTINGS", "LEFT", 0};
+inline constexpr CIntSetting scannerTop{"SCANNER_SETTINGS", "TOP", 0};
+inline constexpr CIntSetting scannerWidth{"SCANNER_SETTINGS", "WIDTH", 0};
+inline constexpr CIntSetting scannerHeight{"SCANNER_SETTINGS", "HEIGHT", 0};
+
 } // namespace setting
 
 inline int Get(const CProfile& profile, const CIntSetting& which) {

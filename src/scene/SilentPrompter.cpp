@@ -88,6 +88,14 @@ CFlipbookAnswer CSilentPrompter::AskFlipbook(const CFlipbookRequest& request) {
     return {false, request.initial};
 }
 
+std::optional<CRenderSetup> CSilentPrompter::AskRenderSetup(const CRenderSetupRequest&) {
+    return std::nullopt;
+}
+
+std::optional<std::string> CSilentPrompter::AskCompressor(const CCompressorRequest&) {
+    return std::nullopt;
+}
+
 std::vector<Path> CSilentPrompter::AskFilesToOpen(const CFileRequest&) {
     return {};
 }
@@ -95,5 +103,35 @@ std::vector<Path> CSilentPrompter::AskFilesToOpen(const CFileRequest&) {
 std::optional<Path> CSilentPrompter::AskFileToSave(const CFileRequest&) {
     return std::nullopt;
 }
+
+std::optional<CRotationValues> CSilentPrompter::AskRotation() {
+    return std::nullopt;
+}
+
+std::optional<FlipDirection> CSilentPrompter::AskFlip() {
+    return std::nullopt;
+}
+
+std::optional<CColorKeyValues> CSilentPrompter::AskColorKey(const CColorKeyRequest&) {
+    return std::nullopt;
+}
+
+bool CSilentPrompter::AskDropType(const CDropTypeRequest&) {
+    return false;
+}
+
+std::optional<CGridSettings> CSilentPrompter::AskGridSettings(const CGridSettingsRequest&) {
+    return std::nullopt;
+}
+
+void CSilentPrompter::RunSceneManager(CSceneManager&) {}
+
+void CSilentPrompter::WaitWhilePlaying(const std::string&, const std::function<bool()>&) {}
+
+bool CSilentPrompter::RunRecorder(CSoundRecorder&) {
+    return false;
+}
+
+void CSilentPrompter::PlayMovie(CMovie&) {}
 
 } // namespace velmor

@@ -12,6 +12,7 @@ public:
     bool Confirm(const std::string& text) override;
     bool AskYesNo(const std::string& text) override;
     std::unique_ptr<IProgress> BeginProgress(const std::string& title) override;
+    std::shared_ptr<void> BeginWait() override { return nullptr; }
 
     std::optional<CSceneSettings> AskSceneSettings(const CSceneSettingsRequest& request) override;
     std::optional<std::string> AskSceneToOpen(const std::vector<std::string>& scenes) override;
@@ -31,8 +32,20 @@ public:
     std::optional<CColorValues> AskColor(const CColorValues& initial) override;
     std::optional<int> AskImportThreshold(int current) override;
     CFlipbookAnswer AskFlipbook(const CFlipbookRequest& request) override;
+    std::optional<CRenderSetup> AskRenderSetup(const CRenderSetupRequest& request) override;
+    std::optional<std::string> AskCompressor(const CCompressorRequest& request) override;
     std::vector<Path> AskFilesToOpen(const CFileRequest& request) override;
     std::optional<Path> AskFileToSave(const CFileRequest& request) override;
+    std::optional<CRotationValues> AskRotation() override;
+    std::optional<FlipDirection> AskFlip() override;
+    std::optional<CColorKeyValues> AskColorKey(const CColorKeyRequest& request) override;
+    bool AskDropType(const CDropTypeRequest& request) override;
+    std::optional<CGridSettings> AskGridSettings(const CGridSettingsRequest& request) override;
+    void RunSceneManager(CSceneManager& manager) override;
+    void ShowStatus(const std::string&) override {}
+    void WaitWhilePlaying(const std::string& status, const std::function<bool()>& isPlaying) override;
+    bool RunRecorder(CSoundRecorder& recorder) override;
+    void PlayMovie(CMovie& movie) override;
 };
 
 } // namespace velmor

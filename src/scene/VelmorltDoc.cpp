@@ -1,31 +1,61 @@
 #include "scene/VelmorltDoc.h"
 
 #include "image/Palette.h"
+#include "platform/Audio.h"
 #include "render/FrameRequests.h"
 #include "render/FrameWorker.h"
 #include "render/ImageCache.h"
 #include "scene/AssetOperations.h"
+#include "scene/AssetTransforms.h"
 #include "scene/CameraOperations.h"
 #include "scene/CelOperations.h"
 #include "scene/FlipbookOperations.h"
+#include "scene/GrabOperations.h"
 #include "scene/ImportOperations.h"
+#include "scene/MediaOperations.h"
 #include "scene/PaletteOperations.h"
+#include "scene/RenderOperations.h"
 #include "scene/SceneContext.h"
 #include "scene/SceneLifecycle.h"
 #include "scene/SoundOperations.h"
 #include "scene/XSheetOperations.h"
+#include "sound/SoundFile.h"
+
+#include <set>
 
 namespace velmor {
 
+namespace {
+
+/// Faults of camera pictures that the user has been told. Stepping through a scene meets the same broken file at
+/// every frame; it is told once, and again after the scene was opened anew.
+class CToldFaults final : public IDocView {
+public:
+    /// True for a fault that has not been told yet; it counts as told then.
+    bool IsNew(const std::string& fault) { return m_faults.insert(fault).second; }
+    void OnUpdate(UpdateHint hint) override {
+        if (hint == everythingHint)
+            m_faults.clear();
+    }
+
+private:
+    std::set<std::string> m_faults;
+};
+
+} // namespace
+
 struct CVelmorltDoc::CParts {
-    CParts(IPrompter& prompter, CProfile& profile) : context{model, prompter, views, profile} {}
+    CParts(IPrompter& prompter, CProfile& profile) : context{model, prompter, views, profile} {
+        views.Add(toldFaults);
+    }
 
     CSceneModel model;
     CViewList views;
     CSceneContext context;
     CImageCache cache{CImageCache::usualBytes};
     CFrameWorker worker{cache};
-    std::shared_ptr<const CCameraPicture> shownPicture; ///< the last one whose error has been shown
+    std::shared_ptr<const CCameraPicture> shownPicture; ///< the last one whose error has been looked at
+    CToldFaults toldFaults;
 
     CSoundOperations sounds{context};
     CPaletteOperations palette{context};
@@ -34,8 +64,13 @@ struct CVelmorltDoc::CParts {
     CCelOperations cels{context};
     CCameraOperations camera{context, xsheet};
     CImportOperations imports{context, lifecycle};
-    CAssetOperations assets{context, lifecycle, imports};
+    CGrabOperations grabs{context, imports};
+    CAssetOperations assets{context, lifecycle, imports, sounds};
+    CAssetTransforms transforms{context};
     CFlipbookOperations flipbooks{context, cache};
+    CRenderOperations renders{context, cache};
+    std::unique_ptr<IAudioDevices> audio = MakeAudioDevices(samplesPerSecond);
+    CMediaOperations media{context, sounds, flipbooks, *audio};
 };
 
 CVelmorltDoc::CVelmorltDoc(IPrompter& prompter, CProfile& profile, const CDocumentFolders& folders)
@@ -105,6 +140,10 @@ CImportOperations& CVelmorltDoc::Imports() {
     return m_parts->imports;
 }
 
+CGrabOperations& CVelmorltDoc::Grabs() {
+    return m_parts->grabs;
+}
+
 CSoundOperations& CVelmorltDoc::Sounds() {
     return m_parts->sounds;
 }
@@ -127,14 +166,18 @@ CStatus CVelmorltDoc::CreateBitmap() {
     return {};
 }
 
-std::shared_ptr<const CCameraPicture> CVelmorltDoc::GetCameraBitmap() {
+std::shared_ptr<const CCameraPicture> CVelmorltDoc::GetCameraBitmap(PictureErrors errors) {
     std::shared_ptr<const CCameraPicture> picture = m_parts->worker.Picture();
-    if (picture && picture != m_parts->shownPicture) {
+    if (errors == PictureErrors::Show && picture && picture != m_parts->shownPicture) {
         m_parts->shownPicture = picture; // before the message, whose loop may ask again
-        if (!picture->error.empty())
+        if (!picture->error.empty() && m_parts->toldFaults.IsNew(picture->error))
             m_parts->context.Show(picture->error);
     }
     return picture;
+}
+
+void CVelmorltDoc::SetCameraBitmapCallback(std::function<void()> finished) {
+    m_parts->worker.SetFinishedCallback(std::move(finished));
 }
 
 void CVelmorltDoc::ReopenLastScene() {
@@ -183,6 +226,10 @@ void CVelmorltDoc::OnFileScenesettings() {
 
 bool CVelmorltDoc::OnFileSaveall() {
     return m_parts->lifecycle.OnFileSaveall();
+}
+
+void CVelmorltDoc::OnFileScenemanager() {
+    m_parts->lifecycle.OnFileScenemanager();
 }
 
 void CVelmorltDoc::OnFileSettings() {
@@ -287,6 +334,10 @@ void CVelmorltDoc::OnEditExpandcels() {
 
 void CVelmorltDoc::OnEditUndo() {
     m_parts->xsheet.OnEditUndo();
+}
+
+void CVelmorltDoc::AskAndDropCels(int level, int frame, CPoint screenPoint) {
+    m_parts->xsheet.AskAndDropCels(level, frame, screenPoint);
 }
 
 void CVelmorltDoc::DropCels(int level, int frame, int step, bool insert) {
@@ -489,6 +540,22 @@ void CVelmorltDoc::OnSourcesImportsettings() {
     m_parts->imports.OnSourcesImportsettings();
 }
 
+void CVelmorltDoc::OnSourcesRecordsound() {
+    m_parts->media.OnSourcesRecordsound();
+}
+
+void CVelmorltDoc::OnAnimationPlaysoundonxsheet() {
+    m_parts->media.OnAnimationPlaysoundonxsheet();
+}
+
+void CVelmorltDoc::OnAnimationPlayselectedsound() {
+    m_parts->media.OnAnimationPlayselectedsound();
+}
+
+void CVelmorltDoc::OnAssetsPlaysound() {
+    m_parts->media.OnAssetsPlaysound();
+}
+
 void CVelmorltDoc::OnAssetsNewfolder() {
     m_parts->assets.OnAssetsNewfolder();
 }
@@ -497,16 +564,60 @@ void CVelmorltDoc::OnAssetsNewcel() {
     m_parts->assets.OnAssetsNewcel();
 }
 
+void CVelmorltDoc::OnAssetsDeleteassets() {
+    m_parts->assets.OnAssetsDeleteassets();
+}
+
+void CVelmorltDoc::OnAssetsDeletefolder() {
+    m_parts->assets.OnAssetsDeletefolder();
+}
+
+void CVelmorltDoc::OnAssetsRenamecel() {
+    m_parts->assets.OnAssetsRenamecel();
+}
+
+void CVelmorltDoc::OnAssetsDuplicate() {
+    m_parts->assets.OnAssetsDuplicate();
+}
+
+void CVelmorltDoc::OnAssetsRotatecels() {
+    m_parts->transforms.OnAssetsRotatecels();
+}
+
+void CVelmorltDoc::OnAssetsFlip() {
+    m_parts->transforms.OnAssetsFlip();
+}
+
+void CVelmorltDoc::OnAssetsColorkey() {
+    m_parts->transforms.OnAssetsColorkey();
+}
+
+void CVelmorltDoc::OnCelColorkey(CColor key) {
+    m_parts->transforms.OnCelColorkey(key);
+}
+
 void CVelmorltDoc::EditCel(const std::string& name) {
-    m_parts->assets.EditCel(name);
+    // A sound is heard rather than edited.
+    if (GetSourceMode() == SourceMode::Sounds)
+        m_parts->media.PlaySoundAsset(name);
+    else
+        m_parts->assets.EditCel(name);
 }
 
 void CVelmorltDoc::OnCelUpdatecamera() {
     m_parts->assets.OnCelUpdatecamera();
 }
 
-bool CVelmorltDoc::OnAnimationMakeflipbook() {
-    return m_parts->flipbooks.OnAnimationMakeflipbook();
+void CVelmorltDoc::OnAnimationMakeflipbook() {
+    m_parts->media.OnAnimationMakeflipbook();
+}
+
+void CVelmorltDoc::OnAnimationPlaylastflipbook() {
+    m_parts->media.OnAnimationPlaylastflipbook();
+}
+
+void CVelmorltDoc::OnAnimationRender() {
+    m_parts->renders.OnAnimationRender();
 }
 
 void CVelmorltDoc::OnAnimationSavelastflipbook() {

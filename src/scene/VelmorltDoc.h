@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -17,6 +18,7 @@ namespace velmor {
 
 class CCelImg;
 class CFlipbookOperations;
+class CGrabOperations;
 class CImageCache;
 class CImportOperations;
 class CProfile;
@@ -27,6 +29,9 @@ class IPrompter;
 struct CCameraPicture;
 struct CSceneModel;
 enum class SourceMode;
+
+/// Whether taking a camera picture shows what went wrong with it.
+enum class PictureErrors { Show, Keep };
 
 /// Where a document finds the program's surroundings.
 struct CDocumentFolders {
@@ -67,6 +72,7 @@ public:
     void OnFileScenesettings();
     bool OnFileSaveall();
     void OnFileSettings();
+    void OnFileScenemanager();
 
     // Xsheet.
     int GetFrameCount() const;
@@ -99,6 +105,9 @@ public:
     void OnEditExpandcels();
     void OnEditUndo();
     void DropCels(int level, int frame, int step, bool insert);
+    /// Selects the cell, asks how the selected assets are to be exposed and drops them there; nothing for a cell
+    /// outside the xsheet. `screenPoint` is where the mouse let go.
+    void AskAndDropCels(int level, int frame, CPoint screenPoint);
 
     // Cells.
     std::optional<std::array<CPoint, 4>> GetXSheetCelPoints(int level) const;
@@ -129,8 +138,11 @@ public:
     // The camera picture.
     /// Starts composing the current frame. Fails, with the text, when no scene is open.
     CStatus CreateBitmap();
-    /// Null while a picture is being composed. A picture that is taken for the first time shows its error.
-    std::shared_ptr<const CCameraPicture> GetCameraBitmap();
+    /// Null while a picture is being composed. The error of a picture is shown once; Keep leaves that to a later
+    /// call.
+    std::shared_ptr<const CCameraPicture> GetCameraBitmap(PictureErrors errors = PictureErrors::Show);
+    /// `finished` is called on another thread each time a picture is there.
+    void SetCameraBitmapCallback(std::function<void()> finished);
 
     // Palette and painting choices.
     CColor GetColor(int index) const;
@@ -162,12 +174,25 @@ public:
     std::optional<std::span<const std::uint8_t>> GetSoundBuffer() const;
     int GetFPS() const;
     void OnSourcesImportsound();
+    void OnSourcesRecordsound();
+    void OnAnimationPlaysoundonxsheet();
+    void OnAnimationPlayselectedsound();
+    void OnAssetsPlaysound();
 
     // Assets and the image under edit.
     void OnAssetsNewfolder();
     void OnAssetsNewcel();
+    void OnAssetsDeleteassets();
+    void OnAssetsDeletefolder();
+    void OnAssetsRenamecel();
+    void OnAssetsDuplicate();
+    void OnAssetsRotatecels();
+    void OnAssetsFlip();
+    void OnAssetsColorkey();
     void EditCel(const std::string& name);
     void OnCelUpdatecamera();
+    /// Asks for tolerance and process and keys the picture under edit; its pixels change in memory only.
+    void OnCelColorkey(CColor key);
     /// For the painting functions; whoever changes pixels tells the views.
     CCelImg& EditedImage();
 
@@ -176,12 +201,15 @@ public:
     void OnSourcesImportpicture();
     void OnSourcesImportsettings();
     CImportOperations& Imports();
+    CGrabOperations& Grabs();
     CSoundOperations& Sounds();
 
-    // Flipbook.
-    bool OnAnimationMakeflipbook();
+    // Flipbook and final output.
+    void OnAnimationMakeflipbook();
+    void OnAnimationPlaylastflipbook();
     void OnAnimationSavelastflipbook();
     CFlipbookOperations& Flipbooks();
+    void OnAnimationRender();
     CImageCache& ImageCache();
 
 private:

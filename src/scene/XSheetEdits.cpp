@@ -1,3 +1,4 @@
+#include "scene/CommandState.h"
 #include "scene/DialogRequests.h"
 #include "scene/SoundOperations.h"
 #include "scene/XSheetOperations.h"
@@ -11,6 +12,9 @@
 namespace velmor {
 
 namespace {
+
+// More than an xsheet holds: whoever wants it filled up need not count.
+constexpr int mostFramesAtOnce = 5000;
 
 std::vector<std::string> LevelNames(const CXSheet& xsheet) {
     std::vector<std::string> names;
@@ -39,10 +43,11 @@ std::optional<int> CXSheetOperations::AskLevel(const char* prompt) const {
 }
 
 std::optional<int> CXSheetOperations::AskFrameCount(const char* prompt) const {
-    CFrameCountRequest request;
-    request.prompt = prompt;
-    const std::optional<int> count = m_context.prompter.AskFrameCount(request);
-    return count && *count >= request.least && *count <= request.most ? count : std::nullopt;
+    return m_context.prompter.AskFrameCount({prompt, 1, [this](int count) {
+                                                 return m_context.Require(
+                                                     count >= 1 && count <= mostFramesAtOnce,
+                                                     "The number of frames must be a whole number from 1 to 5000");
+                                             }});
 }
 
 void CXSheetOperations::OnXsheetAddlevel() {
@@ -54,6 +59,7 @@ void CXSheetOperations::OnXsheetAddlevel() {
                                     "Sorry, Maximum level number is reached, can not add another level."))
         return;
     m_context.TakeSnapshot();
+    const std::shared_ptr<void> wait = m_context.prompter.BeginWait();
     model.moveSelection.InsertLevel(model.xsheet.LevelCount());
     model.xsheet.AddLevel(*name);
     m_context.Update(structureHint);
@@ -61,13 +67,14 @@ void CXSheetOperations::OnXsheetAddlevel() {
 
 void CXSheetOperations::OnXsheetDeletelevel() {
     CSceneModel& model = m_context.model;
-    if (!CanDeleteLevel())
+    if (!CanDeleteLevel(m_context.model))
         return;
     const std::optional<int> level = AskLevel("Delete which level?");
     if (!level || !m_context.prompter.Confirm("Are you sure you want to delete level\n \" " +
                                               model.xsheet.LevelName(*level) + " \" ?"))
         return;
     m_context.TakeSnapshot();
+    const std::shared_ptr<void> wait = m_context.prompter.BeginWait();
     model.moveSelection.DeleteLevel(*level, model.xsheet.LevelCount());
     model.xsheet.DeleteLevel(*level);
     model.ClampToXSheet();
@@ -93,7 +100,7 @@ void CXSheetOperations::OnXsheetRenamelevel() {
 
 void CXSheetOperations::OnXsheetSwaplevels() {
     CSceneModel& model = m_context.model;
-    if (!CanSwapLevels())
+    if (!CanSwapLevels(m_context.model))
         return;
     const std::optional<std::pair<int, int>> levels = m_context.prompter.AskLevelsToSwap(LevelNames(model.xsheet));
     if (!levels || !model.xsheet.HasLevel(levels->first) || !model.xsheet.HasLevel(levels->second))
@@ -147,7 +154,8 @@ void CXSheetOperations::OnEditCut() {
 
 void CXSheetOperations::OnEditPaste() {
     CSceneModel& model = m_context.model;
-    if (!CanPaste() || !model.xsheet.HasLevel(model.cursorLevel) || !model.xsheet.HasFrame(model.cursorFrame))
+    if (!CanPaste(m_context.model) || !model.xsheet.HasLevel(model.cursorLevel) ||
+        !model.xsheet.HasFrame(model.cursorFrame))
         return;
     model.xsheet.Paste(model.clipboard, model.cursorLevel, model.cursorFrame);
     m_context.Update(cellsAndPictureHint);
@@ -167,7 +175,7 @@ void CXSheetOperations::OnEditExpandcels() {
 
 void CXSheetOperations::EditRange(void (CXSheet::*edit)(const CXSheetSelection&)) {
     const std::optional<CXSheetSelection> selection = SelectedCels(m_context.model);
-    if (!selection || !CanEditRange())
+    if (!selection || !CanEditRange(m_context.model))
         return;
     (m_context.model.xsheet.*edit)(*selection);
     m_context.Update(UpdateHint::Cells);
@@ -175,7 +183,7 @@ void CXSheetOperations::EditRange(void (CXSheet::*edit)(const CXSheetSelection&)
 
 void CXSheetOperations::OnEditUndo() {
     CSceneModel& model = m_context.model;
-    if (!CanUndo())
+    if (!CanUndo(m_context.model))
         return;
     CXSheetSnapshot snapshot = std::move(*model.undo);
     model.undo.reset();
@@ -187,6 +195,21 @@ void CXSheetOperations::OnEditUndo() {
     model.ClampToXSheet();
     m_sounds.PrepareSoundBuffer();
     m_context.Update(everythingHint);
+}
+
+void CXSheetOperations::AskAndDropCels(int level, int frame, CPoint screenPoint) {
+    const CSceneModel& model = m_context.model;
+    if (!model.sceneOpen || !model.xsheet.HasLevel(level) || !model.xsheet.HasFrame(frame))
+        return;
+    SetSelStartX(level);
+    SetSelEndX(level);
+    SetSelStartY(frame);
+    SetSelEndY(frame);
+    SetCursorX(level);
+    SetCursorY(frame);
+    CDropType choices(m_context.profile);
+    if (m_context.prompter.AskDropType({screenPoint, choices}))
+        DropCels(level, frame, choices.Step(), choices.Insert());
 }
 
 void CXSheetOperations::DropCels(int level, int frame, int step, bool insert) {

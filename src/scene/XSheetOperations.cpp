@@ -87,24 +87,4 @@ void CXSheetOperations::OnXsheetMultiplelevelmoveselections() {
         m_context.Update(selectionHint);
 }
 
-bool CXSheetOperations::CanDeleteLevel() const {
-    return m_context.model.sceneOpen && m_context.model.xsheet.LevelCount() > 1;
-}
-
-bool CXSheetOperations::CanSwapLevels() const {
-    return m_context.model.sceneOpen && m_context.model.xsheet.LevelCount() >= 2;
-}
-
-bool CXSheetOperations::CanEditRange() const {
-    return m_context.model.sceneOpen && m_context.model.selection.endFrame > m_context.model.selection.startFrame;
-}
-
-bool CXSheetOperations::CanPaste() const {
-    return m_context.model.sceneOpen && !m_context.model.clipboard.IsEmpty();
-}
-
-bool CXSheetOperations::CanUndo() const {
-    return m_context.model.sceneOpen && m_context.model.undo.has_value();
-}
-
 } // namespace velmor

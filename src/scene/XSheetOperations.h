@@ -1,5 +1,6 @@
 #pragma once
 
+#include "image/Geometry.h"
 #include "scene/SceneContext.h"
 
 #include <optional>
@@ -48,13 +49,9 @@ public:
     /// Puts the selected assets on a level, each for `step` frames, from `frame` on; with `insert` the cells there
     /// move down first.
     void DropCels(int level, int frame, int step, bool insert);
-
-    // When the commands are enabled.
-    bool CanDeleteLevel() const;
-    bool CanSwapLevels() const;
-    bool CanEditRange() const;
-    bool CanPaste() const;
-    bool CanUndo() const;
+    /// Selects the cell, asks how the selected assets are to be exposed and drops them there. A cell outside the
+    /// xsheet: nothing.
+    void AskAndDropCels(int level, int frame, CPoint screenPoint);
 
 private:
     bool RequireLevel(int level, const char* message) const;

@@ -226,7 +226,27 @@ TEST_F(ImportTest, ReadsPackedBitmapsInMemory) {
             pixels.insert(pixels.end(), row.begin(), row.end());
         }
         EXPECT_EQ(pixels, expected);
+
+        // The same with the top row first, as the height says.
+        CBitmapFile topFirst = bitmap;
+        topFirst.height = -bitmap.height;
+        const std::size_t rowBytes = bitmap.pixels.size() / 2;
+        std::rotate(topFirst.pixels.begin(), topFirst.pixels.begin() + static_cast<std::ptrdiff_t>(rowBytes),
+                    topFirst.pixels.end());
+        const Bytes packedTopFirst = Joined({topFirst.Info(), topFirst.pixels});
+        ASSERT_EQ(CDibDecoder::OpenPacked(packedTopFirst, decoder), DibResult::Done);
+        EXPECT_EQ(decoder.Size(), (CSize{bitmap.width, bitmap.height}));
+        for (auto at = expected.begin(); at != expected.end(); at += bitmap.width) {
+            ASSERT_TRUE(decoder.ReadRow(row));
+            EXPECT_TRUE(std::equal(row.begin(), row.end(), at));
+        }
+        EXPECT_FALSE(decoder.ReadRow(row));
     }
+    CBitmapFile runsTopFirst = runs8File;
+    runsTopFirst.height = -runsTopFirst.height;
+    CDibDecoder decoder;
+    EXPECT_EQ(CDibDecoder::OpenPacked(Joined({runsTopFirst.Info(), runsTopFirst.pixels}), decoder),
+              DibResult::Unsupported);
 }
 
 TEST_F(ImportTest, SurvivesDamagedFiles) {
@@ -240,7 +260,7 @@ TEST_F(ImportTest, SurvivesDamagedFiles) {
          {runs8File, CBitmapFile{4, 3, 4, 2, fourColors, {1, 0x30, 0, 2, 0, 2, 0, 3, 0x12, 0x30}},
           CBitmapFile{9, 2, 1, 0, Little({0, 0xffffff}), {0xa5, 0x80, 0, 0, 0x5a, 0, 0, 0}},
           CBitmapFile{2, 2, 16, 3, Little({0xf800, 0x7e0, 0x1f}), Bytes(8, 7)},
-          CBitmapFile{3, 2, 24, 0, {}, Bytes(24, 7)}}) {
+          CBitmapFile{3, 2, 24, 0, {}, Bytes(24, 7)}, CBitmapFile{3, -2, 24, 0, {}, Bytes(24, 7)}}) {
         ForEachDamage(bitmap.File(), [&](const Bytes& bad) { Read(bitmapPicture, bad); });
         ForEachDamage(Joined({bitmap.Info(), bitmap.pixels}), [](const Bytes& bad) {
             CDibDecoder decoder;

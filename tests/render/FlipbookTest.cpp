@@ -37,6 +37,18 @@ TEST(FlipbookSettings, AreAcceptedOrRefusedWithTheirTexts) {
     EXPECT_EQ(check({0}, 1, 2, 2), "Invalid step value!");
 }
 
+TEST(FlipbookSettings, PercentagesRunFromTenToAHundred) {
+    const auto isAccepted = [](int scaling, int quality) {
+        return static_cast<bool>(CheckFlipbookSettings({{0}, 1, 10, 1, scaling, quality, false}, 10));
+    };
+    EXPECT_TRUE(isAccepted(10, 100));
+    EXPECT_TRUE(isAccepted(100, 10));
+    for (const int percent : {9, 101, 0, -50}) {
+        EXPECT_FALSE(isAccepted(percent, 50));
+        EXPECT_FALSE(isAccepted(50, percent));
+    }
+}
+
 TEST(FlipbookSettings, SizesAreScaledAndRaisedToAMultipleOfFour) {
     const auto size = [](int width, int height, int scaling) {
         return FlipbookGeometryOf({width, height}, scaling).output;

@@ -76,6 +76,15 @@ TEST_F(CameraPicture, MissingFileIsReportedOnceAndTheLevelsBelowShow) {
     doc->GetCameraBitmap();
     EXPECT_EQ(prompter.TakeMessages(),
               std::vector<std::string>{"Unable to open cel file for reading :: Reading file ->" + Utf8Of(gone)});
+
+    // The next frames that meet the same file are quiet; the scene opened anew says it again.
+    ASSERT_TRUE(doc->CreateBitmap());
+    ASSERT_TRUE(WaitForPicture());
+    EXPECT_TRUE(prompter.TakeMessages().empty());
+    ASSERT_TRUE(doc->OpenScene("S"));
+    ASSERT_TRUE(doc->CreateBitmap());
+    ASSERT_TRUE(WaitForPicture());
+    EXPECT_EQ(prompter.TakeMessages().size(), 1u);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "scene/CelOperations.h"
 #include "XSheetScene.h"
+#include "scene/CommandState.h"
 #include "scene/DialogRequests.h"
 #include "scene/Settings.h"
 
@@ -104,11 +105,11 @@ TEST_F(CCelOperationsTest, InbetweensTheCursorLevelFromUsedKeyToUsedKey) {
 
 TEST_F(CCelOperationsTest, InbetweenRemembersChoicesAndSnapshotOnCancelToo) {
     model.selection.endFrame = 1;
-    EXPECT_FALSE(cels.CanInbetween());
+    EXPECT_FALSE(CanInbetween(model));
     cels.OnXsheetInbetweenleveldata();
     EXPECT_FALSE(model.undo.has_value());
     model.selection.endFrame = 2;
-    EXPECT_TRUE(cels.CanInbetween());
+    EXPECT_TRUE(CanInbetween(model));
     Put(0, 0, "1");
     Put(0, 1, "1");
     cels.OnXsheetInbetweenleveldata();

@@ -23,7 +23,7 @@ TEST_F(FlipbookOperations, DialogStartsFromTheSelectionAndRemembersItsChoicesEit
     doc->SetSelStartY(2);
     doc->SetSelEndY(6);
     prompter.Answer(Answer(false, {}, 1, 1, 3));
-    EXPECT_FALSE(doc->OnAnimationMakeflipbook());
+    EXPECT_FALSE(doc->Flipbooks().OnAnimationMakeflipbook());
     const auto& first = std::any_cast<const CFlipbookRequest&>(prompter.lastRequest);
     EXPECT_EQ(first.levelNames, Texts{"Default"});
     EXPECT_EQ(first.initial.levels, std::vector<int>{0});
@@ -34,7 +34,7 @@ TEST_F(FlipbookOperations, DialogStartsFromTheSelectionAndRemembersItsChoicesEit
     EXPECT_EQ(first.initial.quality, 50);
     EXPECT_FALSE(first.initial.antialias);
 
-    EXPECT_FALSE(doc->OnAnimationMakeflipbook()); // no answer: cancelled
+    EXPECT_FALSE(doc->Flipbooks().OnAnimationMakeflipbook()); // no answer: cancelled
     const auto& second = std::any_cast<const CFlipbookRequest&>(prompter.lastRequest);
     EXPECT_EQ(second.initial.step, 3);
     EXPECT_EQ(second.initial.scaling, 40);
@@ -48,7 +48,7 @@ TEST_F(FlipbookOperations, RefusesInItsOwnDialogUntilTheValuesAreGood) {
     prompter.Answer(Answer(true, {0}, 5, 11, 1));
     prompter.Answer(Answer(true, {0}, 1, 10, 6));
     prompter.Answer(Answer(true, {0}, 1, 10, 2));
-    EXPECT_TRUE(doc->OnAnimationMakeflipbook());
+    EXPECT_TRUE(doc->Flipbooks().OnAnimationMakeflipbook());
     EXPECT_EQ(prompter.velmorMessages, (Texts{"You should select at least one level to generate a flipbook!",
                                               "Invalid start or end frame!", "Invalid step value!"}));
     EXPECT_EQ(prompter.progressTexts, (Texts{"Generating FlipBook...", "Preparing Frame : 1", "Preparing Frame : 3",
@@ -61,7 +61,7 @@ TEST_F(FlipbookOperations, StopButtonAsksAndKeepsWhatIsDone) {
     prompter.Answer(Answer(true, {0}, 1, 10, 1));
     prompter.stopAtReport = 4; // the first report is the opening text
     prompter.confirmations = {true};
-    EXPECT_TRUE(doc->OnAnimationMakeflipbook());
+    EXPECT_TRUE(doc->Flipbooks().OnAnimationMakeflipbook());
     EXPECT_EQ(prompter.TakeMessages(),
               (Texts{"Do you want to stop generating flipbook?", "Stopped after Frame : 3"}));
     EXPECT_TRUE(doc->Flipbooks().HasLastFlipbook());
@@ -71,7 +71,7 @@ TEST_F(FlipbookOperations, SavesTheLastFlipbookOverNothing) {
     EXPECT_EQ(doc->Flipbooks().OnAnimationPlaylastflipbook(), std::nullopt);
     EXPECT_EQ(prompter.TakeMessages(), Texts{"There is no last flipbook!"});
     prompter.Answer(Answer(true, {0}, 1, 3, 1));
-    ASSERT_TRUE(doc->OnAnimationMakeflipbook());
+    ASSERT_TRUE(doc->Flipbooks().OnAnimationMakeflipbook());
     prompter.Answer(Path(folder / "movie.avi"));
     doc->OnAnimationSavelastflipbook();
     EXPECT_EQ(ReadBytes(folder / "movie.avi"), ReadBytes(Database() / "flipbook.avi"));

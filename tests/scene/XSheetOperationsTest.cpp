@@ -1,4 +1,5 @@
 #include "XSheetScene.h"
+#include "scene/CommandState.h"
 
 #include <limits>
 
@@ -80,7 +81,7 @@ TEST_F(CXSheetOperationsTest, RefusesTheFiftiethLevelAfterItsName) {
         EXPECT_EQ(prompter.TakeMessages(),
                   Texts{"Sorry, Maximum level number is reached, can not add another level."});
         EXPECT_EQ(model.xsheet.LevelCount(), levels);
-        EXPECT_FALSE(sheet.CanUndo());
+        EXPECT_FALSE(CanUndo(model));
     }
 }
 
@@ -95,7 +96,7 @@ TEST_F(CXSheetOperationsTest, DeletesALevelAfterConfirmationAndBringsItBack) {
     sheet.OnXsheetDeletelevel();
     EXPECT_EQ(prompter.TakeMessages(), Texts{"Are you sure you want to delete level\n \" 1 \" ?"});
     EXPECT_EQ(model.xsheet.LevelCount(), 3);
-    EXPECT_FALSE(sheet.CanUndo());
+    EXPECT_FALSE(CanUndo(model));
 
     prompter.Answer(1);
     sheet.OnXsheetDeletelevel();
@@ -113,7 +114,7 @@ TEST_F(CXSheetOperationsTest, DeletesALevelAfterConfirmationAndBringsItBack) {
     EXPECT_EQ(model.sounds.Count(), 0);
     EXPECT_EQ(model.camera.At(5).panX, 0);
     EXPECT_EQ(TakeHints(), Hints{511});
-    EXPECT_FALSE(sheet.CanUndo());
+    EXPECT_FALSE(CanUndo(model));
 }
 
 TEST_F(CXSheetOperationsTest, RenamesAndSwapsLevels) {
@@ -123,7 +124,7 @@ TEST_F(CXSheetOperationsTest, RenamesAndSwapsLevels) {
     prompter.Answer(1);
     prompter.Cancel(); // the name: the snapshot is there already
     sheet.OnXsheetRenamelevel();
-    EXPECT_TRUE(sheet.CanUndo());
+    EXPECT_TRUE(CanUndo(model));
     prompter.Answer(1);
     prompter.Answer(std::string("Hand"));
     sheet.OnXsheetRenamelevel();
@@ -137,13 +138,12 @@ TEST_F(CXSheetOperationsTest, RenamesAndSwapsLevels) {
 
 TEST_F(CXSheetOperationsTest, FramesStayWithinLimits) {
     Put(0, 49, "1");
-    for (const int refused : {0, -5, 5001}) {
-        prompter.Answer(refused);
-        sheet.OnXsheetAddframes();
-    }
-    EXPECT_FALSE(sheet.CanUndo());
-    prompter.Answer(5000);
+    // A refused count keeps the dialog open for the next one.
+    for (const int answer : {0, -5, 5001, 5000})
+        prompter.Answer(answer);
     sheet.OnXsheetAddframes();
+    EXPECT_EQ(prompter.TakeMessages(),
+              std::vector<std::string>(3, "The number of frames must be a whole number from 1 to 5000"));
     EXPECT_EQ(model.xsheet.FrameCount(), 1999);
     ASSERT_TRUE(model.soundBuffer.has_value());
     EXPECT_EQ(model.soundBuffer->size(), 1999U * 882);
@@ -184,7 +184,7 @@ TEST_F(CXSheetOperationsTest, EditsTheSelectedCells) {
     model.cursorFrame = 5;
     sheet.OnEditPaste();
     EXPECT_EQ(Row(0, 8), "1100011.");
-    EXPECT_FALSE(sheet.CanUndo());
+    EXPECT_FALSE(CanUndo(model));
     sheet.OnEditCut();
     EXPECT_EQ(TakeHints(), (Hints{268, 268}));
     EXPECT_EQ(Row(0, 3), "..0");
@@ -226,7 +226,7 @@ TEST_F(CXSheetOperationsTest, DropsAssetsInOrderAndStopsAtTheEnd) {
     EXPECT_EQ(model.xsheet.Cel(0, 4).PosY(), 288);
     EXPECT_EQ(TakeHints(), (Hints{8, 260}));
     EXPECT_EQ(prompter.TakeMessages(), Texts{});
-    EXPECT_FALSE(sheet.CanUndo());
+    EXPECT_FALSE(CanUndo(model));
 
     model.sourceMode = SourceMode::Pictures;
     model.sourceSelection = {"4", "5"}; // without files: shown all the same, one message each

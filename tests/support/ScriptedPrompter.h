@@ -5,6 +5,7 @@
 
 #include <any>
 #include <deque>
+#include <functional>
 #include <gtest/gtest.h>
 #include <memory>
 #include <optional>
@@ -56,6 +57,7 @@ public:
     std::unique_ptr<IProgress> BeginProgress(const std::string&) override {
         return std::make_unique<CProgress>(*this);
     }
+    std::shared_ptr<void> BeginWait() override { return nullptr; }
 
     std::optional<CSceneSettings> AskSceneSettings(const CSceneSettingsRequest& request) override {
         return Ask<CSceneSettings>(request, request.accept);
@@ -66,7 +68,11 @@ public:
     std::optional<std::string> AskDatabaseFolder(const std::string& current) override {
         return Ask<std::string>(current);
     }
+    /// Called when a name is asked for, while what is to be named is at hand.
+    std::function<void()> onAskName;
     std::optional<std::string> AskName(const CNameRequest& request) override {
+        if (onAskName)
+            onAskName();
         return Ask<std::string>(request, request.accept);
     }
     std::optional<CNewCelValues> AskNewCel(const CNewCelRequest& request) override {
@@ -76,7 +82,9 @@ public:
     std::optional<std::pair<int, int>> AskLevelsToSwap(const std::vector<std::string>& levelNames) override {
         return Ask<std::pair<int, int>>(levelNames);
     }
-    std::optional<int> AskFrameCount(const CFrameCountRequest& request) override { return Ask<int>(request); }
+    std::optional<int> AskFrameCount(const CFrameCountRequest& request) override {
+        return Ask<int>(request, request.accept);
+    }
     std::optional<CCelDataForm> AskCelData(const CCelDataRequest& request) override {
         return Ask<CCelDataForm>(request, request.accept);
     }
@@ -107,10 +115,56 @@ public:
                 return *answer;
         return {false, request.initial};
     }
+    std::optional<CRenderSetup> AskRenderSetup(const CRenderSetupRequest& request) override {
+        return Ask<CRenderSetup>(request, request.accept);
+    }
+    std::optional<std::string> AskCompressor(const CCompressorRequest& request) override {
+        return Ask<std::string>(request);
+    }
     std::vector<Path> AskFilesToOpen(const CFileRequest& request) override {
         return Ask<std::vector<Path>>(request).value_or(std::vector<Path>{});
     }
     std::optional<Path> AskFileToSave(const CFileRequest& request) override { return Ask<Path>(request); }
+    std::optional<CRotationValues> AskRotation() override { return Ask<CRotationValues>(0); }
+    std::optional<FlipDirection> AskFlip() override { return Ask<FlipDirection>(0); }
+    std::optional<CColorKeyValues> AskColorKey(const CColorKeyRequest& request) override {
+        return Ask<CColorKeyValues>(request, request.accept);
+    }
+    /// An answer is the type, 0 to 4.
+    bool AskDropType(const CDropTypeRequest& request) override {
+        const std::optional<int> type = Ask<int>(request.screenPoint);
+        if (type)
+            request.choices.ChooseType(*type);
+        return type.has_value();
+    }
+    std::optional<CGridSettings> AskGridSettings(const CGridSettingsRequest& request) override {
+        return Ask<CGridSettings>(request, request.accept);
+    }
+    /// Does what the test has put here.
+    std::function<void(CSceneManager&)> useSceneManager;
+    void RunSceneManager(CSceneManager& manager) override {
+        if (useSceneManager)
+            useSceneManager(manager);
+    }
+
+    /// Texts of the status bar, in order.
+    std::vector<std::string> statusTexts;
+    void ShowStatus(const std::string& text) override { statusTexts.push_back(text); }
+    /// Asks as long as something plays, but not for ever.
+    void WaitWhilePlaying(const std::string& status, const std::function<bool()>& isPlaying) override {
+        statusTexts.push_back(status);
+        for (int polls = 0; polls < 10000 && isPlaying(); ++polls)
+            continue;
+    }
+    /// What the test does with the record dialog; the answer is whether to save.
+    std::function<bool(CSoundRecorder&)> useRecorder;
+    bool RunRecorder(CSoundRecorder& recorder) override { return useRecorder && useRecorder(recorder); }
+    /// What the test does with the movie player.
+    std::function<void(CMovie&)> usePlayer;
+    void PlayMovie(CMovie& movie) override {
+        if (usePlayer)
+            usePlayer(movie);
+    }
 
 private:
     class CProgress final : public IProgress {

@@ -1,6 +1,7 @@
 #include "app/cli/CommandLine.h"
 
 #include "app/cli/Commands.h"
+#include "render/Compressors.h"
 
 #include <CLI/CLI.hpp>
 #include <exception>
@@ -20,6 +21,13 @@ std::string CheckNumberList(const std::string& text) {
 std::string CheckSingleRange(const std::string& text) {
     const auto ranges = ParseNumberList(text);
     return ranges && ranges->size() == 1 ? std::string() : "not a range of frames such as 1-48: " + text;
+}
+
+std::string CompressorNames() {
+    std::string names;
+    for (const CCompressor& compressor : AvailableCompressors())
+        names += (names.empty() ? "" : ", ") + std::string(compressor.name);
+    return names;
 }
 
 /// The command line's grammar. Every subcommand stores what it is to do in m_run.
@@ -104,7 +112,9 @@ private:
         command->add_flag("--antialias", m_render.antialias, "Smooth edges");
         command->add_option("--format", m_render.format, "png, tga, bmp, avi or mp4")
             ->check(CLI::IsMember({"png", "tga", "bmp", "avi", "mp4"}));
-        command->add_option("--codec", m_render.codec, "Compressor of an AVI");
+        command->add_option("--codec", m_render.codec, "Compressor of an AVI: " + CompressorNames());
+        command->add_option("--quality", m_render.quality, "Percent, 0 to 100, of a movie that is not lossless")
+            ->check(CLI::Range(0, 100));
         command->add_flag("--transparent", m_render.transparent, "Alpha in place of the background (png, tga)");
         command->add_flag("--resume", m_render.resume, "Keep the numbered frames that are there");
         command->add_option("-o,--output", m_render.output, "Directory and name of the output")->required();

@@ -43,7 +43,8 @@ struct CRenderArguments {
     int scaling = 100;
     bool antialias = false;
     std::string format = "png";
-    std::string codec;
+    std::string codec; ///< empty for the default
+    int quality = 100; ///< percent
     bool transparent = false;
     bool resume = false;
     std::string output;

@@ -1,11 +1,12 @@
 #include "app/cli/Commands.h"
 #include "app/cli/ConsolePrompter.h"
 #include "app/cli/SceneReader.h"
-#include "platform/PngFile.h"
+#include "render/Compressors.h"
 #include "render/FinalRender.h"
 #include "render/FlipbookSettings.h"
 #include "render/FrameFiles.h"
 #include "render/FrameRequests.h"
+#include "render/RenderSetup.h"
 #include "scene/FlipbookOperations.h"
 #include "scene/SoundOperations.h"
 
@@ -37,28 +38,42 @@ bool PrepareSound(CReadScene& scene) {
     return scene.model.soundBuffer.has_value();
 }
 
-std::optional<RenderFormat> FormatNamed(const std::string& name) {
-    constexpr std::array<const char*, 4> names = {"png", "tga", "bmp", "avi"};
-    const auto found = std::find(names.begin(), names.end(), name);
-    if (found == names.end())
-        return std::nullopt;
-    return static_cast<RenderFormat>(found - names.begin());
+// The command line takes no other names.
+RenderFormat FormatNamed(const std::string& name) {
+    constexpr std::array<const char*, 5> names = {"png", "tga", "bmp", "avi", "mp4"};
+    return static_cast<RenderFormat>(std::ranges::find(names, name) - names.begin());
+}
+
+// What the arguments ask for, frames and levels cut to those that there are.
+CRenderSettings RenderSettingsOf(const CRenderArguments& arguments, const CXSheet& xsheet) {
+    CRenderSettings settings;
+    settings.levels = ChosenLevels(arguments.levels, xsheet);
+    const int frameCount = xsheet.FrameCount();
+    const std::vector<int> frames =
+        IndicesOf(arguments.frames.value_or(std::vector<CNumberRange>{{1, frameCount}}), frameCount);
+    for (std::size_t i = 0; i < frames.size(); i += static_cast<std::size_t>(arguments.step))
+        settings.frames.push_back(frames[i]);
+    settings.step = arguments.step;
+    settings.scaling = arguments.scaling;
+    settings.antialias = arguments.antialias;
+    settings.format = FormatNamed(arguments.format);
+    settings.transparentBackground = arguments.transparent;
+    settings.resume = arguments.resume;
+    settings.quality = arguments.quality * 100;
+    settings.compressor = arguments.codec;
+    settings.target = RenderTargetOf(PathOf(arguments.output), settings.format);
+    return settings;
 }
 
 // Why a render cannot be made as asked; empty when it can.
-std::string RefusalOf(const CRenderArguments& arguments) {
-    if (!FormatNamed(arguments.format))
-        return "The system does not support the required compression";
-    if (!arguments.codec.empty() && arguments.codec != "MSVC" && arguments.codec != "msvideo1")
+std::string RefusalOf(const CRenderSettings& settings, CSize scene) {
+    if (!settings.compressor.empty() && FindCompressor(settings.compressor) == nullptr)
         return "A suitable compressor cannot be found.";
-    return {};
-}
-
-Path RenderTarget(const CRenderArguments& arguments) {
-    Path target = PathOf(arguments.output);
-    if (arguments.format == "avi" && target.extension() != ".avi")
-        target += ".avi";
-    return target;
+    if (settings.frames.empty())
+        return "Invalid start or end frame!";
+    if (settings.levels.empty())
+        return "There is no such level in the scene";
+    return CheckRenderSize(settings.format, settings.scaling, scene).Message();
 }
 
 } // namespace
@@ -121,31 +136,16 @@ bool RunRender(const CRenderArguments& arguments) {
     const auto scene = ReadScene(arguments.scene.database, arguments.scene.scene, prompter);
     if (!scene)
         return false;
-    if (const std::string refusal = RefusalOf(arguments); !refusal.empty()) {
+    const CSceneModel& model = scene->model;
+    CRenderJob job{{model.xsheet, model.geometry, model.Paths().SceneFolder(), arguments.antialias},
+                   model.camera,
+                   RenderSettingsOf(arguments, model.xsheet),
+                   {}};
+    if (const std::string refusal = RefusalOf(job.settings, model.geometry.Frame()); !refusal.empty()) {
         prompter.ShowMessage(refusal);
         return false;
     }
-    const CSceneModel& model = scene->model;
-    CRenderJob job{
-        {model.xsheet, model.geometry, model.Paths().SceneFolder(), arguments.antialias}, model.camera, {}, {}};
-    job.settings.levels = ChosenLevels(arguments.levels, model.xsheet);
-    const int frameCount = model.xsheet.FrameCount();
-    const std::vector<int> frames =
-        IndicesOf(arguments.frames.value_or(std::vector<CNumberRange>{{1, frameCount}}), frameCount);
-    for (std::size_t i = 0; i < frames.size(); i += static_cast<std::size_t>(arguments.step))
-        job.settings.frames.push_back(frames[i]);
-    job.settings.scaling = arguments.scaling;
-    job.settings.antialias = arguments.antialias;
-    job.settings.format = *FormatNamed(arguments.format);
-    job.settings.transparentBackground = arguments.transparent;
-    job.settings.resume = arguments.resume;
-    job.settings.target = RenderTarget(arguments);
-    if (job.settings.frames.empty() || job.settings.levels.empty()) {
-        prompter.ShowMessage(job.settings.frames.empty() ? "Invalid start or end frame!"
-                                                         : "There is no such level in the scene");
-        return false;
-    }
-    if (job.settings.format == RenderFormat::Avi && PrepareSound(*scene))
+    if (IsMovie(job.settings.format) && PrepareSound(*scene))
         job.sound = *model.soundBuffer;
     CImageCache cache(CImageCache::usualBytes);
     const std::unique_ptr<IProgress> progress = prompter.BeginProgress("Rendering");

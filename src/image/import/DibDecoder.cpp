@@ -87,7 +87,7 @@ std::uint8_t CDibDecoder::CChannelMask::ValueIn(std::uint32_t pixel) const {
 
 DibResult CDibDecoder::Open(Bytes info, Bytes bits, CDibDecoder& decoder) {
     decoder = CDibDecoder{};
-    if (const DibResult read = decoder.ReadFormat(info); read != DibResult::Done)
+    if (const DibResult read = decoder.ReadFormat(info, RowOrder::BottomFirst); read != DibResult::Done)
         return read;
     decoder.m_bits = bits;
     return decoder.CheckBits();
@@ -95,7 +95,7 @@ DibResult CDibDecoder::Open(Bytes info, Bytes bits, CDibDecoder& decoder) {
 
 DibResult CDibDecoder::OpenPacked(Bytes bitmap, CDibDecoder& decoder) {
     decoder = CDibDecoder{};
-    if (const DibResult read = decoder.ReadFormat(bitmap); read != DibResult::Done)
+    if (const DibResult read = decoder.ReadFormat(bitmap, RowOrder::Either); read != DibResult::Done)
         return read;
     const bool masksFollow = decoder.m_compression == bitFields && HeaderSizeOf(bitmap) == headerSize;
     const std::size_t bitsAt = HeaderSizeOf(bitmap) + (masksFollow ? masksSize : 0) +
@@ -106,17 +106,21 @@ DibResult CDibDecoder::OpenPacked(Bytes bitmap, CDibDecoder& decoder) {
     return decoder.CheckBits();
 }
 
-DibResult CDibDecoder::ReadFormat(Bytes info) {
+DibResult CDibDecoder::ReadFormat(Bytes info, RowOrder allowed) {
     if (info.size() < headerSize)
         return DibResult::Truncated;
     const auto width = static_cast<std::int32_t>(Read32(info, 4));
-    const auto height = static_cast<std::int32_t>(Read32(info, 8));
+    auto height = static_cast<std::int32_t>(Read32(info, 8));
+    m_topRowFirst = allowed == RowOrder::Either && height < 0 && height >= -largestSide;
+    if (m_topRowFirst)
+        height = -height;
     if (width < 1 || width > largestSide || height < 1 || height > largestSide)
         return DibResult::InvalidSize;
     m_size = {width, height};
     m_bitsPerPixel = info[14] | info[15] << 8;
     m_compression = Read32(info, 16);
-    if (!IsSupported(m_bitsPerPixel, m_compression))
+    const bool isRunLengthCoded = m_compression == runs8 || m_compression == runs4;
+    if (!IsSupported(m_bitsPerPixel, m_compression) || (isRunLengthCoded && m_topRowFirst))
         return DibResult::Unsupported;
     if (m_bitsPerPixel <= 8)
         ReadColorTable(info);
@@ -169,10 +173,12 @@ DibResult CDibDecoder::CheckBits() const {
 bool CDibDecoder::ReadRow(std::span<CColor> row) {
     if (m_compression == runs8 || m_compression == runs4)
         return ReadRunsRow(row);
-    if (m_position >= m_bits.size())
+    if (m_rowsRead >= m_size.height)
         return false;
-    const Bytes stored = m_bits.subspan(m_position);
-    m_position += StoredRowSize(m_size.width, m_bitsPerPixel);
+    const int storedRow = m_topRowFirst ? m_size.height - 1 - m_rowsRead : m_rowsRead;
+    ++m_rowsRead;
+    const Bytes stored =
+        m_bits.subspan(static_cast<std::size_t>(storedRow) * StoredRowSize(m_size.width, m_bitsPerPixel));
     if (m_bitsPerPixel <= 8)
         ReadIndexedRow(stored, row);
     else if (m_bitsPerPixel >= 24 && m_compression == uncompressed)

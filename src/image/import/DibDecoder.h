@@ -32,7 +32,8 @@ public:
     /// memory is taken for it.
     static DibResult Open(std::span<const std::uint8_t> info, std::span<const std::uint8_t> bits,
                           CDibDecoder& decoder);
-    /// A bitmap in memory whose rows follow its colour table directly.
+    /// A bitmap in memory whose rows follow its colour table directly. A device may store the top row first and say
+    /// so with a negative height, which is out of range in a file.
     static DibResult OpenPacked(std::span<const std::uint8_t> bitmap, CDibDecoder& decoder);
 
     CSize Size() const override { return m_size; }
@@ -52,7 +53,9 @@ private:
         std::uint8_t ValueIn(std::uint32_t pixel) const;
     };
 
-    DibResult ReadFormat(std::span<const std::uint8_t> info);
+    enum class RowOrder { BottomFirst, Either };
+
+    DibResult ReadFormat(std::span<const std::uint8_t> info, RowOrder allowed);
     bool ReadMasks(std::span<const std::uint8_t> info);
     void ReadColorTable(std::span<const std::uint8_t> info);
     DibResult CheckBits() const;
@@ -70,7 +73,9 @@ private:
     std::array<CColor, 256> m_colors{};
     std::array<CChannelMask, 3> m_masks; ///< red, green, blue
     std::span<const std::uint8_t> m_bits;
-    std::size_t m_position = 0; ///< of the next byte of `m_bits`
+    std::size_t m_position = 0; ///< of the next byte of a run-length coded bitmap
+    int m_rowsRead = 0;
+    bool m_topRowFirst = false;
 
     // Where the run-length coding stands.
     std::size_t m_column = 0;

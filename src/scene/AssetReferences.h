@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+
+namespace velmor {
+
+struct CSceneModel;
+
+/// Keeps what names assets in step with their files: the cells and sounds of the xsheet, those that undo would
+/// bring back, and the copied cells. The folder of a picture is the pictures folder. Each function returns how many
+/// cells or sounds of the xsheet it has changed.
+class CAssetReferences {
+public:
+    explicit CAssetReferences(CSceneModel& model) : m_model(model) {}
+
+    /// Empties the cells that show an asset, or any cel of a folder.
+    int Clear(const std::string& folder, const std::string& name);
+    int ClearFolder(const std::string& folder);
+    int Rename(const std::string& folder, const std::string& oldName, const std::string& newName);
+    /// Gives the cells that show an asset the size that its file has now; none when it cannot be read.
+    int Resize(const std::string& folder, const std::string& name);
+    int RemoveSound(const std::string& name);
+    int RenameSound(const std::string& oldName, const std::string& newName);
+
+private:
+    CSceneModel& m_model;
+};
+
+} // namespace velmor

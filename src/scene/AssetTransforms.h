@@ -1,0 +1,48 @@
+#pragma once
+
+#include "scene/SceneContext.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace velmor {
+
+struct CColorKey;
+
+/// What is done to the pixels of whole images: turning, mirroring and keying the selected assets in their files,
+/// and keying the picture under edit.
+///
+/// A batch ends at the first file that fails, or after the asset during which the user stops it; what was done
+/// before stays done. An asset that is open in the cel editor is saved first and shown as it is afterwards.
+class CAssetTransforms {
+public:
+    explicit CAssetTransforms(CSceneContext context) : m_context(context) {}
+
+    void OnAssetsRotatecels();
+    void OnAssetsFlip();
+    /// Keys the selected pictures.
+    void OnAssetsColorkey();
+    /// Keys the picture under edit, in memory only. `key` is the colour that the dialog starts with.
+    void OnCelColorkey(CColor key);
+
+private:
+    /// What is done to each image, and how its messages call it.
+    struct CChange {
+        const char* title; ///< of the progress dialog
+        std::function<CStatus(CCelImg&)> apply;
+        const char* notChanged; ///< between the reason and the path
+        const char* notWritten;
+    };
+
+    bool CanFlip() const;
+    /// Asks for the values of a key and remembers them; nothing when cancelled.
+    std::optional<CColorKey> AskColorKey(CColor color);
+    void ChangeSelected(const CChange& change);
+    /// Adds to `hint` what the views are to be told. Returns the message of a failure.
+    std::optional<std::string> ChangeAsset(const std::string& name, const CChange& change, UpdateHint& hint);
+
+    CSceneContext m_context;
+};
+
+} // namespace velmor

@@ -1,0 +1,62 @@
+#include "scene/CommandState.h"
+
+namespace velmor {
+
+bool HasSelectedAssets(const CSceneModel& model) {
+    return model.sceneOpen && !model.sourceSelection.empty();
+}
+
+bool CanChangeAssets(const CSceneModel& model) {
+    return CanChangeImages(model) || (HasSelectedAssets(model) && model.sourceMode == SourceMode::Sounds);
+}
+
+bool CanChangeImages(const CSceneModel& model) {
+    return HasSelectedAssets(model) && (model.sourceMode == SourceMode::Pictures ||
+                                        (model.sourceMode == SourceMode::Cels && !model.folderName.empty()));
+}
+
+bool CanColorKey(const CSceneModel& model) {
+    return HasSelectedAssets(model) && model.sourceMode == SourceMode::Pictures;
+}
+
+bool CanDeleteLevel(const CSceneModel& model) {
+    return model.sceneOpen && model.xsheet.LevelCount() > 1;
+}
+
+bool CanSwapLevels(const CSceneModel& model) {
+    return model.sceneOpen && model.xsheet.LevelCount() >= 2;
+}
+
+bool CanEditRange(const CSceneModel& model) {
+    return model.sceneOpen && model.selection.endFrame > model.selection.startFrame;
+}
+
+bool CanPaste(const CSceneModel& model) {
+    return model.sceneOpen && !model.clipboard.IsEmpty();
+}
+
+bool CanUndo(const CSceneModel& model) {
+    return model.sceneOpen && model.undo.has_value();
+}
+
+bool CanEditCelData(const CSceneModel& model) {
+    return model.sceneOpen && model.xsheet.HasLevel(model.cursorLevel) &&
+           model.xsheet.HasFrame(model.cursorFrame) &&
+           model.xsheet.Cel(model.cursorLevel, model.cursorFrame).IsUsed();
+}
+
+bool CanInbetween(const CSceneModel& model) {
+    const CXSheetSelection& selection = model.selection;
+    return model.sceneOpen && model.xsheet.HasFrame(selection.startFrame) &&
+           model.xsheet.HasFrame(selection.endFrame) && selection.endFrame - selection.startFrame >= 2;
+}
+
+bool CanPlaySelectedSound(const CSceneModel& model) {
+    return HasSelectedAssets(model) && model.sourceMode == SourceMode::Sounds;
+}
+
+bool HasEditedImage(const CSceneModel& model) {
+    return model.celImg.GetLoadState() != LoadState::Nothing;
+}
+
+} // namespace velmor

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "scene/SceneModel.h"
+
+namespace velmor {
+
+// When commands are enabled, as far as the document's values decide it.
+
+bool HasSelectedAssets(const CSceneModel& model);
+/// Delete, rename, duplicate: assets of any kind are selected, and cels have their folder.
+bool CanChangeAssets(const CSceneModel& model);
+/// Whether the shown list has images, whose commands need a folder when they are cels.
+bool CanChangeImages(const CSceneModel& model);
+/// Pictures are selected.
+bool CanColorKey(const CSceneModel& model);
+bool CanDeleteLevel(const CSceneModel& model);
+bool CanSwapLevels(const CSceneModel& model);
+/// Condense, expand, reverse: the selection spans more than one frame.
+bool CanEditRange(const CSceneModel& model);
+bool CanPaste(const CSceneModel& model);
+bool CanUndo(const CSceneModel& model);
+/// The cursor's cell is used.
+bool CanEditCelData(const CSceneModel& model);
+/// The selection spans at least three frames.
+bool CanInbetween(const CSceneModel& model);
+/// Sounds are shown and one is selected.
+bool CanPlaySelectedSound(const CSceneModel& model);
+/// A cel or picture is loaded in the cel editor.
+bool HasEditedImage(const CSceneModel& model);
+
+} // namespace velmor

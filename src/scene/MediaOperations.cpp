@@ -1,0 +1,93 @@
+#include "scene/MediaOperations.h"
+
+#include "platform/Audio.h"
+#include "render/Movie.h"
+#include "scene/FlipbookOperations.h"
+#include "scene/SoundOperations.h"
+#include "sound/SoundFile.h"
+#include "sound/SoundPlayback.h"
+#include "sound/SoundRecorder.h"
+
+#include <algorithm>
+
+namespace velmor {
+
+void CMediaOperations::Play(std::span<const std::uint8_t> samples) {
+    CSoundPlayback playback(m_devices.Output());
+    if (!m_context.Report(playback.Start(samples, [this](const std::string& text) { m_context.Show(text); })))
+        return;
+    m_context.prompter.WaitWhilePlaying("Playing Sound...     Press any key to stop",
+                                        [&playback] { return playback.IsPlaying(); });
+    m_context.Report(playback.End());
+    m_context.prompter.ShowStatus("Stopped.");
+}
+
+void CMediaOperations::OnAnimationPlaysoundonxsheet() {
+    if (!m_context.model.sceneOpen)
+        return;
+    if (const std::optional<std::span<const std::uint8_t>> track = m_sounds.GetSoundBuffer())
+        Play(*track);
+}
+
+void CMediaOperations::OnAnimationPlayselectedsound() {
+    const CSceneModel& model = m_context.model;
+    if (!model.sceneOpen)
+        return;
+    const std::optional<std::span<const std::uint8_t>> track = m_sounds.GetSoundBuffer();
+    if (!track)
+        return;
+    const auto frameSamples = static_cast<std::size_t>(SamplesPerFrame(m_sounds.GetFPS()));
+    const auto first = static_cast<std::size_t>(std::max(model.selection.startFrame, 0));
+    const auto end = static_cast<std::size_t>(std::max(model.selection.endFrame, 0)) + 1;
+    // The track of a sheet that has just been set up is longer than its frames; one of few frames may be shorter.
+    const std::size_t from = std::min(first * frameSamples, track->size());
+    const std::size_t to = std::clamp(end * frameSamples, from, track->size());
+    Play(track->subspan(from, to - from));
+}
+
+void CMediaOperations::OnAssetsPlaysound() {
+    const CSceneModel& model = m_context.model;
+    if (!m_context.Require(model.sceneOpen, "Internal Error: Scene not open at CVelmorltDoc::OnAssetsPlaysound") ||
+        !m_context.Require(model.sourceMode == SourceMode::Sounds,
+                           "Internal Error: Not showing sound sources at CVelmorltDoc::OnAssetsPlaysound") ||
+        model.sourceSelection.empty())
+        return;
+    PlaySoundAsset(model.sourceSelection.front());
+}
+
+void CMediaOperations::PlaySoundAsset(const std::string& name) {
+    std::vector<std::uint8_t> samples;
+    if (m_context.model.sceneOpen && m_sounds.LoadSound(name, samples))
+        Play(samples);
+}
+
+void CMediaOperations::OnSourcesRecordsound() {
+    if (!m_context.model.sceneOpen)
+        return;
+    CSoundRecorder recorder(m_devices);
+    if (!m_context.Report(recorder.CheckDevice()) || !m_context.prompter.RunRecorder(recorder))
+        return;
+    recorder.Stop();
+    if (recorder.Samples().empty())
+        return;
+    if (const std::optional<std::string> name = m_sounds.AskSoundName())
+        m_sounds.StoreSound(*name, samplesPerSecond, recorder.Samples());
+}
+
+void CMediaOperations::OnAnimationMakeflipbook() {
+    if (m_flipbooks.OnAnimationMakeflipbook())
+        OnAnimationPlaylastflipbook();
+}
+
+void CMediaOperations::OnAnimationPlaylastflipbook() {
+    if (const std::optional<Path> flipbook = m_flipbooks.OnAnimationPlaylastflipbook())
+        PlayMovie(*flipbook);
+}
+
+void CMediaOperations::PlayMovie(const Path& file) {
+    CMovie movie(m_devices.Output());
+    if (m_context.Report(movie.Open(file, [this](const std::string& text) { m_context.Show(text); })))
+        m_context.prompter.PlayMovie(movie);
+}
+
+} // namespace velmor

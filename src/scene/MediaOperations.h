@@ -1,0 +1,44 @@
+#pragma once
+
+#include "scene/SceneContext.h"
+
+#include <cstdint>
+#include <span>
+#include <string>
+
+namespace velmor {
+
+class CFlipbookOperations;
+class CSoundOperations;
+class IAudioDevices;
+
+/// Playing and recording sound, and playing movies.
+class CMediaOperations {
+public:
+    CMediaOperations(CSceneContext context, CSoundOperations& sounds, CFlipbookOperations& flipbooks,
+                     IAudioDevices& devices)
+        : m_context(context), m_sounds(sounds), m_flipbooks(flipbooks), m_devices(devices) {}
+
+    /// The whole track of the xsheet, and the part under the selected frames. Until the end of the sound or a key.
+    void OnAnimationPlaysoundonxsheet();
+    void OnAnimationPlayselectedsound();
+    /// The first selected sound asset.
+    void OnAssetsPlaysound();
+    void PlaySoundAsset(const std::string& name);
+    /// Asks for a recording, and stores it under a name.
+    void OnSourcesRecordsound();
+    /// Makes a flipbook and plays it.
+    void OnAnimationMakeflipbook();
+    void OnAnimationPlaylastflipbook();
+    void PlayMovie(const Path& file);
+
+private:
+    void Play(std::span<const std::uint8_t> samples);
+
+    CSceneContext m_context;
+    CSoundOperations& m_sounds;
+    CFlipbookOperations& m_flipbooks;
+    IAudioDevices& m_devices;
+};
+
+} // namespace velmor

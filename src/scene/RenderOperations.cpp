@@ -1,0 +1,130 @@
+#include "scene/RenderOperations.h"
+
+#include "render/Compressors.h"
+#include "scene/DialogRequests.h"
+#include "scene/Settings.h"
+
+#include <algorithm>
+
+namespace velmor {
+
+namespace {
+
+constexpr const char* usualDirectory = "Renders"; // in the database folder
+
+// The files that a render writes.
+std::vector<Path> FilesOf(const CRenderSettings& settings) {
+    if (IsMovie(settings.format))
+        return {settings.target};
+    std::vector<Path> files;
+    for (const int frame : settings.frames)
+        files.push_back(RenderFrameFile(settings, frame));
+    return files;
+}
+
+RenderFormat FormatOf(int remembered) {
+    return static_cast<RenderFormat>(std::clamp(remembered, 0, static_cast<int>(RenderFormat::Mp4)));
+}
+
+} // namespace
+
+CRenderSetup CRenderOperations::RememberedSetup() const {
+    const CSceneModel& model = m_context.model;
+    const CProfile& profile = m_context.profile;
+    CRenderSetup setup = m_last;
+    setup.levels = AllLevels(model.xsheet);
+    setup.startFrame = 1;
+    setup.endFrame = model.xsheet.FrameCount();
+    setup.step = std::max(1, Get(profile, setting::lastRenderStep));
+    setup.scaling = std::clamp(Get(profile, setting::lastRenderScaling), 1, 400);
+    setup.antialias = Get(profile, setting::lastRenderAntialias) != 0;
+    setup.format = FormatOf(Get(profile, setting::lastRenderFileFormat));
+    setup.directory = Get(profile, setting::lastRenderDirectory);
+    setup.name = Get(profile, setting::lastRenderName);
+    if (setup.directory.empty())
+        setup.directory = model.databaseFolder + usualDirectory;
+    if (setup.name.empty())
+        setup.name = model.sceneName;
+    if (setup.compressor.empty())
+        setup.compressor = defaultCompressor;
+    setup.resume = false;
+    return setup;
+}
+
+void CRenderOperations::Remember(const CRenderSetup& setup) {
+    m_last = setup;
+    Set(m_context.profile, setting::lastRenderScaling, setup.scaling);
+    Set(m_context.profile, setting::lastRenderStep, setup.step);
+    Set(m_context.profile, setting::lastRenderAntialias, setup.antialias ? 1 : 0);
+    Set(m_context.profile, setting::lastRenderFileFormat, static_cast<int>(setup.format));
+    Set(m_context.profile, setting::lastRenderDirectory, setup.directory);
+    Set(m_context.profile, setting::lastRenderName, setup.name);
+}
+
+bool CRenderOperations::OnAnimationRender() {
+    const CSceneModel& model = m_context.model;
+    if (!model.sceneOpen)
+        return false;
+    CRenderSetupRequest request{{}, model.xsheet.FrameCount(), model.geometry.Frame(), RememberedSetup(), {}, {}};
+    for (int level = 0; level < model.xsheet.LevelCount(); ++level)
+        request.levelNames.push_back(model.xsheet.LevelName(level));
+    request.chooseCompressor = [this](const std::string& current) {
+        return m_context.prompter.AskCompressor({AvailableCompressors(), current});
+    };
+    request.accept = [this](const CRenderSetup& setup) { return Accept(setup); };
+    const std::optional<CRenderSetup> setup = m_context.prompter.AskRenderSetup(request);
+    if (!setup)
+        return false;
+    Remember(*setup);
+    return Render(*setup);
+}
+
+bool CRenderOperations::Accept(const CRenderSetup& setup) const {
+    const CSceneModel& model = m_context.model;
+    CStatus status = CheckRenderSetup(setup, model.xsheet.FrameCount(), model.geometry.Frame());
+    if (status)
+        status = CheckTarget(RenderSettingsOf(setup));
+    if (!status)
+        m_context.prompter.ShowVelmorMessage(status.Message());
+    return status && MayOverwrite(RenderSettingsOf(setup));
+}
+
+CStatus CRenderOperations::CheckTarget(const CRenderSettings& settings) const {
+    const Path directory = settings.target.parent_path();
+    if (!directory.is_absolute())
+        return CStatus::Failure("The directory of the rendered files should be given in full!");
+    if (!CreateFolder(directory))
+        return CStatus::Failure("Could not create the directory " + Utf8Of(directory));
+    // Nothing tells better whether a file can be written than beginning to.
+    const Path first = FilesOf(settings).front();
+    return CAtomicFile::Create(first) ? CStatus() : CStatus::Failure("Could not write to " + Utf8Of(first));
+}
+
+bool CRenderOperations::MayOverwrite(const CRenderSettings& settings) const {
+    if (settings.resume && !IsMovie(settings.format))
+        return true;
+    if (!std::ranges::any_of(FilesOf(settings), FileExists))
+        return true;
+    return m_context.prompter.AskYesNo(IsMovie(settings.format)
+                                           ? "Movie Exists, Do you want to overwrite it ?"
+                                           : "Rendered Frames Exist, Do you want to overwrite them ?");
+}
+
+bool CRenderOperations::Render(const CRenderSetup& setup) {
+    const CSceneModel& model = m_context.model;
+    CRenderJob job{{model.xsheet, model.geometry, model.Paths().SceneFolder(), setup.antialias},
+                   model.camera,
+                   RenderSettingsOf(setup),
+                   {}};
+    if (model.soundBuffer)
+        job.sound = *model.soundBuffer;
+    std::unique_ptr<IProgress> progress = m_context.prompter.BeginProgress("Rendering");
+    const CRenderOutcome outcome = RenderToDisk(
+        job, m_cache, *progress, [this] { return m_context.prompter.AskYesNo("Do you want to stop rendering?"); });
+    progress.reset();
+    if (!outcome.message.empty())
+        m_context.Show(outcome.message);
+    return outcome.end != RenderEnd::Failed;
+}
+
+} // namespace velmor

@@ -1,0 +1,276 @@
+#include "scene/AssetOperations.h"
+
+#include "AssetScene.h"
+#include "scene/Settings.h"
+
+namespace velmor::testing {
+
+namespace {
+
+class AssetOperations : public CAssetScene {
+protected:
+    /// Cels 3 and 5 (red and blue), both exposed on two levels, "5" of another folder and held copies as well.
+    void ExposeThreeAndFive() {
+        SetLevels(2);
+        MakeCel(CelFile("3"), red);
+        MakeCel(CelFile("5"), blue);
+        MakeCel(model.Paths().CelFile("Cat", "5"), white);
+        Expose(0, 0, "Man", "3");
+        Expose(0, 1, "Man", "5");
+        Expose(1, 2, "Man", "5");
+        Expose(1, 3, "Cat", "5");
+        Context().TakeSnapshot();
+        model.clipboard = model.xsheet.Copy({0, 0, 0, 1});
+    }
+    /// The sheet as it is, as undo would bring it back, and the copied cells.
+    std::string EverythingExposed() {
+        const std::string now = Row(0, 2) + Row(1, 4);
+        std::swap(model.xsheet, model.undo->xsheet);
+        const std::string undone = Row(0, 2) + Row(1, 4);
+        std::swap(model.xsheet, model.undo->xsheet);
+        std::string copied;
+        for (const CXSheetCel& cel : model.clipboard.cels)
+            copied += cel.IsUsed() ? cel.CelName() : ".";
+        return now + " " + undone + " " + copied;
+    }
+    void PlaceSounds() {
+        for (const char* name : {"Boo", "Hey"})
+            sounds.StoreSound(name, 22050, std::vector<std::uint8_t>(100, static_cast<std::uint8_t>(name[0])));
+        model.sounds.Place(0, "Boo");
+        model.sounds.Place(2, "Hey");
+        model.sounds.Place(4, "Boo");
+        sounds.PrepareSoundBuffer();
+        TakeHints();
+    }
+    /// The first sample of each second frame.
+    std::string Heard() const {
+        const int step = 2 * SamplesPerFrame(model.geometry.frameRate);
+        std::string heard;
+        for (int i = 0; i < 3; ++i)
+            heard += static_cast<char>(model.soundBuffer.value()[static_cast<std::size_t>(i * step)]);
+        return heard;
+    }
+};
+
+} // namespace
+
+TEST_F(AssetOperations, NeedSomethingToWorkOn) {
+    const auto runAll = [this] {
+        assets.OnAssetsDeleteassets();
+        assets.OnAssetsRenamecel();
+        assets.OnAssetsDuplicate();
+    };
+    const Texts nothingSelected{"Internal Error : Nothing selected in OnAssetsRenamecel"};
+    runAll();
+    EXPECT_EQ(prompter.TakeMessages(), nothingSelected);
+    Select(SourceMode::Cels, {"1"});
+    model.folderName.clear();
+    runAll();
+    assets.OnAssetsDeletefolder();
+    EXPECT_EQ(prompter.TakeMessages(), Texts{});
+    Select(SourceMode::Pictures, {"Sky"});
+    model.sceneOpen = false;
+    runAll();
+    EXPECT_EQ(prompter.TakeMessages(), nothingSelected);
+    EXPECT_FALSE(prompter.lastRequest.has_value());
+    EXPECT_EQ(hints, Hints{});
+}
+
+TEST_F(AssetOperations, ADeletedCelLeavesTheSheetAndTheEditor) {
+    ExposeThreeAndFive();
+    Edit(CelFile("5"), red);
+    Select(SourceMode::Cels, {"5"});
+    prompter.confirmations = {false};
+    assets.OnAssetsDeleteassets();
+    EXPECT_TRUE(FileExists(CelFile("5")) && hints.empty());
+
+    assets.OnAssetsDeleteassets();
+    const std::string question =
+        "Are you sure you want to remove selected cels from folder \"Man\" and xsheet ? (NO UNDO!)";
+    EXPECT_EQ(prompter.TakeMessages(), (Texts{question, question}));
+    EXPECT_EQ(EverythingExposed(), "3....5 3....5 3.");
+    EXPECT_EQ(model.celImg.GetLoadState(), LoadState::Nothing);
+    EXPECT_FALSE(FileExists(CelFile("5"))) << "the editor must not have saved it once more";
+    EXPECT_TRUE(FileExists(model.Paths().CelFile("Cat", "5")));
+    EXPECT_EQ(model.sourceSelection, Texts{});
+    EXPECT_EQ(TakeHints(), Hints{271});
+}
+
+TEST_F(AssetOperations, DeletionStopsAtAFileThatResists) {
+    for (const char* name : {"A", "B", "C"})
+        MakePicture(name, red);
+    for (int frame = 0; frame < 3; ++frame)
+        Expose(0, frame, "_Pictures_", std::string(1, static_cast<char>('A' + frame)));
+    PutInTheWay(PictureFile("B"));
+    Select(SourceMode::Pictures, {"A", "B", "C"});
+    assets.OnAssetsDeleteassets();
+    EXPECT_EQ(
+        prompter.TakeMessages(),
+        (Texts{"Are you sure you want to remove selected pictures from Pictures folder and xsheet ? (NO UNDO!)",
+               "Internal Error: Problem deleting file in OnAssetsDeleteassets", Utf8Of(PictureFile("B"))}));
+    EXPECT_EQ(Row(0, 3), ".BC");
+    EXPECT_FALSE(FileExists(PictureFile("A")));
+    EXPECT_TRUE(FileExists(PictureFile("C")));
+    EXPECT_EQ(model.sourceSelection, (Texts{"B", "C"}));
+    EXPECT_EQ(TakeHints(), Hints{270});
+}
+
+TEST_F(AssetOperations, DeletedAndRenamedSoundsAreHeardSo) {
+    PlaceSounds();
+    Context().TakeSnapshot();
+    EXPECT_EQ(Heard(), "BHB");
+    Select(SourceMode::Sounds, {"Hey"});
+    prompter.Answer(std::string("Ho"));
+    assets.OnAssetsRenamecel();
+    EXPECT_EQ(Heard(), "BHB");
+    EXPECT_EQ(*model.sounds.NameAt(2), "Ho");
+    EXPECT_EQ(TakeHints(), Hints{10});
+    prompter.Answer(std::string("Boo"));
+    assets.OnAssetsRenamecel();
+    EXPECT_EQ(prompter.TakeMessages(), Texts{"Sound Exists, Do you want to overwrite it ?"});
+    EXPECT_EQ(Heard(), "\x80H\x80") << "the sound that was replaced is heard no more";
+    assets.OnAssetsDeleteassets();
+    EXPECT_EQ(prompter.TakeMessages(),
+              Texts{"Are you sure you want to remove selected sounds from Sounds folder and xsheet ? (NO UNDO!)"});
+    EXPECT_EQ(Heard(), "\x80\x80\x80");
+    EXPECT_EQ(model.undo->sounds.Count(), 0);
+    EXPECT_EQ(TakeHints(), (Hints{10, 10}));
+}
+
+TEST_F(AssetOperations, ADeletedFolderTakesItsCelsWithIt) {
+    ExposeThreeAndFive();
+    palettes.ClearPalette();
+    palettes.SaveColors();
+    Select(SourceMode::Cels, {"3"});
+    Edit(CelFile("3"), red);
+    Set(profile, setting::lastFolder, "Man");
+    assets.OnAssetsDeletefolder();
+    EXPECT_EQ(prompter.TakeMessages(),
+              Texts{"Are you sure you want to remove current folder \"Man\" and remove the references of cels "
+                    "inside it from the xsheet ? (NO UNDO!)"});
+    EXPECT_FALSE(FolderExists(model.Paths().CelFolder("Man")));
+    EXPECT_EQ(EverythingExposed(), ".....5 .....5 ..");
+    EXPECT_EQ(model.folderName + Get(profile, setting::lastFolder), "");
+    EXPECT_EQ(model.celImg.GetLoadState(), LoadState::Nothing);
+    EXPECT_EQ(model.sourceSelection, Texts{});
+    EXPECT_EQ(TakeHints(), Hints{271});
+}
+
+TEST_F(AssetOperations, AFolderThatResistsStaysTheCurrentOne) {
+    ExposeThreeAndFive();
+    MakePicture("Sky", white);
+    Edit(PictureFile("Sky"), red);
+    const Path folderPath = model.Paths().CelFolder("Man");
+    CreateFolder(folderPath / "inner");
+    assets.OnAssetsDeletefolder();
+    EXPECT_EQ(Texts(prompter.messages.begin() + 1, prompter.messages.end()),
+              (Texts{"Internal Error: Problem deleting folder in OnAssetsDeletecels",
+                     Utf8Of(folderPath) + "\nGetLastError returns -> " + std::to_string(ENOTEMPTY)}));
+    EXPECT_EQ(EverythingExposed(), "35..55 35..55 35");
+    EXPECT_EQ(model.folderName, "Man");
+    EXPECT_TRUE(model.celImg.IsModified());
+    EXPECT_EQ(TakeHints(), Hints{2});
+
+    std::filesystem::remove(folderPath / "inner");
+    assets.OnAssetsDeletefolder();
+    EXPECT_EQ(model.folderName, "");
+    EXPECT_EQ(Load(PictureFile("Sky")).ColorAt(1, 0), red) << "an edited picture is closed, not lost";
+}
+
+TEST_F(AssetOperations, ARenamedCelReplacesAnother) {
+    ExposeThreeAndFive();
+    Edit(CelFile("5"), red);
+    Select(SourceMode::Cels, {"3", "5"});
+    for (const char* name : {"a12", "5", "5"})
+        prompter.Answer(std::string(name));
+    prompter.confirmations = {false, true};
+    assets.OnAssetsRenamecel();
+    const std::string question = "Cel Exists, Do you want to overwrite it ?";
+    EXPECT_EQ(prompter.TakeMessages(),
+              (Texts{"The cel name must be a number and if required a letter", question, question}));
+    EXPECT_EQ(std::any_cast<CNameRequest>(prompter.lastRequest).initial, "3");
+    EXPECT_EQ(EverythingExposed(), "5....5 5....5 5.");
+    EXPECT_FALSE(FileExists(CelFile("3")));
+    EXPECT_EQ(Load(CelFile("5")).ColorAt(0, 0), red);
+    EXPECT_EQ(model.celImg.GetLoadState(), LoadState::Nothing) << "its drawing was the one replaced";
+    EXPECT_EQ(model.sourceSelection, Texts{"5"});
+    EXPECT_EQ(TakeHints(), Hints{271});
+}
+
+TEST_F(AssetOperations, TheEditorFollowsARenamedPicture) {
+    MakePicture("Sky", red);
+    Edit(PictureFile("Sky"), blue);
+    Select(SourceMode::Pictures, {"Sky"});
+    prompter.Answer(std::string("Sky"));
+    assets.OnAssetsRenamecel();
+    EXPECT_TRUE(prompter.messages.empty() && hints.empty());
+    prompter.Answer(std::string("Night"));
+    assets.OnAssetsRenamecel();
+    EXPECT_EQ(TakeHints(), Hints{3});
+    EXPECT_TRUE(model.celImg.IsModified());
+    EXPECT_TRUE(lifecycle.CloseEditedImage());
+    EXPECT_FALSE(FileExists(PictureFile("Sky")));
+    EXPECT_EQ(Load(PictureFile("Night")).ColorAt(1, 0), blue);
+}
+
+TEST_F(AssetOperations, ARenameThatFailsChangesNothing) {
+    ExposeThreeAndFive();
+    std::filesystem::rename(CelFile("3"), CelFile("003"));
+    Edit(CelFile("5"), red);
+    Select(SourceMode::Cels, {"3"});
+    prompter.Answer(std::string("5"));
+    assets.OnAssetsRenamecel();
+    EXPECT_EQ(prompter.messages.size(), 2U); // the question and the failure
+    EXPECT_EQ(EverythingExposed(), "35..55 35..55 35");
+    EXPECT_EQ(Load(CelFile("5")).ColorAt(0, 0), blue);
+    EXPECT_TRUE(model.celImg.IsModified());
+    EXPECT_EQ(hints, Hints{});
+}
+
+TEST_F(AssetOperations, ACopyNeverReplacesAnything) {
+    MakeCel(CelFile("3"), red);
+    MakeCel(CelFile("12a"), white);
+    Edit(CelFile("3"), blue);
+    Select(SourceMode::Cels, {"3"});
+    prompter.Answer(std::string("13"));
+    assets.OnAssetsDuplicate();
+    EXPECT_EQ(std::any_cast<CNameRequest>(prompter.lastRequest).initial, "13");
+    EXPECT_EQ(Load(CelFile("13")).ColorAt(0, 0), red);
+    EXPECT_EQ(Load(CelFile("13")).ColorAt(1, 0), blue) << "a copy is what the editor shows";
+    EXPECT_EQ(TakeHints(), Hints{2});
+
+    prompter.Answer(std::string("12a"));
+    assets.OnAssetsDuplicate();
+    EXPECT_EQ(prompter.TakeMessages(),
+              (Texts{"Cel Exists, Do you want to overwrite it ?",
+                     "Can not duplicate asset!\nEither the destination asset exists,\nor disk is full??\n"
+                     "or disk is write protected??"}));
+    EXPECT_EQ(Load(CelFile("12a")).ColorAt(0, 0), white);
+    EXPECT_EQ(hints, Hints{});
+
+    for (const char* name : {"Boo9", "Boo10"})
+        sounds.StoreSound(name, 22050, std::vector<std::uint8_t>(9));
+    Select(SourceMode::Sounds, {"Boo9"});
+    prompter.Answer(std::string("Copy"));
+    assets.OnAssetsDuplicate();
+    EXPECT_EQ(std::any_cast<CNameRequest>(prompter.lastRequest).initial, "Boo11");
+    EXPECT_TRUE(FileExists(model.Paths().SoundFile("Copy")));
+}
+
+TEST_F(AssetOperations, ANewCelReplacesTheOldOneOnlyWhenItIsThere) {
+    ExposeThreeAndFive();
+    Edit(CelFile("3"), blue);
+    prompter.Answer(CNewCelValues{"3", {1, 50}});
+    assets.OnAssetsNewcel();
+    EXPECT_EQ(prompter.velmorMessages, Texts{"Invalid cel dimensions"});
+    EXPECT_TRUE(model.celImg.IsModified());
+    EXPECT_EQ(hints, Hints{});
+    prompter.Answer(CNewCelValues{"3", {30, 50}});
+    assets.OnAssetsNewcel();
+    EXPECT_EQ(model.celImg.GetLoadState(), LoadState::Nothing);
+    EXPECT_EQ(model.xsheet.Cel(0, 0).Size(), (CSize{30, 50}));
+    EXPECT_EQ(Load(CelFile("3")).ColorAt(1, 0), white);
+    EXPECT_EQ(TakeHints(), Hints{263});
+}
+
+} // namespace velmor::testing

@@ -1,0 +1,122 @@
+#include "scene/MediaOperations.h"
+
+#include "FakeAudio.h"
+#include "SceneFixture.h"
+#include "render/ImageCache.h"
+#include "render/Movie.h"
+#include "scene/FlipbookOperations.h"
+#include "scene/SoundOperations.h"
+#include "sound/SoundRecorder.h"
+
+namespace velmor::testing {
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+using Texts = std::vector<std::string>;
+
+class CMediaOperationsTest : public CSceneFixture {
+protected:
+    CMediaOperationsTest() {
+        sounds.StoreSound("Hey", 22050, Bytes(1000, 2));
+        model.sourceMode = SourceMode::Sounds;
+        model.sourceSelection = {"Hey"};
+        sounds.DropSound(10);
+    }
+
+    CFakeAudio audio;
+    CImageCache cache{1 << 20};
+    CSoundOperations sounds{Context()};
+    CFlipbookOperations flipbooks{Context(), cache};
+    CMediaOperations media{Context(), sounds, flipbooks, audio};
+};
+
+} // namespace
+
+TEST_F(CMediaOperationsTest, PlaysTheTrackTheSelectionAndAnAsset) {
+    media.OnAnimationPlaysoundonxsheet();
+    ASSERT_EQ(audio.output.played.size(), 1u);
+    EXPECT_EQ(audio.output.played[0], *model.soundBuffer);
+    EXPECT_FALSE(audio.output.isOpen);
+    EXPECT_EQ(prompter.statusTexts, (Texts{"Playing Sound...     Press any key to stop", "Stopped."}));
+
+    model.selection = {0, 0, 10, 11};
+    media.OnAnimationPlayselectedsound();
+    Bytes expected(2 * 882, 128);
+    std::fill_n(expected.begin(), 1000, std::uint8_t{2});
+    EXPECT_EQ(audio.output.played.at(1), expected);
+
+    media.OnAssetsPlaysound();
+    EXPECT_EQ(audio.output.played.at(2), Bytes(1000, 2));
+    EXPECT_TRUE(prompter.TakeMessages().empty());
+}
+
+TEST_F(CMediaOperationsTest, SaysWhyNothingIsHeard) {
+    audio.output.closes = false;
+    media.OnAssetsPlaysound();
+    audio.output.opens = false;
+    media.OnAnimationPlaysoundonxsheet();
+    audio.output.exists = false;
+    media.OnAnimationPlaysoundonxsheet();
+    EXPECT_EQ(prompter.TakeMessages(),
+              (Texts{"Error : could not close the wave out device!", "Could not open the audio device!",
+                     "There are no audio devices to play the sound!"}));
+    model.sourceMode = SourceMode::Pictures;
+    media.OnAssetsPlaysound();
+    model.sceneOpen = false;
+    media.OnAssetsPlaysound();
+    EXPECT_EQ(prompter.TakeMessages(),
+              (Texts{"Internal Error: Not showing sound sources at CVelmorltDoc::OnAssetsPlaysound",
+                     "Internal Error: Scene not open at CVelmorltDoc::OnAssetsPlaysound"}));
+}
+
+TEST_F(CMediaOperationsTest, ATrackThatCannotBePreparedIsNotPlayed) {
+    std::filesystem::remove(model.Paths().SoundFile("Hey"));
+    sounds.PrepareSoundBuffer();
+    prompter.TakeMessages();
+    media.OnAnimationPlaysoundonxsheet();
+    media.OnAnimationPlayselectedsound();
+    EXPECT_TRUE(audio.output.played.empty());
+}
+
+TEST_F(CMediaOperationsTest, ARecordingIsSavedUnderItsNameOrDiscarded) {
+    prompter.useRecorder = [](CSoundRecorder& recorder) {
+        EXPECT_TRUE(recorder.Record());
+        recorder.Poll();
+        return true; // with the recording still running
+    };
+    media.OnSourcesRecordsound();
+    EXPECT_FALSE(FileExists(model.Paths().SoundFile("Clap"))) << "no name was given";
+    prompter.Answer(std::string("Clap"));
+    media.OnSourcesRecordsound();
+    Bytes stored;
+    ASSERT_TRUE(sounds.LoadSound("Clap", stored));
+    EXPECT_EQ(stored, Bytes(5000, 77));
+    EXPECT_FALSE(audio.input.isOpen);
+
+    prompter.useRecorder = [](CSoundRecorder&) { return false; };
+    media.OnSourcesRecordsound();
+    audio.input.exists = false;
+    media.OnSourcesRecordsound();
+    EXPECT_EQ(prompter.TakeMessages(),
+              Texts{"Sorry there are no sound devices capable of recording in the desired format"});
+}
+
+TEST_F(CMediaOperationsTest, AFlipbookIsPlayedWhenItIsMade) {
+    int played = 0;
+    prompter.usePlayer = [&](CMovie& movie) {
+        ++played;
+        EXPECT_EQ(movie.Stream().frameCount, 3);
+        EXPECT_TRUE(movie.HasSound());
+    };
+    media.OnAnimationPlaylastflipbook();
+    EXPECT_EQ(prompter.TakeMessages(), Texts{"There is no last flipbook!"});
+    media.OnAnimationMakeflipbook();
+    EXPECT_EQ(played, 0) << "the dialog was cancelled";
+    prompter.Answer(CFlipbookAnswer{true, {{0}, 1, 3, 1, 50, 50, false}});
+    media.OnAnimationMakeflipbook();
+    EXPECT_EQ(played, 1);
+    media.OnAnimationPlaylastflipbook();
+    EXPECT_EQ(played, 2);
+}
+
+} // namespace velmor::testing
