@@ -1,0 +1,41 @@
+#pragma once
+
+#include <algorithm>
+
+namespace velmor {
+
+/// The zoom of the camera view and the cel editor: 1 shows one screen pixel for one image pixel, n above it n times
+/// as large, 0 half, -1 a third, and so on. The level itself is not bounded.
+class CZoomLevel {
+public:
+    constexpr CZoomLevel() = default;
+    constexpr explicit CZoomLevel(int level) : m_level(level) {}
+
+    constexpr int Level() const { return m_level; }
+    constexpr CZoomLevel In() const { return CZoomLevel(m_level + 1); }
+    constexpr CZoomLevel Out() const { return CZoomLevel(m_level - 1); }
+
+    constexpr double Factor() const { return m_level >= 1 ? m_level : 1.0 / Divisor(); }
+    /// Cut off to whole percents.
+    constexpr int Percent() const { return m_level >= 1 ? m_level * 100 : 100 / Divisor(); }
+    /// Displayed length of `pixels`.
+    constexpr int Scaled(int pixels) const { return m_level >= 1 ? pixels * m_level : pixels / Divisor(); }
+    /// Image pixels for a displayed length.
+    constexpr int Unscaled(int length) const { return m_level >= 1 ? length / m_level : length * Divisor(); }
+
+    constexpr bool operator==(const CZoomLevel&) const = default;
+
+private:
+    constexpr int Divisor() const { return 2 - m_level; }
+
+    int m_level = 1;
+};
+
+/// The scroll position that keeps the point at the centre of a client area `client` long in place when the zoom
+/// changes; `total` is the displayed length at the new zoom.
+constexpr int ScrollAfterZoom(int scroll, int client, int total, CZoomLevel before, CZoomLevel after) {
+    const double centre = (scroll + client / 2) * after.Factor() / before.Factor();
+    return std::max(0, std::min(static_cast<int>(centre) - client / 2, total - client));
+}
+
+} // namespace velmor

@@ -1,0 +1,57 @@
+#include "views/camera/CameraMarks.h"
+
+#include "scene/SceneModel.h"
+#include "scene/VelmorltDoc.h"
+
+namespace velmor {
+
+namespace {
+
+// The choices of "Motion Path Setup".
+constexpr int pathsOfAllLevels = 0;
+constexpr int pathsOfSelectedLevels = 1;
+
+std::vector<int> LevelsWithPath(const CSceneModel& model) {
+    std::vector<int> levels;
+    for (int level = 0; level < model.xsheet.LevelCount(); ++level)
+        if (model.motionPathSetup == pathsOfAllLevels ||
+            (model.motionPathSetup == pathsOfSelectedLevels && model.moveSelection.IsLevelSelected(level)))
+            levels.push_back(level);
+    return levels;
+}
+
+CLevelPath PathOf(const CVelmorltDoc& doc, int level, CFrameRange frames) {
+    const CXSheet& xsheet = doc.Model().xsheet;
+    std::vector<std::optional<CPathStop>> stops;
+    stops.reserve(static_cast<std::size_t>(frames.end - frames.first));
+    for (int frame = frames.first; frame < frames.end; ++frame) {
+        std::optional<CPathStop>& stop = stops.emplace_back();
+        if (const std::optional<CPoint> centre = doc.GetXSheetCelCentre(level, frame))
+            stop = {*centre, frame > 0 && !xsheet.Cel(level, frame).ShowsSameAs(xsheet.Cel(level, frame - 1))};
+    }
+    return {level, TraceMotionPath(frames.first, stops), doc.GetXSheetCelCentre(level, doc.Model().cursorFrame)};
+}
+
+} // namespace
+
+CCameraMarks CollectCameraMarks(const CVelmorltDoc& doc) {
+    const CSceneModel& model = doc.Model();
+    CCameraMarks marks;
+    if (!model.sceneOpen)
+        return marks;
+    marks.frame = model.geometry.Frame();
+    marks.cameraSelected = model.moveSelection.IsCameraSelected();
+    const std::vector<int> levels = LevelsWithPath(model);
+    const CFrameRange frames =
+        FramesOfPaths(static_cast<int>(levels.size()), model.xsheet.FrameCount(), model.cursorFrame);
+    for (const int level : levels)
+        marks.paths.push_back(PathOf(doc, level, frames));
+    for (int level = 0; level < model.xsheet.LevelCount(); ++level) {
+        const auto centre = doc.GetXSheetCelCentre(level, model.cursorFrame);
+        if (centre && model.moveSelection.IsLevelSelected(level))
+            marks.outlines.push_back({*doc.GetXSheetCelPoints(level), *centre});
+    }
+    return marks;
+}
+
+} // namespace velmor

@@ -1,0 +1,148 @@
+// What the camera view does with mouse and keys.
+
+#include "scene/SceneModel.h"
+#include "scene/VelmorltDoc.h"
+#include "views/camera/CameraView.h"
+
+#include <QContextMenuEvent>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QWheelEvent>
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace velmor {
+
+namespace {
+
+constexpr int notch = 120; // of a wheel, as Qt counts its angle
+// A wheel that runs on does not carry the picture out of reach.
+constexpr int smallestByWheel = -14;
+constexpr int largestByWheel = 64;
+
+// Only moving turns the mouse's motion into the camera's rotation.
+double TurnOfInput(const CSceneModel& model) {
+    const double rotation = model.camera.At(model.cursorFrame).rotation;
+    return model.inputMode == InputMode::Move && std::isfinite(rotation) ? rotation : 0;
+}
+
+} // namespace
+
+CPoint CCameraView::InPicture(QPoint point) const {
+    const QPoint inPicture = point - PictureRect().topLeft();
+    return {inPicture.x(), inPicture.y()};
+}
+
+CCameraDrag CCameraView::NewInput(QPoint point) const {
+    return {InPicture(point), m_zoom, TurnOfInput(m_doc.Model())};
+}
+
+CPoint CCameraView::MotionTo(QPoint point) {
+    // Another mode or frame may have been chosen meanwhile.
+    if (m_drag->input->Turn() != TurnOfInput(m_doc.Model()))
+        m_drag->input = NewInput(m_drag->last);
+    m_drag->last = point;
+    return m_drag->input->MotionTo(InPicture(point));
+}
+
+void CCameraView::mousePressEvent(QMouseEvent* event) {
+    const bool takesButton = event->button() == Qt::LeftButton || event->button() == Qt::MiddleButton;
+    if (m_drag || !takesButton || !IsSceneOpen())
+        return;
+    const QPoint point = event->position().toPoint();
+    const bool pans = event->button() == Qt::MiddleButton || m_panMode || m_spaceHeld;
+    m_drag = CDrag{event->button(), point, std::nullopt};
+    if (!pans) {
+        m_drag->input = NewInput(point);
+        m_doc.StartCamInput();
+    }
+    UpdateCursor();
+}
+
+void CCameraView::mouseMoveEvent(QMouseEvent* event) {
+    if (!m_drag)
+        return;
+    const QPoint point = event->position().toPoint();
+    if (!event->buttons().testFlag(m_drag->button)) {
+        EndDrag(m_drag->last); // let go where no event could be seen, over a message for instance
+    } else if (m_drag->input) {
+        const CPoint motion = MotionTo(point);
+        if (motion != CPoint{})
+            m_doc.ProcessCamInput(motion.x, motion.y);
+    } else {
+        ScrollTo(ScrollPosition() + std::exchange(m_drag->last, point) - point);
+    }
+}
+
+void CCameraView::mouseReleaseEvent(QMouseEvent* event) {
+    if (m_drag && event->button() == m_drag->button)
+        EndDrag(event->position().toPoint());
+}
+
+// The document applies the motion it is given at the end once more, so that it gets only what is still open.
+void CCameraView::EndDrag(QPoint point) {
+    const bool isInput = m_drag->input.has_value();
+    const CPoint motion = isInput ? MotionTo(point) : CPoint{};
+    m_drag.reset();
+    UpdateCursor();
+    if (isInput)
+        m_doc.EndCamInput(motion.x, motion.y);
+}
+
+void CCameraView::mouseDoubleClickEvent(QMouseEvent* event) {
+    // Its second press begins no camera input. Scrolling may begin as often as it likes.
+    if (event->button() == Qt::MiddleButton)
+        mousePressEvent(event);
+}
+
+void CCameraView::wheelEvent(QWheelEvent* event) {
+    event->accept();
+    if (!IsSceneOpen())
+        return;
+    if (event->modifiers().testFlag(Qt::ControlModifier)) {
+        m_wheelAngle += event->angleDelta().y();
+        const int steps = m_wheelAngle / notch;
+        m_wheelAngle %= notch;
+        if (steps != 0)
+            SetZoomAt(CZoomLevel(std::clamp(m_zoom.Level() + steps, smallestByWheel, largestByWheel)),
+                      event->position().toPoint());
+        return;
+    }
+    QPoint distance = event->angleDelta() / 2;
+    if (event->modifiers().testFlag(Qt::ShiftModifier))
+        distance = distance.transposed();
+    ScrollTo(ScrollPosition() - distance);
+}
+
+void CCameraView::keyPressEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Space) {
+        QAbstractScrollArea::keyPressEvent(event);
+        return;
+    }
+    m_spaceHeld = true;
+    UpdateCursor();
+}
+
+void CCameraView::keyReleaseEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Space) {
+        QAbstractScrollArea::keyReleaseEvent(event);
+        return;
+    }
+    m_spaceHeld = event->isAutoRepeat();
+    UpdateCursor();
+}
+
+void CCameraView::focusOutEvent(QFocusEvent* event) {
+    m_spaceHeld = false;
+    UpdateCursor();
+    QAbstractScrollArea::focusOutEvent(event);
+}
+
+void CCameraView::contextMenuEvent(QContextMenuEvent* event) {
+    if (m_menu && !m_drag)
+        m_menu->popup(event->globalPos());
+}
+
+} // namespace velmor

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QToolBar>
+
+#include <vector>
+
+class QButtonGroup;
+class QCheckBox;
+class QGridLayout;
+
+namespace velmor {
+
+class CVelmorltDoc;
+
+/// The bar of brushes, pens and bucket modes, beside the cel editor. In a low, wide pane it takes two columns; what
+/// does not fit then can be scrolled to.
+class CBrushBar final : public QToolBar {
+public:
+    /// `updateCamera` may be null; the document is asked directly then.
+    CBrushBar(CVelmorltDoc& doc, QAction* updateCamera, QWidget* parent = nullptr);
+
+    /// Shows the document's brush, pen and bucket mode.
+    void UpdateBrushesandPens();
+
+    /// Chooses the number of columns for a pane of a size.
+    void FitInto(QSize pane);
+
+private:
+    /// Puts the parts of the panel below each other, or beside the brushes.
+    void Arrange(bool twoColumns);
+    QWidget* MakeBrushes();
+    QWidget* MakePens();
+    QWidget* MakeBucketModes();
+    QWidget* MakeUpdateCamera(QAction* updateCamera);
+
+    CVelmorltDoc& m_doc;
+    QButtonGroup* m_brushes; // children, all of them
+    QButtonGroup* m_pens;
+    QButtonGroup* m_bucketModes;
+    QCheckBox* m_rectangle;
+    QGridLayout* m_layout; ///< the panel's, of the parts in their order
+    std::vector<QWidget*> m_parts;
+    QWidget* m_area = nullptr; ///< shows the panel
+    bool m_hasTwoColumns = false;
+    int m_roundBrush = 0; ///< the last one, for leaving the rectangle form
+};
+
+} // namespace velmor

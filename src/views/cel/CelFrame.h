@@ -1,0 +1,71 @@
+#pragma once
+
+#include "scene/ViewList.h"
+
+#include <QMainWindow>
+
+#include <array>
+#include <vector>
+
+class QAction;
+class QToolButton;
+
+namespace velmor {
+
+class CBrushBar;
+class CCelView;
+class CColorList;
+class CColorPair;
+class CProfile;
+class CVelmorltDoc;
+class IPrompter;
+
+/// The zoom and pan actions of the cel editor's tool bar; they belong to the main frame and outlive the pane.
+struct CCelActions {
+    QAction* zoomOut = nullptr;
+    QAction* zoomOneToOne = nullptr;
+    QAction* zoomIn = nullptr;
+    QAction* pan = nullptr;
+    QAction* updateCamera = nullptr;
+};
+
+/// The cel editor's pane: the view, the tool bar with the colour list, and the brush bar.
+class CCelFrame final : public QMainWindow, public IDocView {
+public:
+    CCelFrame(CVelmorltDoc& doc, IPrompter& prompter, CProfile& profile, const CCelActions& actions,
+              QWidget* parent = nullptr);
+    ~CCelFrame() override;
+
+    CCelView& View() { return *m_view; }
+
+    void OnUpdate(UpdateHint hint) override;
+
+    /// Far below what the bars would like: they give way.
+    QSize minimumSizeHint() const override { return {20, 20}; }
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void AddToolBar(const CCelActions& actions);
+    void AddColorBar();
+    QWidget* MakeColorPanel();
+    QToolButton* MakePaletteButton(const char* text, const char* icon, const char* tip);
+    QAction* AddViewAction(QToolBar& bar, const char* text, const char* icon, const char* tip, int key);
+    /// Shows the view's tool and pending pick.
+    void ShowState();
+    void UpdateBrushesandPens();
+    void UpdateColors();
+
+    CVelmorltDoc& m_doc;
+    CCelView* m_view; // children, all of them
+    CColorList* m_colors;
+    CColorPair* m_colorPair;
+    CBrushBar* m_brushBar;
+    std::array<QAction*, 4> m_tools{}; ///< in the order of CelTool
+    QAction* m_pick = nullptr;
+    QAction* m_colorKey = nullptr;
+    std::vector<QToolButton*> m_paletteButtons;
+};
+
+} // namespace velmor

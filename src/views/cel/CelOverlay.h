@@ -1,0 +1,31 @@
+#pragma once
+
+#include "views/cel/CelViewMapping.h"
+
+#include <QLine>
+#include <QRect>
+#include <QRectF>
+#include <QRegion>
+
+class QPainter;
+
+namespace velmor {
+
+/// What is drawn over the image and is not part of it, in client coordinates. Null members are not drawn.
+struct CCelOverlay {
+    QRect band;     ///< the drag rectangle
+    QLine gradient; ///< from where a gradient begins to where it ends
+    QRectF brush;   ///< outline of the round brush
+
+    bool operator==(const CCelOverlay&) const = default;
+};
+
+/// Where a round brush stamps when the pointer is at a client point: around its pixels as they are displayed.
+QRectF BrushOutline(const CCelViewMapping& mapping, CPoint pointer, int brush);
+
+/// What must be repainted when the overlay appears or goes away.
+QRegion RegionOf(const CCelOverlay& overlay);
+/// Draws in black and white, to be seen on every image.
+void Draw(QPainter& painter, const CCelOverlay& overlay);
+
+} // namespace velmor

@@ -1,0 +1,172 @@
+// The mouse, the wheel and the keys of the cel editor.
+
+#include "image/CelImg.h"
+#include "scene/Prompter.h"
+#include "scene/SceneModel.h"
+#include "scene/VelmorltDoc.h"
+#include "views/cel/CelView.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QScrollBar>
+#include <QWheelEvent>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace velmor {
+
+namespace {
+
+constexpr int wheelStep = 120;        ///< eighths of a degree
+constexpr double pixelsPerStep = 48;  ///< scrolled by a step of the wheel
+constexpr CZoomLevel wheelLeast{-14}; ///< the wheel is easily turned too far; the commands know no bounds
+constexpr CZoomLevel wheelMost{64};
+
+CPoint PointOf(const QSinglePointEvent& event) {
+    return {static_cast<int>(std::floor(event.position().x())), static_cast<int>(std::floor(event.position().y()))};
+}
+
+} // namespace
+
+void CCelView::mousePressEvent(QMouseEvent* event) {
+    m_pointer = PointOf(*event);
+    if (event->button() == Qt::RightButton) {
+        CancelDrag();
+        CancelPick();
+        return;
+    }
+    const bool isLeft = event->button() == Qt::LeftButton;
+    if (!HasImage() || m_drag || event->buttons().testFlag(Qt::RightButton) ||
+        (!isLeft && event->button() != Qt::MiddleButton) || (isLeft && m_pick != CelPick::Nothing))
+        return;
+    m_drag = CDrag{!isLeft || m_panMode || m_isSpaceHeld, event->button(), FormOf(m_tool, m_doc.Model().paint),
+                   *m_pointer, *m_pointer};
+    RefreshCursor();
+    RefreshOverlay();
+}
+
+void CCelView::mouseDoubleClickEvent(QMouseEvent* event) {
+    mousePressEvent(event); // two quick dots are two dots
+}
+
+void CCelView::mouseMoveEvent(QMouseEvent* event) {
+    m_pointer = PointOf(*event);
+    if (m_drag && !event->buttons().testFlag(m_drag->button))
+        CancelDrag(); // the release went elsewhere
+    if (m_drag)
+        ContinueDrag(*m_pointer);
+    RefreshOverlay();
+}
+
+void CCelView::ContinueDrag(CPoint point) {
+    const CPoint last = std::exchange(m_drag->last, point);
+    if (m_drag->pans) {
+        ScrollTo(
+            {horizontalScrollBar()->value() + last.x - point.x, verticalScrollBar()->value() + last.y - point.y});
+    } else if (m_drag->form == ToolForm::Stroke) {
+        const CCelViewMapping mapping = Mapping();
+        ShowResult(PaintSegment(m_tool, m_doc.Model().paint, mapping.ViewToBuffer(last),
+                                mapping.ViewToBuffer(point), m_doc.EditedImage()));
+    }
+}
+
+void CCelView::mouseReleaseEvent(QMouseEvent* event) {
+    m_pointer = PointOf(*event);
+    if (event->button() == Qt::LeftButton && m_pick != CelPick::Nothing) {
+        FinishPick(*m_pointer);
+    } else if (m_drag && event->button() == m_drag->button) {
+        const CDrag drag = *m_drag;
+        CancelDrag();
+        if (!drag.pans && !event->buttons().testFlag(Qt::RightButton))
+            FinishDrag(drag, *m_pointer);
+    }
+    RefreshOverlay();
+}
+
+void CCelView::FinishDrag(const CDrag& drag, CPoint point) {
+    if (!HasImage()) {
+        if (m_tool == CelTool::Bucket)
+            m_prompter.ShowMessage("Internal Error : m_CelImg or pDoc is NULL in BUCKETFILL");
+        return;
+    }
+    const CCelViewMapping mapping = Mapping();
+    const CPoint from = mapping.ViewToBuffer(drag.form == ToolForm::Stroke ? drag.last : drag.press);
+    CPaintResult result;
+    {
+        const std::shared_ptr<void> wait = drag.form == ToolForm::Stroke ? nullptr : m_prompter.BeginWait();
+        result = PaintRelease(m_tool, m_doc.Model().paint, from, mapping.ViewToBuffer(point), m_doc.EditedImage());
+    }
+    ShowResult(result);
+}
+
+void CCelView::CancelDrag() {
+    if (!m_drag)
+        return;
+    m_drag.reset();
+    RefreshCursor();
+    RefreshOverlay();
+}
+
+void CCelView::wheelEvent(QWheelEvent* event) {
+    event->accept();
+    if (event->modifiers().testFlag(Qt::ControlModifier)) {
+        m_zoomTurn += event->angleDelta().y();
+        const int steps = m_zoomTurn / wheelStep;
+        m_zoomTurn -= steps * wheelStep;
+        const CZoomLevel zoom(std::clamp(m_zoom.Level() + steps, std::min(wheelLeast.Level(), m_zoom.Level()),
+                                         std::max(wheelMost.Level(), m_zoom.Level())));
+        if (zoom != m_zoom)
+            ZoomAbout(PointOf(*event), zoom);
+        return;
+    }
+    QPointF turn = event->pixelDelta().isNull() ? QPointF(event->angleDelta()) * (pixelsPerStep / wheelStep)
+                                                : QPointF(event->pixelDelta());
+    if (event->modifiers().testFlag(Qt::ShiftModifier))
+        turn = turn.transposed();
+    m_scrollTurn += turn;
+    const CPoint whole{static_cast<int>(m_scrollTurn.x()), static_cast<int>(m_scrollTurn.y())};
+    m_scrollTurn -= QPointF(whole.x, whole.y);
+    ScrollTo({horizontalScrollBar()->value() - whole.x, verticalScrollBar()->value() - whole.y});
+}
+
+bool CCelView::viewportEvent(QEvent* event) {
+    if (event->type() == QEvent::Leave) {
+        m_pointer.reset();
+        RefreshOverlay();
+    }
+    return QAbstractScrollArea::viewportEvent(event);
+}
+
+void CCelView::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape && (m_drag || m_pick != CelPick::Nothing)) {
+        CancelDrag();
+        CancelPick();
+    } else if (event->key() == Qt::Key_Space) {
+        m_isSpaceHeld = true;
+        RefreshCursor();
+        RefreshOverlay();
+    } else {
+        QAbstractScrollArea::keyPressEvent(event);
+    }
+}
+
+void CCelView::keyReleaseEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Space) {
+        QAbstractScrollArea::keyReleaseEvent(event);
+    } else if (!event->isAutoRepeat()) {
+        m_isSpaceHeld = false;
+        RefreshCursor();
+        RefreshOverlay();
+    }
+}
+
+void CCelView::focusOutEvent(QFocusEvent* event) {
+    m_isSpaceHeld = false;
+    RefreshCursor();
+    RefreshOverlay();
+    QAbstractScrollArea::focusOutEvent(event);
+}
+
+} // namespace velmor

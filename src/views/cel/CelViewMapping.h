@@ -1,0 +1,40 @@
+#pragma once
+
+#include "image/Geometry.h"
+#include "views/ZoomLevel.h"
+
+#include <optional>
+
+namespace velmor {
+
+/// Where an image stands in the client area of the cel editor. Client coordinates have y pointing down; an image
+/// smaller than the client area stands in its middle.
+struct CCelViewMapping {
+    CSize image;
+    CSize client;
+    CZoomLevel zoom;
+    CPoint scroll;
+
+    /// Size of the whole image on the screen.
+    CSize Displayed() const { return {zoom.Scaled(image.width), zoom.Scaled(image.height)}; }
+    /// Top left corner of the displayed image in client coordinates.
+    CPoint Origin() const;
+    /// Largest scroll positions.
+    CPoint MostScroll() const;
+    /// The image point that the tools work at for a client point. Its row is one above that of the pixel shown
+    /// there: the top row on the screen gives the image's height.
+    CPoint ViewToBuffer(CPoint point) const;
+    /// The pixel shown at a client point; nothing beside the image.
+    std::optional<CPoint> PixelShownAt(CPoint point) const;
+    /// A client rectangle that holds all that is shown of some image pixels.
+    CRect ToClient(const CRect& pixels) const;
+    /// The scroll position at which the image point that stood at `anchor` in `before` stands there again, as far
+    /// as the image can be scrolled.
+    CPoint ScrollKeeping(CPoint anchor, const CCelViewMapping& before) const;
+};
+
+/// What is left of `room` for the client area of an image displayed so large, once the scroll bars that it needs
+/// stand there. `bars` holds the width of the vertical and the height of the horizontal one.
+CSize ClientBesideBars(CSize displayed, CSize room, CSize bars);
+
+} // namespace velmor

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QListWidget>
+
+#include <functional>
+
+namespace velmor {
+
+class CPalette;
+
+/// The colours of a palette with their names. A click makes a colour the foreground, the right button the
+/// background; a double click edits it. The keys: Return, Shift+Return, F2, Delete. The mouse leaves the keyboard
+/// where it is, so that the tools' keys go on working.
+class CColorList final : public QListWidget {
+public:
+    /// Each is told an index of the palette.
+    struct CActions {
+        std::function<void(int)> makeForeground;
+        std::function<void(int)> makeBackground;
+        std::function<void(int)> edit;
+        std::function<void(int)> remove;
+    };
+
+    explicit CColorList(CActions actions, QWidget* parent = nullptr);
+
+    /// Fills the list. The current colour stays; a colour added to the end becomes current.
+    void PrepareColorBitmaps(const CPalette& palette);
+    /// The index of the current colour, -1 for none.
+    int Current() const { return currentRow(); }
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    CActions m_actions;
+};
+
+} // namespace velmor

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "scene/DialogRequests.h"
+#include "views/dialogs/Dialog.h"
+
+class QLineEdit;
+
+namespace velmor {
+
+class CColorSwatch;
+class CNumberSlider;
+
+/// "Add Color", for a new entry of the palette and for changing one.
+class CAddColorDialog final : public CDialog {
+public:
+    CAddColorDialog(QWidget* parent, const CColorValues& initial);
+
+    CColorValues Values() const;
+
+protected:
+    bool Accepts() override;
+
+private:
+    void ShowOpacity();
+
+    CColorSwatch* m_swatch;
+    CNumberSlider* m_opacity;
+    QLineEdit* m_name;
+};
+
+} // namespace velmor

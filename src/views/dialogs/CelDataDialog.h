@@ -1,0 +1,41 @@
+#pragma once
+
+#include "scene/DialogRequests.h"
+#include "views/dialogs/Dialog.h"
+#include "views/dialogs/TurnsEdit.h"
+
+class QCheckBox;
+
+namespace velmor {
+
+class CNumberEdit;
+
+/// "Edit XSheet Cel Data": placement and effects of one cell.
+class CCelDataDialog final : public CDialog {
+public:
+    CCelDataDialog(QWidget* parent, const CCelDataRequest& request);
+
+    /// What cannot be read is not a number.
+    CCelDataForm Values() const;
+
+protected:
+    bool Accepts() override;
+
+private:
+    void AddFields();
+    void Show(const CCelDataForm& form);
+
+    AcceptRule<CCelDataForm> m_accept;
+    CNumberEdit* m_posX;
+    CNumberEdit* m_posY;
+    CNumberEdit* m_scaleX;
+    CNumberEdit* m_scaleY;
+    QCheckBox* m_preserveScale;
+    CTurnsEdit m_rotation;
+    CNumberEdit* m_blurX;
+    CNumberEdit* m_blurY;
+    QCheckBox* m_preserveBlur;
+    CNumberEdit* m_transparency;
+};
+
+} // namespace velmor

@@ -1,0 +1,77 @@
+#include "views/dialogs/ColorSwatch.h"
+
+#include <QColorDialog>
+#include <QPainter>
+#include <QPushButton>
+#include <cstdint>
+#include <qdrawutil.h>
+
+namespace velmor {
+
+namespace {
+
+constexpr int square = 6; // of the checkerboard
+constexpr int opaque = 255;
+
+QColor OpaqueOf(const CColor& color) {
+    return QColor(color.red, color.green, color.blue);
+}
+
+void FillChecked(QPainter& painter, const QRect& area) {
+    painter.fillRect(area, Qt::white);
+    for (int y = 0; y < area.height(); y += square)
+        for (int x = y / square % 2 * square; x < area.width(); x += 2 * square)
+            painter.fillRect(area & QRect(area.x() + x, area.y() + y, square, square), QColor(190, 190, 190));
+}
+
+} // namespace
+
+CColorSwatch::CColorSwatch(const QString& name, const CColor& color) : m_name(name), m_color(color) {
+    setFocusPolicy(Qt::StrongFocus);
+    setAccessibleName(name);
+    setToolTip("Choose the colour");
+    setAttribute(Qt::WA_Hover);
+    setSizePolicy(QSizePolicy::MinimumExpanding, QSizePolicy::Fixed);
+    connect(this, &QAbstractButton::clicked, this, [this] { Choose(); });
+}
+
+void CColorSwatch::SetColor(const CColor& color) {
+    m_color = color;
+    update();
+}
+
+void CColorSwatch::Choose() {
+    const QColor chosen = QColorDialog::getColor(OpaqueOf(m_color), this, m_name);
+    if (!chosen.isValid())
+        return;
+    SetColor({static_cast<std::uint8_t>(chosen.blue()), static_cast<std::uint8_t>(chosen.green()),
+              static_cast<std::uint8_t>(chosen.red()), m_color.alpha});
+    if (changed)
+        changed();
+}
+
+QPushButton* CColorSwatch::NewChooserButton(const QString& text) {
+    auto* button = new QPushButton(text);
+    button->setObjectName(objectName() + "Chooser");
+    button->setAutoDefault(false);
+    connect(button, &QPushButton::clicked, this, [this] { Choose(); });
+    return button;
+}
+
+void CColorSwatch::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    const QRect inside = hasFocus() ? rect().adjusted(3, 3, -3, -3) : rect();
+    painter.fillRect(inside, OpaqueOf(m_color));
+    if (m_color.alpha != opaque) {
+        const QRect half = inside.adjusted(inside.width() / 2, 0, 0, 0);
+        FillChecked(painter, half);
+        QColor color = OpaqueOf(m_color);
+        color.setAlpha(m_color.alpha);
+        painter.fillRect(half, color);
+    }
+    qDrawPlainRect(&painter, inside, palette().color(isDown() || underMouse() ? QPalette::Text : QPalette::Mid));
+    if (hasFocus())
+        qDrawPlainRect(&painter, rect(), palette().color(QPalette::Highlight), 2);
+}
+
+} // namespace velmor

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QDialog>
+#include <QString>
+
+class QDialogButtonBox;
+class QFormLayout;
+class QLineEdit;
+class QPushButton;
+class QVBoxLayout;
+
+namespace velmor {
+
+/// What all dialogs share: a body, a row of buttons below it, and the rule that OK closes only when the values are
+/// accepted. A dialog that can be resized keeps its size, under its object name, for the run of the program.
+class CDialog : public QDialog {
+public:
+    CDialog(QWidget* parent, const QString& title);
+
+    QPushButton& OkButton();
+    QPushButton& CancelButton();
+
+    void accept() override;
+    /// Runs the dialog modally; wait cursors rest meanwhile.
+    int exec() override;
+
+protected:
+    /// Asked on OK with the dialog still open; false keeps it so. Whoever refuses has said why.
+    virtual bool Accepts() { return true; }
+
+    QVBoxLayout& Body() { return *m_body; }
+    /// Adds a form to the body: labels on the left, fields on the right.
+    QFormLayout& AddForm();
+    /// A line of muted text that explains.
+    void AddHint(const QString& text);
+    /// For a dialog with one way out only.
+    void RemoveCancel();
+    /// A field that cannot be changed looks like the dialog around it and can still be read and copied.
+    static void SetReadOnly(QLineEdit& edit, bool readOnly);
+    /// Puts the user where something is to be entered again.
+    static void EnterAgain(QLineEdit& edit);
+
+private:
+    void FocusFirstField();
+
+    QVBoxLayout* m_body;
+    QDialogButtonBox* m_buttons;
+};
+
+} // namespace velmor

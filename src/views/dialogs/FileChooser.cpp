@@ -1,0 +1,66 @@
+#include "views/dialogs/FileChooser.h"
+
+#include "scene/DialogRequests.h"
+#include "views/Text.h"
+#include "views/dialogs/WaitCursor.h"
+
+#include <QCollator>
+#include <QFileDialog>
+#include <QLocale>
+#include <algorithm>
+
+namespace velmor {
+
+QStringList NameFilters(const std::string& filter) {
+    const QStringList parts = ToQt(filter).split('|');
+    QStringList filters;
+    for (qsizetype i = 0; i + 1 < parts.size() && !parts[i].isEmpty(); i += 2) {
+        // The text often shows the pattern itself, in brackets at its end.
+        QString text = parts[i].trimmed();
+        if (text.endsWith(')'))
+            text = text.left(text.lastIndexOf('(')).trimmed();
+        filters.append(text + " (" + QString(parts[i + 1]).replace(';', ' ').simplified() + ")");
+    }
+    return filters;
+}
+
+std::vector<Path> CFileChooser::AskToOpen(QWidget* parent, const CFileRequest& request) {
+    return Ask(parent, request, false);
+}
+
+std::vector<Path> CFileChooser::AskToSave(QWidget* parent, const CFileRequest& request) {
+    return Ask(parent, request, true);
+}
+
+std::vector<Path> CFileChooser::Ask(QWidget* parent, const CFileRequest& request, bool save) {
+    CPlace& place = m_places[request.title];
+    QFileDialog dialog(parent, ToQt(request.title), place.folder);
+    dialog.setOption(QFileDialog::DontUseNativeDialog, QGuiApplication::platformName() == "offscreen");
+    // Whoever writes the file refuses to replace one, with a message of its own.
+    dialog.setOption(QFileDialog::DontConfirmOverwrite);
+    dialog.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    dialog.setFileMode(save ? QFileDialog::AnyFile
+                            : (request.several ? QFileDialog::ExistingFiles : QFileDialog::ExistingFile));
+    dialog.setNameFilters(NameFilters(request.filter));
+    if (!place.filter.isEmpty())
+        dialog.selectNameFilter(place.filter);
+    dialog.setDefaultSuffix(ToQt(request.defaultExtension));
+    if (!request.defaultName.empty())
+        dialog.selectFile(ToQt(request.defaultName));
+
+    const CWaitPause pause;
+    if (dialog.exec() != QDialog::Accepted)
+        return {};
+    place = {dialog.directory().absolutePath(), dialog.selectedNameFilter()};
+    QStringList files = dialog.selectedFiles();
+    // Of any language: the one of a plain environment compares bytes.
+    QCollator byNumber{QLocale(QLocale::English)};
+    byNumber.setNumericMode(true);
+    std::sort(files.begin(), files.end(), byNumber);
+    std::vector<Path> paths;
+    for (const QString& file : files)
+        paths.push_back(PathOf(FromQt(QDir::toNativeSeparators(file))));
+    return paths;
+}
+
+} // namespace velmor

@@ -1,0 +1,37 @@
+#include "views/dialogs/MessageDialog.h"
+
+#include "views/dialogs/MessageBadge.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLayout>
+#include <QVBoxLayout>
+
+namespace velmor {
+
+CMessageDialog::CMessageDialog(QWidget* parent, const QString& text, Kind kind)
+    : CDialog(parent, "Velmor Message!") {
+    const bool isQuestion = kind == Kind::Question;
+    auto* icon = new QLabel;
+    icon->setPixmap(MessageBadge(*this, isQuestion ? '?' : 'i'));
+    auto* message = new QLabel(text);
+    message->setObjectName("text");
+    message->setTextFormat(Qt::PlainText);
+    message->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    message->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    const int widest = fontMetrics().averageCharWidth() * 80;
+    if (message->sizeHint().width() > widest) {
+        message->setWordWrap(true);
+        message->setMinimumWidth(widest);
+    }
+    auto* row = new QHBoxLayout;
+    row->setSpacing(16);
+    row->addWidget(icon, 0, Qt::AlignTop);
+    row->addWidget(message, 1);
+    Body().addLayout(row);
+    if (!isQuestion)
+        RemoveCancel();
+    layout()->setSizeConstraint(QLayout::SetFixedSize);
+}
+
+} // namespace velmor

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "views/dialogs/Dialog.h"
+
+namespace velmor {
+
+/// The program's own message, "Velmor Message!": a text with OK, or as a question with OK and Cancel.
+class CMessageDialog final : public CDialog {
+public:
+    enum class Kind { Message, Question };
+
+    CMessageDialog(QWidget* parent, const QString& text, Kind kind);
+};
+
+} // namespace velmor

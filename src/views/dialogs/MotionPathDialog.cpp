@@ -1,0 +1,24 @@
+#include "views/dialogs/MotionPathDialog.h"
+
+#include "views/dialogs/FormParts.h"
+#include "views/dialogs/RadioGroup.h"
+
+#include <QGroupBox>
+#include <QVBoxLayout>
+
+namespace velmor {
+
+CMotionPathDialog::CMotionPathDialog(QWidget* parent, int current)
+    : CDialog(parent, "Motion Path Setup"),
+      m_setup(
+          new CRadioGroup({"&All levels", "&Movement selected levels", "&No Level (Hide Motion Paths)"}, current)) {
+    Body().addWidget(GroupOf("Show Motion Paths for ", m_setup));
+    m_setup->setObjectName("setup");
+    m_setup->BeFirst();
+}
+
+int CMotionPathDialog::Values() const {
+    return m_setup->Chosen();
+}
+
+} // namespace velmor

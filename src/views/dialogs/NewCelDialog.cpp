@@ -1,0 +1,50 @@
+#include "views/dialogs/NewCelDialog.h"
+
+#include "views/Text.h"
+#include "views/dialogs/NumberEdit.h"
+#include "views/dialogs/RunDialog.h"
+
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+
+namespace velmor {
+
+CNewCelDialog::CNewCelDialog(QWidget* parent, const CNewCelRequest& request)
+    : CDialog(parent, "New Cel ?"),
+      m_request(request),
+      m_name(new QLineEdit(ToQt(request.initial.name))),
+      m_width(new CNumberEdit("width", NumberKind::Whole)),
+      m_height(new CNumberEdit("height", NumberKind::Whole)) {
+    m_name->setObjectName("name");
+    m_width->SetValue(request.initial.size.width);
+    m_width->setAccessibleName("Width in pixels");
+    m_height->SetValue(request.initial.size.height);
+    m_height->setAccessibleName("Height in pixels");
+    auto* size = new QHBoxLayout;
+    size->addWidget(m_width);
+    size->addWidget(new QLabel("by"));
+    size->addWidget(m_height);
+    size->addWidget(new QLabel("pixels"));
+    size->addStretch(1);
+    auto* sizeLabel = new QLabel("&Size ?");
+    sizeLabel->setBuddy(m_width);
+    QFormLayout& form = AddForm();
+    form.addRow("New Cel &No ?", m_name);
+    form.addRow(sizeLabel, size);
+    EnterAgain(*m_name);
+    layout()->setSizeConstraint(QLayout::SetFixedSize);
+}
+
+CNewCelValues CNewCelDialog::Values() const {
+    return {FromQt(m_name->text()), {m_width->Whole().value_or(0), m_height->Whole().value_or(0)}};
+}
+
+bool CNewCelDialog::Accepts() {
+    if (IsAccepted(m_request.accept, Values()))
+        return true;
+    EnterAgain(*m_name);
+    return false;
+}
+
+} // namespace velmor

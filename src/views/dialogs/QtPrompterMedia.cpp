@@ -1,0 +1,32 @@
+#include "views/Text.h"
+#include "views/dialogs/MoviePlayerDialog.h"
+#include "views/dialogs/PlayingWait.h"
+#include "views/dialogs/QtPrompter.h"
+#include "views/dialogs/RecordSoundDialog.h"
+
+#include <QMainWindow>
+#include <QStatusBar>
+
+namespace velmor {
+
+void CQtPrompter::ShowStatus(const std::string& text) {
+    if (auto* window = qobject_cast<QMainWindow*>(m_parent)) {
+        window->statusBar()->showMessage(ToQt(text));
+        window->statusBar()->repaint();
+    }
+}
+
+void CQtPrompter::WaitWhilePlaying(const std::string& status, const std::function<bool()>& isPlaying) {
+    ShowStatus(status);
+    CPlayingWait(isPlaying).Run();
+}
+
+bool CQtPrompter::RunRecorder(CSoundRecorder& recorder) {
+    return CRecordSoundDialog(Owner(), recorder, *this).exec() == QDialog::Accepted;
+}
+
+void CQtPrompter::PlayMovie(CMovie& movie) {
+    CMoviePlayerDialog(Owner(), movie, *this).Run();
+}
+
+} // namespace velmor

@@ -1,0 +1,18 @@
+#include "views/dialogs/QtPrompter.h"
+
+#include "scene/DialogRequests.h"
+#include "views/dialogs/CompressorDialog.h"
+#include "views/dialogs/RenderSetupDialog.h"
+#include "views/dialogs/RunDialog.h"
+
+namespace velmor {
+
+std::optional<CRenderSetup> CQtPrompter::AskRenderSetup(const CRenderSetupRequest& request) {
+    return RunDialog<CRenderSetupDialog>(Owner(), request);
+}
+
+std::optional<std::string> CQtPrompter::AskCompressor(const CCompressorRequest& request) {
+    return RunDialog<CCompressorDialog>(Owner(), request);
+}
+
+} // namespace velmor

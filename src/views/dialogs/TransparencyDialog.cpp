@@ -1,0 +1,43 @@
+#include "views/dialogs/TransparencyDialog.h"
+
+#include "views/dialogs/FormParts.h"
+#include "views/dialogs/NumberSlider.h"
+#include "views/dialogs/RunDialog.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QVBoxLayout>
+
+namespace velmor {
+
+namespace {
+
+constexpr int mostTransparency = 100;
+
+} // namespace
+
+CTransparencyDialog::CTransparencyDialog(QWidget* parent, const CTransparencyRequest& request)
+    : CDialog(parent, "Edit XSheet Transparency Data"),
+      m_accept(request.accept),
+      m_transparency(new CNumberSlider("transparency", 0, mostTransparency, NumberKind::Decimal)) {
+    Body().addWidget(IdentityPanel(request.cel));
+    auto* grid = new QGridLayout;
+    AddLabeled(*grid, 0, 0, "&Transparency :", *m_transparency);
+    Body().addLayout(grid);
+    Body().addStretch();
+    m_transparency->Edit().SetValue(request.initial);
+    m_transparency->Edit().BeFirst();
+}
+
+double CTransparencyDialog::Values() const {
+    return m_transparency->Edit().ValueOrNan();
+}
+
+bool CTransparencyDialog::Accepts() {
+    if (IsAccepted(m_accept, Values()))
+        return true;
+    RefuseUnreadable({&m_transparency->Edit()});
+    return false;
+}
+
+} // namespace velmor

@@ -1,0 +1,97 @@
+#pragma once
+
+#include <QPoint>
+#include <QRect>
+#include <QSize>
+#include <optional>
+
+namespace velmor {
+
+/// A place on the xsheet, 0-based.
+struct CSheetCell {
+    int level = 0;
+    int frame = 0;
+
+    bool operator==(const CSheetCell&) const = default;
+};
+
+enum class HeaderButton { Blur, Transparency, Move, Camera };
+
+/// A button of the header; `level` is 0 for the camera's.
+struct CHeaderHit {
+    HeaderButton button = HeaderButton::Camera;
+    int level = 0;
+
+    bool operator==(const CHeaderHit&) const = default;
+};
+
+/// Where things stand on the client area of the xsheet, in its logical pixels, and what is hit there. From left to
+/// right: the frame numbers, the level columns, and at the right edge the camera column, which does not scroll. On
+/// top the header, which does not scroll either: a row of buttons and a row of names.
+struct CXSheetGeometry {
+    static constexpr int frameColumnWidth = 30;
+    static constexpr int headerHeight = 40;
+    static constexpr int buttonSize = 20; ///< also the height of either header row
+    static constexpr int levelWidth = 80;
+    static constexpr int rowHeight = 20;
+    static constexpr int cameraColumnWidth = 140;
+    static constexpr int soundWidth = 60; ///< the right part of the camera column
+
+    QSize client;
+    int levelCount = 0; ///< both 0 without a scene
+    int frameCount = 0;
+    int firstLevel = 0; ///< the scroll positions
+    int firstFrame = 0;
+
+    // Whole columns and rows on the client area.
+    int VisibleLevels() const;
+    int VisibleFrames() const;
+    // The scroll positions' maxima. Once the frames scroll, one empty row may be scrolled in below the last.
+    int MostFirstLevel() const;
+    int MostFirstFrame() const;
+    void ClampScroll();
+    /// The same sheet scrolled as little as brings a cell wholly into view.
+    CXSheetGeometry Showing(CSheetCell cell) const;
+
+    // The nearest level and frame of a point that may lie anywhere. Divisions cut towards zero, so that the header
+    // row of names belongs to the first visible frame.
+    int XToLevel(int x) const;
+    int YToFrame(int y) const;
+    CSheetCell NearestCell(QPoint point) const { return {XToLevel(point.x()), YToFrame(point.y())}; }
+    /// Where cels dropped at a point land; nothing when that is outside the sheet.
+    std::optional<CSheetCell> DropTarget(QPoint point) const;
+    /// The same for sounds, for which any column will do.
+    std::optional<int> DropFrame(int y) const;
+
+    /// The button under a column of the button row; the first pixel column of the levels belongs to none.
+    std::optional<CHeaderHit> HeaderButtonAt(int x) const;
+    /// The level whose column is under a point of grid or header.
+    std::optional<int> LevelAt(QPoint point) const;
+    /// The cell that is seen at a point of the grid.
+    std::optional<CSheetCell> CellAt(QPoint point) const;
+    /// The frame of a point of the camera column below its header, the part for sounds excepted.
+    std::optional<int> CameraFrameAt(QPoint point) const;
+
+    QRect GridArea() const;
+    QRect CameraColumn() const; ///< header included
+    int ColumnX(int level) const { return frameColumnWidth + levelWidth * (level - firstLevel); }
+    int RowY(int frame) const { return headerHeight + rowHeight * (frame - firstFrame); }
+    QRect CellRect(CSheetCell cell) const { return {ColumnX(cell.level), RowY(cell.frame), levelWidth, rowHeight}; }
+    QRect LevelHeaderRect(int level) const { return {ColumnX(level), 0, levelWidth, headerHeight}; }
+    QRect ButtonRect(const CHeaderHit& hit) const;
+    QRect FrameNumberRect(int frame) const { return {0, RowY(frame), frameColumnWidth, rowHeight}; }
+    QRect CameraRect(int frame) const;
+    QRect SoundRect(int frame) const;
+    /// One past the last level or frame of which a part is seen.
+    int EndLevel() const;
+    int EndFrame() const;
+
+    /// How far a selection that is dragged to a point scrolls: levels in x, frames in y.
+    QPoint SelectionScroll(QPoint point) const;
+    /// The same for assets that are held near an edge of the grid before they are dropped.
+    QPoint DropScroll(QPoint point) const;
+
+    bool operator==(const CXSheetGeometry&) const = default;
+};
+
+} // namespace velmor

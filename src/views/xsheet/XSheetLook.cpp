@@ -1,0 +1,167 @@
+#include "views/xsheet/XSheetLook.h"
+
+#include "scene/SceneModel.h"
+#include "views/xsheet/XSheetSounds.h"
+
+#include <algorithm>
+
+namespace velmor {
+
+namespace {
+
+bool IsBlurred(const CXSheetCel& cel) {
+    return cel.IsUsed() && (cel.BlurX() > 1 || cel.BlurY() > 1);
+}
+
+bool IsTransparent(const CXSheetCel& cel) {
+    return cel.IsUsed() && cel.Transparency() > 0;
+}
+
+bool IsSelected(const CXSheetSelection& selection, int level, int frame) {
+    return level >= selection.startLevel && level <= selection.endLevel && frame >= selection.startFrame &&
+           frame <= selection.endFrame;
+}
+
+CellFill FillOf(const CSceneModel& model, int level, int frame) {
+    if (level == model.cursorLevel && frame == model.cursorFrame)
+        return CellFill::Cursor;
+    return IsSelected(model.selection, level, frame) ? CellFill::Selected : CellFill::Plain;
+}
+
+CCellLook CellLook(const CSceneModel& model, int level, int frame) {
+    const CXSheetCel& cel = model.xsheet.Cel(level, frame);
+    CCellLook look;
+    look.fill = FillOf(model, level, frame);
+    if (!cel.IsUsed())
+        return look;
+    look.text = model.xsheet.CelText(level, frame);
+    look.held = frame > 0 && cel.ShowsSameAs(model.xsheet.Cel(level, frame - 1));
+    look.missing = cel.Size() == CSize{};
+    look.blurred = IsBlurred(cel);
+    look.transparent = IsTransparent(cel);
+    return look;
+}
+
+CLevelLook LevelLook(const CSceneModel& model, int level) {
+    CLevelLook look;
+    look.name = model.xsheet.LevelName(level);
+    look.current = level == model.cursorLevel;
+    look.moves = model.moveSelection.IsLevelSelected(level);
+    if (!model.xsheet.HasFrame(model.cursorFrame))
+        return look;
+    const CXSheetCel& cel = model.xsheet.Cel(level, model.cursorFrame);
+    look.used = cel.IsUsed();
+    look.blurred = IsBlurred(cel);
+    look.transparent = IsTransparent(cel);
+    return look;
+}
+
+CFrameLook FrameLook(const CSceneModel& model, const CXSheetSounds& sounds, int frame) {
+    CFrameLook look;
+    look.current = frame == model.cursorFrame;
+    look.selected = frame >= model.selection.startFrame && frame <= model.selection.endFrame;
+    look.camera = model.camera.At(frame);
+    look.cameraHeld = frame > 0 && look.camera == model.camera.At(frame - 1);
+    const int heard = sounds.HeardAt(frame);
+    look.sounding = heard >= 0;
+    look.soundGoesOn = look.sounding && sounds.HeardAt(frame - 1) == heard;
+    look.soundContinues = look.sounding && sounds.HeardAt(frame + 1) == heard;
+    if (const std::string* name = model.sounds.NameAt(frame))
+        look.sound = *name;
+    return look;
+}
+
+} // namespace
+
+CXSheetLook LookAt(const CSceneModel& model, const CXSheetSounds& sounds, const CXSheetGeometry& geometry,
+                   const CPointerLook& pointer) {
+    CXSheetLook look;
+    look.sceneOpen = model.sceneOpen;
+    look.geometry = geometry;
+    if (!model.sceneOpen)
+        return look;
+    look.frameRate = model.geometry.frameRate;
+    look.pointer = pointer;
+    look.cameraMoves = model.moveSelection.IsCameraSelected();
+    // The sheet may have shrunk without the views having been told yet.
+    const int endLevel = std::min(geometry.EndLevel(), model.xsheet.LevelCount());
+    const int endFrame = std::min(geometry.EndFrame(), model.xsheet.FrameCount());
+    for (int level = geometry.firstLevel; level < endLevel; ++level)
+        look.levels.push_back(LevelLook(model, level));
+    for (int frame = geometry.firstFrame; frame < endFrame; ++frame) {
+        look.frames.push_back(FrameLook(model, sounds, frame));
+        for (int level = geometry.firstLevel; level < endLevel; ++level)
+            look.cells.push_back(CellLook(model, level, frame));
+    }
+    return look;
+}
+
+QRect RectOf(const CXSheetGeometry& geometry, const CDropMark& mark) {
+    const int bottom = geometry.RowY(mark.start.frame + mark.frames) - 1;
+    QRect rect = mark.sound ? geometry.SoundRect(mark.start.frame) : geometry.CellRect(mark.start);
+    rect.setBottom(bottom);
+    return rect & (mark.sound ? geometry.CameraColumn() : geometry.GridArea());
+}
+
+namespace {
+
+QRegion ChangedPointer(const CXSheetGeometry& geometry, const CPointerLook& before, const CPointerLook& after) {
+    QRegion changed;
+    if (before.hot != after.hot || before.pressed != after.pressed) {
+        for (const std::optional<CHeaderHit>& hit : {before.hot, after.hot})
+            if (hit)
+                changed += geometry.ButtonRect(*hit);
+    }
+    if (before.drop != after.drop) {
+        for (const std::optional<CDropMark>& mark : {before.drop, after.drop})
+            if (mark)
+                changed += RectOf(geometry, *mark);
+    }
+    return changed;
+}
+
+QRegion ChangedHeader(const CXSheetLook& before, const CXSheetLook& after) {
+    const CXSheetGeometry& geometry = after.geometry;
+    const QRect header(0, 0, geometry.client.width(), geometry.headerHeight);
+    QRegion changed;
+    if (before.cameraMoves != after.cameraMoves)
+        changed += geometry.CameraColumn() & header;
+    for (std::size_t column = 0; column < after.levels.size(); ++column) {
+        if (before.levels[column] != after.levels[column])
+            changed += geometry.LevelHeaderRect(geometry.firstLevel + static_cast<int>(column)) & header;
+    }
+    return changed;
+}
+
+QRegion ChangedRows(const CXSheetLook& before, const CXSheetLook& after) {
+    const CXSheetGeometry& geometry = after.geometry;
+    QRegion changed;
+    for (std::size_t row = 0; row < after.frames.size(); ++row) {
+        const int frame = geometry.firstFrame + static_cast<int>(row);
+        if (before.frames[row] != after.frames[row]) {
+            changed += geometry.FrameNumberRect(frame);
+            changed += geometry.CameraRect(frame) | geometry.SoundRect(frame);
+        }
+        for (std::size_t column = 0; column < after.levels.size(); ++column) {
+            const bool framed =
+                before.focused != after.focused && after.CellAt(row, column).fill == CellFill::Cursor;
+            if (framed || before.CellAt(row, column) != after.CellAt(row, column))
+                changed += geometry.CellRect({geometry.firstLevel + static_cast<int>(column), frame}) &
+                           geometry.GridArea();
+        }
+    }
+    return changed;
+}
+
+} // namespace
+
+QRegion Difference(const CXSheetLook& before, const CXSheetLook& after) {
+    if (before.sceneOpen != after.sceneOpen || before.geometry != after.geometry ||
+        before.frameRate != after.frameRate || before.levels.size() != after.levels.size() ||
+        before.frames.size() != after.frames.size())
+        return QRect({0, 0}, after.geometry.client);
+    return ChangedHeader(before, after) + ChangedRows(before, after) +
+           ChangedPointer(after.geometry, before.pointer, after.pointer);
+}
+
+} // namespace velmor

@@ -1,0 +1,100 @@
+#pragma once
+
+#include "views/xsheet/XSheetGeometry.h"
+#include "xsheet/CameraTrack.h"
+
+#include <QRegion>
+#include <string>
+#include <vector>
+
+namespace velmor {
+
+class CXSheetSounds;
+struct CSceneModel;
+
+enum class CellFill { Plain, Selected, Cursor };
+
+/// What one cell shows.
+struct CCellLook {
+    std::string text;
+    CellFill fill = CellFill::Plain;
+    bool held = false;    ///< the ditto mark
+    bool missing = false; ///< its image could not be read when it was put there
+    bool blurred = false;
+    bool transparent = false;
+
+    bool operator==(const CCellLook&) const = default;
+};
+
+/// What the header of a level shows; the effects are those of its cell at the cursor's frame.
+struct CLevelLook {
+    std::string name;
+    bool current = false;
+    bool moves = false;
+    bool used = false;
+    bool blurred = false;
+    bool transparent = false;
+
+    bool operator==(const CLevelLook&) const = default;
+};
+
+/// What stands beside the cells of a frame.
+struct CFrameLook {
+    bool current = false;
+    bool selected = false;
+    CCameraFrame camera;
+    bool cameraHeld = false; ///< the camera stands as at the frame before
+    std::string sound;       ///< of the sound that starts here
+    bool sounding = false;
+    bool soundGoesOn = false;    ///< from the frame before
+    bool soundContinues = false; ///< at the next frame
+
+    bool operator==(const CFrameLook&) const = default;
+};
+
+/// Where dropped assets would land.
+struct CDropMark {
+    CSheetCell start;
+    int frames = 1;     ///< that they would cover, one each
+    bool sound = false; ///< in the sound column; the level means nothing
+
+    bool operator==(const CDropMark&) const = default;
+};
+
+/// What the mouse adds to the picture.
+struct CPointerLook {
+    std::optional<CHeaderHit> hot; ///< the header button under the mouse
+    bool pressed = false;          ///< and it is down
+    std::optional<CDropMark> drop;
+
+    bool operator==(const CPointerLook&) const = default;
+};
+
+/// All that the xsheet view shows at a moment. Taken from the document at each change, it is what gets painted,
+/// and two of them tell what is to be painted again.
+struct CXSheetLook {
+    bool sceneOpen = false;
+    CXSheetGeometry geometry;
+    int frameRate = 25;
+    bool cameraMoves = false;
+    bool focused = false; ///< keys move the cursor
+    CPointerLook pointer;
+    std::vector<CLevelLook> levels; ///< from geometry.firstLevel to EndLevel()
+    std::vector<CFrameLook> frames; ///< from geometry.firstFrame to EndFrame()
+    std::vector<CCellLook> cells;   ///< of these, frame by frame
+
+    const CCellLook& CellAt(std::size_t frameRow, std::size_t column) const {
+        return cells[frameRow * levels.size() + column];
+    }
+};
+
+CXSheetLook LookAt(const CSceneModel& model, const CXSheetSounds& sounds, const CXSheetGeometry& geometry,
+                   const CPointerLook& pointer);
+
+/// The part of the client area that a drop mark covers.
+QRect RectOf(const CXSheetGeometry& geometry, const CDropMark& mark);
+
+/// What of the client area differs.
+QRegion Difference(const CXSheetLook& before, const CXSheetLook& after);
+
+} // namespace velmor

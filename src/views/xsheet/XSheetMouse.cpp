@@ -1,0 +1,137 @@
+#include "views/xsheet/XSheetMouse.h"
+
+#include "scene/SceneModel.h"
+#include "scene/VelmorltDoc.h"
+
+#include <Qt>
+#include <algorithm>
+
+namespace velmor {
+
+namespace {
+
+void Select(CVelmorltDoc& doc, const CXSheetSelection& selection) {
+    doc.SetSelStartX(selection.startLevel);
+    doc.SetSelEndX(selection.endLevel);
+    doc.SetSelStartY(selection.startFrame);
+    doc.SetSelEndY(selection.endFrame);
+}
+
+CXSheetSelection Spanning(CSheetCell a, CSheetCell b) {
+    const auto [firstLevel, lastLevel] = std::minmax(a.level, b.level);
+    const auto [firstFrame, lastFrame] = std::minmax(a.frame, b.frame);
+    return {firstLevel, lastLevel, firstFrame, lastFrame};
+}
+
+CXSheetSelection Grown(const CXSheetSelection& selection, CSheetCell cell) {
+    return {std::min(selection.startLevel, cell.level), std::max(selection.endLevel, cell.level),
+            std::min(selection.startFrame, cell.frame), std::max(selection.endFrame, cell.frame)};
+}
+
+} // namespace
+
+void CXSheetMouse::Press(const CXSheetGeometry& geometry, QPoint point, bool extend) {
+    if (point.y() < geometry.buttonSize) {
+        m_press = Pressed::Button;
+        return;
+    }
+    const CSheetCell cell = geometry.NearestCell(point);
+    CXSheetSelection selection = m_doc.Model().selection;
+    if (point.y() > geometry.buttonSize && point.y() < geometry.headerHeight) {
+        m_press = Pressed::Columns;
+        selection.startFrame = 0;
+        selection.endFrame = geometry.frameCount - 1;
+        Select(m_doc, selection);
+    } else {
+        m_press = Pressed::Cells;
+        Select(m_doc, extend ? Grown(selection, cell) : Spanning(cell, cell));
+        m_doc.SetCursorX(cell.level);
+    }
+    m_doc.SetCursorY(cell.frame);
+}
+
+void CXSheetMouse::Drag(const CXSheetGeometry& geometry, QPoint point) {
+    if (!IsSelecting())
+        return;
+    CXSheetSelection selection = Spanning(geometry.NearestCell(point), {m_doc.GetCursorX(), m_doc.GetCursorY()});
+    if (IsSelectingColumns()) {
+        selection.startFrame = 0;
+        selection.endFrame = geometry.frameCount - 1;
+    }
+    Select(m_doc, selection);
+}
+
+void CXSheetMouse::Release(const CXSheetGeometry& geometry, QPoint point) {
+    const bool button = IsButtonPressed();
+    // Over before a dialog opens, which takes the events that follow.
+    m_press = Pressed::Nothing;
+    if (!button)
+        return;
+    if (const std::optional<CHeaderHit> hit = geometry.HeaderButtonAt(point.x()))
+        ClickButton(*hit);
+}
+
+void CXSheetMouse::ClickButton(const CHeaderHit& hit) {
+    switch (hit.button) {
+    case HeaderButton::Blur:
+        m_doc.OnXSheetDoBlur(hit.level);
+        break;
+    case HeaderButton::Transparency:
+        m_doc.OnXSheetDoTrans(hit.level);
+        break;
+    case HeaderButton::Move:
+        m_doc.SetLevelCanMove(hit.level);
+        break;
+    case HeaderButton::Camera:
+        m_doc.SelectCamera();
+        break;
+    }
+}
+
+void MoveCursor(CVelmorltDoc& doc, CSheetCell cell, bool extend) {
+    const CSceneModel& model = doc.Model();
+    const CXSheetSelection& selection = model.selection;
+    const CSheetCell opposite{model.cursorLevel == selection.startLevel ? selection.endLevel : selection.startLevel,
+                              model.cursorFrame == selection.startFrame ? selection.endFrame
+                                                                        : selection.startFrame};
+    Select(doc, Spanning(cell, extend ? opposite : cell));
+    if (cell.level != model.cursorLevel)
+        doc.SetCursorX(cell.level);
+    doc.SetCursorY(cell.frame);
+}
+
+std::optional<CSheetCell> CursorAfterKey(int key, CSheetCell cursor, const CXSheetGeometry& geometry) {
+    const int page = std::max(1, geometry.VisibleFrames() - 1);
+    switch (key) {
+    case Qt::Key_Left:
+        --cursor.level;
+        break;
+    case Qt::Key_Right:
+        ++cursor.level;
+        break;
+    case Qt::Key_Up:
+        --cursor.frame;
+        break;
+    case Qt::Key_Down:
+        ++cursor.frame;
+        break;
+    case Qt::Key_PageUp:
+        cursor.frame -= page;
+        break;
+    case Qt::Key_PageDown:
+        cursor.frame += page;
+        break;
+    case Qt::Key_Home:
+        cursor.frame = 0;
+        break;
+    case Qt::Key_End:
+        cursor.frame = geometry.frameCount - 1;
+        break;
+    default:
+        return std::nullopt;
+    }
+    return CSheetCell{std::max(0, std::min(cursor.level, geometry.levelCount - 1)),
+                      std::max(0, std::min(cursor.frame, geometry.frameCount - 1))};
+}
+
+} // namespace velmor

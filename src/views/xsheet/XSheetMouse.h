@@ -1,0 +1,49 @@
+#pragma once
+
+#include "views/xsheet/XSheetGeometry.h"
+
+#include <optional>
+
+namespace velmor {
+
+class CVelmorltDoc;
+struct CXSheetSelection;
+
+/// What presses, drags and releases of the left button do to the document. Takes the geometry as it is at each
+/// event, since a drag may scroll. The document has an open scene.
+class CXSheetMouse {
+public:
+    explicit CXSheetMouse(CVelmorltDoc& doc) : m_doc(doc) {}
+
+    /// In the button row: arms a button. In the row of names: selects all frames of the selected levels. Below:
+    /// selects the cell, or with `extend` grows the selection to it. All but the first set the cursor.
+    void Press(const CXSheetGeometry& geometry, QPoint point, bool extend);
+    /// Selects from the cursor to the point, whole columns after a press in the row of names.
+    void Drag(const CXSheetGeometry& geometry, QPoint point);
+    /// Runs the header button under the point after a press in the button row.
+    void Release(const CXSheetGeometry& geometry, QPoint point);
+    /// Ends a press without doing anything more.
+    void Cancel() { m_press = Pressed::Nothing; }
+
+    bool IsPressed() const { return m_press != Pressed::Nothing; }
+    bool IsButtonPressed() const { return m_press == Pressed::Button; }
+    bool IsSelecting() const { return m_press == Pressed::Cells || m_press == Pressed::Columns; }
+    bool IsSelectingColumns() const { return m_press == Pressed::Columns; }
+
+private:
+    enum class Pressed { Nothing, Button, Columns, Cells };
+
+    void ClickButton(const CHeaderHit& hit);
+
+    CVelmorltDoc& m_doc;
+    Pressed m_press = Pressed::Nothing;
+};
+
+/// Selects one cell and puts the cursor there; with `extend` the selection's corner at the cursor moves along
+/// instead and the opposite one stays.
+void MoveCursor(CVelmorltDoc& doc, CSheetCell cell, bool extend);
+/// Where a key takes the cursor: arrows, page up and down, home and end (the first and last frame); nothing for
+/// any other key.
+std::optional<CSheetCell> CursorAfterKey(int key, CSheetCell cursor, const CXSheetGeometry& geometry);
+
+} // namespace velmor

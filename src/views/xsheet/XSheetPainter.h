@@ -1,0 +1,52 @@
+#pragma once
+
+#include "views/xsheet/XSheetLook.h"
+
+class QPainter;
+
+namespace velmor {
+
+class CXSheetStyle;
+
+/// Paints the xsheet, or a part of it, from what it shows. Knows nothing of the document.
+class CXSheetPainter {
+public:
+    CXSheetPainter(QPainter& painter, const CXSheetLook& look, CXSheetStyle& style)
+        : m_painter(painter), m_look(look), m_geometry(look.geometry), m_style(style) {}
+
+    /// At least what lies in `region` of the client area; the painter is clipped to it.
+    void Paint(const QRegion& region);
+
+private:
+    void PaintBackground(const QRegion& region);
+    void PaintCells(const QRegion& region);
+    void PaintGrid(const QRegion& visible);
+    void PaintCursorFrame(const QRect& rect);
+    void PaintCell(const CCellLook& cell, const QRect& rect);
+    void PaintRows(const QRegion& region);
+    void PaintFrameNumber(const CFrameLook& frame, int number, const QRect& rect, bool lastOfSecond);
+    void PaintCamera(const CFrameLook& frame, const QRect& rect, bool lastOfSecond);
+    void PaintSound(const CFrameLook& frame, const QRect& rect, bool lastOfSecond);
+    void PaintDropMark();
+    void PaintHeader(const QRegion& region);
+    void PaintLevelHeader(const CLevelLook& level, int number, const QRect& rect);
+    void PaintCameraHeader();
+    void PaintButton(const CHeaderHit& hit, bool on, bool enabled);
+    /// A cell's ground with its right and bottom grid line.
+    void PaintGround(const QRect& rect, const QColor& fill, bool lastOfSecond);
+    /// The bar of what camera input moves, along the header's lower edge.
+    void PaintMoveBar(int x, int width, const QColor& color);
+
+    QRect CellRect(std::size_t row, std::size_t column) const {
+        return m_geometry.CellRect(
+            {m_geometry.firstLevel + static_cast<int>(column), m_geometry.firstFrame + static_cast<int>(row)});
+    }
+    bool IsLastOfSecond(int frame) const { return m_look.frameRate > 0 && (frame + 1) % m_look.frameRate == 0; }
+
+    QPainter& m_painter;
+    const CXSheetLook& m_look;
+    const CXSheetGeometry& m_geometry;
+    CXSheetStyle& m_style;
+};
+
+} // namespace velmor

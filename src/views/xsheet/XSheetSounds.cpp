@@ -1,0 +1,59 @@
+#include "views/xsheet/XSheetSounds.h"
+
+#include "sound/SoundFile.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace velmor {
+
+std::vector<int> HeardSounds(const std::vector<CSoundPlacement>& placements, int frameCount, int framesPerSecond,
+                             const SoundLength& lengthOf) {
+    std::vector<int> heard(static_cast<std::size_t>(frameCount), -1);
+    std::vector<int> order(placements.size());
+    std::iota(order.begin(), order.end(), 0);
+    const auto startOf = [&](int index) { return placements[static_cast<std::size_t>(index)].frame; };
+    std::stable_sort(order.begin(), order.end(), [&](int a, int b) { return startOf(a) < startOf(b); });
+
+    const auto perFrame = static_cast<std::uint64_t>(std::max(1, SamplesPerFrame(std::max(1, framesPerSecond))));
+    for (const int index : order) {
+        const CSoundPlacement& sound = placements[static_cast<std::size_t>(index)];
+        if (sound.frame < 0 || sound.frame >= frameCount)
+            continue;
+        const std::uint64_t frames = (lengthOf(sound.name) + perFrame - 1) / perFrame;
+        const auto left = static_cast<std::uint64_t>(frameCount - sound.frame);
+        std::fill_n(heard.begin() + sound.frame, std::min(frames, left), index);
+    }
+    return heard;
+}
+
+void CXSheetSounds::Update(const CSceneModel& model, bool filesToo) {
+    const int frameCount = model.sceneOpen ? model.xsheet.FrameCount() : 0;
+    const std::string scene = model.databaseFolder + model.sceneName;
+    if (!filesToo && m_placements == model.sounds.All() && m_frameCount == frameCount &&
+        m_frameRate == model.geometry.frameRate && m_scene == scene)
+        return;
+    if (m_scene != scene)
+        m_lengths.clear();
+    m_scene = scene;
+    m_frameCount = frameCount;
+    m_frameRate = model.geometry.frameRate;
+    m_placements = model.sounds.All();
+    m_heard = HeardSounds(m_placements, frameCount, m_frameRate,
+                          [&](const std::string& name) { return LengthOf(model, name); });
+}
+
+std::uint64_t CXSheetSounds::LengthOf(const CSceneModel& model, const std::string& name) {
+    const Path path = model.Paths().SoundFile(name);
+    const std::optional<CFileIdentity> file = IdentifyFile(path);
+    const auto known = m_lengths.find(name);
+    if (known != m_lengths.end() && known->second.file == file)
+        return known->second.samples;
+    std::vector<std::uint8_t> samples;
+    if (file)
+        static_cast<void>(LoadSoundFile(path, name, samples));
+    m_lengths[name] = {file, samples.size()};
+    return samples.size();
+}
+
+} // namespace velmor

@@ -1,0 +1,147 @@
+#include "views/xsheet/XSheetStyle.h"
+
+#include "views/Icons.h"
+
+#include <QFontMetricsF>
+#include <QIcon>
+#include <QPainter>
+#include <QRadialGradient>
+
+namespace velmor {
+
+namespace {
+
+constexpr std::size_t mostKeptTexts = 4096;
+constexpr int iconSize = 16;
+
+QPixmap EmptyPixmap(int size, double scale) {
+    QPixmap pixmap(QSize(size, size) * scale);
+    pixmap.setDevicePixelRatio(scale);
+    pixmap.fill(Qt::transparent);
+    return pixmap;
+}
+
+// A dot without an edge.
+QPixmap DrawBlurMark(double scale) {
+    QPixmap pixmap = EmptyPixmap(CXSheetStyle::markSize, scale);
+    QPainter painter(&pixmap);
+    const double radius = CXSheetStyle::markSize / 2.0;
+    QRadialGradient dot(radius, radius, radius);
+    dot.setColorAt(0.0, QColor(40, 40, 36, 255));
+    dot.setColorAt(0.3, QColor(40, 40, 36, 210));
+    dot.setColorAt(1.0, QColor(40, 40, 36, 0));
+    painter.fillRect(pixmap.rect(), dot);
+    return pixmap;
+}
+
+// A disc of which half shows through.
+QPixmap DrawTransparencyMark(double scale) {
+    QPixmap pixmap = EmptyPixmap(CXSheetStyle::markSize, scale);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QRectF disc(1, 1, CXSheetStyle::markSize - 2, CXSheetStyle::markSize - 2);
+    painter.setPen(QPen(QColor(40, 40, 36), 1));
+    painter.drawEllipse(disc);
+    painter.setBrush(QColor(40, 40, 36));
+    painter.drawPie(disc, 90 * 16, 180 * 16);
+    return pixmap;
+}
+
+QPixmap IconPixmap(const char* name, double scale, QIcon::Mode mode = QIcon::Normal) {
+    return Icon(name).pixmap(QSize(iconSize, iconSize), scale, mode);
+}
+
+// The drawings of the buttons are made for a light ground; what counts is their shape.
+QPixmap Tinted(QPixmap pixmap, const QColor& color) {
+    if (pixmap.isNull())
+        return pixmap;
+    QPainter painter(&pixmap);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter.fillRect(QRect({0, 0}, QSize(iconSize, iconSize)), color);
+    return pixmap;
+}
+
+} // namespace
+
+const QStaticText& CElidedTexts::Whole(const std::string& text) {
+    if (const auto known = m_whole.find(text); known != m_whole.end())
+        return known->second;
+    if (m_whole.size() >= mostKeptTexts)
+        m_whole.clear();
+    return m_whole.emplace(text, LaidOut(QString::fromStdString(text))).first->second;
+}
+
+const QStaticText& CElidedTexts::Get(const std::string& text, int width) {
+    const QStaticText& whole = Whole(text);
+    if (whole.size().width() <= width)
+        return whole;
+    const std::pair key(text, width);
+    if (const auto known = m_cut.find(key); known != m_cut.end())
+        return known->second;
+    if (m_cut.size() >= mostKeptTexts)
+        m_cut.clear();
+    const QString cut = QFontMetricsF(m_font).elidedText(QString::fromStdString(text), m_mode, width);
+    return m_cut.emplace(key, LaidOut(cut)).first->second;
+}
+
+QStaticText CElidedTexts::LaidOut(const QString& text) const {
+    QStaticText laidOut(text);
+    laidOut.setTextFormat(Qt::PlainText);
+    laidOut.setPerformanceHint(QStaticText::AggressiveCaching);
+    laidOut.prepare({}, m_font);
+    return laidOut;
+}
+
+QFont SheetFont(int height, int width, bool bold) {
+    QFont font(QStringList{"Arial", "Liberation Sans", "Helvetica", "DejaVu Sans"});
+    font.setStyleHint(QFont::SansSerif);
+    font.setBold(bold);
+    int size = height;
+    font.setPixelSize(size);
+    while (size > 1 && QFontMetrics(font).height() > height)
+        font.setPixelSize(--size);
+    const double average = QFontMetricsF(font).horizontalAdvance("0123456789") / 10;
+    if (average > width)
+        font.setStretch(std::max(70, static_cast<int>(100 * width / average)));
+    return font;
+}
+
+QColor Mixed(const QColor& a, const QColor& b, double share) {
+    const auto mix = [&](int x, int y) { return static_cast<int>(x + (y - x) * share); };
+    return {mix(a.red(), b.red()), mix(a.green(), b.green()), mix(a.blue(), b.blue())};
+}
+
+CXSheetStyle::CXSheetStyle(const QPalette& palette, double scale)
+    : header(palette.color(QPalette::Button)),
+      headerText(palette.color(QPalette::ButtonText)),
+      fadedHeaderText(Mixed(headerText, header, 0.45)),
+      headerLine(Mixed(header, headerText, 0.25)),
+      currentHeader(Mixed(header, palette.color(QPalette::Highlight), 0.35)),
+      accent(palette.color(QPalette::Highlight)),
+      cellTexts(SheetFont(16, 7, true), Qt::ElideMiddle),
+      levelNames(SheetFont(17, 7, true), Qt::ElideRight),
+      smallTexts(SheetFont(16, 5, false), Qt::ElideMiddle),
+      cameraTexts(SheetFont(14, 5, false), Qt::ElideRight),
+      tinyTexts(SheetFont(11, 5, false), Qt::ElideRight),
+      m_scale(scale),
+      m_blurMark(DrawBlurMark(scale)),
+      m_transparencyMark(DrawTransparencyMark(scale)) {
+    const auto effect = [&](const char* name) {
+        const QPixmap pixmap = Tinted(IconPixmap(name, scale), headerText);
+        return CButtonPixmaps{pixmap, pixmap, Tinted(IconPixmap(name, scale, QIcon::Disabled), headerText)};
+    };
+    const auto moving = [&](const char* off, const char* on) {
+        return CButtonPixmaps{Tinted(IconPixmap(off, scale), fadedHeaderText), IconPixmap(on, scale), {}};
+    };
+    m_buttons = {effect("header-blur"), effect("header-transparency"), moving("header-move", "header-move-on"),
+                 moving("header-camera-move", "header-camera-move-on")};
+}
+
+const QPixmap& CXSheetStyle::ButtonPixmap(HeaderButton button, bool on, bool enabled) const {
+    const CButtonPixmaps& pixmaps = m_buttons[static_cast<std::size_t>(button)];
+    if (!enabled)
+        return pixmaps.disabled;
+    return on ? pixmaps.on : pixmaps.off;
+}
+
+} // namespace velmor

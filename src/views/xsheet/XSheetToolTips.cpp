@@ -1,0 +1,106 @@
+#include "views/xsheet/XSheetToolTips.h"
+
+#include "scene/SceneModel.h"
+#include "views/Text.h"
+
+#include <QBuffer>
+#include <cmath>
+
+namespace velmor {
+
+namespace {
+
+// Between the parts of a line.
+QString Dot() {
+    return QStringLiteral(" \u00b7 ");
+}
+
+// At most two decimals.
+QString Number(double value) {
+    return QString::number(std::nearbyint(value * 100) / 100 + 0.0, 'g', 10);
+}
+
+QString Degrees(double radians) {
+    return QString::number(RotationInDegrees(radians)) + QChar(0x00b0);
+}
+
+QString Pair(double x, double y) {
+    return x == y ? Number(x) : Number(x) + " x " + Number(y);
+}
+
+QString ImageTag(const QPixmap& thumbnail) {
+    if (thumbnail.isNull())
+        return {};
+    QByteArray png;
+    QBuffer buffer(&png);
+    buffer.open(QIODevice::WriteOnly);
+    thumbnail.save(&buffer, "PNG");
+    const QSize size = thumbnail.deviceIndependentSize().toSize();
+    return QString("<p><img width=%1 height=%2 src=\"data:image/png;base64,%3\"></p>")
+        .arg(size.width())
+        .arg(size.height())
+        .arg(QString::fromLatin1(png.toBase64()));
+}
+
+QString LevelTitle(const CSceneModel& model, int level) {
+    const QString name = ToQt(model.xsheet.LevelName(level)).toHtmlEscaped();
+    const QString number = QString("Level %1").arg(level + 1);
+    return name.isEmpty() ? number : number + " \"" + name + '"';
+}
+
+QString Placement(const CXSheetCel& cel) {
+    QString text = "Position " + Number(cel.PosX()) + ", " + Number(cel.PosY());
+    if (cel.ScaleX() != 1 || cel.ScaleY() != 1)
+        text += Dot() + "scale " + Pair(cel.ScaleX() * 100, cel.ScaleY() * 100) + '%';
+    if (RotationInDegrees(cel.Rotation()) != 0)
+        text += Dot() + "rotation " + Degrees(cel.Rotation());
+    return text;
+}
+
+QString Effects(const CXSheetCel& cel) {
+    QStringList effects;
+    if (cel.Transparency() > 0)
+        effects << "Transparency " + Number(cel.Transparency()) + '%';
+    if (cel.BlurX() > 1 || cel.BlurY() > 1)
+        effects << "Blur " + Pair(cel.BlurX(), cel.BlurY());
+    return effects.join(Dot());
+}
+
+} // namespace
+
+QString CellToolTip(const CSceneModel& model, CSheetCell cell, const QPixmap& thumbnail) {
+    const CXSheetCel& cel = model.xsheet.Cel(cell.level, cell.frame);
+    QString text =
+        "<b>" + ToQt(cel.CelName()).toHtmlEscaped() + "</b>" + Dot() +
+        (cel.IsPicture() ? QString("picture") : "folder \"" + ToQt(cel.FolderName()).toHtmlEscaped() + '"');
+    if (cel.Size() != CSize{})
+        text += Dot() + QString("%1 x %2").arg(cel.Size().width).arg(cel.Size().height);
+    text += "<br>" + LevelTitle(model, cell.level) + Dot() + QString("frame %1").arg(cell.frame + 1);
+    text += "<br>" + Placement(cel);
+    if (const QString effects = Effects(cel); !effects.isEmpty())
+        text += "<br>" + effects;
+    return "<div style=\"white-space:nowrap\">" + text + "</div>" + ImageTag(thumbnail);
+}
+
+QString ButtonToolTip(const CSceneModel& model, const CHeaderHit& hit) {
+    if (hit.button == HeaderButton::Camera)
+        return "Move the camera in the camera view";
+    const QString level = LevelTitle(model, hit.level);
+    switch (hit.button) {
+    case HeaderButton::Blur:
+        return "Blur of the cel at the current frame<br>" + level;
+    case HeaderButton::Transparency:
+        return "Transparency of the cel at the current frame<br>" + level;
+    default:
+        return "Move this level's cels in the camera view<br>" + level;
+    }
+}
+
+QString CameraToolTip(const CSceneModel& model, int frame) {
+    const CCameraFrame& camera = model.camera.At(frame);
+    return QString("<b>Camera</b>") + Dot() + QString("frame %1").arg(frame + 1) + "<br>Pan " +
+           Number(camera.panX) + ", " + Number(camera.panY) + Dot() + "zoom " + Number(camera.zoom * 100) + '%' +
+           Dot() + "rotation " + Degrees(camera.rotation);
+}
+
+} // namespace velmor

@@ -1,0 +1,320 @@
+#include "views/xsheet/XSheetView.h"
+
+#include "scene/SceneModel.h"
+#include "scene/VelmorltDoc.h"
+#include "views/xsheet/XSheetPainter.h"
+#include "views/xsheet/XSheetStyle.h"
+#include "views/xsheet/XSheetToolTips.h"
+
+#include <QGuiApplication>
+#include <QHelpEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QSignalBlocker>
+#include <QToolTip>
+#include <cmath>
+
+namespace velmor {
+
+namespace {
+
+constexpr int wheelStep = 120; ///< of angle delta for one notch
+constexpr UpdateHint shownHints =
+    UpdateHint::CameraRedraw | UpdateHint::Cells | UpdateHint::Levels | UpdateHint::AssetLists;
+
+} // namespace
+
+CXSheetView::CXSheetView(CVelmorltDoc& doc, IPrompter&, QWidget* parent)
+    : QAbstractScrollArea(parent), m_doc(doc), m_mouse(doc), m_thumbnails(qGuiApp->devicePixelRatio()) {
+    setObjectName("xsheet");
+    setAccessibleName("XSheet");
+    setFrameShape(QFrame::NoFrame);
+    setFocusPolicy(Qt::StrongFocus);
+    setAcceptDrops(true);
+    viewport()->setMouseTracking(true);
+    viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
+    m_doc.Views().Add(*this);
+    OnUpdate(everythingHint);
+}
+
+CXSheetView::~CXSheetView() {
+    m_doc.Views().Remove(*this);
+}
+
+void CXSheetView::OnUpdate(UpdateHint hint) {
+    if (!Holds(hint, shownHints))
+        return;
+    const CSceneModel& model = m_doc.Model();
+    m_sounds.Update(model, Holds(hint, UpdateHint::AssetLists));
+    SetScrolls();
+    const std::string scene = model.databaseFolder + model.sceneName;
+    if (m_scene != scene) {
+        m_scene = scene;
+        ScrollTo(0, 0);
+    }
+    ShowMovedCursor();
+    Refresh();
+}
+
+void CXSheetView::SetScrolls() {
+    const CSceneModel& model = m_doc.Model();
+    m_geometry.client = viewport()->size();
+    m_geometry.levelCount = model.sceneOpen ? model.xsheet.LevelCount() : 0;
+    m_geometry.frameCount = model.sceneOpen ? model.xsheet.FrameCount() : 0;
+    // A bar that clamps its value scrolls by itself.
+    verticalScrollBar()->setPageStep(std::max(1, m_geometry.VisibleFrames()));
+    verticalScrollBar()->setRange(0, m_geometry.MostFirstFrame());
+    horizontalScrollBar()->setPageStep(std::max(1, m_geometry.VisibleLevels()));
+    horizontalScrollBar()->setRange(0, m_geometry.MostFirstLevel());
+}
+
+void CXSheetView::ScrollTo(int firstLevel, int firstFrame) {
+    CXSheetGeometry scrolled = m_geometry;
+    scrolled.firstLevel = firstLevel;
+    scrolled.firstFrame = firstFrame;
+    scrolled.ClampScroll();
+    if (scrolled != m_geometry)
+        MovePainted(scrolled);
+    // One bar after the other: in between, what they say together is nobody's wish.
+    const QSignalBlocker horizontal(horizontalScrollBar());
+    const QSignalBlocker vertical(verticalScrollBar());
+    horizontalScrollBar()->setValue(m_geometry.firstLevel);
+    verticalScrollBar()->setValue(m_geometry.firstFrame);
+}
+
+void CXSheetView::MovePainted(const CXSheetGeometry& scrolled) {
+    // What is on the screen must be up to date, or due to be painted, before it is moved.
+    Refresh();
+    const int levels = m_geometry.firstLevel - scrolled.firstLevel;
+    const int frames = m_geometry.firstFrame - scrolled.firstFrame;
+    m_geometry = scrolled;
+    const double scale = devicePixelRatioF();
+    if ((levels != 0 && frames != 0) || scale != std::floor(scale)) {
+        Refresh();
+        return;
+    }
+    const QRect grid = m_geometry.GridArea();
+    if (frames != 0)
+        viewport()->scroll(0, frames * m_geometry.rowHeight, {0, grid.y(), viewport()->width(), grid.height()});
+    else
+        viewport()->scroll(levels * m_geometry.levelWidth, 0, {grid.x(), 0, grid.width(), viewport()->height()});
+    m_look = Look();
+}
+
+void CXSheetView::ShowMovedCursor() {
+    const CSceneModel& model = m_doc.Model();
+    const CSheetCell cursor{model.cursorLevel, model.cursorFrame};
+    const bool moved = m_shownCursor != cursor;
+    m_shownCursor = cursor;
+    // Under the mouse the sheet stands still.
+    if (!moved || m_mouse.IsPressed() || !model.sceneOpen)
+        return;
+    const CXSheetGeometry shown = m_geometry.Showing(cursor);
+    ScrollTo(shown.firstLevel, shown.firstFrame);
+}
+
+CXSheetLook CXSheetView::Look() const {
+    CXSheetLook look = LookAt(m_doc.Model(), m_sounds, m_geometry, m_pointer);
+    look.focused = hasFocus();
+    return look;
+}
+
+void CXSheetView::Refresh() {
+    CXSheetLook look = Look();
+    if (const QRegion changed = Difference(m_look, look); !changed.isEmpty())
+        viewport()->update(changed);
+    m_look = std::move(look);
+}
+
+void CXSheetView::paintEvent(QPaintEvent* event) {
+    if (!m_style || m_style->Scale() != devicePixelRatioF())
+        m_style = std::make_unique<CXSheetStyle>(palette(), devicePixelRatioF());
+    QPainter painter(viewport());
+    CXSheetPainter(painter, m_look, *m_style).Paint(event->region());
+}
+
+void CXSheetView::resizeEvent(QResizeEvent*) {
+    SetScrolls();
+    ShowMovedCursor();
+    Refresh();
+}
+
+void CXSheetView::changeEvent(QEvent* event) {
+    QAbstractScrollArea::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange) {
+        m_style.reset();
+        viewport()->update();
+    }
+}
+
+void CXSheetView::focusInEvent(QFocusEvent*) {
+    Refresh();
+}
+
+void CXSheetView::focusOutEvent(QFocusEvent*) {
+    Refresh();
+}
+
+void CXSheetView::scrollContentsBy(int, int) {
+    ScrollTo(horizontalScrollBar()->value(), verticalScrollBar()->value());
+}
+
+bool CXSheetView::viewportEvent(QEvent* event) {
+    if (event->type() == QEvent::ToolTip) {
+        const auto* help = static_cast<QHelpEvent*>(event);
+        const QString text = ToolTipAt(help->pos());
+        if (text.isEmpty())
+            QToolTip::hideText();
+        else
+            QToolTip::showText(help->globalPos(), text, viewport());
+        return true;
+    }
+    if (event->type() == QEvent::Leave)
+        PointAt({});
+    return QAbstractScrollArea::viewportEvent(event);
+}
+
+QString CXSheetView::ToolTipAt(QPoint point) {
+    const CSceneModel& model = m_doc.Model();
+    if (point.y() < m_geometry.buttonSize) {
+        const std::optional<CHeaderHit> hit = m_geometry.HeaderButtonAt(point.x());
+        return hit ? ButtonToolTip(model, *hit) : QString();
+    }
+    if (const std::optional<int> frame = m_geometry.CameraFrameAt(point))
+        return CameraToolTip(model, *frame);
+    const std::optional<CSheetCell> cell = m_geometry.CellAt(point);
+    if (!cell || !model.xsheet.HasLevel(cell->level) || !model.xsheet.HasFrame(cell->frame))
+        return {};
+    const CXSheetCel& cel = model.xsheet.Cel(cell->level, cell->frame);
+    if (!cel.IsUsed())
+        return {};
+    const Path file = AssetFilePath(model.Paths().SceneFolder(), cel.FolderName(), cel.CelName());
+    return CellToolTip(model, *cell, m_thumbnails.Find(file));
+}
+
+void CXSheetView::PointAt(const CPointerLook& pointer) {
+    if (m_pointer == pointer)
+        return;
+    m_pointer = pointer;
+    Refresh();
+}
+
+void CXSheetView::ShowHotButton(QPoint point, bool pressed) {
+    const bool inRow = point.y() >= 0 && point.y() < m_geometry.buttonSize;
+    const std::optional<CHeaderHit> hit = inRow || pressed ? m_geometry.HeaderButtonAt(point.x()) : std::nullopt;
+    PointAt({hit, pressed && hit, std::nullopt});
+}
+
+void CXSheetView::mousePressEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton || !m_look.sceneOpen) {
+        event->ignore();
+        return;
+    }
+    const QPoint point = event->position().toPoint();
+    m_mouse.Press(m_geometry, point, event->modifiers().testFlag(Qt::ShiftModifier));
+    if (m_mouse.IsButtonPressed())
+        ShowHotButton(point, true);
+    Refresh();
+}
+
+void CXSheetView::mouseMoveEvent(QMouseEvent* event) {
+    const QPoint point = event->position().toPoint();
+    if (m_mouse.IsSelecting())
+        DragSelection(point, true);
+    else
+        ShowHotButton(point, m_mouse.IsButtonPressed());
+}
+
+void CXSheetView::DragSelection(QPoint point, bool mouseMoved) {
+    m_dragPoint = point;
+    m_mouse.Drag(m_geometry, point);
+    QPoint steps = m_geometry.SelectionScroll(point);
+    // Whole columns are selected from a place where frames scroll; only a mouse that moves has them do so.
+    if (m_mouse.IsSelectingColumns() && !mouseMoved)
+        steps.setY(0);
+    KeepScrolling(!steps.isNull());
+    ScrollTo(m_geometry.firstLevel + steps.x(), m_geometry.firstFrame + steps.y());
+    Refresh();
+}
+
+void CXSheetView::timerEvent(QTimerEvent* event) {
+    if (event->timerId() != m_scrollTimer.timerId())
+        QAbstractScrollArea::timerEvent(event);
+    else if (m_mouse.IsSelecting())
+        DragSelection(m_dragPoint, false);
+    else
+        ScrollUnderAssets();
+}
+
+void CXSheetView::KeepScrolling(bool scrolls) {
+    if (!scrolls)
+        m_scrollTimer.stop();
+    else if (!m_scrollTimer.isActive())
+        m_scrollTimer.start(scrollIntervalMs, this);
+}
+
+void CXSheetView::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton || !m_mouse.IsPressed())
+        return;
+    const QPoint point = event->position().toPoint();
+    const bool selected = m_mouse.IsSelecting();
+    EndDrag();
+    ShowHotButton(point, false);
+    m_mouse.Release(m_geometry, point);
+    if (selected && m_selectionChanged)
+        m_selectionChanged();
+}
+
+void CXSheetView::EndDrag() {
+    m_scrollTimer.stop();
+    m_pointer.drop.reset();
+    Refresh();
+}
+
+void CXSheetView::mouseDoubleClickEvent(QMouseEvent* event) {
+    mousePressEvent(event);
+    if (!m_mouse.IsSelecting())
+        return;
+    const QPoint point = event->position().toPoint();
+    const bool onCell = m_geometry.CellAt(point).has_value();
+    const bool onCamera = m_geometry.CameraFrameAt(point).has_value();
+    if (!onCell && !onCamera)
+        return;
+    // The release goes to the dialog, or comes when it is closed.
+    m_mouse.Cancel();
+    if (onCell)
+        m_doc.OnXsheetEditceldata();
+    else
+        m_doc.OnXsheetEditcameradata();
+}
+
+void CXSheetView::wheelEvent(QWheelEvent* event) {
+    const QPoint angle = event->angleDelta();
+    const bool sideways = std::abs(angle.x()) > std::abs(angle.y());
+    if (!sideways && !event->modifiers().testFlag(Qt::ShiftModifier)) {
+        QAbstractScrollArea::wheelEvent(event);
+        return;
+    }
+    m_levelWheel += sideways ? angle.x() : angle.y();
+    const int levels = m_levelWheel / wheelStep;
+    m_levelWheel -= levels * wheelStep;
+    ScrollTo(m_geometry.firstLevel - levels, m_geometry.firstFrame);
+    event->accept();
+}
+
+void CXSheetView::keyPressEvent(QKeyEvent* event) {
+    const Qt::KeyboardModifiers modifiers = event->modifiers() & ~Qt::KeypadModifier;
+    const bool extend = modifiers == Qt::ShiftModifier;
+    event->ignore();
+    if (!m_look.sceneOpen || m_mouse.IsPressed() || (modifiers != Qt::NoModifier && !extend))
+        return;
+    if (!extend && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {
+        event->accept();
+        m_doc.OnXsheetEditceldata();
+    } else if (const auto cell = CursorAfterKey(event->key(), m_shownCursor, m_geometry)) {
+        event->accept();
+        MoveCursor(m_doc, *cell, extend);
+    }
+}
+
+} // namespace velmor

@@ -1,0 +1,99 @@
+#pragma once
+
+#include "scene/ViewList.h"
+#include "views/AssetThumbnails.h"
+#include "views/xsheet/XSheetLook.h"
+#include "views/xsheet/XSheetMouse.h"
+#include "views/xsheet/XSheetSounds.h"
+
+#include <QAbstractScrollArea>
+#include <QBasicTimer>
+#include <functional>
+#include <memory>
+#include <string>
+
+class QHelpEvent;
+
+namespace velmor {
+
+class CVelmorltDoc;
+class CXSheetStyle;
+class IPrompter;
+
+/// The exposure sheet as a grid, levels across and frames down: sets cursor and selection, opens the dialogs of a
+/// level's header and takes dropped assets.
+class CXSheetView final : public QAbstractScrollArea, public IDocView {
+public:
+    /// The document outlives the view, which takes itself off the document's list when it dies.
+    CXSheetView(CVelmorltDoc& doc, IPrompter& prompter, QWidget* parent = nullptr);
+    ~CXSheetView() override;
+
+    /// Selected assets let go at a point of the screen: cels and pictures, and sounds. Outside the xsheet: nothing.
+    void DropCels(const QPoint& screenPoint);
+    void DropSounds(const QPoint& screenPoint);
+    /// Called when a drag has changed the selection, of which the document tells nobody.
+    void SetSelectionCallback(std::function<void()> changed) { m_selectionChanged = std::move(changed); }
+    /// The grid on the viewport as it is scrolled now.
+    const CXSheetGeometry& Geometry() const { return m_geometry; }
+
+    void OnUpdate(UpdateHint hint) override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
+    void changeEvent(QEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+private:
+    static constexpr int scrollIntervalMs = 80;
+
+    void SetScrolls();
+    void ScrollTo(int firstLevel, int firstFrame);
+    /// Takes over a geometry that is scrolled differently, moving what is painted along where that can be done.
+    void MovePainted(const CXSheetGeometry& scrolled);
+    void ShowMovedCursor();
+    CXSheetLook Look() const;
+    /// Takes what is to be shown from the document and has painted what differs.
+    void Refresh();
+    void DragSelection(QPoint point, bool mouseMoved);
+    void DragAssets(QPoint point);
+    void ScrollUnderAssets();
+    void KeepScrolling(bool scrolls);
+    void PointAt(const CPointerLook& pointer);
+    void ShowHotButton(QPoint point, bool pressed);
+    void EndDrag();
+    std::optional<CDropMark> DropMarkAt(QPoint point) const;
+    QString ToolTipAt(QPoint point);
+
+    CVelmorltDoc& m_doc;
+    CXSheetGeometry m_geometry;
+    CXSheetSounds m_sounds;
+    CPointerLook m_pointer;
+    CXSheetLook m_look; ///< what was painted, or is about to be
+    std::unique_ptr<CXSheetStyle> m_style;
+    CXSheetMouse m_mouse;
+    CAssetThumbnails m_thumbnails;
+    std::function<void()> m_selectionChanged;
+
+    QBasicTimer m_scrollTimer; ///< runs while a drag is held where it scrolls
+    QPoint m_dragPoint;
+    int m_levelWheel = 0; ///< wheel motion not yet scrolled
+    std::string m_scene;
+    CSheetCell m_shownCursor;
+};
+
+} // namespace velmor

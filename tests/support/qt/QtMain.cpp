@@ -1,0 +1,13 @@
+// The main function of tests that need widgets: an application without a screen, unless the caller has chosen one.
+
+#include <QApplication>
+#include <gtest/gtest.h>
+
+int main(int argc, char** argv) {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    ::testing::InitGoogleTest(&argc, argv);
+    const QApplication application(argc, argv);
+    QApplication::setStyle("Fusion");
+    return RUN_ALL_TESTS();
+}

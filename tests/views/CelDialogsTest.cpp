@@ -1,0 +1,370 @@
+#include "DialogDriver.h"
+#include "DocumentFixture.h"
+#include "scene/DialogRequests.h"
+#include "scene/Settings.h"
+#include "views/camera/CameraView.h"
+#include "views/dialogs/NumberEdit.h"
+
+#include <QCheckBox>
+#include <cmath>
+
+namespace velmor::testing {
+namespace {
+
+using CCelDialogsTest = CDialogFixture;
+
+const CCelIdentity eyes{"eyes0001", "Hero", "Face", 7};
+
+CCelDataForm SampleForm() {
+    return {384, 288.25, 1.5, 0.75, false, {-2, -5.5}, 3, 4, false, 12.5};
+}
+
+TEST_F(CCelDialogsTest, CelDataComesBackAsItWasShown) {
+    std::optional<CCelDataForm> answer;
+    WithDialog(
+        [&] {
+            answer = prompter.AskCelData({eyes, SampleForm(), {}});
+        },
+        [&](QDialog& dialog) {
+            EXPECT_EQ(dialog.windowTitle(), "Edit XSheet Cel Data");
+            EXPECT_EQ(LabelOf(dialog, "name"), "eyes0001");
+            EXPECT_EQ(LabelOf(dialog, "folder"), "Hero");
+            EXPECT_EQ(LabelOf(dialog, "level"), "Face");
+            EXPECT_EQ(LabelOf(dialog, "frame"), "7");
+            EXPECT_EQ(dialog.focusWidget(), &Child<QLineEdit>(dialog, "posX"));
+            EXPECT_EQ(Child<QLineEdit>(dialog, "posX").selectedText(), "384");
+            PressOk(dialog);
+        });
+    EXPECT_EQ(answer, SampleForm());
+}
+
+TEST_F(CCelDialogsTest, TabGoesThroughTheCelDataAsItIsRead) {
+    const CCelDataRequest request{eyes, SampleForm(), {}};
+    WithDialog([&] { prompter.AskCelData(request); },
+               [&](QDialog& dialog) {
+                   for (const char* name : {"posX", "posY", "scaleX", "scaleY", "preserveScale", "turns", "degrees",
+                                            "blurX", "blurY", "preserveBlur", "transparency"}) {
+                       EXPECT_EQ(dialog.focusWidget()->objectName().toStdString(), name);
+                       QTest::keyClick(dialog.focusWidget(), Qt::Key_Tab);
+                   }
+                   EXPECT_EQ(dialog.focusWidget(), &dynamic_cast<CDialog&>(dialog).OkButton());
+               });
+}
+
+TEST_F(CCelDialogsTest, CelDataTakesWhatIsTyped) {
+    std::optional<CCelDataForm> answer;
+    WithDialog(
+        [&] {
+            answer = prompter.AskCelData({eyes, {}, {}});
+        },
+        [&](QDialog& dialog) {
+            const std::pair<const char*, const char*> entries[] = {
+                {"posX", "384"},    {"posY", "288,25"}, {"scaleX", "1.5"},
+                {"scaleY", "0.75"}, {"turns", "-2"},    {"degrees", "-5.5"},
+                {"blurX", "3"},     {"blurY", "4"},     {"transparency", "12.5"}};
+            Child<QCheckBox>(dialog, "preserveScale").setChecked(false);
+            Child<QCheckBox>(dialog, "preserveBlur").setChecked(false);
+            for (const auto& [name, text] : entries)
+                Type(dialog, name, text);
+            PressOk(dialog);
+        });
+    EXPECT_EQ(answer, SampleForm());
+}
+
+TEST_F(CCelDialogsTest, ScaleYFollowsWhileTheAspectIsPreserved) {
+    CCelDataForm form = SampleForm();
+    form.scaleY = form.scaleX;
+    form.preserveScale = true;
+    WithDialog(
+        [&] {
+            prompter.AskCelData({eyes, form, {}});
+        },
+        [&](QDialog& dialog) {
+            auto& preserve = Child<QCheckBox>(dialog, "preserveScale");
+            auto& scaleY = Child<QLineEdit>(dialog, "scaleY");
+            EXPECT_TRUE(preserve.isChecked());
+            EXPECT_FALSE(scaleY.isEnabled());
+            Type(dialog, "scaleX", "2");
+            EXPECT_EQ(scaleY.text(), "2");
+            preserve.click();
+            EXPECT_TRUE(scaleY.isEnabled());
+            Type(dialog, "scaleX", "3");
+            EXPECT_EQ(scaleY.text(), "2");
+            preserve.click();
+            EXPECT_EQ(scaleY.text(), "3");
+            EXPECT_TRUE(Child<QLineEdit>(dialog, "blurY").isEnabled());
+        });
+}
+
+TEST_F(CCelDialogsTest, RefusedCelDataKeepsTheDialogOpen) {
+    std::vector<CCelDataForm> asked;
+    const auto rule = [&](const CCelDataForm& form) {
+        asked.push_back(form);
+        return static_cast<bool>(CheckCelDataForm(form));
+    };
+    std::optional<CCelDataForm> answer;
+    WithDialog(
+        [&] {
+            answer = prompter.AskCelData({eyes, SampleForm(), rule});
+        },
+        [&](QDialog& dialog) {
+            Type(dialog, "blurX", "51");
+            PressOk(dialog);
+            EXPECT_TRUE(dialog.isVisible());
+            Type(dialog, "blurX", "50");
+            Type(dialog, "turns", "");
+            PressOk(dialog);
+            EXPECT_TRUE(dialog.isVisible());
+            EXPECT_TRUE(Child<CNumberEdit>(dialog, "turns").IsMarked());
+            Type(dialog, "turns", "1");
+            PressOk(dialog);
+            EXPECT_FALSE(dialog.isVisible());
+        });
+    EXPECT_EQ(asked.size(), 3U);
+    ASSERT_TRUE(answer);
+    EXPECT_EQ(answer->rotation.turns, 1);
+}
+
+TEST_F(CCelDialogsTest, CancelAnswersNothing) {
+    const auto refuse = [](const auto&) { return ADD_FAILURE(), false; };
+    const auto leave = [](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); };
+    WithDialog([&] { EXPECT_FALSE(prompter.AskCelData({eyes, SampleForm(), refuse})); }, leave);
+    WithDialog([&] { EXPECT_FALSE(prompter.AskBlur({eyes, {}, refuse})); }, leave);
+    WithDialog([&] { EXPECT_FALSE(prompter.AskTransparency({eyes, 0, refuse})); }, leave);
+    WithDialog([&] { EXPECT_FALSE(prompter.AskCameraData({1, {}})); }, leave);
+    WithDialog([&] { EXPECT_FALSE(prompter.AskMotionPathSetup(1)); }, leave);
+}
+
+TEST_F(CCelDialogsTest, BlurSlidersAndFieldsGoTogether) {
+    std::optional<CBlurForm> answer;
+    WithDialog(
+        [&] {
+            answer = prompter.AskBlur({eyes, {3, 3, true}, {}});
+        },
+        [&](QDialog& dialog) {
+            auto& preserve = Child<QCheckBox>(dialog, "preserve");
+            auto& sliderY = Child<QSlider>(dialog, "blurYSlider");
+            EXPECT_TRUE(sliderY.isHidden());
+            EXPECT_FALSE(Child<QLineEdit>(dialog, "blurY").isEnabled());
+            Child<QSlider>(dialog, "blurXSlider").setValue(20);
+            EXPECT_EQ(TextOf(dialog, "blurX"), "20");
+            EXPECT_EQ(TextOf(dialog, "blurY"), "20");
+            preserve.click();
+            EXPECT_TRUE(sliderY.isVisible());
+            EXPECT_EQ(sliderY.value(), 20);
+            sliderY.setValue(8);
+            EXPECT_EQ(TextOf(dialog, "blurY"), "8");
+            preserve.click();
+            EXPECT_TRUE(sliderY.isHidden());
+            EXPECT_EQ(TextOf(dialog, "blurY"), "20");
+            preserve.click();
+            Type(dialog, "blurY", "8.75");
+            EXPECT_EQ(sliderY.value(), 8);
+            EXPECT_EQ(TextOf(dialog, "blurY"), "8.75");
+            PressOk(dialog);
+        });
+    EXPECT_EQ(answer, (CBlurForm{20, 8.75, false}));
+}
+
+TEST_F(CCelDialogsTest, TransparencyIsRefusedByTheRuleNotByTheField) {
+    std::vector<double> asked;
+    const auto rule = [&](double value) {
+        asked.push_back(value);
+        return static_cast<bool>(CheckTransparency(value));
+    };
+    std::optional<double> answer;
+    WithDialog(
+        [&] {
+            answer = prompter.AskTransparency({eyes, 12.34, rule});
+        },
+        [&](QDialog& dialog) {
+            auto& slider = Child<QSlider>(dialog, "transparencySlider");
+            EXPECT_EQ(slider.value(), 12);
+            Type(dialog, "transparency", "99.9");
+            EXPECT_EQ(slider.value(), 99);
+            slider.setValue(40);
+            EXPECT_EQ(TextOf(dialog, "transparency"), "40");
+            for (const char* text : {"101", ""}) {
+                Type(dialog, "transparency", text);
+                PressOk(dialog);
+                EXPECT_TRUE(dialog.isVisible()) << text;
+            }
+            EXPECT_TRUE(Child<CNumberEdit>(dialog, "transparency").IsMarked());
+            Type(dialog, "transparency", "33,3");
+            QTest::keyClick(&Child<QLineEdit>(dialog, "transparency"), Qt::Key_Return);
+        });
+    EXPECT_EQ(answer, 33.3);
+    ASSERT_EQ(asked.size(), 3U);
+    EXPECT_TRUE(std::isnan(asked[1]));
+}
+
+TEST_F(CCelDialogsTest, ResetPutsTheCameraBackWithoutClosing) {
+    std::optional<CCameraForm> answer;
+    WithDialog(
+        [&] {
+            answer = prompter.AskCameraData({9, {10, -20.5, 125, {1, 30}}});
+        },
+        [&](QDialog& dialog) {
+            EXPECT_EQ(dialog.windowTitle(), "Edit Current Frame Camera Parameters");
+            EXPECT_EQ(LabelOf(dialog, "frame"), "9");
+            EXPECT_EQ(TextOf(dialog, "zoom"), "125");
+            Child<QPushButton>(dialog, "reset").click();
+            EXPECT_TRUE(dialog.isVisible());
+            EXPECT_EQ(TextOf(dialog, "zoom"), "100");
+            EXPECT_EQ(TextOf(dialog, "turns"), "0");
+            Type(dialog, "posY", "-");
+            PressOk(dialog);
+            EXPECT_TRUE(Child<CNumberEdit>(dialog, "posY").IsMarked());
+            Type(dialog, "posY", "-4,5");
+            PressOk(dialog);
+        });
+    EXPECT_EQ(answer, (CCameraForm{0, -4.5, 100, {0, 0}}));
+}
+
+TEST_F(CCelDialogsTest, MotionPathSetupIsTheChosenRow) {
+    std::optional<int> answer;
+    WithDialog([&] { answer = prompter.AskMotionPathSetup(1); },
+               [&](QDialog& dialog) {
+                   EXPECT_TRUE(Child<QWidget>(dialog, "setup").findChildren<QRadioButton*>().at(1)->isChecked());
+                   Choose(dialog, "setup", 2);
+                   PressOk(dialog);
+               });
+    EXPECT_EQ(answer, 2);
+}
+
+TEST_F(CCelDialogsTest, InbetweenAnswersItsChoicesHoweverItIsClosed) {
+    CInbetweenAnswer answer;
+    const auto ask = [&](bool camera, bool confirm) {
+        WithDialog(
+            [&] {
+                answer = prompter.AskInbetween({camera, "Face", 3, 12, {1, 3}});
+            },
+            [&](QDialog& dialog) {
+                EXPECT_EQ(LabelOf(dialog, "startFrame"), "3");
+                EXPECT_EQ(LabelOf(dialog, "endFrame"), "12");
+                EXPECT_EQ(dialog.findChild<QLabel*>("level") == nullptr, camera);
+                Choose(dialog, "source", 2);
+                if (!camera)
+                    Choose(dialog, "type", 4);
+                if (confirm)
+                    PressOk(dialog);
+            });
+    };
+    ask(false, true);
+    EXPECT_TRUE(answer.confirmed);
+    EXPECT_EQ(answer.choice.source, 2);
+    EXPECT_EQ(answer.choice.type, 4);
+    ask(true, false);
+    EXPECT_FALSE(answer.confirmed);
+    EXPECT_EQ(answer.choice.source, 2);
+    EXPECT_EQ(answer.choice.type, 3);
+}
+
+TEST_F(CCelDialogsTest, LineCheckShowsTheNewestFrameOnly) {
+    std::vector<int> shown;
+    const auto isShown = [&](int frame) {
+        return QTest::qWaitFor([&] { return !shown.empty() && shown.back() == frame; });
+    };
+    WithDialog(
+        [&] {
+            prompter.RunLineCheck({100, 5, [&](int frame) { shown.push_back(frame); }});
+        },
+        [&](QDialog& dialog) {
+            EXPECT_EQ(dialog.windowTitle(), "Line Check!");
+            auto& slider = Child<QSlider>(dialog, "slider");
+            EXPECT_EQ(slider.minimum(), 1);
+            EXPECT_EQ(slider.maximum(), 100);
+            EXPECT_EQ(dialog.focusWidget(), &slider);
+            const std::pair<Qt::Key, int> steps[] = {{Qt::Key_Right, 6},   {Qt::Key_Left, 5},
+                                                     {Qt::Key_PageUp, 15}, {Qt::Key_PageDown, 5},
+                                                     {Qt::Key_End, 100},   {Qt::Key_Home, 1}};
+            for (const auto& [key, frame] : steps) {
+                QTest::keyClick(&slider, key);
+                EXPECT_TRUE(isShown(frame)) << frame;
+                EXPECT_EQ(LabelOf(dialog, "frame"), std::to_string(frame));
+            }
+            shown.clear();
+            for (int frame = 2; frame <= 60; ++frame)
+                slider.setSliderPosition(frame);
+            EXPECT_TRUE(isShown(60));
+            EXPECT_EQ(shown.size(), 1U);
+            slider.setValue(70);
+            PressOk(dialog);
+        });
+    QCoreApplication::processEvents();
+    EXPECT_EQ(shown.size(), 1U); // the document puts its own frame back, nothing comes after that
+}
+
+TEST(LineCheckTest, LeavesTheCameraViewInSight) {
+    CTempFolder folder;
+    CProfile profile;
+    CScriptedPrompter script;
+    CVelmorltDoc doc(script, profile, {folder.Path(), folder / "data"});
+    QWidget window;
+    window.resize(700, 500);
+    auto* view = new CCameraView(doc, script, &window);
+    view->setGeometry(0, 250, 700, 250);
+    window.show();
+    CQtPrompter prompter(window);
+    WithDialog(
+        [&] {
+            prompter.RunLineCheck({100, 5, {}});
+        },
+        [&](QDialog& dialog) {
+            const QRect shown(view->mapToGlobal(QPoint()), view->size());
+            EXPECT_FALSE(dialog.frameGeometry().intersects(shown));
+        });
+}
+
+TEST_F(CCelDialogsTest, DropChoicesAreRememberedAsTheyAreMade) {
+    CProfile profile;
+    CDropType choices(profile);
+    bool dropped = true;
+    WithDialog(
+        [&] {
+            dropped = prompter.AskDropType({{100, 100}, choices});
+        },
+        [&](QDialog& dialog) {
+            auto& step = Child<QLineEdit>(dialog, "step");
+            EXPECT_EQ(step.text(), "1");
+            EXPECT_FALSE(step.isEnabled());
+            Child<QRadioButton>(dialog, "type2").click();
+            EXPECT_EQ(step.text(), "3");
+            Child<QRadioButton>(dialog, "type4").click();
+            EXPECT_TRUE(step.isEnabled());
+            Type(dialog, "step", "12");
+            Child<QCheckBox>(dialog, "insert").click();
+            QTest::keyClick(&dialog, Qt::Key_Escape);
+        });
+    EXPECT_FALSE(dropped);
+    EXPECT_EQ(Get(profile, setting::lastDropType), 4);
+    EXPECT_EQ(Get(profile, setting::lastOnWhich), 12);
+    EXPECT_EQ(Get(profile, setting::insertCels), 0);
+}
+
+TEST_F(CCelDialogsTest, ADropWaitsForAStepThatCanBe) {
+    CProfile profile;
+    CDropType choices(profile);
+    choices.ChooseType(CDropType::free);
+    choices.EnterStep(7);
+    bool dropped = false;
+    WithDialog(
+        [&] {
+            dropped = prompter.AskDropType({{100000, 100000}, choices});
+        },
+        [&](QDialog& dialog) {
+            EXPECT_TRUE(dialog.screen()->geometry().contains(dialog.geometry()));
+            Type(dialog, "step", "0");
+            EXPECT_TRUE(Child<CNumberEdit>(dialog, "step").IsMarked());
+            EXPECT_EQ(choices.Step(), 7);
+            QTest::keyClick(&dialog, Qt::Key_Return);
+            EXPECT_TRUE(dialog.isVisible());
+            Type(dialog, "step", "9");
+            QTest::keyClick(&Child<QLineEdit>(dialog, "step"), Qt::Key_Return);
+        });
+    EXPECT_TRUE(dropped);
+    EXPECT_EQ(choices.Step(), 9);
+}
+
+} // namespace
+} // namespace velmor::testing

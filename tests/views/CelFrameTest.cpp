@@ -1,0 +1,176 @@
+#include "views/cel/CelFrame.h"
+#include "CelEditorFixture.h"
+#include "qt/ModalDriver.h"
+#include "views/cel/CelView.h"
+#include "views/cel/ColorList.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QRadioButton>
+#include <QSplitter>
+#include <QTest>
+#include <QToolButton>
+
+namespace velmor::testing {
+namespace {
+
+class CelFrameTest : public CCelEditorFixture {
+protected:
+    CelFrameTest() : frame(*doc, prompter, profile, {}) {
+        frame.resize(700, 500);
+        frame.show();
+        QApplication::processEvents();
+    }
+
+    template<class Widget>
+    Widget& Get(const char* name) {
+        return Child<Widget>(frame, name);
+    }
+    CColorList& Colors() { return static_cast<CColorList&>(Get<QListWidget>("colorList")); }
+    void Click(int row, Qt::MouseButton button = Qt::LeftButton) {
+        QTest::mouseClick(Colors().viewport(), button, {}, Colors().visualItemRect(Colors().item(row)).center());
+    }
+    CColor SwatchOf(int row) {
+        const QColor color = Colors().item(row)->data(Qt::UserRole).value<QColor>();
+        return {static_cast<std::uint8_t>(color.blue()), static_cast<std::uint8_t>(color.green()),
+                static_cast<std::uint8_t>(color.red()), 255};
+    }
+
+    CCelFrame frame;
+};
+
+TEST_F(CelFrameTest, TheColorListChoosesAndEdits) {
+    ASSERT_EQ(Colors().count(), 3);
+    Click(1);
+    EXPECT_EQ(doc->GetFGColor(), (CColor{255, 255, 255, 255}));
+    Click(2, Qt::RightButton);
+    EXPECT_EQ(doc->GetBGColor(), (CColor{128, 128, 128, 0}));
+    EXPECT_EQ(Colors().Current(), 1) << "the right button leaves the selection";
+    prompter.Answer(CColorValues{"Sky", {200, 100, 50, 255}});
+    Get<QToolButton>("Add Color").click();
+    ASSERT_EQ(Colors().count(), 4);
+    EXPECT_EQ(Colors().Current(), 3);
+    EXPECT_EQ(SwatchOf(3), (CColor{200, 100, 50, 255}));
+    prompter.Answer(CColorValues{"Night", {80, 10, 20, 255}});
+    QTest::mouseDClick(Colors().viewport(), Qt::LeftButton, {}, Colors().visualItemRect(Colors().item(3)).center());
+    EXPECT_EQ(Colors().item(3)->text(), "Night");
+    EXPECT_EQ(SwatchOf(3), (CColor{80, 10, 20, 255}));
+    prompter.Answer(CColorValues{"Dusk", {81, 10, 20, 255}});
+    Get<QToolButton>("Edit Color").click();
+    EXPECT_EQ(doc->GetColorName(3), "Dusk");
+    Get<QToolButton>("Delete Color").click();
+    EXPECT_EQ(doc->GetColorCount(), 3);
+    EXPECT_EQ(Colors().Current(), 2);
+    for (int i = 0; i < 3; ++i)
+        QTest::keyClick(&Colors(), Qt::Key_Delete);
+    EXPECT_EQ(Colors().count(), 0);
+    EXPECT_TRUE(prompter.TakeMessages().empty());
+    Get<QToolButton>("Delete Color").click();
+    EXPECT_EQ(prompter.TakeMessages(),
+              std::vector<std::string>{"Internal error : no colors to delete in DeleteColor"});
+}
+
+TEST_F(CelFrameTest, SwatchesShowTheColorInABlackFrame) {
+    prompter.Answer(CColorValues{"Sky", {200, 100, 50, 255}});
+    Get<QToolButton>("Add Color").click(); // selected: its color must not be tinted
+    const QImage list = Colors().viewport()->grab().toImage();
+    const QRect row = Colors().visualItemRect(Colors().item(3));
+    const QPoint corner(row.left() + 3, row.top() + 3);
+    EXPECT_EQ(list.pixel(corner), qRgb(0, 0, 0));
+    EXPECT_EQ(list.pixel(corner + QPoint(1, 1)), qRgb(50, 100, 200));
+    EXPECT_EQ(list.pixel(corner + QPoint(18, 18)), qRgb(50, 100, 200));
+    EXPECT_EQ(list.pixel(corner + QPoint(19, 19)), qRgb(0, 0, 0));
+}
+
+TEST_F(CelFrameTest, WithoutAFolderThereIsNoPaletteToEdit) {
+    EXPECT_TRUE(Get<QToolButton>("Add Color").isEnabled());
+    NewScene("Other");
+    EXPECT_FALSE(Get<QToolButton>("Add Color").isEnabled());
+}
+
+TEST_F(CelFrameTest, BrushesPensAndModesFollowTheDocumentAndSetIt) {
+    for (int brush = 0; brush < 6; ++brush) {
+        Get<QRadioButton>(qPrintable(QString("brush%1").arg(brush + 1))).click();
+        EXPECT_EQ(doc->Model().paint.brush, brush);
+    }
+    Get<QCheckBox>("brushRectangle").click();
+    EXPECT_EQ(doc->Model().paint.brush, -1);
+    for (int brush = 1; brush <= 6; ++brush)
+        EXPECT_FALSE(Get<QRadioButton>(qPrintable(QString("brush%1").arg(brush))).isChecked());
+    Get<QCheckBox>("brushRectangle").click();
+    EXPECT_EQ(doc->Model().paint.brush, 5) << "back to the last round brush";
+    EXPECT_TRUE(Get<QRadioButton>("brush6").isChecked());
+    for (int pen = 0; pen < 4; ++pen) {
+        Get<QRadioButton>(qPrintable(QString("pen%1").arg(pen + 1))).click();
+        EXPECT_EQ(doc->Model().paint.pen, pen);
+    }
+    for (const int mode : {1, 2, 0}) {
+        Get<QRadioButton>(qPrintable(QString("bucketMode%1").arg(mode))).click();
+        EXPECT_EQ(doc->Model().paint.bucketMode, mode);
+    }
+    doc->SetBrush(2);
+    doc->SetPen(1);
+    doc->SetBucketMode(2);
+    EXPECT_TRUE(Get<QRadioButton>("brush3").isChecked());
+    EXPECT_FALSE(Get<QRadioButton>("brush6").isChecked());
+    EXPECT_FALSE(Get<QCheckBox>("brushRectangle").isChecked());
+    EXPECT_TRUE(Get<QRadioButton>("pen2").isChecked());
+    EXPECT_TRUE(Get<QRadioButton>("bucketMode2").isChecked());
+}
+
+TEST_F(CelFrameTest, ToolsAndPicksByButtonAndByKey) {
+    EditCel();
+    CCelView& view = frame.View();
+    view.setFocus();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&frame));
+    Get<QAction>("PEN").trigger();
+    EXPECT_EQ(view.Tool(), CelTool::Pen);
+    QTest::keyClick(&view, Qt::Key_L);
+    EXPECT_EQ(view.Tool(), CelTool::LineBrush);
+    EXPECT_TRUE(Get<QAction>("LINEBRUSH").isChecked());
+    view.SetTool(CelTool::Eraser);
+    EXPECT_TRUE(Get<QAction>("ERASER").isChecked());
+    EXPECT_FALSE(Get<QAction>("LINEBRUSH").isChecked());
+    QTest::keyClick(&view, Qt::Key_I);
+    EXPECT_EQ(view.PendingPick(), CelPick::Foreground);
+    EXPECT_TRUE(Get<QAction>("Pick Color").isChecked());
+    QTest::keyClick(&view, Qt::Key_Escape);
+    EXPECT_FALSE(Get<QAction>("Pick Color").isChecked());
+    QTest::keyClick(&view, Qt::Key_K);
+    EXPECT_FALSE(Get<QAction>("Color Key").isChecked()) << "of a cel there is none";
+    EXPECT_EQ(prompter.TakeMessages().size(), 1u);
+}
+
+TEST_F(CelFrameTest, UpdateCameraSavesTheImage) {
+    EditCel();
+    doc->EditedImage().SetModified(true);
+    Get<QToolButton>("updateCamera").click();
+    EXPECT_FALSE(doc->EditedImage().IsModified());
+}
+
+TEST_F(CelFrameTest, APaneMayBeAsLowAsTwentyPixels) {
+    QSplitter splitter(Qt::Vertical);
+    splitter.addWidget(new QWidget);
+    auto* pane = new CCelFrame(*doc, prompter, profile, {});
+    splitter.addWidget(pane);
+    splitter.resize(600, 400);
+    splitter.show();
+    for (const int paneHeight : {20, 60, 120, 390}) {
+        splitter.setSizes({400 - paneHeight, paneHeight});
+        QApplication::processEvents();
+        EXPECT_NEAR(pane->height(), paneHeight, splitter.handleWidth()) << paneHeight;
+        EXPECT_LE(pane->View().geometry().right(), pane->width());
+    }
+    // Beside each other in a low pane, below each other in a high one.
+    const auto leftOf = [pane](const char* name) {
+        auto& button = Child<QRadioButton>(*pane, name);
+        return button.mapTo(pane, QPoint()).x();
+    };
+    EXPECT_LT(leftOf("pen1"), leftOf("brush3"));
+    splitter.resize(900, 400);
+    splitter.setSizes({200, 200});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return leftOf("pen1") > leftOf("brush3"); }));
+}
+
+} // namespace
+} // namespace velmor::testing

@@ -1,0 +1,92 @@
+#include "views/cel/CelViewMapping.h"
+#include "RandomImages.h"
+
+#include <gtest/gtest.h>
+
+namespace velmor {
+namespace {
+
+TEST(CelViewMappingTest, SmallZoomLevelsDivide) {
+    CCelViewMapping mapping{{768, 576}, {100, 100}, CZoomLevel(0), {}};
+    EXPECT_EQ(mapping.Displayed(), (CSize{384, 288}));
+    EXPECT_EQ(mapping.ViewToBuffer({10, 20}), (CPoint{20, 576 - 40}));
+    mapping.zoom = CZoomLevel(-2);
+    EXPECT_EQ(mapping.Displayed(), (CSize{192, 144}));
+    EXPECT_EQ(mapping.MostScroll(), (CPoint{92, 44}));
+}
+
+TEST(CelViewMappingTest, RowsOfToolsStandOneAboveThoseShown) {
+    const CCelViewMapping mapping{{10, 8}, {10, 8}, CZoomLevel(1), {}};
+    EXPECT_EQ(mapping.ViewToBuffer({0, 0}), (CPoint{0, 8}));
+    EXPECT_EQ(mapping.ViewToBuffer({9, 7}), (CPoint{9, 1}));
+    EXPECT_EQ(mapping.PixelShownAt({0, 0}), (CPoint{0, 7}));
+    EXPECT_EQ(mapping.PixelShownAt({9, 7}), (CPoint{9, 0}));
+}
+
+TEST(CelViewMappingTest, MarginsLieOutside) {
+    const CCelViewMapping mapping{{10, 8}, {101, 90}, CZoomLevel(4), {}};
+    EXPECT_EQ(mapping.Origin(), (CPoint{30, 29}));
+    EXPECT_EQ(mapping.ViewToBuffer({29, 29}), (CPoint{-1, 8}));
+    EXPECT_EQ(mapping.ViewToBuffer({30, 28}), (CPoint{0, 9}));
+    EXPECT_EQ(mapping.ViewToBuffer({70, 33}), (CPoint{10, 7}));
+    EXPECT_EQ(mapping.PixelShownAt({29, 29}), std::nullopt);
+    EXPECT_EQ(mapping.PixelShownAt({70, 33}), std::nullopt);
+    EXPECT_EQ(mapping.PixelShownAt({69, 60}), (CPoint{9, 0}));
+}
+
+TEST(CelViewMappingTest, ARectangleOfPixelsIsWhereTheyAreShown) {
+    std::mt19937 random(3);
+    for (int round = 0; round < 200; ++round) {
+        CCelViewMapping mapping{{RandomBetween(random, 2, 60), RandomBetween(random, 2, 60)},
+                                {80, 70},
+                                CZoomLevel(RandomBetween(random, -4, 5)),
+                                {}};
+        const CPoint most = mapping.MostScroll();
+        mapping.scroll = {RandomBetween(random, 0, most.x), RandomBetween(random, 0, most.y)};
+        const int x = RandomBetween(random, 0, mapping.image.width - 1);
+        const int y = RandomBetween(random, 0, mapping.image.height - 1);
+        const CRect pixels{x, y, RandomBetween(random, x + 1, mapping.image.width),
+                           RandomBetween(random, y + 1, mapping.image.height)};
+        CRect shown;
+        for (int row = 0; row < mapping.client.height; ++row)
+            for (int column = 0; column < mapping.client.width; ++column) {
+                const auto pixel = mapping.PixelShownAt({column, row});
+                if (pixel && pixel->x >= pixels.x && pixel->x < pixels.endX && pixel->y >= pixels.y &&
+                    pixel->y < pixels.endY)
+                    shown = Union(shown, {column, row, column + 1, row + 1});
+            }
+        const CRect told = mapping.ToClient(pixels);
+        EXPECT_EQ(Intersection(shown, told), shown);
+        const CRect near{shown.x - 1, shown.y - 1, shown.endX + 1, shown.endY + 1};
+        const CRect inClient = Intersection(told, {0, 0, 80, 70});
+        EXPECT_TRUE(shown.IsEmpty() || Intersection(near, inClient) == inClient) << "much too large";
+    }
+}
+
+TEST(CelViewMappingTest, AScrollBarMayNeedTheOther) {
+    const CSize room{100, 80}, bars{14, 15};
+    EXPECT_EQ(ClientBesideBars({100, 80}, room, bars), room);
+    EXPECT_EQ(ClientBesideBars({101, 65}, room, bars), (CSize{100, 65}));
+    EXPECT_EQ(ClientBesideBars({101, 66}, room, bars), (CSize{86, 65}));
+    EXPECT_EQ(ClientBesideBars({86, 81}, room, bars), (CSize{86, 80}));
+    EXPECT_EQ(ClientBesideBars({87, 81}, room, bars), (CSize{86, 65}));
+}
+
+TEST(CelViewMappingTest, ZoomingKeepsTheAnchorWhileTheImageCanBeScrolled) {
+    const CCelViewMapping before{{400, 300}, {100, 100}, CZoomLevel(2), {200, 150}};
+    CCelViewMapping after = before;
+    after.zoom = before.zoom.In();
+    after.scroll = after.ScrollKeeping({30, 70}, before);
+    EXPECT_EQ(after.ViewToBuffer({30, 70}), before.ViewToBuffer({30, 70}));
+    after.zoom = CZoomLevel(-3);
+    EXPECT_EQ(after.ScrollKeeping({30, 70}, before), (CPoint{0, 0}));
+    // From an image in the middle of a larger client area.
+    const CCelViewMapping small{{90, 90}, {100, 100}, CZoomLevel(1), {}};
+    CCelViewMapping large = small;
+    large.zoom = CZoomLevel(4);
+    large.scroll = large.ScrollKeeping({50, 50}, small);
+    EXPECT_EQ(large.ViewToBuffer({50, 50}), small.ViewToBuffer({50, 50}));
+}
+
+} // namespace
+} // namespace velmor

@@ -1,0 +1,439 @@
+#include "views/cel/CelView.h"
+#include "CelEditorFixture.h"
+#include "image/DisplayBitmap.h"
+#include "image/paint/Fill.h"
+#include "image/paint/Tools.h"
+#include "scene/DialogRequests.h"
+#include "scene/ViewList.h"
+
+#include <QKeyEvent>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QScrollBar>
+
+namespace velmor::testing {
+namespace {
+
+/// What a screen would show to which the paints of a widget are all that is ever brought.
+class CScreen : public QObject {
+public:
+    explicit CScreen(QWidget& widget) : m_widget(widget), m_image(widget.size(), QImage::Format_RGB32) {
+        m_image.fill(Qt::magenta);
+        widget.installEventFilter(this);
+    }
+
+    /// Everything that has been brought up to now.
+    const QImage& Image() {
+        QApplication::processEvents();
+        if (!m_painted.isEmpty()) {
+            QPainter painter(&m_image);
+            painter.setClipRegion(std::exchange(m_painted, {}));
+            painter.drawImage(0, 0, Whole());
+        }
+        return m_image;
+    }
+    /// What the widget would paint now.
+    QImage Whole() {
+        m_isOff = true;
+        const QImage whole = m_widget.grab().toImage().convertToFormat(QImage::Format_RGB32);
+        m_isOff = false;
+        return whole;
+    }
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::Paint && !m_isOff)
+            m_painted += static_cast<QPaintEvent*>(event)->region();
+        return false;
+    }
+
+private:
+    QWidget& m_widget;
+    QImage m_image;
+    QRegion m_painted;
+    bool m_isOff = false;
+};
+
+class CelViewTest : public CCelEditorFixture {
+protected:
+    CelViewTest() : view(*doc, prompter, profile), client(*view.viewport()) {
+        view.resize(140, 120); // a margin of 20 on all sides
+        view.show();
+        QApplication::processEvents();
+    }
+
+    CCelImg& Image() { return doc->EditedImage(); }
+    CPoint Scroll() { return {view.horizontalScrollBar()->value(), view.verticalScrollBar()->value()}; }
+    void ExpectImage(const CCelImg& expected, const char* what) { EXPECT_TRUE(AreSame(Image(), expected)) << what; }
+    void Choose(CelTool tool, int brush, int bucketMode) {
+        view.SetTool(tool);
+        doc->SetBrush(brush);
+        doc->SetPen(2);
+        doc->SetBucketMode(bucketMode);
+    }
+
+    CCelView view;
+    QWidget& client;
+};
+
+constexpr CPoint from{30, 60}, over{60, 50}, to{70, 20}; // in the image
+
+struct CToolCase {
+    const char* name;
+    CelTool tool;
+    int brush;
+    int bucketMode;
+    void (*paint)(CCelImg& image, CColor foreground, CColor background);
+};
+
+const CToolCase toolCases[] = {
+    {"solid", CelTool::Bucket, 0, 0, [](CCelImg& image, CColor fg, CColor) { Fill(image, to.x, to.y, fg); }},
+    {"gradient", CelTool::Bucket, 0, 1,
+     [](CCelImg& image, CColor fg, CColor bg) { FillGradient(image, from.x, from.y, fg, to.x, to.y, bg); }},
+    {"box", CelTool::Bucket, 0, 2,
+     [](CCelImg& image, CColor fg, CColor) { FillBox(image, from.x, to.x, to.y, from.y, fg); }},
+    {"pen", CelTool::Pen, -1, 0,
+     [](CCelImg& image, CColor, CColor) {
+         PenStroke(image, from, over, 2);
+         PenStroke(image, over, to, 2);
+     }},
+    {"eraser", CelTool::Eraser, 1, 0,
+     [](CCelImg& image, CColor, CColor bg) {
+         EraserStroke(image, from, over, 1, bg);
+         EraserStroke(image, over, to, 1, bg);
+     }},
+    {"eraser rectangle", CelTool::Eraser, -1, 0,
+     [](CCelImg& image, CColor, CColor bg) { DrawEraserRect(image, from.x, to.x, to.y, from.y, bg); }},
+    {"line brush", CelTool::LineBrush, 2, 0,
+     [](CCelImg& image, CColor fg, CColor) {
+         LineBrushStroke(image, from, over, 2, fg);
+         LineBrushStroke(image, over, to, 2, fg);
+     }},
+    {"line brush rectangle", CelTool::LineBrush, -1, 0,
+     [](CCelImg& image, CColor fg, CColor) { DrawLineBrushRect(image, from.x, to.x, to.y, from.y, fg); }},
+};
+
+TEST_F(CelViewTest, EveryToolPaintsWhatItsOperationPaints) {
+    doc->SetFGColorValue(MakeColorRef(200, 30, 40));
+    doc->SetBGColorValue(MakeColorRef(10, 220, 90));
+    for (const CToolCase& toolCase : toolCases) {
+        EditCel();
+        Image().SetLine(from.x, from.y, false);
+        Image().SetLine(to.x, to.y, false);
+        Image().SetModified(false);
+        Choose(toolCase.tool, toolCase.brush, toolCase.bucketMode);
+        CCelImg expected = Image();
+        toolCase.paint(expected, doc->GetFGColor(), doc->GetBGColor());
+        const auto point = [](CPoint pixel) { return QPoint(20 + pixel.x, 20 + height - pixel.y); };
+        Drag(client, point(from), point(over), point(to));
+        ExpectImage(expected, toolCase.name);
+        EXPECT_TRUE(Image().IsModified()) << toolCase.name;
+        Image().SetModified(false);
+        expected.SetModified(false);
+    }
+    EXPECT_TRUE(prompter.messages.empty());
+}
+
+TEST_F(CelViewTest, PaintsWhereTheZoomedAndScrolledImageStands) {
+    EditCel();
+    Choose(CelTool::Pen, 0, 0);
+    view.ZoomIn();
+    view.ZoomIn();
+    view.horizontalScrollBar()->setValue(50);
+    view.verticalScrollBar()->setValue(31);
+    CCelImg expected = Image();
+    const auto at = [](int x, int y) { return CPoint{(x + 50) / 3, height - (y + 31) / 3}; };
+    PenStroke(expected, at(10, 10), at(90, 20), 2);
+    PenStroke(expected, at(90, 20), at(40, 99), 2);
+    Drag(client, {10, 10}, {90, 20}, {40, 99});
+    ExpectImage(expected, "zoom 3");
+    Image().SetModified(false);
+}
+
+TEST_F(CelViewTest, ASecondQuickDotIsPainted) {
+    EditCel();
+    Choose(CelTool::Pen, 0, 0);
+    CCelImg expected = Image();
+    PenStroke(expected, {30, 40}, {30, 40}, 2);
+    Mouse(client, QEvent::MouseButtonDblClick, {50, 60}, Qt::LeftButton, Qt::LeftButton);
+    Release(client, {50, 60});
+    ExpectImage(expected, "double click");
+}
+
+TEST_F(CelViewTest, TheRightButtonGivesUp) {
+    EditCel();
+    for (const CToolCase& toolCase : toolCases) {
+        Choose(toolCase.tool, toolCase.brush, toolCase.bucketMode);
+        const CCelImg before = Image();
+        Press(client, {50, 50});
+        Mouse(client, QEvent::MouseButtonPress, {50, 50}, Qt::RightButton, Qt::LeftButton | Qt::RightButton);
+        Move(client, {70, 80}, Qt::LeftButton | Qt::RightButton);
+        Mouse(client, QEvent::MouseButtonRelease, {80, 80}, Qt::RightButton, Qt::LeftButton);
+        Move(client, {90, 80});
+        Release(client, {90, 90});
+        Mouse(client, QEvent::MouseButtonPress, {50, 50}, Qt::LeftButton, Qt::LeftButton | Qt::RightButton);
+        Move(client, {70, 80}, Qt::LeftButton | Qt::RightButton);
+        Mouse(client, QEvent::MouseButtonRelease, {70, 80}, Qt::LeftButton, Qt::RightButton);
+        ExpectImage(before, toolCase.name);
+    }
+    EXPECT_FALSE(Image().IsModified());
+}
+
+TEST_F(CelViewTest, PanningScrollsAndPaintsNothing) {
+    EditCel();
+    Choose(CelTool::Pen, 0, 0);
+    for (int i = 0; i < 4; ++i)
+        view.ZoomIn();
+    view.horizontalScrollBar()->setValue(100);
+    view.verticalScrollBar()->setValue(100);
+    const CCelImg before = Image();
+    view.TogglePan();
+    EXPECT_TRUE(view.IsPanMode());
+    Drag(client, {50, 50}, {40, 55}, {35, 60});
+    EXPECT_EQ(Scroll(), (CPoint{110, 95}));
+    view.TogglePan();
+    Press(client, {50, 50}, Qt::MiddleButton);
+    Move(client, {60, 50}, Qt::MiddleButton);
+    Release(client, {60, 50}, Qt::MiddleButton);
+    EXPECT_EQ(Scroll(), (CPoint{100, 95}));
+    QKeyEvent spaceDown(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier);
+    QApplication::sendEvent(&view, &spaceDown);
+    Drag(client, {50, 50}, {50, 45}, {50, 45});
+    EXPECT_EQ(Scroll(), (CPoint{100, 100}));
+    ExpectImage(before, "panning");
+    QKeyEvent spaceUp(QEvent::KeyRelease, Qt::Key_Space, Qt::NoModifier);
+    QApplication::sendEvent(&view, &spaceUp);
+    Drag(client, {50, 50}, {50, 45}, {50, 45});
+    EXPECT_TRUE(Image().IsModified()) << "the space bar is up again";
+    Image().SetModified(false);
+}
+
+TEST_F(CelViewTest, ZoomKeepsTheCentreAndHasNoBounds) {
+    EditCel();
+    for (int i = 0; i < 9; ++i)
+        view.ZoomIn();
+    QApplication::processEvents(); // the scroll bars
+    const int clientWidth = client.width();
+    view.horizontalScrollBar()->setValue(300);
+    view.verticalScrollBar()->setValue(view.verticalScrollBar()->maximum());
+    view.ZoomIn();
+    EXPECT_EQ(Scroll().x, (300 + clientWidth / 2) * 11 / 10 - clientWidth / 2);
+    EXPECT_EQ(Scroll().y, (height * 10 - client.height() / 2) * 11 / 10 - client.height() / 2);
+    EXPECT_EQ(view.horizontalScrollBar()->maximum(), width * 11 - clientWidth);
+    EXPECT_EQ(view.horizontalScrollBar()->pageStep(), width * 11 / 10);
+    EXPECT_EQ(view.horizontalScrollBar()->singleStep(), 1);
+    view.ZoomOneToOne();
+    EXPECT_EQ(view.horizontalScrollBar()->maximum(), 0);
+    for (int i = 0; i < 200; ++i)
+        view.ZoomOut();
+    EXPECT_EQ(view.Zoom().Level(), -199);
+    view.grab();
+}
+
+TEST_F(CelViewTest, TheWheelScrollsAndZoomsAboutThePointer) {
+    EditCel();
+    for (int i = 0; i < 7; ++i)
+        view.ZoomIn();
+    view.horizontalScrollBar()->setValue(200);
+    view.verticalScrollBar()->setValue(200);
+    Wheel(client, {30, 90}, -120, Qt::NoModifier);
+    EXPECT_GT(Scroll().y, 200);
+    EXPECT_EQ(Scroll().x, 200);
+    const CPoint before{(Scroll().x + 30) / 8, (Scroll().y + 90) / 8};
+    Wheel(client, {30, 90}, 60, Qt::ControlModifier);
+    EXPECT_EQ(view.Zoom().Level(), 8) << "half a step";
+    Wheel(client, {30, 90}, 60, Qt::ControlModifier);
+    EXPECT_EQ(view.Zoom().Level(), 9);
+    EXPECT_NEAR((Scroll().x + 30) / 9, before.x, 1);
+    EXPECT_NEAR((Scroll().y + 90) / 9, before.y, 1);
+}
+
+TEST_F(CelViewTest, WhatIsRepaintedIsTheWholeTruth) {
+    EditCel();
+    for (const int zoomSteps : {0, 2, -1}) {
+        view.ZoomOneToOne();
+        for (int i = 0; i < std::abs(zoomSteps); ++i)
+            zoomSteps > 0 ? view.ZoomIn() : view.ZoomOut();
+        QApplication::processEvents(); // the scroll bars
+        CScreen screen(client);
+        client.update();
+        for (int round = 0; round < 60; ++round) {
+            const auto point = [this] {
+                return QPoint(RandomBetween(m_random, 0, 139), RandomBetween(m_random, 0, 119));
+            };
+            const CToolCase& toolCase = toolCases[round % std::size(toolCases)];
+            Choose(toolCase.tool, toolCase.brush < 0 ? -1 : RandomBetween(m_random, 0, 5), toolCase.bucketMode);
+            doc->SetFGColorValue(static_cast<ColorRef>(m_random() & 0xffffff));
+            Press(client, point());
+            for (int i = 0; i < 3; ++i) {
+                Move(client, point());
+                screen.Image();
+            }
+            ASSERT_EQ(screen.Image(), screen.Whole()) << toolCase.name << " held, zoom " << view.Zoom().Level();
+            Release(client, point());
+            ASSERT_EQ(screen.Image(), screen.Whole()) << toolCase.name << ", zoom " << view.Zoom().Level();
+        }
+    }
+    view.ZoomOneToOne();
+    view.SetTool(CelTool::Bucket); // no outline of a brush
+    CDisplayBitmap bitmap;
+    ASSERT_TRUE(CreateBitmap(Image(), {}, bitmap));
+    const QImage shown = view.grab().toImage();
+    EXPECT_EQ(shown.pixel(19, 60), 0xff808080) << "the margin";
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x) {
+            const std::uint8_t* const bytes = bitmap.bytes.data() + ((height - 1 - y) * bitmap.width + x) * 3;
+            ASSERT_EQ(shown.pixel(20 + x, 20 + y), qRgb(bytes[2], bytes[1], bytes[0])) << x << ", " << y;
+        }
+    Image().SetModified(false);
+}
+
+TEST_F(CelViewTest, TheBrushIsOutlinedUnderThePointer) {
+    EditCel();
+    Choose(CelTool::LineBrush, 3, 0);
+    CScreen screen(client);
+    client.update();
+    const QImage without = screen.Image();
+    Move(client, {70, 60}, Qt::NoButton);
+    EXPECT_NE(screen.Image(), without);
+    Move(client, {90, 40}, Qt::NoButton);
+    EXPECT_EQ(screen.Image(), screen.Whole());
+    QEvent leave(QEvent::Leave);
+    QApplication::sendEvent(&client, &leave);
+    EXPECT_EQ(screen.Image(), without);
+}
+
+TEST_F(CelViewTest, PickTakesTheColourShown) {
+    EditCel();
+    Image().SetColorAt(10, height - 1, {10, 20, 30, 255}); // blue, green, red
+    Image().SetColorAt(11, height - 1, {0, 0, 0, 0});
+    view.OnUpdate(UpdateHint::EditedImage);
+    const CCelImg before = Image();
+    view.Pick();
+    Drag(client, {60, 60}, {50, 50}, {30, 20});
+    EXPECT_EQ(view.PendingPick(), CelPick::Nothing);
+    EXPECT_EQ(doc->GetFGColor(), (CColor{10, 20, 30, 255}));
+    view.Pick();
+    Release(client, {31, 20});
+    EXPECT_EQ(doc->GetFGColor(), (CColor{255, 255, 255, 255})) << "the grid";
+    view.Pick();
+    QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+    QApplication::sendEvent(&view, &escape);
+    Release(client, {30, 20});
+    EXPECT_EQ(doc->GetFGColor(), (CColor{255, 255, 255, 255})) << "called off";
+    view.Pick();
+    Release(client, {5, 5});
+    EXPECT_EQ(doc->GetFGColor(), (CColor{128, 128, 128, 255})) << "the margin";
+    ExpectImage(before, "picking");
+}
+
+TEST_F(CelViewTest, ColorKeyNeedsAPicture) {
+    EditCel();
+    view.ColorKey();
+    EXPECT_EQ(prompter.TakeMessages(),
+              std::vector<std::string>{"Internal error : no picture image loaded in CCelView::ColorKey"});
+    EXPECT_EQ(view.PendingPick(), CelPick::Nothing);
+    EditPicture();
+    Image().SetColorAt(40, height - 1 - 40, {10, 20, 30, 255});
+    view.OnUpdate(UpdateHint::EditedImage);
+    view.ColorKey();
+    EXPECT_EQ(view.PendingPick(), CelPick::ColorKey);
+    Press(client, {60, 60});
+    Release(client, {60, 60});
+    EXPECT_EQ(view.PendingPick(), CelPick::Nothing);
+    const auto* request = std::any_cast<CColorKeyRequest>(&prompter.lastRequest);
+    ASSERT_NE(request, nullptr) << "the keying was not asked for";
+    EXPECT_EQ(request->initial.color, (CColor{10, 20, 30, 255}));
+}
+
+TEST_F(CelViewTest, ARefusedToolSaysSoOnceAStroke) {
+    EditPicture();
+    Choose(CelTool::Pen, 0, 0);
+    Drag(client, {50, 50}, {60, 60}, {70, 70});
+    EXPECT_EQ(prompter.TakeMessages(), std::vector<std::string>{"Internal Error : cel is not loaded in Pen"});
+}
+
+TEST_F(CelViewTest, WhatIsDraggedOutStaysWithTheImage) {
+    EditCel();
+    Choose(CelTool::LineBrush, -1, 0);
+    for (int i = 0; i < 3; ++i)
+        view.ZoomIn();
+    view.horizontalScrollBar()->setValue(0);
+    view.verticalScrollBar()->setValue(0);
+    CCelImg expected = Image();
+    DrawLineBrushRect(expected, 10, 25, height - 30, height - 5, doc->GetFGColor());
+    Press(client, {40, 20});
+    Move(client, {60, 60});
+    view.verticalScrollBar()->setValue(80);
+    Release(client, {100, 40});
+    ExpectImage(expected, "scrolled");
+    const CCelImg before = Image();
+    Press(client, {40, 20});
+    Move(client, {60, 60});
+    view.SetTool(CelTool::Eraser);
+    Release(client, {100, 40});
+    ExpectImage(before, "another tool");
+}
+
+TEST_F(CelViewTest, CursorsTellWhatTheMouseDoes) {
+    EXPECT_EQ(client.cursor().shape(), Qt::ArrowCursor);
+    EditCel();
+    const auto drawing = [this] { return client.cursor().pixmap().toImage(); };
+    ASSERT_EQ(client.cursor().shape(), Qt::BitmapCursor);
+    const QImage bucket = drawing();
+    view.SetTool(CelTool::Pen);
+    const QImage pen = drawing();
+    EXPECT_NE(pen, bucket);
+    view.TogglePan();
+    const QImage pan = drawing();
+    EXPECT_NE(pan, pen);
+    view.Pick();
+    EXPECT_NE(drawing(), pan);
+    view.CancelPick();
+    EXPECT_EQ(drawing(), pan);
+    view.TogglePan();
+    Press(client, {50, 50}, Qt::MiddleButton);
+    EXPECT_EQ(drawing(), pan);
+    Release(client, {50, 50}, Qt::MiddleButton);
+    EXPECT_EQ(drawing(), pen);
+    doc->SetFolderName("");
+    doc->Views().UpdateAllViews(UpdateHint::AssetLists);
+    EXPECT_EQ(client.cursor().shape(), Qt::ArrowCursor);
+}
+
+TEST_F(CelViewTest, GridSettingsAreWrittenAndShownAtOnce) {
+    EditCel();
+    std::ranges::fill(Image().PlaneOf(Channel::Alpha), std::uint8_t{0});
+    const CGridSettings grid{MakeColorRef(1, 1, 1), MakeColorRef(2, 2, 2), 7};
+    CGridSettings empty = grid;
+    empty.size = 0;
+    prompter.Answer(empty);
+    prompter.Answer(grid);
+    view.OnCelSettings();
+    EXPECT_EQ(prompter.TakeMessages().size(), 1u);
+    EXPECT_EQ(ReadGridSettings(profile).size, 7);
+    EXPECT_EQ(ReadGridSettings(profile).color1, grid.color1);
+    const QImage shown = view.grab().toImage();
+    EXPECT_EQ(shown.pixel(20, 20 + height - 1), qRgb(1, 1, 1));
+    EXPECT_EQ(shown.pixel(27, 20 + height - 1), qRgb(2, 2, 2));
+}
+
+TEST_F(CelViewTest, AnImageThatIsGoneIsNeitherShownNorPainted) {
+    EditCel();
+    Choose(CelTool::Pen, 0, 0);
+    view.ZoomIn();
+    Press(client, {50, 50});
+    Image().Clear();
+    view.OnUpdate(UpdateHint::EditedImage);
+    Move(client, {60, 60});
+    Release(client, {70, 70});
+    Drag(client, {50, 50}, {60, 60}, {70, 70});
+    EXPECT_TRUE(prompter.messages.empty());
+    EXPECT_EQ(view.horizontalScrollBar()->maximum(), 0);
+    EditPicture();
+    EXPECT_EQ(view.Zoom().Level(), 2) << "the zoom is the view's";
+    EXPECT_GT(view.horizontalScrollBar()->maximum(), 0);
+}
+
+} // namespace
+} // namespace velmor::testing

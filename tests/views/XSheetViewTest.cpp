@@ -1,0 +1,427 @@
+#include "views/xsheet/XSheetView.h"
+#include "DocumentFixture.h"
+#include "TestScene.h"
+#include "scene/Settings.h"
+#include "views/source/SourceView.h"
+
+#include <QDropEvent>
+#include <QMimeData>
+#include <QScrollBar>
+#include <QtTest>
+
+namespace velmor::testing {
+namespace {
+
+// Adds up what a widget is asked to paint.
+class CPaintWatch : public QObject {
+public:
+    QRegion painted;
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::Paint)
+            painted += static_cast<QPaintEvent*>(event)->region();
+        return false;
+    }
+};
+
+class XSheetViewTest : public CDocumentFixture {
+protected:
+    // Scene "Test" of `frames` frames and three levels, the middle one empty; five columns and ten rows on the
+    // client area.
+    void Open(int frames = 100) {
+        CTestScene scene(Database());
+        scene.data.xsheet.SetFrameCount(frames);
+        scene.Save();
+        doc->OpenScene("Test");
+        view = std::make_unique<CXSheetView>(*doc, prompter);
+        Show({30 + 5 * 80 + 140, 40 + 10 * 20});
+        TakeHints();
+    }
+    void Show(QSize client) {
+        view->resize(client);
+        view->show();
+        view->resize(view->size() + client - view->viewport()->size());
+        QCoreApplication::processEvents();
+        ASSERT_EQ(view->viewport()->size(), client);
+        view->viewport()->installEventFilter(&watch);
+        watch.painted = {};
+    }
+
+    QWidget* Port() { return view->viewport(); }
+    void Press(QPoint point, Qt::KeyboardModifiers keys = {}) {
+        QTest::mousePress(Port(), Qt::LeftButton, keys, point);
+    }
+    void Release(QPoint point) { QTest::mouseRelease(Port(), Qt::LeftButton, {}, point); }
+    // QTest's own moves do not say that a button is down.
+    void DragTo(QPoint point) {
+        QMouseEvent move(QEvent::MouseMove, point, Port()->mapToGlobal(point), Qt::NoButton, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(Port(), &move);
+    }
+    void Click(QPoint point) {
+        Press(point);
+        Release(point);
+    }
+    void Key(int key, Qt::KeyboardModifiers keys = {}) {
+        QTest::keyClick(view.get(), static_cast<Qt::Key>(key), keys);
+    }
+    QRegion TakePainted() {
+        QCoreApplication::processEvents();
+        return std::exchange(watch.painted, {});
+    }
+
+    bool MoveAssets(QPoint point) {
+        QDragEnterEvent enter(point, Qt::CopyAction, &assets, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(Port(), &enter);
+        if (!enter.isAccepted())
+            return false;
+        QDragMoveEvent move(point, Qt::CopyAction, &assets, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(Port(), &move);
+        return move.isAccepted();
+    }
+    void DropAssets(QPoint point) {
+        MoveAssets(point);
+        QDropEvent drop(point, Qt::CopyAction, &assets, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(Port(), &drop);
+        QCoreApplication::processEvents();
+    }
+    void SelectAssets(SourceMode mode, std::vector<std::string> names) {
+        doc->SetSourceMode(mode);
+        doc->SetSourceSelection(std::move(names));
+    }
+
+    static QPoint At(int level, int frame) { return {30 + 80 * level + 40, 40 + 20 * frame + 10}; }
+    CSheetCell Cursor() const { return {doc->GetCursorX(), doc->GetCursorY()}; }
+    CXSheetSelection Selection() const { return doc->Model().selection; }
+    std::string Cel(int level, int frame) const { return doc->Model().xsheet.Cel(level, frame).CelName(); }
+
+    CPaintWatch watch;
+    QMimeData assets;
+    std::unique_ptr<CXSheetView> view;
+
+    void SetUp() override { assets.setData(CSourceView::dragType, "x"); }
+    void TearDown() override { view.reset(); }
+};
+
+TEST_F(XSheetViewTest, PressesSelectCellsAndShiftGrowsTheSelection) {
+    Open();
+    Click(At(1, 4));
+    EXPECT_EQ(Cursor(), (CSheetCell{1, 4}));
+    EXPECT_EQ(Selection(), (CXSheetSelection{1, 1, 4, 4}));
+    EXPECT_EQ(TakeHints(), (std::vector<int>{4, 8, 260}));
+
+    Press(At(2, 2), Qt::ShiftModifier);
+    Release(At(2, 2));
+    EXPECT_EQ(Selection(), (CXSheetSelection{1, 2, 2, 4}));
+    EXPECT_EQ(Cursor(), (CSheetCell{2, 2}));
+    Press(At(1, 3), Qt::ShiftModifier);
+    Release(At(1, 3));
+    EXPECT_EQ(Selection(), (CXSheetSelection{1, 2, 2, 4})) << "never shrinks";
+
+    Click({-1 + 30 + 5 * 80 + 40, 50});
+    EXPECT_EQ(Cursor(), (CSheetCell{2, 0})) << "beyond the last level";
+    QTest::mouseClick(Port(), Qt::RightButton, {}, At(0, 7));
+    EXPECT_EQ(Cursor(), (CSheetCell{2, 0}));
+}
+
+TEST_F(XSheetViewTest, DragsSelectFromTheCursor) {
+    Open();
+    int told = 0;
+    view->SetSelectionCallback([&] { ++told; });
+    Press(At(1, 5));
+    DragTo(At(2, 3));
+    EXPECT_EQ(Selection(), (CXSheetSelection{1, 2, 3, 5}));
+    DragTo(At(0, 8));
+    EXPECT_EQ(Selection(), (CXSheetSelection{0, 1, 5, 8}));
+    EXPECT_EQ(Cursor(), (CSheetCell{1, 5}));
+    Release(At(0, 8));
+    EXPECT_EQ(told, 1);
+    DragTo(At(2, 9));
+    EXPECT_EQ(Selection(), (CXSheetSelection{0, 1, 5, 8})) << "the button is up";
+}
+
+TEST_F(XSheetViewTest, TheRowOfNamesSelectsWholeColumns) {
+    Open();
+    Click(At(1, 4));
+    Press({200, 30});
+    EXPECT_EQ(Selection(), (CXSheetSelection{1, 1, 0, 99})) << "the selected level stays until the drag moves";
+    EXPECT_EQ(Cursor(), (CSheetCell{1, 0}));
+    DragTo({30 + 80 * 2 + 5, 30});
+    EXPECT_EQ(Selection(), (CXSheetSelection{1, 2, 0, 99}));
+    Release({30 + 80 * 2 + 5, 30});
+
+    Click({200, 20});
+    EXPECT_EQ(Selection(), (CXSheetSelection{2, 2, 0, 0})) << "the line between the header's rows selects a cell";
+}
+
+TEST_F(XSheetViewTest, SelectionsHeldOutsideKeepScrolling) {
+    Open();
+    Press(At(0, 2));
+    DragTo({60, 240 + 7});
+    EXPECT_EQ(view->Geometry().firstFrame, 2);
+    DragTo({60, 240 + 145});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return view->Geometry().firstFrame == 91; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Selection().endFrame == 99; }));
+    EXPECT_EQ(Selection().startFrame, 2);
+    EXPECT_EQ(view->verticalScrollBar()->value(), 91);
+    DragTo({60, 35});
+    EXPECT_EQ(view->Geometry().firstFrame, 89);
+    Release({60, 35});
+}
+
+TEST_F(XSheetViewTest, HeaderButtonsActOnRelease) {
+    Open();
+    prompter.Answer(30.0);
+    Press({50, 10});
+    EXPECT_FALSE(prompter.AllAnswersTaken());
+    Release({50, 10});
+    EXPECT_EQ(doc->Model().xsheet.Cel(0, 0).Transparency(), 30);
+    prompter.Answer(CBlurForm{5, 5, true});
+    Click({30, 5});
+    EXPECT_FALSE(prompter.AllAnswersTaken()) << "the first pixel column is no button's";
+    Click({31, 5});
+    EXPECT_EQ(doc->Model().xsheet.Cel(0, 0).BlurX(), 5);
+
+    Click({30 + 80 + 40, 19});
+    EXPECT_TRUE(doc->GetLevelSmoothed(1));
+    EXPECT_FALSE(doc->Model().moveSelection.IsCameraSelected());
+    Click({30 + 2 * 80 + 60, 10});
+    EXPECT_TRUE(doc->GetLevelSmoothed(1)) << "a number is no button";
+    Click({30 + 5 * 80 + 10, 10});
+    EXPECT_TRUE(doc->Model().moveSelection.IsCameraSelected());
+    EXPECT_EQ(Cursor(), (CSheetCell{0, 0}));
+}
+
+TEST_F(XSheetViewTest, DoubleClicksEditTheCelOrTheCamera) {
+    Open();
+    CCelDataForm form;
+    form.posX = 7;
+    prompter.Answer(form);
+    QTest::mouseDClick(Port(), Qt::LeftButton, {}, At(0, 6));
+    EXPECT_EQ(doc->Model().xsheet.Cel(0, 6).PosX(), 7);
+    EXPECT_EQ(Selection(), (CXSheetSelection{0, 0, 6, 6}));
+
+    prompter.Answer(CCameraForm{11, 0, 100, {}});
+    QTest::mouseDClick(Port(), Qt::LeftButton, {}, {30 + 5 * 80 + 40, At(0, 3).y()});
+    EXPECT_EQ(doc->GetCamPosX(3), 11);
+    DragTo(At(1, 9));
+    EXPECT_EQ(Selection().endFrame, 3) << "no drag is left over";
+
+    prompter.Answer(form);
+    Key(Qt::Key_Return);
+    EXPECT_EQ(doc->Model().xsheet.Cel(2, 3).PosX(), 7) << "of the last level, which is nearest to the camera";
+}
+
+TEST_F(XSheetViewTest, KeysMoveTheCursorAndKeepItInView) {
+    Open();
+    Key(Qt::Key_Right);
+    Key(Qt::Key_Down);
+    EXPECT_EQ(Cursor(), (CSheetCell{1, 1}));
+    Key(Qt::Key_Down, Qt::ShiftModifier);
+    Key(Qt::Key_Left, Qt::ShiftModifier);
+    EXPECT_EQ(Selection(), (CXSheetSelection{0, 1, 1, 2}));
+    Key(Qt::Key_Up, Qt::ShiftModifier);
+    Key(Qt::Key_Up, Qt::ShiftModifier);
+    EXPECT_EQ(Selection(), (CXSheetSelection{0, 1, 0, 1})) << "past the corner that stays";
+
+    Key(Qt::Key_End);
+    EXPECT_EQ(Cursor().frame, 99);
+    EXPECT_EQ(view->Geometry().firstFrame, 90);
+    prompter.Answer(31);
+    doc->OnAnimationLinecheck();
+    EXPECT_EQ(view->Geometry().firstFrame, 90) << "back at the frame before the check";
+    doc->SetCursorY(50);
+    EXPECT_EQ(view->Geometry().firstFrame, 50);
+}
+
+TEST_F(XSheetViewTest, TheWheelScrollsFramesAndWithShiftLevels) {
+    Open();
+    prompter.Answer(std::string("a"));
+    prompter.Answer(std::string("b"));
+    prompter.Answer(std::string("c"));
+    for (int i = 0; i < 3; ++i)
+        doc->OnXsheetAddlevel();
+    EXPECT_EQ(view->horizontalScrollBar()->maximum(), 1);
+    // The bar has taken some of the height.
+    EXPECT_EQ(view->verticalScrollBar()->maximum(), view->Geometry().MostFirstFrame());
+    const auto turn = [&](Qt::KeyboardModifiers keys) {
+        QWheelEvent wheel(At(1, 1), Port()->mapToGlobal(At(1, 1)), {}, {0, -120}, {}, keys, Qt::NoScrollPhase,
+                          false);
+        QCoreApplication::sendEvent(Port(), &wheel);
+    };
+    turn({});
+    EXPECT_GT(view->Geometry().firstFrame, 0);
+    EXPECT_EQ(view->Geometry().firstLevel, 0);
+    turn(Qt::ShiftModifier);
+    EXPECT_EQ(view->Geometry().firstLevel, 1);
+    doc->SetCursorX(0);
+    EXPECT_EQ(view->Geometry().firstLevel, 1) << "the cursor has not moved";
+    doc->SetCursorX(1);
+    doc->SetCursorX(0);
+    EXPECT_EQ(view->Geometry().firstLevel, 0);
+    Click({30 + 5 * 80 + 100, 50});
+    EXPECT_EQ(Cursor().level, 5);
+    EXPECT_EQ(view->Geometry().firstLevel, 0) << "the sheet stands still under the mouse";
+}
+
+TEST_F(XSheetViewTest, DroppedCelsLandUnderTheMouse) {
+    Open();
+    doc->SetFolderName("A");
+    SelectAssets(SourceMode::Cels, {"1", "2"});
+    view->verticalScrollBar()->setValue(20);
+    prompter.Answer(0);
+    DropAssets(At(1, 2));
+    EXPECT_TRUE(prompter.AllAnswersTaken());
+    EXPECT_EQ(Cel(1, 22), "1");
+    EXPECT_EQ(Cel(1, 23), "2");
+    EXPECT_EQ(Selection(), (CXSheetSelection{1, 1, 22, 22}));
+    const QPoint screen = Port()->mapToGlobal(At(1, 2));
+    EXPECT_EQ(std::any_cast<CPoint>(prompter.lastRequest), (CPoint{screen.x(), screen.y()}));
+
+    prompter.Answer(0);
+    DropAssets(At(3, 2));
+    EXPECT_FALSE(prompter.AllAnswersTaken()) << "there is no such level";
+    EXPECT_TRUE(MoveAssets(At(0, 3)));
+    EXPECT_FALSE(MoveAssets(At(3, 3)));
+    EXPECT_FALSE(MoveAssets({500, 100})) << "nor does the camera take cels";
+    EXPECT_EQ(prompter.messages, std::vector<std::string>{});
+}
+
+TEST_F(XSheetViewTest, DroppedSoundsCountByFrameOnly) {
+    Open();
+    SelectAssets(SourceMode::Sounds, {"tick"});
+    DropAssets({520, At(0, 7).y()});
+    DropAssets(At(0, 9));
+    EXPECT_NE(doc->Model().sounds.NameAt(7), nullptr);
+    EXPECT_NE(doc->Model().sounds.NameAt(9), nullptr);
+    const int placed = doc->Model().sounds.Count();
+    view->DropSounds(Port()->mapToGlobal(QPoint(520, 5)));
+    EXPECT_EQ(doc->Model().sounds.Count(), placed);
+}
+
+TEST_F(XSheetViewTest, AssetsHeldNearAnEdgeScroll) {
+    Open();
+    SelectAssets(SourceMode::Sounds, {"tick"});
+    MoveAssets({520, 238});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return view->Geometry().firstFrame >= 3; }));
+    QDragLeaveEvent leave;
+    QCoreApplication::sendEvent(Port(), &leave);
+    QMimeData text;
+    text.setText("x");
+    QDragEnterEvent foreign(At(0, 0), Qt::CopyAction, &text, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(Port(), &foreign);
+    EXPECT_FALSE(foreign.isAccepted());
+}
+
+TEST_F(XSheetViewTest, OnlyWhatChangedIsPainted) {
+    Open();
+    TakePainted();
+    doc->SetSelStartY(4);
+    doc->SetSelEndY(4);
+    doc->SetCursorY(4);
+    const QRegion moved = TakePainted();
+    EXPECT_TRUE(moved.contains(At(0, 0)));
+    EXPECT_TRUE(moved.contains(At(0, 4)));
+    EXPECT_TRUE(moved.contains(QPoint(10, At(0, 4).y()))) << "the frame's number";
+    EXPECT_FALSE(moved.contains(At(0, 2)));
+    EXPECT_FALSE(moved.contains(At(1, 4)));
+
+    for (const UpdateHint hint : {UpdateHint::CameraRedraw, UpdateHint::Cells, UpdateHint::Levels, everythingHint})
+        view->OnUpdate(hint);
+    EXPECT_TRUE(TakePainted().isEmpty());
+
+    doc->SelectCamera();
+    doc->SetLevelCanMove(2);
+    const QRegion header = TakePainted();
+    EXPECT_TRUE(header.contains(QPoint(30 + 2 * 80 + 50, 10)));
+    EXPECT_TRUE(header.contains(QPoint(30 + 5 * 80 + 10, 10)));
+    EXPECT_EQ(header.boundingRect().bottom(), 39);
+
+    // The effects of a cell are told with the camera's picture alone.
+    prompter.Answer(30.0);
+    doc->OnXSheetDoTrans(0);
+    EXPECT_TRUE(TakePainted().contains(At(0, 4)));
+
+    view->verticalScrollBar()->setValue(1);
+    EXPECT_LT(TakePainted().boundingRect().height(), 60) << "what stays in view is moved";
+}
+
+TEST_F(XSheetViewTest, WhatWasMovedAndPaintedInPartsLooksLikeWhatIsPaintedWhole) {
+    Open();
+    const auto expectSame = [&](const char* after) {
+        QCoreApplication::processEvents();
+        const QImage screen = view->screen()->grabWindow(view->winId()).toImage().convertedTo(QImage::Format_RGB32);
+        const QImage whole = view->grab().toImage().convertedTo(QImage::Format_RGB32);
+        EXPECT_EQ(screen, whole) << after;
+    };
+    view->verticalScrollBar()->setValue(7);
+    expectSame("scrolling down");
+    doc->SetCursorY(3);
+    expectSame("scrolling to a cursor that has moved");
+    doc->SetLevelCanMove(1);
+    doc->SetSelEndY(9);
+    view->verticalScrollBar()->setValue(1);
+    expectSame("scrolling with changes not yet painted");
+    SelectAssets(SourceMode::Cels, {"1", "2"});
+    MoveAssets(At(1, 5));
+    view->verticalScrollBar()->setValue(2);
+    expectSame("scrolling under dragged assets");
+    for (int i = 0; i < 4; ++i) {
+        prompter.Answer(std::string("more"));
+        doc->OnXsheetAddlevel();
+    }
+    view->horizontalScrollBar()->setValue(2);
+    expectSame("scrolling to the right");
+    doc->SetCursorX(0);
+    doc->SetCursorY(80);
+    expectSame("scrolling both ways");
+    EXPECT_EQ(view->Geometry(), view->Geometry().Showing({0, 80}));
+    EXPECT_EQ(view->horizontalScrollBar()->value(), 0);
+}
+
+TEST_F(XSheetViewTest, StructureChangesTheScrollBars) {
+    Open();
+    EXPECT_EQ(view->verticalScrollBar()->maximum(), 91);
+    EXPECT_EQ(view->horizontalScrollBar()->maximum(), 0);
+    view->verticalScrollBar()->setValue(91);
+    prompter.Answer(60);
+    doc->OnXsheetDeleteframes();
+    EXPECT_EQ(view->verticalScrollBar()->maximum(), 31);
+    EXPECT_EQ(view->Geometry().firstFrame, 31);
+    EXPECT_EQ(TakePainted().boundingRect(), Port()->rect());
+}
+
+TEST_F(XSheetViewTest, WithoutASceneThereIsNothingToDo) {
+    view = std::make_unique<CXSheetView>(*doc, prompter);
+    Show({600, 300});
+    SelectAssets(SourceMode::Sounds, {"tick"});
+    TakeHints();
+    Click(At(0, 1));
+    Click({40, 10});
+    Click({600 - 140 + 5, 10});
+    Key(Qt::Key_Down);
+    QTest::mouseDClick(Port(), Qt::LeftButton, {}, At(0, 0));
+    EXPECT_FALSE(MoveAssets(At(0, 0)));
+    view->DropCels(Port()->mapToGlobal(At(0, 0)));
+    view->DropSounds(Port()->mapToGlobal(At(0, 0)));
+    EXPECT_EQ(TakeHints(), std::vector<int>{});
+    EXPECT_EQ(prompter.messages, std::vector<std::string>{});
+
+    const QImage image = Port()->grab().toImage();
+    for (const QPoint point : {QPoint(0, 0), At(0, 0), QPoint(599, 299)})
+        EXPECT_EQ(image.pixelColor(point), QColor(128, 128, 128));
+}
+
+TEST_F(XSheetViewTest, CellsHaveTheColoursOfCursorAndSelection) {
+    Open();
+    doc->SetSelEndX(1);
+    doc->SetSelEndY(2);
+    doc->SetCursorY(0);
+    const QImage image = Port()->grab().toImage();
+    const auto colourOf = [&](int level, int frame) { return image.pixelColor(At(level, frame) - QPoint(38, 8)); };
+    EXPECT_EQ(colourOf(0, 0), QColor(128, 255, 128));
+    EXPECT_EQ(colourOf(1, 2), QColor(192, 192, 255));
+    EXPECT_EQ(colourOf(1, 3), QColor(224, 224, 208));
+    EXPECT_EQ(colourOf(3, 0), QColor(128, 128, 128)) << "no such level";
+}
+
+} // namespace
+} // namespace velmor::testing
