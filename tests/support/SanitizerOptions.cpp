@@ -8,5 +8,6 @@ extern "C" const char* __lsan_default_suppressions() {
            "leak:libdbus\n"
            "leak:libglib\n"
            "leak:libQt6\n"
-           "leak:libsane\n";
+           "leak:libsane\n"
+           "leak:libx264\n";
 }

@@ -1,0 +1,193 @@
+// What an animator feels: how long the window takes to answer. Runs without a screen; what the window system adds
+// is not in the figures.
+
+#include "BenchImages.h"
+#include "app/MainFrame.h"
+#include "app/cli/Commands.h"
+#include "platform/Memory.h"
+#include "render/FrameWorker.h"
+#include "scene/SceneModel.h"
+#include "scene/Settings.h"
+#include "scene/SilentPrompter.h"
+#include "scene/VelmorltDoc.h"
+#include "views/camera/CamFrame.h"
+#include "views/camera/CameraView.h"
+#include "views/cel/CelFrame.h"
+#include "views/cel/CelView.h"
+#include "views/xsheet/XSheetView.h"
+#include "views/xsheet/XsheetFrame.h"
+#include "xsheet/XSheetFile.h"
+
+#include <QApplication>
+#include <QMouseEvent>
+#include <QScrollBar>
+#include <QTest>
+#include <benchmark/benchmark.h>
+#include <fstream>
+
+namespace velmor {
+namespace {
+
+constexpr int celWidth = 2048;
+constexpr int celHeight = 1536;
+
+class CQuietPrompter final : public CSilentPrompter {
+public:
+    void ShowMessage(const std::string&) override {}
+};
+
+/// The program on a database, its window shown.
+class CProgram {
+public:
+    CProgram(const Path& database, const std::string& scene, const std::string& folder) {
+        Set(m_profile, setting::databaseDir, WithSeparator(Utf8Of(database)));
+        Set(m_profile, setting::lastScene, scene);
+        Set(m_profile, setting::lastFolder, folder);
+        doc = std::make_unique<CVelmorltDoc>(m_prompter, m_profile, CDocumentFolders{database, database});
+        frame = std::make_unique<CMainFrame>(*doc, m_prompter, m_profile);
+        frame->resize(1920, 1130);
+        doc->ReopenLastScene();
+        frame->show();
+        static_cast<void>(QTest::qWaitForWindowExposed(frame.get()));
+        Settle();
+    }
+    static void Settle() {
+        QCoreApplication::sendPostedEvents();
+        QCoreApplication::processEvents();
+    }
+
+private:
+    CQuietPrompter m_prompter;
+    CProfile m_profile;
+
+public:
+    std::unique_ptr<CVelmorltDoc> doc;
+    std::unique_ptr<CMainFrame> frame;
+};
+
+/// 200 scenes; one with a folder of 500 cels and an xsheet of 49 levels and 1999 frames, all used.
+void MakeLargeDatabase(const Path& database) {
+    for (int scene = 0; scene < 200; ++scene)
+        CreateFolder(CScenePaths(WithSeparator(Utf8Of(database)), "Scene " + std::to_string(scene)).SceneFolder());
+    const CScenePaths paths(WithSeparator(Utf8Of(database)), "Scene 77");
+    CreateFolder(paths.CelFolder("walk"));
+    CCelImg cel;
+    static_cast<void>(cel.CreateCel(64, 48, paths.CelFile("walk", "1")));
+    static_cast<void>(cel.SaveCel());
+    for (int number = 2; number <= 500; ++number)
+        std::filesystem::copy_file(paths.CelFile("walk", "1"), paths.CelFile("walk", std::to_string(number)));
+    CXSheetData data;
+    data.xsheet = CXSheet(CXSheet::mostLevels, CXSheet::mostFrames);
+    for (int level = 0; level < CXSheet::mostLevels; ++level) {
+        data.xsheet.SetLevelName(level, "level " + std::to_string(level + 1));
+        for (int number = 0; number < CXSheet::mostFrames; ++number)
+            static_cast<void>(data.xsheet.Cel(level, number)
+                                  .Set(paths.SceneFolder(), "walk", std::to_string(1 + (number / 2 + level) % 500),
+                                       data.geometry.Frame()));
+    }
+    static_cast<void>(SaveXSheet(paths.XSheetFile(), data));
+}
+
+void OpenLargeDatabase(benchmark::State& state) {
+    const CBenchFolder folder;
+    MakeLargeDatabase(folder.Path());
+    for ([[maybe_unused]] auto _ : state) {
+        CProgram program(folder.Path(), "Scene 77", "walk");
+        if (program.doc->GetLevelCount() != CXSheet::mostLevels)
+            state.SkipWithError("the scene was not opened");
+    }
+}
+BENCHMARK(OpenLargeDatabase)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+void ScrollLargeXsheet(benchmark::State& state) {
+    const CBenchFolder folder;
+    MakeLargeDatabase(folder.Path());
+    CProgram program(folder.Path(), "Scene 77", "walk");
+    program.frame->OnViewXsheet();
+    CProgram::Settle();
+    QScrollBar* bar = program.frame->XsheetPane().View().verticalScrollBar();
+    for ([[maybe_unused]] auto _ : state) {
+        bar->setValue((bar->value() + 3) % bar->maximum());
+        CProgram::Settle();
+    }
+}
+BENCHMARK(ScrollLargeXsheet)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+void PaintPenSegment(benchmark::State& state) {
+    const CBenchFolder folder;
+    const CScenePaths paths(WithSeparator(Utf8Of(folder.Path())), "Pen");
+    CreateFolder(paths.CelFolder("walk"));
+    CCelImg cel;
+    static_cast<void>(cel.CreateCel(celWidth, celHeight, paths.CelFile("walk", "1")));
+    static_cast<void>(cel.SaveCel());
+    CProgram program(folder.Path(), "Pen", "walk");
+    program.doc->EditCel("1");
+    program.frame->OnViewCeleditor();
+    CProgram::Settle();
+    CCelView& view = program.frame->CelPane().View();
+    view.SetTool(CelTool::Pen);
+    program.doc->SetPen(3);
+    QWidget* area = view.viewport();
+    QTest::mousePress(area, Qt::LeftButton, {}, QPoint(100, 100));
+    int step = 0;
+    for ([[maybe_unused]] auto _ : state) {
+        step = (step + 1) % 200;
+        const QPoint point(100 + 4 * step, 100 + 3 * step % 500);
+        QMouseEvent move(QEvent::MouseMove, point, area->mapToGlobal(point), Qt::NoButton, Qt::LeftButton, {});
+        QApplication::sendEvent(area, &move);
+        CProgram::Settle();
+    }
+    QTest::mouseRelease(area, Qt::LeftButton, {}, QPoint(100, 100));
+    program.doc->EditedImage().SetModified(false);
+}
+BENCHMARK(PaintPenSegment)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+/// A database with the demonstration scene, made once.
+class CDemoDatabase {
+public:
+    CDemoDatabase() {
+        CSceneArguments arguments;
+        arguments.database = Utf8Of(m_folder.Path());
+        m_made = RunDemo(arguments);
+    }
+    bool IsMade() const { return m_made; }
+    const Path& Folder() const { return m_folder.Path(); }
+
+private:
+    CBenchFolder m_folder;
+    bool m_made = false;
+};
+
+/// From setting the cursor's frame to the new picture on the screen.
+void StepThroughDemo(benchmark::State& state) {
+    static const CDemoDatabase demo;
+    if (!demo.IsMade()) {
+        state.SkipWithError("no demonstration scene");
+        return;
+    }
+    CProgram program(demo.Folder(), "Demo", "Fox");
+    CVelmorltDoc& doc = *program.doc;
+    const auto hasPicture = [&doc] { return doc.GetCameraBitmap() != nullptr; };
+    static_cast<void>(QTest::qWaitFor(hasPicture));
+    for ([[maybe_unused]] auto _ : state) {
+        doc.SetCursorY((doc.GetCursorY() + 1) % doc.GetFrameCount());
+        while (!hasPicture())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        CProgram::Settle();
+    }
+}
+BENCHMARK(StepThroughDemo)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+} // namespace
+} // namespace velmor
+
+int main(int argc, char** argv) {
+    velmor::KeepFreedMemory();
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}

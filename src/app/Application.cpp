@@ -1,0 +1,41 @@
+#include "app/Application.h"
+
+#include "app/MainFrame.h"
+#include "app/SplashWindow.h"
+#include "app/Theme.h"
+#include "platform/SystemPaths.h"
+#include "scene/VelmorltDoc.h"
+#include "views/dialogs/QtPrompter.h"
+
+namespace velmor {
+
+CProgramFolders CProgramFolders::OfThisUser() {
+    return {ProgramFolder(), UserConfigurationFolder(), UserDataFolder()};
+}
+
+CApplication::CApplication(CProgramFolders folders) : m_folders(std::move(folders)) {}
+
+CApplication::~CApplication() = default;
+
+bool CApplication::Start(bool showSplash) {
+    m_prompter = std::make_unique<CQtPrompter>();
+    CreateFolder(m_folders.configuration);
+    m_guard = CInstanceGuard::Acquire(m_folders.configuration);
+    if (!m_guard) {
+        m_prompter->ShowMessage("Personal Velmor is already running");
+        return false;
+    }
+    m_profile = std::make_unique<CProfile>(m_folders.configuration / "personal-velmor.ini");
+    ApplyTheme(*m_profile);
+    if (showSplash)
+        CSplashWindow::Show();
+    m_doc = std::make_unique<CVelmorltDoc>(*m_prompter, *m_profile,
+                                           CDocumentFolders{m_folders.program, m_folders.data});
+    m_frame = std::make_unique<CMainFrame>(*m_doc, *m_prompter, *m_profile);
+    m_prompter->SetParent(*m_frame, m_profile.get());
+    m_doc->ReopenLastScene();
+    m_frame->show();
+    return true;
+}
+
+} // namespace velmor

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "platform/InstanceGuard.h"
+#include "platform/Profile.h"
+
+#include <memory>
+#include <optional>
+
+namespace velmor {
+
+class CMainFrame;
+class CQtPrompter;
+class CVelmorltDoc;
+
+/// Where the program lives and keeps what belongs to the user.
+struct CProgramFolders {
+    Path program;
+    Path configuration; ///< of the settings and the instance lock
+    Path data;
+
+    static CProgramFolders OfThisUser();
+};
+
+/// The application object: owns the instance guard, the settings, the one document and the main frame, in the order
+/// in which they start.
+class CApplication {
+public:
+    explicit CApplication(CProgramFolders folders);
+    ~CApplication();
+
+    /// False when start-up fails, because the program is running already; nothing has been made then.
+    bool Start(bool showSplash);
+    CMainFrame& Frame() { return *m_frame; }
+    CVelmorltDoc& Document() { return *m_doc; }
+
+private:
+    CProgramFolders m_folders;
+    std::optional<CInstanceGuard> m_guard;
+    std::unique_ptr<CProfile> m_profile;
+    std::unique_ptr<CQtPrompter> m_prompter;
+    std::unique_ptr<CVelmorltDoc> m_doc;
+    std::unique_ptr<CMainFrame> m_frame;
+};
+
+} // namespace velmor

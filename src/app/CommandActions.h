@@ -1,0 +1,39 @@
+#pragma once
+
+#include "app/CommandTable.h"
+#include "views/ActionList.h"
+
+#include <map>
+#include <optional>
+#include <span>
+
+class QAction;
+class QMenu;
+class QObject;
+
+namespace velmor {
+
+struct CMenu;
+
+/// The actions of the command table. They act on `target` once it is set; until then, and while commands are not
+/// enabled, they do nothing.
+class CCommandActions {
+public:
+    /// The actions become children of `owner`.
+    explicit CCommandActions(QObject& owner);
+
+    void SetTarget(CCommandTarget target) { m_target.emplace(target); }
+    QAction* Action(CommandId id) const { return m_actions.at(id); }
+    ActionList List(std::span<const CommandId> ids) const;
+    void FillMenu(QMenu& menu, const CMenu& contents) const;
+    /// Brings enabling and check marks up to date.
+    void Update();
+
+private:
+    void Run(const CCommand& command);
+
+    std::map<CommandId, QAction*> m_actions;
+    std::optional<CCommandTarget> m_target;
+};
+
+} // namespace velmor

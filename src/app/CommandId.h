@@ -1,0 +1,101 @@
+#pragma once
+
+namespace velmor {
+
+/// The commands of menus and toolbars. The numbers are the established ones.
+enum class CommandId {
+    Separator = 0,
+
+    FileNewScene = 32781,
+    FileOpenScene = 32780,
+    FileSceneManager = 32918,
+    FileSceneSettings = 32864,
+    FileSaveAll = 32916,
+    FileSettings = 32778,
+    FilePrint = 57607,
+    FilePrintPreview = 57609,
+    FilePrintSetup = 57606,
+    FileExit = 57665,
+
+    EditUndo = 57643,
+    EditCut = 57635,
+    EditCopy = 57634,
+    EditPaste = 57637,
+    EditCondense = 32798,
+    EditExpand = 32803,
+    EditReverse = 32804,
+    EditRemoveSound = 32910,
+
+    AssetsNewFolder = 32794,
+    AssetsNewCel = 32791,
+    AssetsDelete = 32869,
+    AssetsDeleteFolder = 32807,
+    AssetsEdit = 32796,
+    AssetsPlaySound = 32909,
+    AssetsRename = 32874,
+    AssetsDuplicate = 32920,
+    AssetsRotate = 32833,
+    AssetsFlip = 32873,
+    AssetsColorKey = 32922,
+
+    CameraMoveMode = 32857,
+    CameraRotateMode = 32858,
+    CameraZoomMode = 32859,
+    CameraZoomIn = 32825,
+    CameraZoomOut = 32826,
+    CameraZoomOneToOne = 32827,
+    CameraPan = 32828,
+    CameraAntialias = 32886,
+    CameraMotionPathSetup = 32889,
+
+    XsheetAddLevel = 32812,
+    XsheetDeleteLevel = 32814,
+    XsheetRenameLevel = 32816,
+    XsheetSwapLevels = 32822,
+    XsheetAddFrames = 32818,
+    XsheetDeleteFrames = 32819,
+    XsheetEditCelData = 32883,
+    XsheetEditCameraData = 32891,
+    XsheetInbetweenLevel = 32893,
+    XsheetInbetweenCamera = 32894,
+    XsheetMultipleLevels = 32884,
+
+    CelZoomIn = 32799,
+    CelZoomOut = 32800,
+    CelZoomOneToOne = 32801,
+    CelPan = 32802,
+    CelUpdateCamera = 32880,
+    CelSettings = 32843,
+
+    SourcesSelectSource = 32785,
+    SourcesScanCels = 32786,
+    SourcesScanPicture = 32846,
+    SourcesCameraSettings = 32787,
+    SourcesCaptureCels = 32788,
+    SourcesCapturePicture = 32878,
+    SourcesImportCels = 32832,
+    SourcesImportPicture = 32877,
+    SourcesImportSettings = 32838,
+    SourcesRecordSound = 32789,
+    SourcesImportSound = 32888,
+
+    AnimationLineCheck = 32899,
+    AnimationMakeFlipbook = 32900,
+    AnimationPlayFlipbook = 32901,
+    AnimationSaveFlipbook = 32902,
+    AnimationPlayXsheetSound = 32912,
+    AnimationPlaySelectedSound = 32913,
+    AnimationRender = 32903,
+
+    ViewCameraAndXsheet = 32805,
+    ViewCamera = 32784,
+    ViewXsheet = 32771,
+    ViewCelEditor = 32772,
+    ViewToolBar = 59392,
+    ViewStatusBar = 59393,
+
+    HelpManual = 32923,
+    HelpAbout = 57664,
+};
+
+} // namespace velmor

@@ -1,0 +1,247 @@
+#include "app/MainFrame.h"
+
+#include "app/AboutDialog.h"
+#include "app/Capturing.h"
+#include "app/MenuTable.h"
+#include "app/OnlineManual.h"
+#include "app/Pane.h"
+#include "app/Printing.h"
+#include "app/Scanning.h"
+#include "app/WindowSettings.h"
+#include "scene/Prompter.h"
+#include "scene/VelmorltDoc.h"
+#include "views/Icons.h"
+#include "views/Text.h"
+#include "views/camera/CamFrame.h"
+#include "views/camera/CameraView.h"
+#include "views/cel/CelFrame.h"
+#include "views/cel/CelView.h"
+#include "views/source/SourceView.h"
+#include "views/xsheet/XsheetFrame.h"
+
+#include <QAbstractEventDispatcher>
+#include <QCloseEvent>
+#include <QMenuBar>
+#include <QSplitter>
+#include <QStatusBar>
+#include <QToolBar>
+
+namespace velmor {
+
+namespace {
+
+constexpr int sourceWidth = 80;
+constexpr int mainToolBarIcon = 20; // in buttons of 25 x 25 and a little air
+constexpr std::array<const char*, 3> paneKeys = {"Camera Height", "XSheet Height", "Cel Editor Height"};
+
+} // namespace
+
+CMainFrame::CMainFrame(CVelmorltDoc& doc, IPrompter& prompter, CProfile& profile)
+    : m_doc(doc),
+      m_prompter(prompter),
+      m_profile(profile),
+      m_commands(*this),
+      m_statusPanes(*statusBar()),
+      m_printing(std::make_unique<CPrinting>(*this, doc, prompter)),
+      m_scanning(std::make_unique<CScanning>(*this, doc, profile)),
+      m_capturing(std::make_unique<CCapturing>(*this, doc, prompter, profile)) {
+    setWindowIcon(Icon("personal-velmor"));
+    CreateViews();
+    m_commands.SetTarget({m_doc, *this, m_cameraPane->View(), m_celPane->View()});
+    CreateMenus();
+    CreateToolBar();
+    m_doc.Views().Add(*this);
+    OnUpdate(everythingHint);
+    RestoreLayout();
+    UpdateCommands();
+    connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
+            [this] { UpdateCommands(); });
+}
+
+CMainFrame::~CMainFrame() {
+    m_doc.Views().Remove(*this);
+}
+
+void CMainFrame::CreateViews() {
+    m_sourceView = new CSourceView(m_doc, m_prompter);
+    m_sourceView->setMinimumWidth(sourceWidth);
+    m_cameraPane = new CCamFrame(m_doc, m_prompter, m_commands.List(CameraToolBar()));
+    m_xsheetPane = new CXsheetFrame(m_doc, m_prompter, m_commands.List(XsheetToolBar()));
+    m_celPane = new CCelFrame(m_doc, m_prompter, m_profile,
+                              {Action(CommandId::CelZoomOut), Action(CommandId::CelZoomOneToOne),
+                               Action(CommandId::CelZoomIn), Action(CommandId::CelPan),
+                               Action(CommandId::CelUpdateCamera)});
+
+    m_innerSplitter = new QSplitter(Qt::Vertical);
+    m_innerSplitter->setChildrenCollapsible(false);
+    m_innerSplitter->addWidget(new CPane("Camera", m_cameraPane, [this] { OnViewCamera(); }));
+    m_innerSplitter->addWidget(new CPane("XSheet", m_xsheetPane, [this] { OnViewXsheet(); }));
+    m_innerSplitter->addWidget(new CPane("Cel Editor", m_celPane, [this] { OnViewCeleditor(); }));
+    connect(m_innerSplitter, &QSplitter::splitterMoved, this, [this] {
+        const QList<int> sizes = m_innerSplitter->sizes();
+        m_idealHeights = {sizes[0], sizes[1], sizes[2]};
+    });
+
+    m_outerSplitter = new QSplitter(Qt::Horizontal);
+    m_outerSplitter->setChildrenCollapsible(false);
+    m_outerSplitter->addWidget(m_sourceView);
+    m_outerSplitter->addWidget(m_innerSplitter);
+    m_outerSplitter->setStretchFactor(1, 1);
+    setCentralWidget(m_outerSplitter);
+}
+
+void CMainFrame::CreateMenus() {
+    for (const CMenu& menu : Menus())
+        m_commands.FillMenu(*menuBar()->addMenu(menu.title), menu);
+
+    // The same commands under the right mouse button.
+    auto* assets = new QMenu(this);
+    m_commands.FillMenu(*assets, AssetsMenu());
+    m_sourceView->SetContextMenu(assets);
+    auto* camera = new QMenu(this);
+    m_commands.FillMenu(*camera, CameraMenu());
+    m_cameraPane->View().SetContextMenu(camera);
+}
+
+void CMainFrame::CreateToolBar() {
+    m_toolBar = addToolBar("Main Tools");
+    m_toolBar->setObjectName("main tools");
+    m_toolBar->setIconSize({mainToolBarIcon, mainToolBarIcon});
+    FillToolBar(*m_toolBar, m_commands.List(MainToolBar()));
+}
+
+void CMainFrame::UpdateCommands() {
+    m_commands.Update();
+    m_statusPanes.Update(m_doc.Model());
+}
+
+void CMainFrame::OnUpdate(UpdateHint) {
+    const QString title = ToQt(m_doc.GetTitle()) + " - Personal Velmor";
+    if (windowTitle() != title)
+        setWindowTitle(title);
+}
+
+void CMainFrame::OnFilePrint() {
+    m_printing->Print();
+}
+
+void CMainFrame::OnFilePrintpreview() {
+    m_printing->Preview();
+}
+
+void CMainFrame::OnFilePrintsetup() {
+    m_printing->Setup();
+}
+
+void CMainFrame::OnFileExit() {
+    close();
+}
+
+void CMainFrame::OnSourcesSelectsource() {
+    m_scanning->SelectSource();
+}
+
+void CMainFrame::OnSourcesScancels() {
+    m_scanning->ScanCels();
+}
+
+void CMainFrame::OnSourcesScanpicture() {
+    m_scanning->ScanPicture();
+}
+
+void CMainFrame::ArrangePanes(const PaneHeights& ideal) {
+    m_idealHeights = ideal;
+    const int handles = m_innerSplitter->handleWidth() * 2;
+    const PaneHeights heights = DividePanes(ideal, m_innerSplitter->height() - handles);
+    m_innerSplitter->setSizes({heights[0], heights[1], heights[2]});
+}
+
+void CMainFrame::OnViewCamxsheet() {
+    ArrangePanes(SharedHeights(m_idealHeights, m_innerSplitter->height()));
+}
+
+void CMainFrame::OnViewCamera() {
+    ArrangePanes(cameraHeights);
+    m_cameraPane->View().setFocus();
+}
+
+void CMainFrame::OnViewXsheet() {
+    ArrangePanes(xsheetHeights);
+}
+
+void CMainFrame::OnViewCeleditor() {
+    ArrangePanes(celEditorHeights);
+    m_celPane->View().setFocus();
+}
+
+void CMainFrame::OnViewToolbar() {
+    m_toolBar->setVisible(!IsToolBarShown());
+}
+
+void CMainFrame::OnViewStatusbar() {
+    statusBar()->setVisible(!IsStatusBarShown());
+}
+
+bool CMainFrame::IsToolBarShown() const {
+    return m_toolBar != nullptr && !m_toolBar->isHidden();
+}
+
+bool CMainFrame::IsStatusBarShown() const {
+    const auto* bar = findChild<QStatusBar*>();
+    return bar != nullptr && !bar->isHidden();
+}
+
+void CMainFrame::OnHelpManual() {
+    OpenOnlineManual(m_prompter);
+}
+
+void CMainFrame::OnHelpAbout() {
+    CAboutDialog(this).exec();
+}
+
+void CMainFrame::resizeEvent(QResizeEvent* event) {
+    QMainWindow::resizeEvent(event);
+    // The splitter has its new height only when the layout has run.
+    QMetaObject::invokeMethod(
+        this, [this] { ArrangePanes(m_idealHeights); }, Qt::QueuedConnection);
+}
+
+void CMainFrame::closeEvent(QCloseEvent* event) {
+    // Leaving a scene saves it, as opening another one does.
+    const bool saved = !m_doc.IsSceneOpen() || m_doc.OnFileSaveall();
+    if (!saved && !m_prompter.AskYesNo("The scene could not be saved.\nDo you want to exit without saving it ?")) {
+        event->ignore();
+        return;
+    }
+    SaveLayout();
+    event->accept();
+}
+
+void CMainFrame::RestoreLayout() {
+    const CWindowSettings settings(m_profile);
+    if (!settings.RestoreGeometry(*this, "Main Frame"))
+        resize(1280, 860);
+    settings.RestoreState(*this, "Main Tools");
+    settings.RestoreState(*m_cameraPane, "Camera Tools");
+    settings.RestoreState(*m_xsheetPane, "XSheet Tools");
+    settings.RestoreState(*m_celPane, "Cel Tools");
+    m_outerSplitter->setSizes({settings.Number("Source Width", sourceWidth), width()});
+    for (std::size_t pane = 0; pane < m_idealHeights.size(); ++pane)
+        m_idealHeights[pane] = settings.Number(paneKeys[pane], m_idealHeights[pane]);
+    statusBar()->setVisible(settings.Number("Status Bar", 1) != 0);
+}
+
+void CMainFrame::SaveLayout() {
+    CWindowSettings settings(m_profile);
+    settings.SaveGeometry(*this, "Main Frame");
+    settings.SaveState(*this, "Main Tools");
+    settings.SaveState(*m_cameraPane, "Camera Tools");
+    settings.SaveState(*m_xsheetPane, "XSheet Tools");
+    settings.SaveState(*m_celPane, "Cel Tools");
+    settings.SetNumber("Source Width", m_outerSplitter->sizes().front());
+    for (std::size_t pane = 0; pane < m_idealHeights.size(); ++pane)
+        settings.SetNumber(paneKeys[pane], m_idealHeights[pane]);
+    settings.SetNumber("Status Bar", IsStatusBarShown() ? 1 : 0);
+}
+
+} // namespace velmor

@@ -1,0 +1,95 @@
+#pragma once
+
+#include "app/CommandActions.h"
+#include "app/PaneHeights.h"
+#include "app/StatusPanes.h"
+#include "scene/ViewList.h"
+
+#include <QMainWindow>
+#include <memory>
+
+class QSplitter;
+
+namespace velmor {
+
+class CCamFrame;
+class CCapturing;
+class CCelFrame;
+class CPrinting;
+class CProfile;
+class CScanning;
+class CSourceView;
+class CVelmorltDoc;
+class CXsheetFrame;
+class IPrompter;
+
+/// The one window: menus, the main toolbar, the status bar and the four views in their fixed arrangement.
+class CMainFrame final : public QMainWindow, public IDocView {
+public:
+    /// Document, prompter and profile outlive the frame.
+    CMainFrame(CVelmorltDoc& doc, IPrompter& prompter, CProfile& profile);
+    ~CMainFrame() override;
+
+    CCamFrame& CameraPane() { return *m_cameraPane; }
+    CXsheetFrame& XsheetPane() { return *m_xsheetPane; }
+    CCelFrame& CelPane() { return *m_celPane; }
+    CSourceView& SourceView() { return *m_sourceView; }
+    CCapturing& Capturing() { return *m_capturing; }
+    QAction* Action(CommandId id) const { return m_commands.Action(id); }
+    /// Brings enabling, check marks and status panes up to date; done by itself whenever the program is idle.
+    void UpdateCommands();
+
+    void OnFilePrint();
+    void OnFilePrintpreview();
+    void OnFilePrintsetup();
+    void OnFileExit();
+    void OnSourcesSelectsource();
+    void OnSourcesScancels();
+    void OnSourcesScanpicture();
+    void OnViewCamxsheet();
+    void OnViewCamera();
+    void OnViewXsheet();
+    void OnViewCeleditor();
+    void OnViewToolbar();
+    void OnViewStatusbar();
+    bool IsToolBarShown() const;
+    bool IsStatusBarShown() const;
+    void OnHelpManual();
+    void OnHelpAbout();
+
+    void OnUpdate(UpdateHint hint) override;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void CreateMenus();
+    void CreateToolBar();
+    void CreateViews();
+    /// Gives the stacked panes their ideal heights.
+    void ArrangePanes(const PaneHeights& ideal);
+    void RestoreLayout();
+    void SaveLayout();
+
+    CVelmorltDoc& m_doc;
+    IPrompter& m_prompter;
+    CProfile& m_profile;
+    CCommandActions m_commands;
+    CStatusPanes m_statusPanes;
+    std::unique_ptr<CPrinting> m_printing;
+    std::unique_ptr<CScanning> m_scanning;
+    std::unique_ptr<CCapturing> m_capturing;
+    PaneHeights m_idealHeights = {usualPaneHeight, usualPaneHeight, leastPane + 1};
+
+    // Children of the window.
+    QToolBar* m_toolBar = nullptr;
+    QSplitter* m_outerSplitter = nullptr;
+    QSplitter* m_innerSplitter = nullptr;
+    CSourceView* m_sourceView = nullptr;
+    CCamFrame* m_cameraPane = nullptr;
+    CXsheetFrame* m_xsheetPane = nullptr;
+    CCelFrame* m_celPane = nullptr;
+};
+
+} // namespace velmor

@@ -1,0 +1,119 @@
+#include "app/MenuTable.h"
+
+namespace velmor {
+
+namespace {
+
+using enum CommandId;
+
+constexpr CommandId fileMenu[] = {FileNewScene,     FileOpenScene,  FileSceneManager, Separator, FileSceneSettings,
+                                  FileSaveAll,      Separator,      FileSettings,     Separator, FilePrint,
+                                  FilePrintPreview, FilePrintSetup, Separator,        FileExit};
+constexpr CommandId editMenu[] = {EditUndo,     Separator,  EditCut,     EditCopy,  EditPaste,      Separator,
+                                  EditCondense, EditExpand, EditReverse, Separator, EditRemoveSound};
+constexpr CommandId assetsMenu[] = {
+    AssetsNewFolder, AssetsNewCel, Separator,       AssetsDelete, AssetsDeleteFolder, Separator,  AssetsEdit,
+    AssetsPlaySound, AssetsRename, AssetsDuplicate, Separator,    AssetsRotate,       AssetsFlip, AssetsColorKey};
+constexpr CommandId cameraMenu[] = {CameraMoveMode, CameraRotateMode, CameraZoomMode,       Separator,
+                                    CameraZoomIn,   CameraZoomOut,    CameraZoomOneToOne,   CameraPan,
+                                    Separator,      CameraAntialias,  CameraMotionPathSetup};
+constexpr CommandId xsheetMenu[] = {XsheetAddLevel,        XsheetDeleteLevel, XsheetRenameLevel,
+                                    XsheetSwapLevels,      Separator,         XsheetAddFrames,
+                                    XsheetDeleteFrames,    Separator,         XsheetEditCelData,
+                                    XsheetEditCameraData,  Separator,         XsheetInbetweenLevel,
+                                    XsheetInbetweenCamera, Separator,         XsheetMultipleLevels};
+constexpr CommandId celMenu[] = {CelZoomIn, CelZoomOut,      CelZoomOneToOne, CelPan,
+                                 Separator, CelUpdateCamera, Separator,       CelSettings};
+constexpr CommandId sourcesMenu[] = {SourcesSelectSource,   SourcesScanCels,      SourcesScanPicture,    Separator,
+                                     SourcesCameraSettings, SourcesCaptureCels,   SourcesCapturePicture, Separator,
+                                     SourcesImportCels,     SourcesImportPicture, SourcesImportSettings, Separator,
+                                     SourcesRecordSound,    SourcesImportSound};
+constexpr CommandId animationMenu[] = {AnimationLineCheck,
+                                       Separator,
+                                       AnimationMakeFlipbook,
+                                       AnimationPlayFlipbook,
+                                       AnimationSaveFlipbook,
+                                       Separator,
+                                       AnimationPlayXsheetSound,
+                                       AnimationPlaySelectedSound,
+                                       Separator,
+                                       AnimationRender};
+constexpr CommandId viewMenu[] = {ViewCameraAndXsheet, ViewCamera,  ViewXsheet,   ViewCelEditor,
+                                  Separator,           ViewToolBar, ViewStatusBar};
+constexpr CommandId helpMenu[] = {HelpManual, Separator, HelpAbout};
+
+constexpr CMenu menus[] = {{"&File", fileMenu},       {"&Edit", editMenu},           {"&Assets", assetsMenu},
+                           {"&Camera", cameraMenu},   {"&Xsheet", xsheetMenu},       {"Ce&l", celMenu},
+                           {"&Sources", sourcesMenu}, {"A&nimation", animationMenu}, {"&View", viewMenu},
+                           {"&Help", helpMenu}};
+
+constexpr CommandId mainToolBar[] = {FileNewScene,
+                                     FileOpenScene,
+                                     FileSceneSettings,
+                                     FileSceneManager,
+                                     Separator,
+                                     EditUndo,
+                                     Separator,
+                                     FileSaveAll,
+                                     Separator,
+                                     AssetsNewFolder,
+                                     AssetsDeleteFolder,
+                                     Separator,
+                                     ViewCameraAndXsheet,
+                                     ViewCamera,
+                                     ViewXsheet,
+                                     ViewCelEditor,
+                                     Separator,
+                                     SourcesScanCels,
+                                     SourcesScanPicture,
+                                     Separator,
+                                     SourcesCameraSettings,
+                                     SourcesCaptureCels,
+                                     SourcesCapturePicture,
+                                     Separator,
+                                     SourcesRecordSound,
+                                     Separator,
+                                     AnimationLineCheck,
+                                     AnimationMakeFlipbook,
+                                     AnimationPlayFlipbook,
+                                     AnimationSaveFlipbook,
+                                     AnimationRender,
+                                     Separator,
+                                     AnimationPlayXsheetSound,
+                                     AnimationPlaySelectedSound};
+constexpr CommandId cameraToolBar[] = {CameraPan, CameraZoomIn,    CameraZoomOut,    CameraZoomOneToOne,
+                                       Separator, CameraMoveMode,  CameraRotateMode, CameraZoomMode,
+                                       Separator, CameraAntialias, Separator,        CameraMotionPathSetup};
+constexpr CommandId xsheetToolBar[] = {XsheetMultipleLevels, XsheetEditCelData,     XsheetEditCameraData,
+                                       XsheetInbetweenLevel, XsheetInbetweenCamera, Separator,
+                                       XsheetAddLevel,       XsheetDeleteLevel,     XsheetSwapLevels,
+                                       XsheetAddFrames,      XsheetDeleteFrames,    XsheetRenameLevel,
+                                       EditRemoveSound};
+
+} // namespace
+
+std::span<const CMenu> Menus() {
+    return menus;
+}
+
+const CMenu& AssetsMenu() {
+    return menus[2];
+}
+
+const CMenu& CameraMenu() {
+    return menus[3];
+}
+
+std::span<const CommandId> MainToolBar() {
+    return mainToolBar;
+}
+
+std::span<const CommandId> CameraToolBar() {
+    return cameraToolBar;
+}
+
+std::span<const CommandId> XsheetToolBar() {
+    return xsheetToolBar;
+}
+
+} // namespace velmor

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "app/CommandId.h"
+
+#include <span>
+
+namespace velmor {
+
+/// A pull-down menu: its title with mnemonic, and its commands in order.
+struct CMenu {
+    const char* title;
+    std::span<const CommandId> commands;
+};
+
+std::span<const CMenu> Menus();
+/// The "&Assets" and "&Camera" menus, which also open under the right mouse button.
+const CMenu& AssetsMenu();
+const CMenu& CameraMenu();
+
+std::span<const CommandId> MainToolBar();
+std::span<const CommandId> CameraToolBar();
+std::span<const CommandId> XsheetToolBar();
+
+} // namespace velmor

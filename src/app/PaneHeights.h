@@ -1,0 +1,26 @@
+#pragma once
+
+#include <array>
+
+namespace velmor {
+
+/// Heights of the three stacked panes: camera, xsheet, cel editor.
+using PaneHeights = std::array<int, 3>;
+
+inline constexpr int leastPane = 20;
+inline constexpr int collapsedPane = 10; ///< an ideal height at which a pane keeps its minimum
+inline constexpr int greedyPane = 5000;  ///< larger than any screen: all the space that is left
+inline constexpr int usualPaneHeight = 500;
+
+/// Ideal heights of the view commands. The shared one divides `total` pixels; there the xsheet keeps the ideal
+/// height that it has, unless it is collapsed: it is what the command is to show.
+PaneHeights SharedHeights(const PaneHeights& ideal, int total);
+inline constexpr PaneHeights cameraHeights = {greedyPane, collapsedPane, collapsedPane};
+inline constexpr PaneHeights xsheetHeights = {collapsedPane, greedyPane, collapsedPane};
+inline constexpr PaneHeights celEditorHeights = {collapsedPane, collapsedPane, greedyPane};
+
+/// What the panes get of `total` pixels: from the top each its ideal height, as long as all below keep their
+/// minimum; what is left over goes to the lowest pane that is not collapsed.
+PaneHeights DividePanes(const PaneHeights& ideal, int total);
+
+} // namespace velmor

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <memory>
+
+class QPrinter;
+class QWidget;
+
+namespace velmor {
+
+class CVelmorltDoc;
+class IPrompter;
+
+/// The print commands: the system's dialogs around the printing of the xsheet, and the printer that they set up.
+class CPrinting {
+public:
+    CPrinting(QWidget& parent, CVelmorltDoc& doc, IPrompter& prompter);
+    ~CPrinting();
+
+    void Print();
+    void Preview();
+    void Setup();
+
+private:
+    /// Looked for at the first use: asking the system for its printers takes a moment.
+    QPrinter& Printer();
+
+    QWidget& m_parent;
+    CVelmorltDoc& m_doc;
+    IPrompter& m_prompter;
+    std::unique_ptr<QPrinter> m_printer;
+};
+
+} // namespace velmor

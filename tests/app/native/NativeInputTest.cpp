@@ -1,0 +1,120 @@
+// What only a real window system shows: events of mouse and keyboard as it delivers them. Runs under Xvfb; the
+// input comes from xdotool, outside this process.
+
+#include "DocumentFixture.h"
+#include "app/MainFrame.h"
+#include "views/camera/CamFrame.h"
+#include "views/camera/CameraView.h"
+#include "views/cel/CelFrame.h"
+#include "views/cel/CelView.h"
+#include "views/source/SourceView.h"
+#include "views/xsheet/XSheetGeometry.h"
+#include "views/xsheet/XSheetView.h"
+#include "views/xsheet/XsheetFrame.h"
+
+#include <QAbstractItemView>
+#include <QAction>
+#include <QProcess>
+#include <QTest>
+
+namespace velmor::testing {
+namespace {
+
+constexpr int patience = 15000; // milliseconds, for a machine that is busy with other tests
+
+class CNativeInputTest : public CDocumentFixture {
+protected:
+    CNativeInputTest() {
+        NewScene("Native", 20, 320, 240);
+        std::filesystem::create_directories(SceneFolder("Native") / "walk");
+        doc->SetFolderName("walk");
+        prompter.Answer(CNewCelValues{"1", {200, 160}});
+        doc->OnAssetsNewcel();
+        m_frame = std::make_unique<CMainFrame>(*doc, prompter, profile);
+        m_frame->move(0, 0);
+        m_frame->resize(1200, 900);
+        m_frame->show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(m_frame.get()));
+        m_frame->activateWindow();
+        QTest::qWait(50); // until the panes have their heights
+    }
+    ~CNativeInputTest() override { m_frame.reset(); }
+
+    CMainFrame& Frame() { return *m_frame; }
+
+    /// Runs xdotool with its commands and goes on with the program's events until `done` holds.
+    bool Input(const QStringList& commands, const std::function<bool()>& done) {
+        QProcess xdotool;
+        xdotool.start("xdotool", commands.join(' ').split(' '));
+        const bool happened =
+            QTest::qWaitFor([&] { return xdotool.state() == QProcess::NotRunning && done(); }, patience);
+        EXPECT_EQ(xdotool.exitCode(), 0) << xdotool.readAllStandardError().toStdString();
+        return happened;
+    }
+    static QString MoveTo(const QPoint& screen) {
+        return QString("mousemove %1 %2").arg(screen.x()).arg(screen.y());
+    }
+    /// A drag at the speed of a hand.
+    static QStringList Drag(const QPoint& from, const QPoint& to) {
+        QStringList commands{MoveTo(from), "sleep 0.1", "mousedown 1", "sleep 0.1"};
+        constexpr int steps = 12;
+        for (int step = 1; step <= steps; ++step)
+            commands << MoveTo(from + (to - from) * step / steps) << "sleep 0.03";
+        return commands << "sleep 0.2" << MoveTo(to + QPoint(1, 0)) << "sleep 0.3"
+                        << "mouseup 1";
+    }
+
+private:
+    std::unique_ptr<CMainFrame> m_frame;
+};
+
+} // namespace
+
+TEST_F(CNativeInputTest, ACelIsDraggedFromTheListToTheXsheet) {
+    auto* list = Frame().SourceView().findChild<QAbstractItemView*>();
+    ASSERT_NE(list, nullptr);
+    const QPoint from = list->viewport()->mapToGlobal(list->visualRect(list->model()->index(0, 0)).center());
+    CXSheetView& sheet = Frame().XsheetPane().View();
+    const QPoint cell(30 + 40, 40 + 20 * 3 + 10); // level 0, frame 3
+    prompter.Answer(1);                           // on two's
+    EXPECT_TRUE(Input(Drag(from, sheet.viewport()->mapToGlobal(cell)),
+                      [&] { return doc->Model().xsheet.Cel(0, 3).IsUsed(); }));
+    EXPECT_EQ(doc->GetXsheetData(0, 3), "walk1");
+    EXPECT_TRUE(doc->Model().xsheet.Cel(0, 4).IsUsed());
+    EXPECT_FALSE(doc->Model().xsheet.Cel(0, 5).IsUsed());
+    EXPECT_EQ(doc->GetCursorY(), 3);
+}
+
+TEST_F(CNativeInputTest, TheKeypadZoomsCameraAndCelEditor) {
+    doc->SetSourceSelection({"1"});
+    doc->EditCel("1");
+    Frame().UpdateCommands();
+    CCameraView& camera = Frame().CameraPane().View();
+    EXPECT_TRUE(Input({"key KP_Add"}, [&] { return camera.Zoom() == CZoomLevel(2); }));
+    EXPECT_TRUE(Input({"key KP_Multiply key KP_Subtract"}, [&] { return camera.Zoom() == CZoomLevel(0); }));
+    CCelView& cel = Frame().CelPane().View();
+    EXPECT_TRUE(Input({"key ctrl+KP_Add key ctrl+KP_Add"}, [&] { return cel.Zoom() == CZoomLevel(3); }));
+    EXPECT_TRUE(Input({"key ctrl+KP_Subtract"}, [&] { return cel.Zoom() == CZoomLevel(2); }));
+    EXPECT_TRUE(Input({"key ctrl+KP_Multiply"}, [&] { return cel.Zoom() == CZoomLevel(1); }));
+    EXPECT_EQ(camera.Zoom(), CZoomLevel(0));
+}
+
+TEST_F(CNativeInputTest, AStrokeOfThePenFollowsThePointer) {
+    doc->SetSourceSelection({"1"});
+    doc->EditCel("1");
+    Frame().OnViewCeleditor();
+    QTest::qWait(50);
+    CCelView& cel = Frame().CelPane().View();
+    cel.SetTool(CelTool::Pen);
+    const QPoint centre = cel.viewport()->rect().center();
+    const QPoint from = cel.viewport()->mapToGlobal(centre - QPoint(60, 0));
+    const QPoint to = cel.viewport()->mapToGlobal(centre + QPoint(60, 0));
+    EXPECT_TRUE(Input(Drag(from, to), [&] { return doc->EditedImage().IsModified(); }));
+    int lines = 0;
+    for (int x = 0; x < 200; ++x)
+        for (int y = 70; y < 90; ++y)
+            lines += doc->EditedImage().IsLine(x, y);
+    EXPECT_GE(lines, 120) << "a line without gaps";
+}
+
+} // namespace velmor::testing

@@ -1,0 +1,198 @@
+#include "app/MainFrame.h"
+
+#include "DocumentFixture.h"
+#include "views/camera/CamFrame.h"
+#include "views/cel/CelFrame.h"
+#include "views/xsheet/XsheetFrame.h"
+
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QStatusBar>
+#include <QTest>
+#include <QToolBar>
+
+namespace velmor::testing {
+namespace {
+
+class CMainFrameTest : public CDocumentFixture {
+protected:
+    CMainFrame& Frame() {
+        if (!m_frame) {
+            m_frame = std::make_unique<CMainFrame>(*doc, prompter, profile);
+            m_frame->show();
+            EXPECT_TRUE(QTest::qWaitForWindowExposed(m_frame.get()));
+        }
+        return *m_frame;
+    }
+    void EndFrame() { m_frame.reset(); }
+
+    QString Pane(const char* name) { return Frame().statusBar()->findChild<QLabel*>(name)->text(); }
+
+private:
+    std::unique_ptr<CMainFrame> m_frame;
+};
+
+} // namespace
+
+TEST_F(CMainFrameTest, EveryCommandStandsInExactlyOneMenu) {
+    std::map<QString, int> uses;
+    for (const QAction* title : Frame().menuBar()->actions())
+        for (const QAction* action : title->menu()->actions())
+            if (!action->isSeparator())
+                ++uses[action->objectName()];
+    EXPECT_EQ(uses.size(), Commands().size());
+    for (const auto& [id, count] : uses)
+        EXPECT_EQ(count, 1) << id.toStdString();
+}
+
+TEST_F(CMainFrameTest, NoKeyBelongsToTwoCommands) {
+    std::map<QKeySequence, QString> owners;
+    for (const CCommand& command : Commands()) {
+        for (const QKeySequence& key : Frame().Action(command.id)->shortcuts()) {
+            EXPECT_FALSE(key.isEmpty()) << command.text;
+            EXPECT_TRUE(owners.emplace(key, command.text).second)
+                << key.toString().toStdString() << " of " << command.text;
+        }
+    }
+}
+
+TEST_F(CMainFrameTest, CommandsAreEnabledByWhatIsOpen) {
+    const auto enabled = [this](CommandId id) {
+        Frame().UpdateCommands();
+        return Frame().Action(id)->isEnabled();
+    };
+    using enum CommandId;
+    const std::vector<CommandId> withScene = {FileSceneSettings,
+                                              FileSaveAll,
+                                              FilePrint,
+                                              EditCopy,
+                                              EditCut,
+                                              AssetsNewFolder,
+                                              CameraMoveMode,
+                                              CameraZoomIn,
+                                              XsheetAddLevel,
+                                              XsheetAddFrames,
+                                              SourcesImportPicture,
+                                              AnimationLineCheck,
+                                              AnimationMakeFlipbook};
+    const std::vector<CommandId> withFolder = {AssetsNewCel, AssetsDeleteFolder, SourcesImportCels};
+    const std::vector<CommandId> withMore = {
+        EditUndo,       EditPaste,       XsheetDeleteLevel, XsheetSwapLevels,     AssetsDelete, AssetsRotate,
+        AssetsColorKey, CelUpdateCamera, XsheetEditCelData, XsheetInbetweenLevel, EditCondense};
+    const auto expect = [&](const std::vector<CommandId>& ids, bool expected, const char* state) {
+        for (const CommandId id : ids)
+            EXPECT_EQ(enabled(id), expected) << CommandOf(id).text << " with " << state;
+    };
+    for (const CommandId id : {FileNewScene, FileOpenScene, FileSceneManager, FileSettings, ViewCamera, HelpAbout})
+        EXPECT_TRUE(enabled(id)) << CommandOf(id).text;
+    expect(withScene, false, "no scene");
+    expect(withFolder, false, "no scene");
+    expect(withMore, false, "no scene");
+
+    NewScene("First");
+    expect(withScene, true, "a scene");
+    expect(withFolder, false, "a scene");
+    expect(withMore, false, "a scene");
+
+    prompter.Answer(std::string("walk"));
+    doc->OnAssetsNewfolder();
+    expect(withFolder, true, "a folder");
+    expect(withMore, false, "a folder");
+
+    prompter.Answer(std::string("Back"));
+    Frame().Action(XsheetAddLevel)->trigger();
+    expect({EditUndo, XsheetDeleteLevel, XsheetSwapLevels}, true, "two levels");
+}
+
+TEST_F(CMainFrameTest, StatusPanesAndTitleFollowTheScene) {
+    EXPECT_EQ(Frame().windowTitle(), "* No Scene Open * - Personal Velmor");
+    EXPECT_EQ(Pane("camera mode") + Pane("current frame") + Pane("total frames"), "");
+    NewScene("First", 12);
+    Frame().UpdateCommands();
+    EXPECT_EQ(Frame().windowTitle(), "First - Personal Velmor");
+    EXPECT_EQ(Pane("camera mode"), "Mode : MOVE");
+    EXPECT_EQ(Pane("current frame"), "Current Frm : 1");
+    EXPECT_EQ(Pane("total frames"), "Total Frm : 12");
+    Frame().Action(CommandId::CameraZoomMode)->trigger();
+    doc->SetCursorY(4);
+    Frame().UpdateCommands();
+    EXPECT_EQ(Pane("camera mode"), "Mode : ZOOM");
+    EXPECT_EQ(Pane("current frame"), "Current Frm : 5");
+    EXPECT_TRUE(Frame().Action(CommandId::CameraZoomMode)->isChecked());
+    EXPECT_FALSE(Frame().Action(CommandId::CameraMoveMode)->isChecked());
+}
+
+TEST_F(CMainFrameTest, KeysReachTheirCommands) {
+    NewScene("First");
+    prompter.Answer(std::string("Back"));
+    QTest::keyClick(&Frame(), Qt::Key_Insert);
+    EXPECT_EQ(doc->GetLevelCount(), 2);
+    QTest::keyClick(&Frame(), Qt::Key_Backspace, Qt::AltModifier);
+    EXPECT_EQ(doc->GetLevelCount(), 1);
+    QTest::keyClick(&Frame(), Qt::Key_F7);
+    EXPECT_EQ(doc->Model().inputMode, InputMode::Zoom);
+}
+
+TEST_F(CMainFrameTest, ViewCommandsDivideTheStackedPanes) {
+    const auto heights = [this] {
+        QCoreApplication::processEvents();
+        return std::array{Frame().CameraPane().parentWidget()->height(),
+                          Frame().XsheetPane().parentWidget()->height(),
+                          Frame().CelPane().parentWidget()->height()};
+    };
+    Frame().resize(1200, 800);
+    Frame().Action(CommandId::ViewCamera)->trigger();
+    EXPECT_EQ(heights()[1], leastPane);
+    EXPECT_EQ(heights()[2], leastPane);
+    EXPECT_GT(heights()[0], 500);
+    Frame().Action(CommandId::ViewCelEditor)->trigger();
+    EXPECT_EQ(heights()[0], leastPane);
+    EXPECT_GT(heights()[2], 500);
+    Frame().Action(CommandId::ViewCameraAndXsheet)->trigger();
+    const auto shared = heights();
+    EXPECT_GT(shared[0], 250);
+    EXPECT_GT(shared[1], 250);
+    EXPECT_EQ(shared[2], leastPane);
+    Frame().resize(1200, 700);
+    EXPECT_EQ(heights()[2], leastPane) << "a window of another size keeps the arrangement";
+}
+
+TEST_F(CMainFrameTest, LayoutIsRememberedAndLeavingSavesTheScene) {
+    NewScene("First");
+    Frame().resize(1111, 777);
+    Frame().Action(CommandId::ViewXsheet)->trigger();
+    Frame().Action(CommandId::ViewStatusBar)->trigger();
+    prompter.Answer(std::string("Back"));
+    doc->OnXsheetAddlevel();
+    EXPECT_TRUE(Frame().close());
+    EXPECT_FALSE(doc->Model().undo.has_value()) << "saved";
+    EndFrame();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(Frame().size(), QSize(1111, 777));
+    EXPECT_FALSE(Frame().IsStatusBarShown());
+    EXPECT_EQ(Frame().CameraPane().parentWidget()->height(), leastPane);
+}
+
+TEST_F(CMainFrameTest, ASceneThatCannotBeSavedIsNotLeftUnasked) {
+    NewScene("First");
+    // A folder in the file's place cannot be replaced, whoever runs the test.
+    const Path sheet = SceneFolder("First") / "First.xsheet";
+    std::filesystem::remove(sheet);
+    std::filesystem::create_directories(sheet / "in the way");
+    Frame();
+    prompter.confirmations = {false};
+    EXPECT_FALSE(Frame().close());
+    EXPECT_TRUE(Frame().isVisible());
+    prompter.confirmations = {true};
+    EXPECT_TRUE(Frame().close());
+}
+
+TEST_F(CMainFrameTest, AMissingManualIsReported) {
+    Frame().Action(CommandId::HelpManual)->trigger();
+    EXPECT_EQ(prompter.velmorMessages.back(),
+              "Failed to open the online manual!\nManual.pdf not found or Adobe Acrobat "
+              "Reader not Installed!\n Error Code :2");
+}
+
+} // namespace velmor::testing
