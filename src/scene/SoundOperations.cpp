@@ -115,7 +115,8 @@ void CSoundOperations::OnSourcesImportsound() {
     if (files.empty())
         return;
     CWaveSound wave;
-    if (!m_context.Report(ReadWaveFile(files.front(), wave)))
+    if (!m_context.Report(ReadWaveFile(files.front(), wave)) ||
+        !m_context.Require(!m_canPlay || m_canPlay(), "There are no audio devices to play this sound!"))
         return;
     if (const std::optional<std::string> name = AskSoundName())
         StoreSound(*name, wave.rate, wave.samples);

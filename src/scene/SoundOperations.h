@@ -3,6 +3,7 @@
 #include "scene/SceneContext.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -14,6 +15,8 @@ namespace velmor {
 class CSoundOperations {
 public:
     explicit CSoundOperations(CSceneContext context) : m_context(context) {}
+    /// Asked by the import command, which refuses a sound that nothing here can play. Without it all are taken.
+    void SetCanPlay(std::function<bool()> canPlay) { m_canPlay = std::move(canPlay); }
 
     /// On failure `samples` is empty.
     bool LoadSound(const std::string& name, std::vector<std::uint8_t>& samples) const;
@@ -47,6 +50,7 @@ private:
     bool CanDropSound(int frame) const;
 
     CSceneContext m_context;
+    std::function<bool()> m_canPlay;
 };
 
 } // namespace velmor

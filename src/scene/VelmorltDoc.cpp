@@ -47,6 +47,7 @@ private:
 struct CVelmorltDoc::CParts {
     CParts(IPrompter& prompter, CProfile& profile) : context{model, prompter, views, profile} {
         views.Add(toldFaults);
+        sounds.SetCanPlay([this] { return audio->Output().CanPlay(); });
     }
 
     CSceneModel model;

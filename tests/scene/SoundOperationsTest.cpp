@@ -102,6 +102,20 @@ TEST_F(CSoundOperationsTest, ASoundThatCannotBeLoadedLeavesNoTrack) {
     EXPECT_EQ("Internal Error : Scene not open at PrepareSoundBuffer", prompter.messages.back());
 }
 
+TEST_F(CSoundOperationsTest, TheImportCommandRefusesWhatNothingCanPlay) {
+    const Path wave = MakeWave("clap.wav", 11025, Bytes(100, 5));
+    bool hasDevice = false;
+    sounds.SetCanPlay([&] { return hasDevice; });
+    prompter.Answer(std::vector<Path>{wave});
+    sounds.OnSourcesImportsound();
+    EXPECT_EQ(prompter.TakeMessages(), Texts{"There are no audio devices to play this sound!"});
+    hasDevice = true;
+    prompter.Answer(std::vector<Path>{wave});
+    prompter.Answer(std::string("Clap"));
+    sounds.OnSourcesImportsound();
+    EXPECT_TRUE(FileExists(model.Paths().SoundFile("Clap")));
+}
+
 TEST_F(CSoundOperationsTest, ImportsAWaveUnderTheNameAsked) {
     std::filesystem::remove_all(model.Paths().SoundsFolder());
     const Path wave = MakeWave("a.wav", 11025, Bytes(1000, 5));

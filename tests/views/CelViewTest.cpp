@@ -331,7 +331,7 @@ TEST_F(CelViewTest, ColorKeyNeedsAPicture) {
     EditCel();
     view.ColorKey();
     EXPECT_EQ(prompter.TakeMessages(),
-              std::vector<std::string>{"Internal error : no picture image loaded in CCelView::ColorKey"});
+              std::vector<std::string>{"Internal Error : no picture image loaded in CCelView::ColorKey"});
     EXPECT_EQ(view.PendingPick(), CelPick::Nothing);
     EditPicture();
     Image().SetColorAt(40, height - 1 - 40, {10, 20, 30, 255});

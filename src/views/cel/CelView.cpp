@@ -187,7 +187,7 @@ void CCelView::ColorKey() {
         StartPick(CelPick::ColorKey);
         return;
     }
-    m_prompter.ShowMessage("Internal error : no picture image loaded in CCelView::ColorKey");
+    m_prompter.ShowMessage("Internal Error : no picture image loaded in CCelView::ColorKey");
     TellState();
 }
 
