@@ -53,7 +53,7 @@ private:
 
     void Expose(int frame, CSize size) {
         for (int level = 0; level < celLevels; ++level) {
-            CXSheetCel& cel = data.xsheet.Cel(level, frame);
+            CXSheetCel& cel = data.xsheet.MutableCel(level, frame);
             const int drawing = frame / 2 % drawings + 1;
             static_cast<void>(cel.Set(folder.Path(), FolderOf(level), std::to_string(drawing), size));
             const double scale = 0.9 + 0.002 * frame + 0.05 * level;
@@ -61,8 +61,8 @@ private:
                               0.3 - 0.005 * frame - 0.1 * level});
         }
         static_cast<void>(
-            data.xsheet.Cel(celLevels, frame).Set(folder.Path(), std::string(picturesFolder), "back", size));
-        data.camera.At(frame) = {0.3 * frame, 0.1 * frame, 0, 1 + 0.002 * frame};
+            data.xsheet.MutableCel(celLevels, frame).Set(folder.Path(), std::string(picturesFolder), "back", size));
+        data.camera.MutableAt(frame) = {0.3 * frame, 0.1 * frame, 0, 1 + 0.002 * frame};
     }
 };
 

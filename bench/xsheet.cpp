@@ -1,11 +1,13 @@
-// Loading and saving of the largest xsheet that editing allows, the copy that undo keeps of it, and its edits.
+// Loading and saving of the largest xsheet that editing allows, what a kept state of it costs, and its edits.
 
 #include "xsheet/XSheetFile.h"
 
 #include <benchmark/benchmark.h>
 #include <filesystem>
+#include <malloc.h>
 #include <string>
 #include <unistd.h>
+#include <vector>
 
 using namespace velmor;
 
@@ -18,7 +20,7 @@ CXSheetData LargestSheet() {
     for (int level = 0; level + 1 < CXSheet::mostLevels; ++level) {
         data.xsheet.SetLevelName(level, "Level " + std::to_string(level));
         for (int frame = 0; frame < CXSheet::mostFrames; ++frame)
-            data.xsheet.Cel(level, frame) =
+            data.xsheet.MutableCel(level, frame) =
                 CXSheetCel::FromFile("walk" + std::to_string(level), std::to_string(frame / 2 + 1),
                                      {frame * 0.5, level * 10.0, 1, 1, 0.01 * frame}, 0, 1, 1, {768, 576});
     }
@@ -51,12 +53,27 @@ void SaveSheet(benchmark::State& state) {
     std::filesystem::remove(file);
 }
 
-void CopyForUndo(benchmark::State& state) {
-    const CXSheetData data = LargestSheet();
+// What a step of a history costs: the state before it is kept, then one cell changes.
+void KeepStateAndEditCell(benchmark::State& state) {
+    CXSheetData data = LargestSheet();
+    std::vector<CXSheet> kept;
+    kept.reserve(1000);
+    const std::size_t before = ::mallinfo2().uordblks;
+    std::size_t bytes = 0;
+    int frame = 0;
     for (auto _ : state) {
-        CXSheet copy = data.xsheet;
-        benchmark::DoNotOptimize(copy);
+        if (kept.size() == kept.capacity()) {
+            bytes = (::mallinfo2().uordblks - before) / kept.size();
+            state.PauseTiming();
+            kept.clear();
+            state.ResumeTiming();
+        }
+        kept.push_back(data.xsheet);
+        frame = (frame + 7) % CXSheet::mostFrames;
+        if (!data.xsheet.MutableCel(frame % (CXSheet::mostLevels - 1), frame).Move(1, 1))
+            state.SkipWithError("not moved");
     }
+    state.counters["bytes_a_state"] = static_cast<double>(bytes);
 }
 
 void ExpandAndCondense(benchmark::State& state) {
@@ -70,7 +87,7 @@ void ExpandAndCondense(benchmark::State& state) {
 
 BENCHMARK(LoadSheet)->Unit(benchmark::kMillisecond);
 BENCHMARK(SaveSheet)->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK(CopyForUndo)->Unit(benchmark::kMillisecond);
+BENCHMARK(KeepStateAndEditCell)->Unit(benchmark::kMicrosecond);
 BENCHMARK(ExpandAndCondense)->Unit(benchmark::kMillisecond);
 
 } // namespace

@@ -73,17 +73,17 @@ bool CCameraOperations::ProcessCamInput(int dx, int dy) {
     if (!m_context.Require(model.sceneOpen, "Scene not open at ProcessCamInput"))
         return false;
     const int frame = model.cursorFrame;
-    CCameraFrame& camera = model.camera.At(frame);
     const CPoint motion{dx, dy};
-    const CPoint moved = RotatePoint(motion, camera.rotation);
+    const CPoint moved = RotatePoint(motion, model.camera.At(frame).rotation);
     bool changed = false;
     for (int level = 0; level < model.xsheet.LevelCount(); ++level) {
-        CXSheetCel& cel = model.xsheet.Cel(level, frame);
-        if (model.moveSelection.IsLevelSelected(level) && cel.IsUsed())
-            changed |= static_cast<bool>(ApplyInput(cel, model.inputMode, motion, moved));
+        if (model.moveSelection.IsLevelSelected(level) && model.xsheet.Cel(level, frame).IsUsed())
+            changed |= static_cast<bool>(
+                ApplyInput(model.xsheet.MutableCel(level, frame), model.inputMode, motion, moved));
         // Inside the loop on purpose: the camera moves once for every level of the xsheet.
         if (model.moveSelection.IsCameraSelected()) {
-            ApplyCameraInput(camera, model.inputMode, dx, dy, model.geometry.width, model.geometry.height);
+            ApplyCameraInput(model.camera.MutableAt(frame), model.inputMode, dx, dy, model.geometry.width,
+                             model.geometry.height);
             m_context.Update(UpdateHint::Cells);
             changed = true;
         }
@@ -132,13 +132,12 @@ void CCameraOperations::OnXsheetEditcameradata() {
     CSceneModel& model = m_context.model;
     if (!model.sceneOpen)
         return;
-    CCameraFrame& camera = model.camera.At(model.cursorFrame);
     const std::optional<CCameraForm> form =
-        m_context.prompter.AskCameraData({model.cursorFrame + 1, CameraFormOf(camera)});
+        m_context.prompter.AskCameraData({model.cursorFrame + 1, CameraFormOf(model.camera.At(model.cursorFrame))});
     if (!form)
         return;
     m_context.TakeSnapshot();
-    camera = CameraOf(*form);
+    model.camera.MutableAt(model.cursorFrame) = CameraOf(*form);
     m_context.Update(cellsAndPictureHint);
 }
 

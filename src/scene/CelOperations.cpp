@@ -14,10 +14,10 @@ namespace {
 constexpr CInbetweenDialog levelDialog{5, setting::lastInbetweenSource, setting::lastInbetweenType};
 
 // A used cell of the cursor frame; null when there is none on that level.
-CXSheetCel* UsedCel(CSceneModel& model, int level) {
+const CXSheetCel* UsedCel(const CSceneModel& model, int level) {
     if (!model.xsheet.HasLevel(level) || !model.xsheet.HasFrame(model.cursorFrame))
         return nullptr;
-    CXSheetCel& cel = model.xsheet.Cel(level, model.cursorFrame);
+    const CXSheetCel& cel = model.xsheet.Cel(level, model.cursorFrame);
     return cel.IsUsed() ? &cel : nullptr;
 }
 
@@ -28,7 +28,7 @@ CCelIdentity IdentityOf(const CSceneModel& model, int level, const CXSheetCel& c
 } // namespace
 
 std::optional<std::array<CPoint, 4>> CCelOperations::GetXSheetCelPoints(int level) const {
-    CSceneModel& model = m_context.model;
+    const CSceneModel& model = m_context.model;
     if (!m_context.Require(model.sceneOpen, "Internal Error : GetXSheetCelPoints called with no scene open") ||
         !m_context.Require(model.xsheet.HasLevel(level),
                            "Internal Error : levelno out of range in GetXSheetCelPoints"))
@@ -51,14 +51,14 @@ void CCelOperations::OnXsheetEditceldata() {
     CSceneModel& model = m_context.model;
     if (!CanEditCelData(m_context.model))
         return;
-    CXSheetCel& cel = *UsedCel(model, model.cursorLevel);
+    const CXSheetCel& cel = *UsedCel(model, model.cursorLevel);
     const std::optional<CCelDataForm> form = m_context.prompter.AskCelData(
         {IdentityOf(model, model.cursorLevel, cel), CelDataFormOf(cel),
          [this](const CCelDataForm& values) { return m_context.Report(CheckCelDataForm(values)); }});
     if (!form)
         return;
     m_context.TakeSnapshot();
-    ApplyCelDataForm(*form, cel);
+    ApplyCelDataForm(*form, model.xsheet.MutableCel(model.cursorLevel, model.cursorFrame));
     m_context.Update(pictureHint);
 }
 
@@ -67,7 +67,7 @@ void CCelOperations::OnXSheetDoTrans(int level) {
     if (!model.sceneOpen ||
         !m_context.Require(model.xsheet.HasLevel(level), "Internal Error : lvlno out of range in OnXSheetDoTrans"))
         return;
-    CXSheetCel* cel = UsedCel(model, level);
+    const CXSheetCel* cel = UsedCel(model, level);
     if (cel == nullptr)
         return;
     const std::optional<double> transparency = m_context.prompter.AskTransparency(
@@ -76,7 +76,7 @@ void CCelOperations::OnXSheetDoTrans(int level) {
     if (!transparency)
         return;
     m_context.TakeSnapshot();
-    m_context.Report(cel->SetTrans(*transparency));
+    m_context.Report(model.xsheet.MutableCel(level, model.cursorFrame).SetTrans(*transparency));
     m_context.Update(pictureHint);
 }
 
@@ -85,7 +85,7 @@ void CCelOperations::OnXSheetDoBlur(int level) {
     if (!model.sceneOpen ||
         !m_context.Require(model.xsheet.HasLevel(level), "Internal Error : lvlno out of range in OnXSheetDoBlur"))
         return;
-    CXSheetCel* cel = UsedCel(model, level);
+    const CXSheetCel* cel = UsedCel(model, level);
     if (cel == nullptr)
         return;
     const std::optional<CBlurForm> form = m_context.prompter.AskBlur(
@@ -94,7 +94,7 @@ void CCelOperations::OnXSheetDoBlur(int level) {
     if (!form)
         return;
     m_context.TakeSnapshot();
-    ApplyBlurForm(*form, *cel);
+    ApplyBlurForm(*form, model.xsheet.MutableCel(level, model.cursorFrame));
     m_context.Update(pictureHint);
 }
 

@@ -33,8 +33,7 @@ struct CSceneContext {
     }
     /// Copies what undo brings back.
     void TakeSnapshot() const {
-        model.undo =
-            CXSheetSnapshot{model.xsheet, model.camera.FirstFrames(model.xsheet.FrameCount()), model.sounds};
+        model.undo = CXSheetSnapshot{model.xsheet, model.camera, model.sounds};
     }
 };
 

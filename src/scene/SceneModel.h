@@ -20,7 +20,7 @@ namespace velmor {
 /// What undo brings back. The move flags of the levels are not part of it.
 struct CXSheetSnapshot {
     CXSheet xsheet;
-    std::vector<CCameraFrame> camera; ///< the xsheet's frames
+    CCameraTrack camera; ///< of the xsheet's frames
     CSoundPlacements sounds;
 };
 

@@ -188,7 +188,7 @@ void CXSheetOperations::OnEditUndo() {
     CXSheetSnapshot snapshot = std::move(*model.undo);
     model.undo.reset();
     model.xsheet = std::move(snapshot.xsheet);
-    model.camera.SetFirstFrames(snapshot.camera);
+    model.camera.SetFirstFrames(snapshot.camera, model.xsheet.FrameCount());
     model.sounds = std::move(snapshot.sounds);
     // The sheet may be smaller than the one that cursor and selection were set on (frames or levels had been
     // added); the views index it with both as soon as they hear of the change.
@@ -247,7 +247,7 @@ void CXSheetOperations::FillWithSelectedAssets(int level, int frame, int held) {
         CXSheetCel cel;
         m_context.Report(cel.Set(model.Paths().SceneFolder(), folder, asset, model.geometry.Frame()));
         for (; frame < end; ++frame)
-            model.xsheet.Cel(level, frame) = cel;
+            model.xsheet.MutableCel(level, frame) = cel;
     }
 }
 

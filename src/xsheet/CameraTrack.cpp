@@ -3,7 +3,6 @@
 #include "xsheet/CelGeometry.h"
 #include "xsheet/Truncate.h"
 
-#include <algorithm>
 #include <cmath>
 
 namespace velmor {
@@ -24,12 +23,10 @@ void Zoom(double& zoom, int dx, int dy, int frameWidth, int frameHeight) {
 
 } // namespace
 
-std::vector<CCameraFrame> CCameraTrack::FirstFrames(int count) const {
-    return {m_frames.begin(), m_frames.begin() + std::clamp(count, 0, capacity)};
-}
-
-void CCameraTrack::SetFirstFrames(std::span<const CCameraFrame> frames) {
-    std::ranges::copy(frames.first(std::min(frames.size(), m_frames.size())), m_frames.begin());
+void CCameraTrack::SetFirstFrames(const CCameraTrack& other, int count) {
+    for (int frame = 0; frame < count; ++frame)
+        if (At(frame) != other.At(frame))
+            MutableAt(frame) = other.At(frame);
 }
 
 int RotationInDegrees(double radians) {

@@ -1,9 +1,8 @@
 #pragma once
 
-#include <array>
+#include "platform/Shared.h"
+
 #include <cstddef>
-#include <span>
-#include <vector>
 
 namespace velmor {
 
@@ -20,25 +19,25 @@ struct CCameraFrame {
 /// What camera input and mouse drags change.
 enum class InputMode { Move = 0, Rotate = 1, Zoom = 2 };
 
-/// The camera's value for every frame that an xsheet can have.
+/// The camera's value for every frame that an xsheet can have. Copies share what they have in common.
 class CCameraTrack {
 public:
     static constexpr int capacity = 2000;
 
-    CCameraTrack() : m_frames(capacity) {}
+    CCameraTrack() { m_frames.resize(capacity); }
 
     /// `frame` 0 to capacity - 1.
     const CCameraFrame& At(int frame) const { return m_frames[static_cast<std::size_t>(frame)]; }
-    CCameraFrame& At(int frame) { return m_frames[static_cast<std::size_t>(frame)]; }
-    void Reset() { m_frames.assign(capacity, CCameraFrame{}); }
-    /// The first frames, for snapshots.
-    std::vector<CCameraFrame> FirstFrames(int count) const;
-    void SetFirstFrames(std::span<const CCameraFrame> frames);
+    /// The value to be written, valid until the track is copied.
+    CCameraFrame& MutableAt(int frame) { return m_frames.Change(static_cast<std::size_t>(frame)); }
+    void Reset() { *this = CCameraTrack(); }
+    /// Takes the first `count` frames, 0 to capacity, of another track.
+    void SetFirstFrames(const CCameraTrack& other, int count);
 
     bool operator==(const CCameraTrack&) const = default;
 
 private:
-    std::vector<CCameraFrame> m_frames;
+    CSharedVector<CCameraFrame, 32> m_frames;
 };
 
 /// Truncated degrees of a rotation.

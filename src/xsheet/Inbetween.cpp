@@ -75,7 +75,7 @@ private:
 void InbetweenTrack(CCameraTrack& camera, CInbetweenKeys keys, InbetweenType type, double CCameraFrame::*value) {
     const CBetweenValues between(type, keys, camera.At(keys.first).*value, camera.At(keys.last).*value);
     for (int frame = keys.first + 1; frame < EndOfWriting(keys, type); ++frame)
-        camera.At(frame).*value = between.At(frame);
+        camera.MutableAt(frame).*value = between.At(frame);
 }
 
 /// The keys and the used cells between them on one level.
@@ -105,8 +105,8 @@ private:
     template<class Change>
     void ForEachUsedCel(Change change) {
         for (int frame = m_keys.first + 1; frame < EndOfWriting(m_keys, m_type); ++frame)
-            if (CXSheetCel& cel = m_xsheet.Cel(m_level, frame); cel.IsUsed())
-                static_cast<void>(change(cel, frame)); // fails on empty cells only
+            if (m_xsheet.Cel(m_level, frame).IsUsed())
+                static_cast<void>(change(m_xsheet.MutableCel(m_level, frame), frame)); // fails on empty cells only
     }
 
     CXSheet& m_xsheet;

@@ -47,8 +47,24 @@ CXSheet::CXSheet() : CXSheet(1, defaultFrames) {
     SetLevelName(0, "Default");
 }
 
-CXSheet::CXSheet(int levels, int frames) : m_levels(static_cast<std::size_t>(levels)) {
-    SetFrameCount(frames);
+CXSheet::CXSheet(int levels, int frames) : m_frameCount(frames) {
+    CLevel empty;
+    empty.cels.resize(static_cast<std::size_t>(frames));
+    m_levels.assign(static_cast<std::size_t>(levels), CShared(std::move(empty)));
+}
+
+template<class Edit>
+void CXSheet::EditLevel(int level, Edit edit) {
+    CLevel& changed = m_levels[static_cast<std::size_t>(level)].Change();
+    std::vector<CXSheetCel> cels = changed.cels.All();
+    edit(cels);
+    changed.cels.Assign(std::move(cels));
+}
+
+template<class Edit>
+void CXSheet::EditLevels(const CXSheetSelection& selection, Edit edit) {
+    for (int level = selection.startLevel; level <= selection.endLevel; ++level)
+        EditLevel(level, edit);
 }
 
 std::string CXSheet::CelText(int level, int frame) const {
@@ -63,8 +79,9 @@ std::string CXSheet::CelText(int level, int frame) const {
 bool CXSheet::AddLevel(std::string name) {
     if (LevelCount() >= mostLevels)
         return false;
-    m_levels.insert(m_levels.begin(),
-                    {std::move(name), std::vector<CXSheetCel>(static_cast<std::size_t>(m_frameCount))});
+    CLevel level{std::move(name), {}};
+    level.cels.resize(static_cast<std::size_t>(m_frameCount));
+    m_levels.emplace(m_levels.begin(), std::move(level));
     return true;
 }
 
@@ -77,8 +94,8 @@ void CXSheet::SwapLevels(int a, int b) {
 }
 
 void CXSheet::SetFrameCount(int frames) {
-    for (CLevel& level : m_levels)
-        level.cels.resize(static_cast<std::size_t>(frames));
+    for (CShared<CLevel>& level : m_levels)
+        level.Change().cels.resize(static_cast<std::size_t>(frames));
     m_frameCount = frames;
 }
 
@@ -96,7 +113,7 @@ CCelClipboard CXSheet::Copy(const CXSheetSelection& selection) const {
 void CXSheet::ClearCels(const CXSheetSelection& selection) {
     for (int level = selection.startLevel; level <= selection.endLevel; ++level)
         for (int frame = selection.startFrame; frame <= selection.endFrame; ++frame)
-            Cel(level, frame).Clear();
+            MutableCel(level, frame).Clear();
 }
 
 void CXSheet::Paste(const CCelClipboard& clipboard, int level, int frame) {
@@ -104,45 +121,47 @@ void CXSheet::Paste(const CCelClipboard& clipboard, int level, int frame) {
     const int height = std::min(clipboard.height, FrameCount() - frame);
     for (int row = 0; row < height; ++row)
         for (int column = 0; column < width; ++column)
-            Cel(level + column, frame + row) =
+            MutableCel(level + column, frame + row) =
                 clipboard.cels[static_cast<std::size_t>(row) * static_cast<std::size_t>(clipboard.width) +
                                static_cast<std::size_t>(column)];
 }
 
 void CXSheet::Reverse(const CXSheetSelection& selection) {
-    for (int level = selection.startLevel; level <= selection.endLevel; ++level) {
-        const auto cels = CelsOf(level).begin();
-        std::reverse(cels + selection.startFrame, cels + selection.endFrame + 1);
-    }
+    EditLevels(selection, [&](std::vector<CXSheetCel>& cels) {
+        std::reverse(cels.begin() + selection.startFrame, cels.begin() + selection.endFrame + 1);
+    });
 }
 
 void CXSheet::Condense(const CXSheetSelection& selection) {
-    for (int level = selection.startLevel; level <= selection.endLevel; ++level)
-        CondenseCels(CelsOf(level), static_cast<std::size_t>(selection.startFrame),
+    EditLevels(selection, [&](std::vector<CXSheetCel>& cels) {
+        CondenseCels(cels, static_cast<std::size_t>(selection.startFrame),
                      static_cast<std::size_t>(selection.endFrame));
+    });
 }
 
 void CXSheet::Expand(const CXSheetSelection& selection) {
-    for (int level = selection.startLevel; level <= selection.endLevel; ++level)
-        ExpandCels(CelsOf(level), static_cast<std::size_t>(selection.startFrame),
+    EditLevels(selection, [&](std::vector<CXSheetCel>& cels) {
+        ExpandCels(cels, static_cast<std::size_t>(selection.startFrame),
                    static_cast<std::size_t>(selection.endFrame));
+    });
 }
 
 void CXSheet::InsertFrames(int level, int frame, int count) {
-    std::vector<CXSheetCel>& cels = CelsOf(level);
-    const auto from = cels.begin() + frame;
-    const int inserted = std::min(count, m_frameCount - frame);
-    std::move_backward(from, cels.end() - inserted, cels.end());
-    std::for_each(from, from + inserted, [](CXSheetCel& cel) { cel.Clear(); });
+    EditLevel(level, [&](std::vector<CXSheetCel>& cels) {
+        const auto from = cels.begin() + frame;
+        const int inserted = std::min(count, m_frameCount - frame);
+        std::move_backward(from, cels.end() - inserted, cels.end());
+        std::for_each(from, from + inserted, [](CXSheetCel& cel) { cel.Clear(); });
+    });
 }
 
 template<class Matches, class Change>
 int CXSheet::ChangeCels(Matches matches, Change change) {
     int count = 0;
-    for (CLevel& level : m_levels)
-        for (CXSheetCel& cel : level.cels)
-            if (cel.IsUsed() && matches(cel)) {
-                change(cel);
+    for (int level = 0; level < LevelCount(); ++level)
+        for (int frame = 0; frame < m_frameCount; ++frame)
+            if (Cel(level, frame).IsUsed() && matches(Cel(level, frame))) {
+                change(MutableCel(level, frame));
                 ++count;
             }
     return count;

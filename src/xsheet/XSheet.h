@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Shared.h"
 #include "xsheet/XSheetCel.h"
 
 #include <string>
@@ -30,6 +31,9 @@ struct CCelClipboard {
 
 /// The grid of the exposure sheet: levels by frames, level 0 in front. Indices are 0-based and must be in range;
 /// the document checks them. Knows no messages, cursor or undo.
+///
+/// Copies share what they have in common, so that keeping a state of the largest sheet costs a pointer a level, and
+/// changing a cell afterwards a few kilobytes.
 class CXSheet {
 public:
     static constexpr int mostLevels = 49;
@@ -50,14 +54,15 @@ public:
     bool HasFrame(int frame) const { return frame >= 0 && frame < m_frameCount; }
 
     const CXSheetCel& Cel(int level, int frame) const {
-        return m_levels[static_cast<std::size_t>(level)].cels[static_cast<std::size_t>(frame)];
+        return m_levels[static_cast<std::size_t>(level)]->cels[static_cast<std::size_t>(frame)];
     }
-    CXSheetCel& Cel(int level, int frame) {
-        return m_levels[static_cast<std::size_t>(level)].cels[static_cast<std::size_t>(frame)];
+    /// The cell to be written, valid until the sheet is copied.
+    CXSheetCel& MutableCel(int level, int frame) {
+        return m_levels[static_cast<std::size_t>(level)].Change().cels.Change(static_cast<std::size_t>(frame));
     }
-    const std::string& LevelName(int level) const { return m_levels[static_cast<std::size_t>(level)].name; }
+    const std::string& LevelName(int level) const { return m_levels[static_cast<std::size_t>(level)]->name; }
     void SetLevelName(int level, std::string name) {
-        m_levels[static_cast<std::size_t>(level)].name = std::move(name);
+        m_levels[static_cast<std::size_t>(level)].Change().name = std::move(name);
     }
 
     /// Text of a cell: folder and cel name joined, a picture's name alone, the ditto mark for a held drawing, empty
@@ -146,19 +151,28 @@ public:
     bool operator==(const CXSheet&) const = default;
 
 private:
+    /// Few pieces are few pointers to copy with a level, small ones few cells: together they are least at about the
+    /// root of the frames.
+    static constexpr std::size_t celsInPiece = 16;
+
     struct CLevel {
         std::string name;
-        std::vector<CXSheetCel> cels;
+        CSharedVector<CXSheetCel, celsInPiece> cels;
 
         bool operator==(const CLevel&) const = default;
     };
 
-    std::vector<CXSheetCel>& CelsOf(int level) { return m_levels[static_cast<std::size_t>(level)].cels; }
+    /// Has edit(cels) change all cells of a level.
+    template<class Edit>
+    void EditLevel(int level, Edit edit);
+    /// The same for each level of a selection.
+    template<class Edit>
+    void EditLevels(const CXSheetSelection& selection, Edit edit);
     /// Changes the cells for which matches(cel) holds; returns how many.
     template<class Matches, class Change>
     int ChangeCels(Matches matches, Change change);
 
-    std::vector<CLevel> m_levels;
+    std::vector<CShared<CLevel>> m_levels;
     int m_frameCount = 0;
 };
 

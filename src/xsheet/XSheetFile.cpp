@@ -86,7 +86,8 @@ bool ReadCamera(CArchiveReader& reader, int frames, CCameraTrack& camera) {
     if (reader.Remaining() / cameraBytes < static_cast<std::size_t>(frames))
         return false;
     for (int frame = 0; frame < frames; ++frame)
-        camera.At(frame) = ReadCamera(reader);
+        if (const CCameraFrame value = ReadCamera(reader); value != CCameraFrame())
+            camera.MutableAt(frame) = value;
     return true;
 }
 
@@ -98,7 +99,9 @@ bool ReadLevels(CArchiveReader& reader, int levels, int frames, CXSheet& xsheet)
     for (int level = 0; level < levels; ++level) {
         xsheet.SetLevelName(level, reader.ReadString());
         for (int frame = 0; frame < frames && !reader.Failed(); ++frame)
-            xsheet.Cel(level, frame) = ReadCel(reader);
+            // What was never used stays the piece of empty cells that all levels share.
+            if (CXSheetCel cel = ReadCel(reader); cel != CXSheetCel())
+                xsheet.MutableCel(level, frame) = std::move(cel);
     }
     return !reader.Failed();
 }

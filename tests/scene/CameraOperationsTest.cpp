@@ -17,7 +17,7 @@ protected:
         CXSheetScene::OnUpdate(hint);
         framesShown.push_back(model.cursorFrame);
     }
-    CCameraFrame& Camera(int frame = 0) { return model.camera.At(frame); }
+    CCameraFrame& Camera(int frame = 0) { return model.camera.MutableAt(frame); }
 
     CCameraOperations camera{Context(), sheet};
     std::vector<int> framesShown; // the cursor frame at each hint

@@ -20,7 +20,7 @@ TEST_F(CCelOperationsTest, OutlineAndCentreInTheCameraView) {
     model.cursorFrame = 5;
     EXPECT_EQ(cels.GetXSheetCelPoints(0),
               (std::array<CPoint, 4>{{{334, 238}, {434, 238}, {434, 338}, {334, 338}}}));
-    model.camera.At(5).panX = 10;
+    model.camera.MutableAt(5).panX = 10;
     EXPECT_EQ(cels.GetXSheetCelCentre(0, 5), (CPoint{394, 288}));
     EXPECT_FALSE(cels.GetXSheetCelCentre(0, 4).has_value());
     EXPECT_FALSE(cels.GetXSheetCelCentre(1, 5).has_value());
@@ -87,8 +87,8 @@ TEST_F(CCelOperationsTest, InbetweensTheCursorLevelFromUsedKeyToUsedKey) {
     model.selection = {0, 1, 0, 7};
     for (const int frame : {1, 2, 3, 5})
         Put(1, frame, "1");
-    static_cast<void>(model.xsheet.Cel(1, 1).SetPos(0, 0));
-    static_cast<void>(model.xsheet.Cel(1, 5).SetPos(100, 0));
+    static_cast<void>(model.xsheet.MutableCel(1, 1).SetPos(0, 0));
+    static_cast<void>(model.xsheet.MutableCel(1, 5).SetPos(100, 0));
     prompter.Answer(CInbetweenAnswer{true, {0, 0}});
     cels.OnXsheetInbetweenleveldata();
     const CInbetweenRequest request = std::any_cast<CInbetweenRequest>(prompter.lastRequest);

@@ -106,7 +106,7 @@ TEST_F(CXSheetOperationsTest, DeletesALevelAfterConfirmationAndBringsItBack) {
     EXPECT_EQ(TakeHints(), Hints{396});
 
     model.sounds.Place(3, "Gone");
-    model.camera.At(5).panX = 8;
+    model.camera.MutableAt(5).panX = 8;
     sheet.OnEditUndo();
     EXPECT_EQ(sheet.GetLevelName(1), "1");
     EXPECT_EQ(model.xsheet.Cel(1, 4), cel);

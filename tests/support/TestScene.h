@@ -32,7 +32,7 @@ public:
         for (int frame = 0; frame < frames; ++frame) {
             Expose(0, frame, "A", frame < 5 ? "1" : "2", 20 + 3 * frame, 24);
             Expose(2, frame, "_Pictures_", "back", 32, 24);
-            data.camera.At(frame) = {frame * 1.5, -frame * 0.5, frame * 0.02, 1 + frame * 0.05};
+            data.camera.MutableAt(frame) = {frame * 1.5, -frame * 0.5, frame * 0.02, 1 + frame * 0.05};
         }
         PlaceSound("tick", 2);
         Save();
@@ -41,8 +41,8 @@ public:
     void Save() const { EXPECT_TRUE(SaveXSheet(folder / (name + ".xsheet"), data)); }
 
     void Expose(int level, int frame, const std::string& celFolder, const std::string& cel, int x, int y) {
-        EXPECT_TRUE(data.xsheet.Cel(level, frame).Set(folder, celFolder, cel, data.geometry.Frame()));
-        static_cast<void>(data.xsheet.Cel(level, frame).SetPos(x, y));
+        EXPECT_TRUE(data.xsheet.MutableCel(level, frame).Set(folder, celFolder, cel, data.geometry.Frame()));
+        static_cast<void>(data.xsheet.MutableCel(level, frame).SetPos(x, y));
     }
 
     const std::filesystem::path folder;

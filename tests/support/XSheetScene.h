@@ -11,7 +11,7 @@ class CXSheetScene : public CSceneFixture {
 protected:
     /// A cell of folder "Man", 100 x 100 pixels at (384, 288).
     CXSheetCel& Put(int level, int frame, const std::string& name) {
-        return model.xsheet.Cel(level, frame) =
+        return model.xsheet.MutableCel(level, frame) =
                    CXSheetCel::FromFile("Man", name, {384, 288, 1, 1, 0}, 0, 1, 1, {100, 100});
     }
     /// The cel names of a level's first frames, a point for an empty cell.

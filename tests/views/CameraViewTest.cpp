@@ -289,7 +289,7 @@ TEST_F(CameraView, ComposesWhenToldOrWhenTheFrameHasChanged) {
 TEST_F(CameraView, PicturesAppearDuringAFastDrag) {
     scene.data.geometry.width = 2000;
     scene.data.geometry.height = 1500;
-    CXSheetCel& back = scene.data.xsheet.Cel(2, 0);
+    CXSheetCel& back = scene.data.xsheet.MutableCel(2, 0);
     ASSERT_TRUE(back.SetPos(1000, 750));
     ASSERT_TRUE(back.SetScale(60, 60));
     scene.Save();

@@ -92,8 +92,8 @@ TEST(InbetweenPlotTest, ShowsWhatIsWritten) {
     for (const InbetweenType type : {InbetweenType::Linear, InbetweenType::SlowOut, InbetweenType::SlowIn,
                                      InbetweenType::SlowOutSlowIn, InbetweenType::Constant}) {
         CCameraTrack camera;
-        camera.At(keys.first).rotation = 0;
-        camera.At(keys.last).rotation = 1;
+        camera.MutableAt(keys.first).rotation = 0;
+        camera.MutableAt(keys.last).rotation = 1;
         InbetweenCamera(camera, keys, CameraSource::Tilt, type);
         const std::vector<double> shape = InbetweenShape(type, keys);
         ASSERT_EQ(shape.size(), 14U);

@@ -71,9 +71,9 @@ TEST(Inbetween, LevelSourcesWriteTheirOwnFields) {
     for (const CCase& expected : cases) {
         CXSheet xsheet(1, 5);
         for (int frame = 0; frame < 4; ++frame)
-            xsheet.Cel(0, frame) =
+            xsheet.MutableCel(0, frame) =
                 CXSheetCel::FromFile("F", "1", {static_cast<double>(frame), 0, 1, 2, 0}, 0, 1, 1, {10, 10});
-        xsheet.Cel(0, 4) = CXSheetCel::FromFile("F", "1", {110, -20, 3, 1, 3}, 60, 9, 25, {10, 10});
+        xsheet.MutableCel(0, 4) = CXSheetCel::FromFile("F", "1", {110, -20, 3, 1, 3}, 60, 9, 25, {10, 10});
         const CXSheet before = xsheet;
         InbetweenLevel(xsheet, 0, {0, 4}, expected.source, InbetweenType::Linear);
         const CXSheetCel cel = xsheet.Cel(0, 2);
@@ -87,13 +87,13 @@ TEST(Inbetween, LevelSourcesWriteTheirOwnFields) {
 
 TEST(Inbetween, LevelsSkipEmptyCells) {
     CXSheet xsheet = SheetOf({"A.AAA"});
-    ASSERT_TRUE(xsheet.Cel(0, 4).SetPos(100, 8));
+    ASSERT_TRUE(xsheet.MutableCel(0, 4).SetPos(100, 8));
     InbetweenLevel(xsheet, 0, {0, 4}, LevelSource::Position, InbetweenType::Linear);
     EXPECT_EQ(xsheet.Cel(0, 1), CXSheetCel());
     EXPECT_EQ(xsheet.Cel(0, 2).PosX(), 50);
     EXPECT_EQ(xsheet.Cel(0, 3).PosX(), 75);
     EXPECT_EQ(xsheet.Cel(0, 3).PosY(), 6);
-    ASSERT_TRUE(xsheet.Cel(0, 0).SetPos(0.1, 0));
+    ASSERT_TRUE(xsheet.MutableCel(0, 0).SetPos(0.1, 0));
     InbetweenLevel(xsheet, 0, {0, 4}, LevelSource::Position, InbetweenType::Constant);
     EXPECT_EQ(xsheet.Cel(0, 1), CXSheetCel());
     EXPECT_EQ(xsheet.Cel(0, 3).PosX(), 0.1);
@@ -112,8 +112,8 @@ TEST(Inbetween, KeysAreFoundInward) {
 
 TEST(Inbetween, CameraSourcesWriteTheirOwnTracks) {
     CCameraTrack camera;
-    camera.At(10) = {0, 8, 0.1, 2};
-    camera.At(14) = {100, 0, 4.1, 4};
+    camera.MutableAt(10) = {0, 8, 0.1, 2};
+    camera.MutableAt(14) = {100, 0, 4.1, 4};
     InbetweenCamera(camera, {10, 14}, CameraSource::Pan, InbetweenType::Linear);
     EXPECT_NEAR(camera.At(11).panX, 25, 1e-3);
     EXPECT_NEAR(camera.At(13).panY, 2, 1e-3);

@@ -17,7 +17,7 @@ inline CXSheet SheetOf(const Rows& rows) {
         for (int frame = 0; frame < xsheet.FrameCount(); ++frame)
             if (const char letter = rows[static_cast<std::size_t>(level)][static_cast<std::size_t>(frame)];
                 letter != '.')
-                xsheet.Cel(level, frame) = CXSheetCel::FromFile(
+                xsheet.MutableCel(level, frame) = CXSheetCel::FromFile(
                     "F", std::string(1, letter), {static_cast<double>(frame), 0, 1, 1, 0}, 0, 1, 1, {10, 10});
     return xsheet;
 }

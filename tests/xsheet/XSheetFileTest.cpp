@@ -88,7 +88,8 @@ TEST(XSheetFile, KeepsEveryByteOfTextAndNumbers) {
         EXPECT_EQ(EncodeXSheet(data), file);
     }
     CXSheetData data;
-    data.xsheet.Cel(0, 99) = CXSheetCel::FromFile(std::string(255, 'f'), std::string(70000, 'c'), {}, 0, 1, 1, {});
+    data.xsheet.MutableCel(0, 99) =
+        CXSheetCel::FromFile(std::string(255, 'f'), std::string(70000, 'c'), {}, 0, 1, 1, {});
     CXSheetData again;
     ASSERT_TRUE(DecodeXSheet(EncodeXSheet(data), again));
     EXPECT_EQ(again, data);

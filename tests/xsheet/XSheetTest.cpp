@@ -26,7 +26,7 @@ void CondensePlainly(CXSheet& xsheet, int start, int end) {
             xsheet.Cel(0, f).ShowsSameAs(xsheet.Cel(0, f + 1)))
             continue;
         for (int i = f; i < last; ++i)
-            xsheet.Cel(0, i) = xsheet.Cel(0, i + 1);
+            xsheet.MutableCel(0, i) = xsheet.Cel(0, i + 1);
         --end;
     }
 }
@@ -37,7 +37,7 @@ void ExpandPlainly(CXSheet& xsheet, int start, int end) {
         if (f != end && xsheet.Cel(0, f).ShowsSameAs(xsheet.Cel(0, f + 1)))
             continue;
         for (int i = last; i > f; --i)
-            xsheet.Cel(0, i) = xsheet.Cel(0, i - 1);
+            xsheet.MutableCel(0, i) = xsheet.Cel(0, i - 1);
         ++f;
         ++end;
     }
@@ -144,18 +144,18 @@ TEST(XSheet, InsertedFramesPushTheRestDown) {
 
 TEST(XSheet, TextOfCells) {
     CXSheet xsheet = SheetOf({"AAB..A"});
-    xsheet.Cel(0, 5) = CXSheetCel::FromFile("_Pictures_", "sky", {}, 0, 1, 1, {});
+    xsheet.MutableCel(0, 5) = CXSheetCel::FromFile("_Pictures_", "sky", {}, 0, 1, 1, {});
     std::string text;
     for (int frame = 0; frame < 6; ++frame)
         text += xsheet.CelText(0, frame) + ",";
     EXPECT_EQ(text, "FA,\",FB,,,sky,");
-    xsheet.Cel(0, 1) = CXSheetCel::FromFile("G", "A", {}, 0, 1, 1, {});
+    xsheet.MutableCel(0, 1) = CXSheetCel::FromFile("G", "A", {}, 0, 1, 1, {});
     EXPECT_EQ(xsheet.CelText(0, 1), "GA");
 }
 
 TEST(XSheet, ReferencesFollowTheirAssets) {
     CXSheet xsheet = SheetOf({"AAB.", "BACA"});
-    xsheet.Cel(0, 3) = CXSheetCel::FromFile("G", "A", {}, 0, 1, 1, {});
+    xsheet.MutableCel(0, 3) = CXSheetCel::FromFile("G", "A", {}, 0, 1, 1, {});
     EXPECT_EQ(xsheet.ClearReferences("F", "A"), 4);
     EXPECT_EQ(RowsOf(xsheet), (Rows{"..BA", "B.C."}));
     EXPECT_EQ(xsheet.Cel(0, 0), CXSheetCel()); // nothing of the cell is left
