@@ -2,6 +2,7 @@
 
 #include "platform/SystemPaths.h"
 #include "scene/DialogRequests.h"
+#include "scene/EditedImage.h"
 #include "scene/NamingRules.h"
 #include "scene/PaletteOperations.h"
 #include "scene/SceneManager.h"
@@ -97,11 +98,7 @@ bool CSceneLifecycle::SaveXSheet() {
 }
 
 bool CSceneLifecycle::CloseEditedImage() {
-    CCelImg& image = m_context.model.celImg;
-    if (image.IsModified() && !m_context.Report(image.Save()))
-        return false;
-    image.Clear();
-    return true;
+    return CEditedImage(m_context).Close();
 }
 
 void CSceneLifecycle::AdoptXSheet(CXSheetData data) {

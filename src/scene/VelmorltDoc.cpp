@@ -9,6 +9,7 @@
 #include "scene/AssetTransforms.h"
 #include "scene/CameraOperations.h"
 #include "scene/CelOperations.h"
+#include "scene/EditedImage.h"
 #include "scene/FlipbookOperations.h"
 #include "scene/GrabOperations.h"
 #include "scene/ImportOperations.h"
@@ -603,6 +604,10 @@ void CVelmorltDoc::EditCel(const std::string& name) {
         m_parts->media.PlaySoundAsset(name);
     else
         m_parts->assets.EditCel(name);
+}
+
+bool CVelmorltDoc::SaveEditedImage() {
+    return CEditedImage(m_parts->context).Save();
 }
 
 void CVelmorltDoc::OnCelUpdatecamera() {

@@ -190,6 +190,9 @@ public:
     void OnAssetsFlip();
     void OnAssetsColorkey();
     void EditCel(const std::string& name);
+    /// Writes the image under edit to its file when it has changes, and has the camera picture composed again; keeps
+    /// it open. Shows what went wrong, with the file; true when nothing is left unsaved.
+    bool SaveEditedImage();
     void OnCelUpdatecamera();
     /// Asks for tolerance and process and keys the picture under edit; its pixels change in memory only.
     void OnCelColorkey(CColor key);

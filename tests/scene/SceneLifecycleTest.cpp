@@ -226,7 +226,8 @@ TEST_F(SceneLifecycle, WorkThatCannotBeSavedIsNotLost) {
     std::filesystem::remove(SceneFolder("S") / "A" / "1.bit");
     CreateFolder(SceneFolder("S") / "A" / "1.bit" / "x");
     EXPECT_FALSE(doc->OnFileSaveall());
-    EXPECT_EQ(prompter.TakeMessages(), Texts{"Problem opening file for writing"});
+    EXPECT_EQ(prompter.TakeMessages(), Texts{"Problem opening file for writing:: Writing file ->" +
+                                             Utf8Of(SceneFolder("S") / "A" / "1.bit")});
     EXPECT_EQ(doc->EditedImage().GetLoadState(), LoadState::Cel);
     EXPECT_TRUE(doc->Model().undo);
     CreateFolder(SceneFolder("Other"));
