@@ -1,5 +1,7 @@
 #pragma once
 
+#include "image/Geometry.h"
+
 #include <algorithm>
 
 namespace velmor {
@@ -30,6 +32,17 @@ private:
 
     int m_level = 1;
 };
+
+/// The largest zoom up to `most` at which an image stands whole in a room; a length below 1 counts as 1.
+constexpr CZoomLevel FittingZoom(CSize image, CSize room, CZoomLevel most) {
+    const auto levelOf = [](int length, int space) {
+        length = std::max(length, 1);
+        space = std::max(space, 1);
+        return length <= space ? space / length : 2 - ((length - 1) / space + 1);
+    };
+    return CZoomLevel(
+        std::min({levelOf(image.width, room.width), levelOf(image.height, room.height), most.Level()}));
+}
 
 /// The scroll position that keeps the point at the centre of a client area `client` long in place when the zoom
 /// changes; `total` is the displayed length at the new zoom.

@@ -21,6 +21,22 @@ TEST(ZoomLevelTest, LevelsBelowOneDivide) {
     EXPECT_EQ(zoom.In().In().Percent(), 50);
 }
 
+TEST(ZoomLevelTest, TheFittingZoomIsTheLargestThatShowsAll) {
+    constexpr CZoomLevel large(64);
+    for (const int length : {1, 99, 100, 101, 199, 200, 201, 299, 300, 301, 4000})
+        for (const CSize image : {CSize{length, 10}, CSize{10, length}}) {
+            const CZoomLevel zoom = FittingZoom(image, {100, 100}, large);
+            const auto fits = [&image](CZoomLevel at) {
+                return image.width * at.Factor() <= 100 && image.height * at.Factor() <= 100;
+            };
+            EXPECT_TRUE(fits(zoom)) << length << " at " << zoom.Level();
+            EXPECT_FALSE(fits(zoom.In())) << length << " at " << zoom.Level();
+        }
+    EXPECT_EQ(FittingZoom({10, 10}, {100, 100}, CZoomLevel(1)), CZoomLevel(1)) << "not above the most";
+    EXPECT_EQ(FittingZoom({640, 480}, {0, -5}, large), CZoomLevel(2 - 640)) << "no room yet";
+    EXPECT_EQ(FittingZoom({}, {500, 500}, CZoomLevel(1)), CZoomLevel(1)) << "no image";
+}
+
 TEST(ZoomLevelTest, ZoomingKeepsTheCentreAndStaysInsideTheImage) {
     // The centre of the client area, 100 + 50, is image column 150; twice as large it stands at 300.
     EXPECT_EQ(ScrollAfterZoom(100, 100, 800, CZoomLevel(1), CZoomLevel(2)), 250);

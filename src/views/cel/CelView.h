@@ -1,6 +1,7 @@
 #pragma once
 
 #include "scene/ViewList.h"
+#include "views/WheelTurn.h"
 #include "views/cel/CelDisplay.h"
 #include "views/cel/CelOverlay.h"
 #include "views/cel/CelTool.h"
@@ -123,8 +124,7 @@ private:
     std::optional<CPoint> m_pointer; ///< nothing while it is elsewhere
     CCelOverlay m_overlay;           ///< as it is on the screen
     CCelCursor m_cursor;             ///< likewise
-    int m_zoomTurn = 0;              ///< of the wheel, in eighths of a degree, not yet made a step
-    QPointF m_scrollTurn;            ///< likewise, in pixels
+    CWheelTurn m_wheel;
     std::function<void()> m_stateChanged;
 };
 

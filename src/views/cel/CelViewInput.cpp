@@ -11,18 +11,12 @@
 #include <QScrollBar>
 #include <QWheelEvent>
 
-#include <algorithm>
 #include <cmath>
 #include <utility>
 
 namespace velmor {
 
 namespace {
-
-constexpr int wheelStep = 120;        ///< eighths of a degree
-constexpr double pixelsPerStep = 48;  ///< scrolled by a step of the wheel
-constexpr CZoomLevel wheelLeast{-14}; ///< the wheel is easily turned too far; the commands know no bounds
-constexpr CZoomLevel wheelMost{64};
 
 CPoint PointOf(const QSinglePointEvent& event) {
     return {static_cast<int>(std::floor(event.position().x())), static_cast<int>(std::floor(event.position().y()))};
@@ -112,23 +106,13 @@ void CCelView::CancelDrag() {
 void CCelView::wheelEvent(QWheelEvent* event) {
     event->accept();
     if (event->modifiers().testFlag(Qt::ControlModifier)) {
-        m_zoomTurn += event->angleDelta().y();
-        const int steps = m_zoomTurn / wheelStep;
-        m_zoomTurn -= steps * wheelStep;
-        const CZoomLevel zoom(std::clamp(m_zoom.Level() + steps, std::min(wheelLeast.Level(), m_zoom.Level()),
-                                         std::max(wheelMost.Level(), m_zoom.Level())));
+        const CZoomLevel zoom = m_wheel.ZoomAfter(*event, m_zoom);
         if (zoom != m_zoom)
             ZoomAbout(PointOf(*event), zoom);
         return;
     }
-    QPointF turn = event->pixelDelta().isNull() ? QPointF(event->angleDelta()) * (pixelsPerStep / wheelStep)
-                                                : QPointF(event->pixelDelta());
-    if (event->modifiers().testFlag(Qt::ShiftModifier))
-        turn = turn.transposed();
-    m_scrollTurn += turn;
-    const CPoint whole{static_cast<int>(m_scrollTurn.x()), static_cast<int>(m_scrollTurn.y())};
-    m_scrollTurn -= QPointF(whole.x, whole.y);
-    ScrollTo({horizontalScrollBar()->value() - whole.x, verticalScrollBar()->value() - whole.y});
+    const CPoint turn = m_wheel.PixelsOf(*event);
+    ScrollTo({horizontalScrollBar()->value() - turn.x, verticalScrollBar()->value() - turn.y});
 }
 
 bool CCelView::viewportEvent(QEvent* event) {
