@@ -1,11 +1,13 @@
 #include "app/Application.h"
 #include "platform/Memory.h"
+#include "platform/Parallel.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 
 int main(int argc, char** argv) {
     velmor::KeepFreedMemory();
+    velmor::StartParallelThreads();
     // A quick stroke needs every point that the pen passes.
     QApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, false);
     QApplication application(argc, argv);

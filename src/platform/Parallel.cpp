@@ -1,5 +1,7 @@
 #include "platform/Parallel.h"
 
+#include "platform/Threads.h"
+
 #include <algorithm>
 #include <atomic>
 #include <condition_variable>
@@ -90,9 +92,20 @@ private:
     std::vector<std::thread> m_threads;
 };
 
-CThreadPool& Pool() {
+CThreadPool& UsualPool() {
     static CThreadPool pool;
     return pool;
+}
+
+CThreadPool& BackgroundPool() {
+    static CThreadPool pool;
+    return pool;
+}
+
+// Threads have the priority of the one that makes them. So work in the background makes and keeps its own, and what
+// the user waits for is never done by threads that give way to everything else.
+CThreadPool& PoolOfCaller() {
+    return HasLowestPriority() ? BackgroundPool() : UsualPool();
 }
 
 } // namespace
@@ -102,11 +115,15 @@ int ProcessorCount() {
     return count;
 }
 
+void StartParallelThreads() {
+    PoolOfCaller();
+}
+
 void ParallelFor(int count, int grain, const std::function<void(int begin, int end)>& work) {
     if (count <= 0)
         return;
     const int parts = std::min(ProcessorCount(), count / std::max(1, grain));
-    if (parts <= 1 || !Pool().TryRun(count, parts, work))
+    if (parts <= 1 || !PoolOfCaller().TryRun(count, parts, work))
         work(0, count);
 }
 

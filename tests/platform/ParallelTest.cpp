@@ -1,9 +1,17 @@
 #include "platform/Parallel.h"
 
+#include "platform/Threads.h"
+
 #include <atomic>
+#include <chrono>
+#include <condition_variable>
 #include <gtest/gtest.h>
 #include <mutex>
+#include <set>
+#include <sys/resource.h>
+#include <sys/syscall.h>
 #include <thread>
+#include <unistd.h>
 #include <utility>
 #include <vector>
 
@@ -49,4 +57,36 @@ TEST(Parallel, CallsFromManyThreadsAndFromWithinAreRight) {
     for (std::thread& thread : threads)
         thread.join();
     EXPECT_EQ(wrong.load(), 0);
+}
+
+namespace {
+
+/// The nice values of the threads among which the work of the calling thread is divided.
+std::set<int> PrioritiesOfWork() {
+    std::set<int> priorities;
+    std::mutex mutex;
+    std::condition_variable changed;
+    int begun = 0;
+    ParallelFor(ProcessorCount(), 1, [&](int, int) {
+        const auto thread = static_cast<id_t>(::syscall(SYS_gettid));
+        std::unique_lock lock(mutex);
+        priorities.insert(::getpriority(PRIO_PROCESS, thread));
+        ++begun;
+        changed.notify_all();
+        // So that no thread takes two parts while another is still waking up.
+        changed.wait_for(lock, std::chrono::seconds(10), [&] { return begun == ProcessorCount(); });
+    });
+    return priorities;
+}
+
+} // namespace
+
+TEST(Parallel, WorkInTheBackgroundNeitherSlowsTheRestNorHurries) {
+    std::set<int> background;
+    std::thread([&background] {
+        LowerThreadPriority();
+        background = PrioritiesOfWork();
+    }).join();
+    EXPECT_EQ(background, std::set<int>{19});
+    EXPECT_EQ(PrioritiesOfWork(), std::set<int>{::getpriority(PRIO_PROCESS, 0)});
 }
