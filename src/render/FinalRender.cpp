@@ -110,6 +110,8 @@ private:
         COrderedProducer<CMadeFrame> made(count, [this](int index, CMadeFrame& item) {
             MakeFrame(m_frames[static_cast<std::size_t>(index)], item);
         });
+        if (made.Failed())
+            return Failed(CStatus::Failure(noRenderThread), 0);
         int written = 0;
         for (const int frame : m_frames) {
             const CMadeFrame& item = *made.Next();

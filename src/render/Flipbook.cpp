@@ -78,6 +78,8 @@ private:
         COrderedProducer<CMadeFrame> frames((range + step - 1) / step, [&](int index, CMadeFrame& made) {
             MakeFrame(m_first + index * step, made);
         });
+        if (frames.Failed())
+            return Failed({noRenderThread});
         for (int frame = m_first; CMadeFrame* made = frames.Next(); frame += step) {
             const std::string number = std::to_string(frame + 1);
             progress.Report((frame - m_first + 1) * 100 / range, "Preparing Frame : " + number);

@@ -4,13 +4,21 @@
 
 #include <algorithm>
 #include <condition_variable>
+#include <exception>
 #include <functional>
 #include <mutex>
 #include <optional>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace velmor {
+
+/// Starts a thread that does the work; throws when the system has none to give.
+using ThreadMaker = std::function<std::thread(std::function<void()> work)>;
+
+/// What to tell of a producer that Failed().
+inline constexpr const char* noRenderThread = "The system did not start a new background process for rendering!";
 
 /// Makes numbered items on all processors and hands them over in order. At most two items a processor are made
 /// ahead, in memory that is used again and again. Destroying the producer abandons what has not been taken.
@@ -19,11 +27,18 @@ class COrderedProducer {
 public:
     /// `make(index, item)` is called for the indices 0 to count - 1 on several threads at once; it finds in `item`
     /// what an earlier call left there. It must not throw.
-    COrderedProducer(int count, std::function<void(int, Item&)> make)
+    COrderedProducer(
+        int count, std::function<void(int, Item&)> make,
+        const ThreadMaker& start = [](std::function<void()> work) { return std::thread(std::move(work)); })
         : m_count(count), m_make(std::move(make)), m_slots(static_cast<std::size_t>(2 * ProcessorCount())) {
         const int threads = std::min(ProcessorCount(), count);
-        for (int i = 0; i < threads; ++i)
-            m_threads.emplace_back([this] { Work(); });
+        try {
+            m_threads.reserve(static_cast<std::size_t>(std::max(threads, 0)));
+            for (int i = 0; i < threads; ++i)
+                m_threads.push_back(start([this] { Work(); }));
+        } catch (const std::exception&) {
+            // With fewer threads the same items are made, later; without any Failed() says so.
+        }
     }
     COrderedProducer(const COrderedProducer&) = delete;
     COrderedProducer& operator=(const COrderedProducer&) = delete;
@@ -37,8 +52,14 @@ public:
             thread.join();
     }
 
-    /// The next item in order, valid until the next call; null after the last. Waits until it is made.
+    /// Whether there are items to make and no thread could be had to make them.
+    bool Failed() const { return m_count > 0 && m_threads.empty(); }
+
+    /// The next item in order, valid until the next call; null after the last, and when the producer Failed().
+    /// Waits until it is made.
     Item* Next() {
+        if (Failed())
+            return nullptr;
         std::unique_lock lock(m_mutex);
         if (m_lent) {
             SlotOf(m_nextToHand++).state = State::Free;

@@ -202,6 +202,19 @@ TEST_F(CommandLine, AFullDiskIsToldAndLeavesNothingHalfWritten) {
               "A disk error occurred while opening the movie.\n");
 }
 
+TEST_F(CommandLine, WithoutAThreadItSaysSoAndLeavesNothing) {
+    // No thread's stack fits into the address space.
+    const std::string limit = "ulimit -s 200000000000 2>/dev/null || exit 0; ";
+    const auto before = Contents();
+    for (const std::string command : {"flipbook", "render --format avi -o f", "render --format png -o f"}) {
+        const std::string inFolder = "cd " + folder.Path().string() + "; " + limit + VELMOR_CLI + " " + command +
+                                     " " + Database() + "Test 2>&1 | grep -q 'did not start a new background'";
+        EXPECT_EQ(std::system(inFolder.c_str()), 0) << command;
+    }
+    EXPECT_EQ(Contents(), before);
+    EXPECT_TRUE(ListFiles(folder.Path(), "").empty());
+}
+
 TEST_F(CommandLine, ImportsDrawingsPicturesAndSounds) {
     const auto tga = (folder / "in.tga").string();
     std::vector<std::uint8_t> bytes = {0, 0, 2, 0, 0, 0, 0, 0, 0, 0, 0, 0, 4, 0, 3, 0, 24, 0};
