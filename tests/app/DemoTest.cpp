@@ -230,11 +230,12 @@ TEST_F(Demo, IsTheSameEveryTime) {
     EXPECT_EQ(files, FilesIn(Database()));
 }
 
-/// Makes the scene where that cannot succeed, and expects a message.
+/// Makes the scene where that cannot succeed, and expects one message: what else goes wrong follows from the first.
 void ExpectFailure(const std::string& database) {
     ::testing::internal::CaptureStderr();
     EXPECT_FALSE(RunDemo({database, ""}));
-    EXPECT_NE(::testing::internal::GetCapturedStderr(), "");
+    const std::string text = ::testing::internal::GetCapturedStderr();
+    EXPECT_EQ(std::ranges::count(text, '\n'), 1) << text;
 }
 
 TEST(DemoFailure, LeavesWhatStandsInTheWay) {
@@ -248,10 +249,13 @@ TEST(DemoFailure, LeavesNoHalfScene) {
     CTempFolder folder;
     const char* usual = std::getenv("TMPDIR");
     const std::string before = usual == nullptr ? "" : usual;
+    const Path startedIn = std::filesystem::current_path();
+    std::filesystem::current_path(folder.Path());
     ::setenv("TMPDIR", (folder / "missing").c_str(), 1); // no place for the files to be imported
     ExpectFailure((folder / "Database").string());
     usual == nullptr ? ::unsetenv("TMPDIR") : ::setenv("TMPDIR", before.c_str(), 1);
-    EXPECT_TRUE(FilesIn(folder.Path()).empty());
+    std::filesystem::current_path(startedIn);
+    EXPECT_EQ(FilesIn(folder.Path()), FileTree{}) << "nor anything where the program was started";
     EXPECT_FALSE(FolderExists(folder / "Database" / "Demo.scene"));
 }
 

@@ -1,5 +1,7 @@
 #include "app/cli/demo/DemoPrompter.h"
 
+#include <utility>
+
 namespace velmor::demo {
 
 template<class Values>
@@ -31,8 +33,8 @@ void CDemoPrompter::RequireAllAsked() {
 }
 
 void CDemoPrompter::ShowMessage(const std::string& text) {
-    m_failed = true;
-    CConsolePrompter::ShowMessage(text);
+    if (!std::exchange(m_failed, true))
+        CConsolePrompter::ShowMessage(text);
 }
 
 std::optional<CSceneSettings> CDemoPrompter::AskSceneSettings(const CSceneSettingsRequest& request) {

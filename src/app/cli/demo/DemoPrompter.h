@@ -9,7 +9,8 @@
 namespace velmor::demo {
 
 /// A user who knows beforehand what every dialog will be answered. Any message, and any dialog that comes when
-/// another one or none is expected, means that things went wrong; from then on every dialog is cancelled.
+/// another one or none is expected, means that things went wrong; from then on every dialog is cancelled, and
+/// messages, which only follow from the first, are not shown.
 class CDemoPrompter : public CConsolePrompter {
 public:
     using Answer = std::variant<CSceneSettings, std::string, CNewCelValues, int, CCelDataForm, CBlurForm, double,

@@ -85,7 +85,7 @@ std::vector<std::string> Numbers(int first, int last) {
 
 class CDemoScene {
 public:
-    explicit CDemoScene(CAnimator& animator) : m_animator(animator) {}
+    CDemoScene(CAnimator& animator, const CTemporaryFolder& files) : m_animator(animator), m_files(files) {}
 
     bool Make() {
         m_animator.NewScene(demoScene, frameCount);
@@ -119,7 +119,7 @@ private:
     }
 
     void PaintMeadow() {
-        if (!m_files.IsMade() || !WriteTarga(m_files.File("meadow.tga"), PaintLandscape())) {
+        if (!WriteTarga(m_files.File("meadow.tga"), PaintLandscape())) {
             m_animator.Fail("The painted meadow could not be written.");
             return;
         }
@@ -307,14 +307,19 @@ private:
     }
 
     CAnimator& m_animator;
-    CTemporaryFolder m_files;
+    const CTemporaryFolder& m_files;
     std::vector<CJumpDrawing> m_jump = JumpDrawings();
 };
 
 } // namespace
 
 bool MakeDemoScene(CAnimator& animator) {
-    return CDemoScene(animator).Make();
+    const std::optional<CTemporaryFolder> files = CTemporaryFolder::Make();
+    if (!files) {
+        animator.Fail("There is no folder for temporary files.");
+        return false;
+    }
+    return CDemoScene(animator, *files).Make();
 }
 
 } // namespace velmor::demo

@@ -20,21 +20,22 @@ void PutText(Bytes& bytes, std::string_view text) {
 
 } // namespace
 
-CTemporaryFolder::CTemporaryFolder() {
+std::optional<CTemporaryFolder> CTemporaryFolder::Make() {
     std::error_code error;
     const Path parent = std::filesystem::temp_directory_path(error);
     std::random_device random;
     // A folder that exists already is another run's.
-    for (int attempt = 0; attempt < 16 && !error && m_path.empty(); ++attempt) {
-        const Path path = parent / ("velmor-demo-" + std::to_string(random()));
+    for (int attempt = 0; attempt < 16 && !error; ++attempt) {
+        Path path = parent / ("velmor-demo-" + std::to_string(random()));
         if (std::filesystem::create_directory(path, error))
-            m_path = path;
+            return CTemporaryFolder(std::move(path));
     }
+    return std::nullopt;
 }
 
 CTemporaryFolder::~CTemporaryFolder() {
     std::error_code ignored;
-    if (IsMade())
+    if (!m_path.empty())
         std::filesystem::remove_all(m_path, ignored);
 }
 
