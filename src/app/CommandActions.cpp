@@ -1,9 +1,11 @@
 #include "app/CommandActions.h"
 
+#include "app/MainFrame.h"
 #include "app/MenuTable.h"
 #include "views/Icons.h"
 
 #include <QAction>
+#include <QActionGroup>
 #include <QKeySequence>
 #include <QMenu>
 
@@ -32,14 +34,36 @@ QAction* MakeAction(const CCommand& command, QObject& owner) {
     return action;
 }
 
+// Of a view's own keys Qt asks whether that very widget has the focus; one that is out of sight never has it.
+Qt::ShortcutContext ContextOf(const CCommand& command, const CCommandTarget& target) {
+    const bool inWindow =
+        command.reach == KeyReach::Everywhere ||
+        (command.reach == KeyReach::Shown && command.pane && target.frame.Panes().IsOpen(*command.pane));
+    return inWindow ? Qt::WindowShortcut : Qt::WidgetShortcut;
+}
+
 } // namespace
 
 CCommandActions::CCommandActions(QObject& owner) {
+    std::map<CommandGroup, QActionGroup*> groups;
     for (const CCommand& command : Commands()) {
         QAction* action = MakeAction(command, owner);
         QObject::connect(action, &QAction::triggered, &owner, [this, &command] { Run(command); });
         m_actions.emplace(command.id, action);
+        if (command.group == CommandGroup::None)
+            continue;
+        QActionGroup*& group = groups[command.group];
+        if (group == nullptr)
+            group = new QActionGroup(&owner);
+        group->addAction(action);
     }
+}
+
+void CCommandActions::SetTarget(CCommandTarget target) {
+    m_target.emplace(target);
+    for (const CCommand& command : Commands())
+        if (command.pane)
+            target.frame.Panes().View(*command.pane).addAction(Action(command.id));
 }
 
 ActionList CCommandActions::List(std::span<const CommandId> ids) const {
@@ -64,6 +88,7 @@ void CCommandActions::Update() {
     for (const CCommand& command : Commands()) {
         QAction* action = Action(command.id);
         action->setEnabled(command.isEnabled(*m_target));
+        action->setShortcutContext(ContextOf(command, *m_target));
         if (command.isChecked != nullptr)
             action->setChecked(command.isChecked(*m_target));
     }
@@ -71,8 +96,11 @@ void CCommandActions::Update() {
 
 void CCommandActions::Run(const CCommand& command) {
     // The state may have changed since the last update.
-    if (m_target && command.isEnabled(*m_target))
+    if (m_target && command.isEnabled(*m_target)) {
+        if (command.pane)
+            m_target->frame.ShowPane(*command.pane);
         command.run(*m_target);
+    }
     Update();
 }
 

@@ -22,11 +22,11 @@ public:
     /// The actions become children of `owner`.
     explicit CCommandActions(QObject& owner);
 
-    void SetTarget(CCommandTarget target) { m_target.emplace(target); }
+    void SetTarget(CCommandTarget target);
     QAction* Action(CommandId id) const { return m_actions.at(id); }
     ActionList List(std::span<const CommandId> ids) const;
     void FillMenu(QMenu& menu, const CMenu& contents) const;
-    /// Brings enabling and check marks up to date.
+    /// Brings enabling, check marks and the reach of the keys up to date.
     void Update();
 
 private:

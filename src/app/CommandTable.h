@@ -1,7 +1,9 @@
 #pragma once
 
 #include "app/CommandId.h"
+#include "app/PaneHeights.h"
 
+#include <optional>
 #include <span>
 
 namespace velmor {
@@ -19,6 +21,16 @@ struct CCommandTarget {
     CCelView& cel;
 };
 
+/// Where the keys of a command act. Fields and lists that have the focus take what they know before.
+enum class KeyReach {
+    Everywhere, ///< in the whole window
+    Shown,      ///< in the whole window while the command's view is open
+    Focused,    ///< in the command's view alone, when it has the focus
+};
+
+/// Commands of which one is on at a time.
+enum class CommandGroup { None, InputModes, Arrangements };
+
 /// A command as menus, toolbars, tooltips, the status bar and the keyboard know it.
 struct CCommand {
     CommandId id = CommandId::Separator;
@@ -30,6 +42,11 @@ struct CCommand {
     bool (*isEnabled)(const CCommandTarget&) = nullptr;
     bool (*isChecked)(const CCommandTarget&) = nullptr; ///< null for a command that is never checked
     void (*run)(CCommandTarget&) = nullptr;
+    /// The pane whose view it changes, which is opened first: nothing is changed out of sight. None for a command
+    /// of the whole program.
+    std::optional<StackedPane> pane{};
+    KeyReach reach = KeyReach::Everywhere;
+    CommandGroup group = CommandGroup::None;
 };
 
 /// All commands, menu by menu.

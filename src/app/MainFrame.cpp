@@ -4,7 +4,6 @@
 #include "app/Capturing.h"
 #include "app/MenuTable.h"
 #include "app/OnlineManual.h"
-#include "app/Pane.h"
 #include "app/Printing.h"
 #include "app/Scanning.h"
 #include "app/WindowSettings.h"
@@ -17,6 +16,7 @@
 #include "views/cel/CelFrame.h"
 #include "views/cel/CelView.h"
 #include "views/source/SourceView.h"
+#include "views/xsheet/XSheetView.h"
 #include "views/xsheet/XsheetFrame.h"
 
 #include <QAbstractEventDispatcher>
@@ -32,7 +32,8 @@ namespace {
 
 constexpr int sourceWidth = 80;
 constexpr int mainToolBarIcon = 20; // in buttons of 25 x 25 and a little air
-constexpr std::array<const char*, 3> paneKeys = {"Camera Height", "XSheet Height", "Cel Editor Height"};
+constexpr std::array<const char*, stackedPanes> paneKeys = {"Camera Height", "XSheet Height", "Cel Editor Height"};
+constexpr const char* halvesKey = "Camera and XSheet Halves";
 
 } // namespace
 
@@ -53,6 +54,7 @@ CMainFrame::CMainFrame(CVelmorltDoc& doc, IPrompter& prompter, CProfile& profile
     m_doc.Views().Add(*this);
     OnUpdate(everythingHint);
     RestoreLayout();
+    m_panes->View(StackedPane::Xsheet).setFocus();
     UpdateCommands();
     connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
             [this] { UpdateCommands(); });
@@ -72,20 +74,16 @@ void CMainFrame::CreateViews() {
                                Action(CommandId::CelZoomIn), Action(CommandId::CelPan),
                                Action(CommandId::CelUpdateCamera)});
 
-    m_innerSplitter = new QSplitter(Qt::Vertical);
-    m_innerSplitter->setChildrenCollapsible(false);
-    m_innerSplitter->addWidget(new CPane("Camera", m_cameraPane, [this] { OnViewCamera(); }));
-    m_innerSplitter->addWidget(new CPane("XSheet", m_xsheetPane, [this] { OnViewXsheet(); }));
-    m_innerSplitter->addWidget(new CPane("Cel Editor", m_celPane, [this] { OnViewCeleditor(); }));
-    connect(m_innerSplitter, &QSplitter::splitterMoved, this, [this] {
-        const QList<int> sizes = m_innerSplitter->sizes();
-        m_idealHeights = {sizes[0], sizes[1], sizes[2]};
-    });
+    m_panes = new CPaneStack({{
+        {"Camera", m_cameraPane, &m_cameraPane->View(), [this] { OnViewCamera(); }},
+        {"XSheet", m_xsheetPane, &m_xsheetPane->View(), [this] { OnViewXsheet(); }},
+        {"Cel Editor", m_celPane, &m_celPane->View(), [this] { OnViewCeleditor(); }},
+    }});
 
     m_outerSplitter = new QSplitter(Qt::Horizontal);
     m_outerSplitter->setChildrenCollapsible(false);
     m_outerSplitter->addWidget(m_sourceView);
-    m_outerSplitter->addWidget(m_innerSplitter);
+    m_outerSplitter->addWidget(m_panes);
     m_outerSplitter->setStretchFactor(1, 1);
     setCentralWidget(m_outerSplitter);
 }
@@ -149,29 +147,26 @@ void CMainFrame::OnSourcesScanpicture() {
     m_scanning->ScanPicture();
 }
 
-void CMainFrame::ArrangePanes(const PaneHeights& ideal) {
-    m_idealHeights = ideal;
-    const int handles = m_innerSplitter->handleWidth() * 2;
-    const PaneHeights heights = DividePanes(ideal, m_innerSplitter->height() - handles);
-    m_innerSplitter->setSizes({heights[0], heights[1], heights[2]});
+void CMainFrame::ShowAlone(StackedPane pane, const PaneHeights& heights) {
+    m_panes->Arrange(heights);
+    m_panes->View(pane).setFocus();
 }
 
 void CMainFrame::OnViewCamxsheet() {
-    ArrangePanes(SharedHeights(m_idealHeights, m_innerSplitter->height()));
+    m_panes->ArrangeHalves();
+    m_panes->View(StackedPane::Xsheet).setFocus();
 }
 
 void CMainFrame::OnViewCamera() {
-    ArrangePanes(cameraHeights);
-    m_cameraPane->View().setFocus();
+    ShowAlone(StackedPane::Camera, cameraHeights);
 }
 
 void CMainFrame::OnViewXsheet() {
-    ArrangePanes(xsheetHeights);
+    ShowAlone(StackedPane::Xsheet, xsheetHeights);
 }
 
 void CMainFrame::OnViewCeleditor() {
-    ArrangePanes(celEditorHeights);
-    m_celPane->View().setFocus();
+    ShowAlone(StackedPane::CelEditor, celEditorHeights);
 }
 
 void CMainFrame::OnViewToolbar() {
@@ -199,13 +194,6 @@ void CMainFrame::OnHelpAbout() {
     CAboutDialog(this).exec();
 }
 
-void CMainFrame::resizeEvent(QResizeEvent* event) {
-    QMainWindow::resizeEvent(event);
-    // The splitter has its new height only when the layout has run.
-    QMetaObject::invokeMethod(
-        this, [this] { ArrangePanes(m_idealHeights); }, Qt::QueuedConnection);
-}
-
 void CMainFrame::closeEvent(QCloseEvent* event) {
     // Leaving a scene saves it, as opening another one does.
     const bool saved = !m_doc.IsSceneOpen() || m_doc.OnFileSaveall();
@@ -226,8 +214,12 @@ void CMainFrame::RestoreLayout() {
     settings.RestoreState(*m_xsheetPane, "XSheet Tools");
     settings.RestoreState(*m_celPane, "Cel Tools");
     m_outerSplitter->setSizes({settings.Number("Source Width", sourceWidth), width()});
-    for (std::size_t pane = 0; pane < m_idealHeights.size(); ++pane)
-        m_idealHeights[pane] = settings.Number(paneKeys[pane], m_idealHeights[pane]);
+    PaneHeights heights = m_panes->IdealHeights();
+    for (std::size_t pane = 0; pane < heights.size(); ++pane)
+        heights[pane] = settings.Number(paneKeys[pane], heights[pane]);
+    m_panes->Arrange(heights);
+    if (settings.Number(halvesKey, 0) != 0)
+        m_panes->ArrangeHalves();
     statusBar()->setVisible(settings.Number("Status Bar", 1) != 0);
 }
 
@@ -239,8 +231,9 @@ void CMainFrame::SaveLayout() {
     settings.SaveState(*m_xsheetPane, "XSheet Tools");
     settings.SaveState(*m_celPane, "Cel Tools");
     settings.SetNumber("Source Width", m_outerSplitter->sizes().front());
-    for (std::size_t pane = 0; pane < m_idealHeights.size(); ++pane)
-        settings.SetNumber(paneKeys[pane], m_idealHeights[pane]);
+    for (std::size_t pane = 0; pane < stackedPanes; ++pane)
+        settings.SetNumber(paneKeys[pane], m_panes->IdealHeights()[pane]);
+    settings.SetNumber(halvesKey, m_panes->HasHalves() ? 1 : 0);
     settings.SetNumber("Status Bar", IsStatusBarShown() ? 1 : 0);
 }
 

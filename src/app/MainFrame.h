@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/CommandActions.h"
-#include "app/PaneHeights.h"
+#include "app/PaneStack.h"
 #include "app/StatusPanes.h"
 #include "scene/ViewList.h"
 
@@ -9,6 +9,7 @@
 #include <memory>
 
 class QSplitter;
+class QToolBar;
 
 namespace velmor {
 
@@ -34,6 +35,9 @@ public:
     CXsheetFrame& XsheetPane() { return *m_xsheetPane; }
     CCelFrame& CelPane() { return *m_celPane; }
     CSourceView& SourceView() { return *m_sourceView; }
+    const CPaneStack& Panes() const { return *m_panes; }
+    /// Opens a pane that is collapsed, beside the others.
+    void ShowPane(StackedPane pane) { m_panes->Open(pane); }
     CCapturing& Capturing() { return *m_capturing; }
     QAction* Action(CommandId id) const { return m_commands.Action(id); }
     /// Brings enabling, check marks and status panes up to date; done by itself whenever the program is idle.
@@ -61,14 +65,13 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void CreateMenus();
     void CreateToolBar();
     void CreateViews();
-    /// Gives the stacked panes their ideal heights.
-    void ArrangePanes(const PaneHeights& ideal);
+    /// Shows a pane alone and gives it the keyboard.
+    void ShowAlone(StackedPane pane, const PaneHeights& heights);
     void RestoreLayout();
     void SaveLayout();
 
@@ -80,12 +83,11 @@ private:
     std::unique_ptr<CPrinting> m_printing;
     std::unique_ptr<CScanning> m_scanning;
     std::unique_ptr<CCapturing> m_capturing;
-    PaneHeights m_idealHeights = {usualPaneHeight, usualPaneHeight, leastPane + 1};
 
     // Children of the window.
     QToolBar* m_toolBar = nullptr;
     QSplitter* m_outerSplitter = nullptr;
-    QSplitter* m_innerSplitter = nullptr;
+    CPaneStack* m_panes = nullptr;
     CSourceView* m_sourceView = nullptr;
     CCamFrame* m_cameraPane = nullptr;
     CXsheetFrame* m_xsheetPane = nullptr;

@@ -34,9 +34,13 @@ CPane::CPane(const QString& title, QWidget* content, std::function<void()> open)
     m_layout->setCurrentIndex(opened);
 }
 
+bool CPane::IsOpen() const {
+    return height() >= leastUseful;
+}
+
 void CPane::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
-    m_layout->setCurrentIndex(height() < leastUseful ? strip : opened);
+    m_layout->setCurrentIndex(IsOpen() ? opened : strip);
 }
 
 } // namespace velmor

@@ -14,6 +14,9 @@ public:
     /// `content` becomes a child.
     CPane(const QString& title, QWidget* content, std::function<void()> open);
 
+    /// Whether it is high enough to show its contents.
+    bool IsOpen() const;
+
 protected:
     void resizeEvent(QResizeEvent* event) override;
 

@@ -9,6 +9,15 @@ PaneHeights SharedHeights(const PaneHeights& ideal, int total) {
     return {total / 2, xsheet, collapsedPane};
 }
 
+PaneHeights OpenedHeights(const PaneHeights& ideal, StackedPane pane, int total) {
+    PaneHeights heights = ideal;
+    heights[static_cast<std::size_t>(pane)] = greedyPane;
+    const auto isOpen = [](int height) { return height > leastPane; };
+    const auto open = static_cast<int>(std::ranges::count_if(heights, isOpen));
+    std::ranges::replace_if(heights, isOpen, std::max(total / open, leastPane + 1));
+    return heights;
+}
+
 PaneHeights DividePanes(const PaneHeights& ideal, int total) {
     PaneHeights heights{};
     int left = total - leastPane * static_cast<int>(heights.size());

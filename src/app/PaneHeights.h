@@ -1,11 +1,16 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 
 namespace velmor {
 
-/// Heights of the three stacked panes: camera, xsheet, cel editor.
-using PaneHeights = std::array<int, 3>;
+/// The stacked panes, from the top.
+enum class StackedPane : std::size_t { Camera, Xsheet, CelEditor };
+inline constexpr std::size_t stackedPanes = 3;
+
+/// Heights of the three stacked panes.
+using PaneHeights = std::array<int, stackedPanes>;
 
 inline constexpr int leastPane = 20;
 inline constexpr int collapsedPane = 10; ///< an ideal height at which a pane keeps its minimum
@@ -18,6 +23,8 @@ PaneHeights SharedHeights(const PaneHeights& ideal, int total);
 inline constexpr PaneHeights cameraHeights = {greedyPane, collapsedPane, collapsedPane};
 inline constexpr PaneHeights xsheetHeights = {collapsedPane, greedyPane, collapsedPane};
 inline constexpr PaneHeights celEditorHeights = {collapsedPane, collapsedPane, greedyPane};
+/// Ideal heights that open a collapsed pane beside those that are open: all of these get alike of `total` pixels.
+PaneHeights OpenedHeights(const PaneHeights& ideal, StackedPane pane, int total);
 
 /// What the panes get of `total` pixels: from the top each its ideal height, as long as all below keep their
 /// minimum; what is left over goes to the lowest pane that is not collapsed.

@@ -93,6 +93,8 @@ TEST_F(CNativeInputTest, TheKeypadZoomsCameraAndCelEditor) {
     EXPECT_TRUE(Input({"key KP_Add"}, [&] { return camera.Zoom() == CZoomLevel(2); }));
     EXPECT_TRUE(Input({"key KP_Multiply key KP_Subtract"}, [&] { return camera.Zoom() == CZoomLevel(0); }));
     CCelView& cel = Frame().CelPane().View();
+    Frame().OnViewCeleditor();
+    Frame().UpdateCommands();
     EXPECT_TRUE(Input({"key ctrl+KP_Add key ctrl+KP_Add"}, [&] { return cel.Zoom() == CZoomLevel(3); }));
     EXPECT_TRUE(Input({"key ctrl+KP_Subtract"}, [&] { return cel.Zoom() == CZoomLevel(2); }));
     EXPECT_TRUE(Input({"key ctrl+KP_Multiply"}, [&] { return cel.Zoom() == CZoomLevel(1); }));

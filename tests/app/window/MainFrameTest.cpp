@@ -1,6 +1,4 @@
-#include "app/MainFrame.h"
-
-#include "DocumentFixture.h"
+#include "MainFrameFixture.h"
 #include "views/camera/CamFrame.h"
 #include "views/cel/CelFrame.h"
 #include "views/xsheet/XsheetFrame.h"
@@ -11,26 +9,14 @@
 #include <QStatusBar>
 #include <QTest>
 #include <QToolBar>
+#include <set>
 
 namespace velmor::testing {
 namespace {
 
-class CMainFrameTest : public CDocumentFixture {
+class CMainFrameTest : public CMainFrameFixture {
 protected:
-    CMainFrame& Frame() {
-        if (!m_frame) {
-            m_frame = std::make_unique<CMainFrame>(*doc, prompter, profile);
-            m_frame->show();
-            EXPECT_TRUE(QTest::qWaitForWindowExposed(m_frame.get()));
-        }
-        return *m_frame;
-    }
-    void EndFrame() { m_frame.reset(); }
-
     QString Pane(const char* name) { return Frame().statusBar()->findChild<QLabel*>(name)->text(); }
-
-private:
-    std::unique_ptr<CMainFrame> m_frame;
 };
 
 } // namespace
@@ -47,14 +33,21 @@ TEST_F(CMainFrameTest, EveryCommandStandsInExactlyOneMenu) {
 }
 
 TEST_F(CMainFrameTest, NoKeyBelongsToTwoCommands) {
-    std::map<QKeySequence, QString> owners;
+    // Views may have keys of their own, of which only those of the view with the focus act.
+    std::map<std::pair<QKeySequence, std::optional<StackedPane>>, QString> owners;
+    std::set<QKeySequence> ofViews, ofTheWindow;
     for (const CCommand& command : Commands()) {
         for (const QKeySequence& key : Frame().Action(command.id)->shortcuts()) {
             EXPECT_FALSE(key.isEmpty()) << command.text;
-            EXPECT_TRUE(owners.emplace(key, command.text).second)
+            const bool focused = command.reach == KeyReach::Focused;
+            const auto owner = std::pair(key, focused ? command.pane : std::nullopt);
+            EXPECT_TRUE(owners.emplace(owner, command.text).second)
                 << key.toString().toStdString() << " of " << command.text;
+            (focused ? ofViews : ofTheWindow).insert(key);
         }
     }
+    for (const QKeySequence& key : ofViews)
+        EXPECT_FALSE(ofTheWindow.contains(key)) << key.toString().toStdString();
 }
 
 TEST_F(CMainFrameTest, CommandsAreEnabledByWhatIsOpen) {
@@ -154,8 +147,12 @@ TEST_F(CMainFrameTest, ViewCommandsDivideTheStackedPanes) {
     EXPECT_GT(shared[0], 250);
     EXPECT_GT(shared[1], 250);
     EXPECT_EQ(shared[2], leastPane);
-    Frame().resize(1200, 700);
-    EXPECT_EQ(heights()[2], leastPane) << "a window of another size keeps the arrangement";
+    for (const int height : {700, 900}) {
+        Frame().resize(1200, height);
+        const auto resized = heights();
+        EXPECT_NEAR(resized[0], resized[1], 30) << "halves of any window";
+        EXPECT_EQ(resized[2], leastPane);
+    }
 }
 
 TEST_F(CMainFrameTest, LayoutIsRememberedAndLeavingSavesTheScene) {
@@ -172,6 +169,15 @@ TEST_F(CMainFrameTest, LayoutIsRememberedAndLeavingSavesTheScene) {
     EXPECT_EQ(Frame().size(), QSize(1111, 777));
     EXPECT_FALSE(Frame().IsStatusBarShown());
     EXPECT_EQ(Frame().CameraPane().parentWidget()->height(), leastPane);
+}
+
+TEST_F(CMainFrameTest, HalvesAreHalvesAfterARestart) {
+    Run(CommandId::ViewCameraAndXsheet);
+    EXPECT_TRUE(Frame().close());
+    EndFrame();
+    Frame().resize(1200, 1000);
+    QCoreApplication::processEvents();
+    EXPECT_NEAR(Frame().CameraPane().parentWidget()->height(), Frame().XsheetPane().parentWidget()->height(), 30);
 }
 
 TEST_F(CMainFrameTest, ASceneThatCannotBeSavedIsNotLeftUnasked) {

@@ -19,4 +19,13 @@ TEST(PaneHeightsTest, SharingShowsTheXsheetWhateverWasShownBefore) {
     EXPECT_EQ(DividePanes(SharedHeights(xsheetHeights, 800), 800), (PaneHeights{400, 380, 20}));
 }
 
+TEST(PaneHeightsTest, APaneOpensBesideThoseThatAreOpen) {
+    EXPECT_EQ(DividePanes(OpenedHeights(celEditorHeights, StackedPane::Xsheet, 800), 800),
+              (PaneHeights{20, 400, 380}));
+    EXPECT_EQ(DividePanes(OpenedHeights(cameraHeights, StackedPane::CelEditor, 800), 800),
+              (PaneHeights{400, 20, 380}));
+    EXPECT_EQ(DividePanes(OpenedHeights({400, 400, 10}, StackedPane::CelEditor, 900), 900),
+              (PaneHeights{300, 300, 300}));
+}
+
 } // namespace velmor::testing
