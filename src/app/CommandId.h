@@ -2,7 +2,7 @@
 
 namespace velmor {
 
-/// The commands of menus and toolbars. The numbers are the established ones.
+/// The commands of menus and toolbars. The numbers are the established ones; those from 33100 on were added since.
 enum class CommandId {
     Separator = 0,
 
@@ -93,6 +93,11 @@ enum class CommandId {
     ViewCelEditor = 32772,
     ViewToolBar = 59392,
     ViewStatusBar = 59393,
+    ViewCameraTools = 33100,
+    ViewXsheetTools = 33101,
+    ViewCelTools = 33102,
+    ViewColors = 33103,
+    ViewBrushes = 33104,
 
     HelpManual = 32923,
     HelpAbout = 57664,

@@ -54,6 +54,15 @@ void Cel(Target& target) {
     (target.cel.*Operation)();
 }
 
+template<PaneBar Bar>
+void ToggleBar(Target& target) {
+    target.frame.OnViewPaneBar(Bar);
+}
+template<PaneBar Bar>
+bool HasBar(const Target& target) {
+    return target.frame.IsPaneBarShown(Bar);
+}
+
 template<bool Camera, bool Xsheet, bool CelEditor>
 bool ShowsOnly(const Target& target) {
     return target.frame.Panes().IsArrangement(Camera, Xsheet, CelEditor);
@@ -339,6 +348,16 @@ constexpr CCommand commands[] = {
      [](const Target& target) { return target.frame.IsToolBarShown(); }, Frame<&CMainFrame::OnViewToolbar>},
     {CommandId::ViewStatusBar, "&Status Bar", "", "", "Show or hide the status bar", "Toggle StatusBar", Always,
      [](const Target& target) { return target.frame.IsStatusBarShown(); }, Frame<&CMainFrame::OnViewStatusbar>},
+    {CommandId::ViewCameraTools, "Camera T&ools", "", "", "Show or hide the tools of the camera view", "", Always,
+     HasBar<PaneBar::CameraTools>, ToggleBar<PaneBar::CameraTools>, camera},
+    {CommandId::ViewXsheetTools, "XSheet Too&ls", "", "", "Show or hide the tools of the xsheet", "", Always,
+     HasBar<PaneBar::XsheetTools>, ToggleBar<PaneBar::XsheetTools>, sheet},
+    {CommandId::ViewCelTools, "Cel &Editor Tools", "", "", "Show or hide the tools of the cel editor", "", Always,
+     HasBar<PaneBar::CelTools>, ToggleBar<PaneBar::CelTools>, celEditor},
+    {CommandId::ViewColors, "Colo&rs", "", "", "Show or hide the colors of the cel editor", "", Always,
+     HasBar<PaneBar::Colors>, ToggleBar<PaneBar::Colors>, celEditor},
+    {CommandId::ViewBrushes, "&Brushes", "", "", "Show or hide the brushes of the cel editor", "", Always,
+     HasBar<PaneBar::Brushes>, ToggleBar<PaneBar::Brushes>, celEditor},
 
     // Help
     {CommandId::HelpManual, "&Online Manual", "manual", "",

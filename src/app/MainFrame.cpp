@@ -79,6 +79,9 @@ void CMainFrame::CreateViews() {
         {"XSheet", m_xsheetPane, &m_xsheetPane->View(), [this] { OnViewXsheet(); }},
         {"Cel Editor", m_celPane, &m_celPane->View(), [this] { OnViewCeleditor(); }},
     }});
+    m_paneBars = {m_cameraPane->findChild<QToolBar*>("camera tools"),
+                  m_xsheetPane->findChild<QToolBar*>("xsheet tools"), m_celPane->findChild<QToolBar*>("celToolBar"),
+                  m_celPane->findChild<QToolBar*>("colorBar"), m_celPane->findChild<QToolBar*>("brushBar")};
 
     m_outerSplitter = new QSplitter(Qt::Horizontal);
     m_outerSplitter->setChildrenCollapsible(false);
@@ -175,6 +178,14 @@ void CMainFrame::OnViewToolbar() {
 
 void CMainFrame::OnViewStatusbar() {
     statusBar()->setVisible(!IsStatusBarShown());
+}
+
+void CMainFrame::OnViewPaneBar(PaneBar bar) {
+    m_paneBars[static_cast<std::size_t>(bar)]->setVisible(!IsPaneBarShown(bar));
+}
+
+bool CMainFrame::IsPaneBarShown(PaneBar bar) const {
+    return !m_paneBars[static_cast<std::size_t>(bar)]->isHidden();
 }
 
 bool CMainFrame::IsToolBarShown() const {

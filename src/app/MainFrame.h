@@ -24,6 +24,10 @@ class CVelmorltDoc;
 class CXsheetFrame;
 class IPrompter;
 
+/// The bars of the panes.
+enum class PaneBar : std::size_t { CameraTools, XsheetTools, CelTools, Colors, Brushes };
+inline constexpr std::size_t paneBars = 5;
+
 /// The one window: menus, the main toolbar, the status bar and the four views in their fixed arrangement.
 class CMainFrame final : public QMainWindow, public IDocView {
 public:
@@ -56,8 +60,10 @@ public:
     void OnViewCeleditor();
     void OnViewToolbar();
     void OnViewStatusbar();
+    void OnViewPaneBar(PaneBar bar);
     bool IsToolBarShown() const;
     bool IsStatusBarShown() const;
+    bool IsPaneBarShown(PaneBar bar) const;
     void OnHelpManual();
     void OnHelpAbout();
 
@@ -92,6 +98,7 @@ private:
     CCamFrame* m_cameraPane = nullptr;
     CXsheetFrame* m_xsheetPane = nullptr;
     CCelFrame* m_celPane = nullptr;
+    std::array<QToolBar*, paneBars> m_paneBars{}; // of the panes
 };
 
 } // namespace velmor

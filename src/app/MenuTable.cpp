@@ -38,8 +38,9 @@ constexpr CommandId animationMenu[] = {AnimationLineCheck,
                                        AnimationPlaySelectedSound,
                                        Separator,
                                        AnimationRender};
-constexpr CommandId viewMenu[] = {ViewCameraAndXsheet, ViewCamera,  ViewXsheet,   ViewCelEditor,
-                                  Separator,           ViewToolBar, ViewStatusBar};
+constexpr CommandId viewMenu[] = {ViewCameraAndXsheet, ViewCamera,    ViewXsheet, ViewCelEditor,   Separator,
+                                  ViewToolBar,         ViewStatusBar, Separator,  ViewCameraTools, ViewXsheetTools,
+                                  ViewCelTools,        ViewColors,    ViewBrushes};
 constexpr CommandId helpMenu[] = {HelpManual, Separator, HelpAbout};
 
 constexpr CMenu menus[] = {{"&File", fileMenu},       {"&Edit", editMenu},           {"&Assets", assetsMenu},

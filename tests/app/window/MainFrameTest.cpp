@@ -180,6 +180,24 @@ TEST_F(CMainFrameTest, HalvesAreHalvesAfterARestart) {
     EXPECT_NEAR(Frame().CameraPane().parentWidget()->height(), Frame().XsheetPane().parentWidget()->height(), 30);
 }
 
+TEST_F(CMainFrameTest, AHiddenBarOfAPaneComesBack) {
+    const std::pair<CommandId, const char*> bars[] = {{CommandId::ViewCameraTools, "camera tools"},
+                                                      {CommandId::ViewXsheetTools, "xsheet tools"},
+                                                      {CommandId::ViewCelTools, "celToolBar"},
+                                                      {CommandId::ViewColors, "colorBar"},
+                                                      {CommandId::ViewBrushes, "brushBar"}};
+    for (const auto& [id, name] : bars) {
+        auto* bar = Frame().findChild<QToolBar*>(name);
+        ASSERT_NE(bar, nullptr) << name;
+        bar->hide(); // as its window's own context menu does
+        Frame().UpdateCommands();
+        EXPECT_FALSE(Frame().Action(id)->isChecked()) << name;
+        Run(id);
+        EXPECT_TRUE(bar->isVisible()) << name;
+        EXPECT_TRUE(Frame().Action(id)->isChecked()) << name;
+    }
+}
+
 TEST_F(CMainFrameTest, ASceneThatCannotBeSavedIsNotLeftUnasked) {
     NewScene("First");
     // A folder in the file's place cannot be replaced, whoever runs the test.
