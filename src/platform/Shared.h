@@ -4,8 +4,8 @@
 #include <array>
 #include <atomic>
 #include <cstddef>
+#include <functional>
 #include <memory>
-#include <span>
 #include <utility>
 #include <vector>
 
@@ -63,15 +63,16 @@ public:
             all.push_back((*this)[index]);
         return all;
     }
-    /// Pieces that stay the same stay shared.
-    void Assign(std::vector<T> elements) {
+    /// Pieces in which same(old, new) holds for every element stay as they are, and shared.
+    template<class Same = std::equal_to<T>>
+    void Assign(std::vector<T> elements, Same same = {}) {
         resize(elements.size());
         for (std::size_t begin = 0; begin < m_size; begin += pieceSize) {
             const std::size_t count = std::min(pieceSize, m_size - begin);
             CShared<Piece>& piece = m_pieces[begin / pieceSize];
             const auto from = elements.begin() + static_cast<std::ptrdiff_t>(begin);
             const auto end = from + static_cast<std::ptrdiff_t>(count);
-            if (!std::equal(from, end, piece->begin()))
+            if (!std::equal(from, end, piece->begin(), same))
                 std::move(from, end, piece.Change().begin());
         }
     }

@@ -25,7 +25,7 @@ void Zoom(double& zoom, int dx, int dy, int frameWidth, int frameHeight) {
 
 void CCameraTrack::SetFirstFrames(const CCameraTrack& other, int count) {
     for (int frame = 0; frame < count; ++frame)
-        if (At(frame) != other.At(frame))
+        if (!At(frame).IsIdenticalTo(other.At(frame)))
             MutableAt(frame) = other.At(frame);
 }
 

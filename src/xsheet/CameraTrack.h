@@ -3,6 +3,7 @@
 #include "platform/Shared.h"
 
 #include <cstddef>
+#include <cstring>
 
 namespace velmor {
 
@@ -14,7 +15,10 @@ struct CCameraFrame {
     double zoom = 1;     ///< factor
 
     bool operator==(const CCameraFrame&) const = default;
+    /// To the bit, so that -0 is not 0: files keep the difference.
+    bool IsIdenticalTo(const CCameraFrame& other) const { return std::memcmp(this, &other, sizeof *this) == 0; }
 };
+static_assert(sizeof(CCameraFrame) == 4 * sizeof(double), "is compared as it stands in memory");
 
 /// What camera input and mouse drags change.
 enum class InputMode { Move = 0, Rotate = 1, Zoom = 2 };

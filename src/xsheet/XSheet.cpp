@@ -58,7 +58,8 @@ void CXSheet::EditLevel(int level, Edit edit) {
     CLevel& changed = m_levels[static_cast<std::size_t>(level)].Change();
     std::vector<CXSheetCel> cels = changed.cels.All();
     edit(cels);
-    changed.cels.Assign(std::move(cels));
+    changed.cels.Assign(std::move(cels),
+                        [](const CXSheetCel& a, const CXSheetCel& b) { return a.IsIdenticalTo(b); });
 }
 
 template<class Edit>

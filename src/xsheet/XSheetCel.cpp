@@ -2,6 +2,8 @@
 
 #include "image/CelImg.h"
 
+#include <array>
+#include <bit>
 #include <cmath>
 #include <utility>
 
@@ -14,6 +16,17 @@ CStatus EmptyCel(const char* operation) {
 }
 
 } // namespace
+
+bool CXSheetCel::IsIdenticalTo(const CXSheetCel& other) const {
+    const auto numbers = [](const CXSheetCel& cel) {
+        const CCelTransform& placed = cel.m_transform;
+        return std::array{placed.posX,     placed.posY,        placed.scaleX, placed.scaleY,
+                          placed.rotation, cel.m_transparency, cel.m_blurX,   cel.m_blurY};
+    };
+    using Bits = std::array<std::uint64_t, 8>;
+    return ShowsSameAs(other) && m_size == other.m_size &&
+           std::bit_cast<Bits>(numbers(*this)) == std::bit_cast<Bits>(numbers(other));
+}
 
 Path AssetFilePath(const Path& sceneFolder, std::string_view folder, std::string_view name) {
     // Concatenated, not joined: a name from a damaged file that looks like an absolute path stays in the scene.

@@ -78,6 +78,8 @@ public:
     double BlurY() const { return m_blurY; }
 
     bool operator==(const CXSheetCel&) const = default;
+    /// To the bit, so that -0 is not 0: files keep the difference.
+    bool IsIdenticalTo(const CXSheetCel& other) const;
 
 private:
     CSize m_size;

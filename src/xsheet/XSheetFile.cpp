@@ -86,7 +86,7 @@ bool ReadCamera(CArchiveReader& reader, int frames, CCameraTrack& camera) {
     if (reader.Remaining() / cameraBytes < static_cast<std::size_t>(frames))
         return false;
     for (int frame = 0; frame < frames; ++frame)
-        if (const CCameraFrame value = ReadCamera(reader); value != CCameraFrame())
+        if (const CCameraFrame value = ReadCamera(reader); !value.IsIdenticalTo({}))
             camera.MutableAt(frame) = value;
     return true;
 }
@@ -100,7 +100,7 @@ bool ReadLevels(CArchiveReader& reader, int levels, int frames, CXSheet& xsheet)
         xsheet.SetLevelName(level, reader.ReadString());
         for (int frame = 0; frame < frames && !reader.Failed(); ++frame)
             // What was never used stays the piece of empty cells that all levels share.
-            if (CXSheetCel cel = ReadCel(reader); cel != CXSheetCel())
+            if (CXSheetCel cel = ReadCel(reader); !cel.IsIdenticalTo({}))
                 xsheet.MutableCel(level, frame) = std::move(cel);
     }
     return !reader.Failed();

@@ -93,6 +93,13 @@ TEST(XSheetFile, KeepsEveryByteOfTextAndNumbers) {
     CXSheetData again;
     ASSERT_TRUE(DecodeXSheet(EncodeXSheet(data), again));
     EXPECT_EQ(again, data);
+    // Equal to what an unused place holds, and yet other bytes.
+    data = {};
+    data.xsheet.MutableCel(0, 3).SetTransform({-0.0, 0, 1, 1, 0});
+    data.camera.MutableAt(5).panY = -0.0;
+    const Bytes file = EncodeXSheet(data);
+    ASSERT_TRUE(DecodeXSheet(file, again));
+    EXPECT_EQ(EncodeXSheet(again), file);
 }
 
 TEST(XSheetFile, RefusesWhatIsBeyondTheLimits) {
