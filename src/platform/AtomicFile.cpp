@@ -8,6 +8,7 @@
 #include <mutex>
 #include <string>
 #include <sys/stat.h>
+#include <system_error>
 #include <unistd.h>
 #include <utility>
 
@@ -75,6 +76,19 @@ bool WriteAll(int descriptor, std::span<const std::uint8_t> bytes) {
     return true;
 }
 
+// Where a chain of links leads, to a file or to where there could be one. Nothing when it runs in a circle.
+std::optional<Path> EndOfLinks(Path path) {
+    constexpr int mostLinks = 40; // as many as the system follows
+    for (int link = 0; link <= mostLinks; ++link) {
+        std::error_code noLink;
+        const Path next = std::filesystem::read_symlink(path, noLink);
+        if (noLink)
+            return path;
+        path = path.parent_path() / next; // which is `next` alone where it is absolute
+    }
+    return std::nullopt;
+}
+
 // Makes the renaming itself durable.
 void FlushFolderOf(const Path& path) {
     const Path folder = path.has_parent_path() ? path.parent_path() : Path(".");
@@ -90,14 +104,17 @@ void FlushFolderOf(const Path& path) {
 CAtomicFile::CAtomicFile(int descriptor, Path temporary, Path target)
     : m_descriptor(descriptor), m_temporary(std::move(temporary)), m_target(std::move(target)) {}
 
-std::optional<CAtomicFile> CAtomicFile::Create(const Path& target) {
-    if (FolderExists(target))
+std::optional<CAtomicFile> CAtomicFile::Create(const Path& path) {
+    const std::optional<Path> target = EndOfLinks(path);
+    if (!target)
         return std::nullopt;
     struct stat old {};
-    const bool replaces = ::stat(target.c_str(), &old) == 0;
-    if (replaces && ::access(target.c_str(), W_OK) != 0)
+    const bool replaces = ::stat(target->c_str(), &old) == 0;
+    if (replaces && !S_ISREG(old.st_mode))
+        return std::nullopt; // neither a folder nor a device may become a file
+    if (replaces && ::access(target->c_str(), W_OK) != 0)
         return std::nullopt; // a file that may not be written may not be replaced either
-    const std::string name = TemporaryNameFor(target);
+    const std::string name = TemporaryNameFor(*target);
     UnfinishedFiles().Add(name);
     const int descriptor = ::open(name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
     if (descriptor < 0) {
@@ -107,7 +124,7 @@ std::optional<CAtomicFile> CAtomicFile::Create(const Path& target) {
     if (replaces && ::fchmod(descriptor, old.st_mode & 07777) != 0) {
         // The replaced file's permissions could not be kept; the fresh file's are the next best.
     }
-    return CAtomicFile(descriptor, name, target);
+    return CAtomicFile(descriptor, name, *target);
 }
 
 CAtomicFile::CAtomicFile(CAtomicFile&& other) noexcept

@@ -52,16 +52,18 @@ std::optional<CFileBytes> ReadWholeFile(const Path& path, std::uint64_t mostByte
 /// Nothing when the file does not exist or is not a regular file.
 std::optional<CFileIdentity> IdentifyFile(const Path& path);
 
-/// Replaces a file by `bytes`: whole, to a temporary file beside it, flushed to disk, renamed over it. On failure
-/// the old file is untouched and the temporary one is gone.
+/// Replaces a file by `bytes`: whole, to a temporary file beside it, flushed to disk, renamed over it. A link
+/// stays, and the file that it leads to is replaced or made. On failure the old file is untouched and the temporary
+/// one is gone.
 bool WriteFileAtomically(const Path& path, std::span<const std::uint8_t> bytes);
 
 /// A file that appears under its name only when it is complete. Until Commit() the bytes stand in a temporary file
 /// beside the target; destroying the object without Commit() removes that file.
 class CAtomicFile {
 public:
-    /// Nothing when the temporary file cannot be created.
-    static std::optional<CAtomicFile> Create(const Path& target);
+    /// Follows links from `path` to the target. Nothing when they run in a circle, when something other than a file
+    /// is there, or when the temporary file cannot be created.
+    static std::optional<CAtomicFile> Create(const Path& path);
 
     CAtomicFile(CAtomicFile&& other) noexcept;
     CAtomicFile& operator=(CAtomicFile&& other) noexcept;

@@ -46,6 +46,44 @@ TEST(Files, AFailedWriteLeavesEverythingAsItWas) {
     EXPECT_TRUE(ListFiles(folder.Path(), "").empty());
 }
 
+TEST(Files, WritesWhereALinkLeadsAndKeepsTheLink) {
+    namespace fs = std::filesystem;
+    const CTempFolder folder;
+    ASSERT_TRUE(CreateFolder(folder / "links") && CreateFolder(folder / "files"));
+    WriteBytes(folder / "files" / "old", oldBytes);
+    ::chmod((folder / "files" / "old").c_str(), 0640);
+    fs::create_symlink("../files/old", folder / "links" / "relative");
+    fs::create_symlink(folder / "links" / "relative", folder / "chain");
+    fs::create_symlink("files/fresh", folder / "dangling");
+    fs::create_directory_symlink("files", folder / "shelf");
+
+    ASSERT_TRUE(WriteFileAtomically(folder / "chain", newBytes));
+    EXPECT_EQ(ReadBytes(folder / "files" / "old"), newBytes);
+    EXPECT_EQ(fs::status(folder / "files" / "old").permissions(), fs::perms{0640});
+    ASSERT_TRUE(WriteFileAtomically(folder / "dangling", newBytes));
+    EXPECT_EQ(ReadBytes(folder / "files" / "fresh"), newBytes);
+    ASSERT_TRUE(WriteFileAtomically(folder / "shelf" / "other", newBytes));
+    EXPECT_EQ(ListFiles(folder / "files", ""), (std::vector<std::string>{"fresh", "old", "other"}));
+    for (const char* link : {"chain", "links/relative", "dangling"})
+        EXPECT_TRUE(fs::is_symlink(folder / link)) << link;
+    EXPECT_EQ(ListFiles(folder.Path(), ".tmp").size() + ListFiles(folder / "links", ".tmp").size(), 0U);
+}
+
+TEST(Files, WhatIsNoFileIsNeverReplaced) {
+    namespace fs = std::filesystem;
+    const CTempFolder folder;
+    fs::create_symlink("two", folder / "one");
+    fs::create_symlink("one", folder / "two");
+    fs::create_symlink("missing/file", folder / "nowhere");
+    fs::create_symlink(".", folder / "here");
+    ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
+    for (const char* name : {"one", "nowhere", "here", "pipe"}) {
+        EXPECT_FALSE(WriteFileAtomically(folder / name, newBytes)) << name;
+        EXPECT_EQ(std::distance(fs::directory_iterator(folder.Path()), fs::directory_iterator()), 5) << name;
+    }
+    EXPECT_TRUE(fs::is_symlink(folder / "one") && fs::is_fifo(folder / "pipe"));
+}
+
 TEST(Files, AFileIsSeenOnlyWhenItIsComplete) {
     const CTempFolder folder;
     WriteBytes(folder / "movie.avi", oldBytes);
