@@ -36,13 +36,9 @@ public:
     CComposition(const CFrameRequest& request, CImageCache& cache, CFrameBuffer& frame, bool parallel)
         : m_request(request),
           m_cache(cache),
-          m_frame(frame),
+          m_frame(SizedFor(request, frame)),
           m_parts(parallel ? ProcessorCount() : 1),
-          m_rows(static_cast<std::size_t>(m_parts) * stripRows, CPixelRow(request.bufferWidth)) {
-        m_frame.width = request.bufferWidth;
-        m_frame.height = request.height;
-        m_frame.pixels.resize(RowBytes() * static_cast<std::size_t>(request.height));
-    }
+          m_rows(static_cast<std::size_t>(m_parts) * stripRows, CPixelRow(request.bufferWidth)) {}
 
     CStatus Run() {
         CStatus status;
@@ -57,6 +53,15 @@ public:
     }
 
 private:
+    /// Gives the frame its size once it has the pixels for it.
+    static CFrameBuffer& SizedFor(const CFrameRequest& request, CFrameBuffer& frame) {
+        frame.pixels.resize(static_cast<std::size_t>(request.bufferWidth) *
+                            static_cast<std::size_t>(request.height) * 3);
+        frame.width = request.bufferWidth;
+        frame.height = request.height;
+        return frame;
+    }
+
     std::size_t RowBytes() const { return static_cast<std::size_t>(m_request.bufferWidth) * 3; }
 
     /// Reads layers from `next` on, as many as there are threads at a time.
@@ -183,6 +188,7 @@ CStatus ComposeFrame(const CFrameRequest& request, CImageCache& cache, CFrameBuf
     try {
         return CComposition(request, cache, frame, parallel).Run();
     } catch (const std::exception&) {
+        frame = CFrameBuffer{};
         return CStatus::Failure("Not enough memory to compose the frame");
     }
 }

@@ -58,7 +58,7 @@ CPlacement PlaceCel(const CXSheetCel& cel, const CCameraFrame& camera, const COu
 
 /// Composes a frame, layers divided among the processors by rows when `parallel`. On failure the status is the
 /// loader's text + " :: Reading file ->" + path or the renderer's + " :: Rendering image ->" + path; `frame` then
-/// holds the layers drawn before.
+/// holds the layers drawn before. Without memory for the frame it is empty.
 CStatus ComposeFrame(const CFrameRequest& request, CImageCache& cache, CFrameBuffer& frame, bool parallel);
 
 } // namespace velmor

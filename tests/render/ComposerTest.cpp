@@ -4,6 +4,7 @@
 #include "TempFolder.h"
 
 #include <gtest/gtest.h>
+#include <limits>
 #include <random>
 
 namespace velmor {
@@ -110,6 +111,17 @@ TEST_F(CComposerTest, StopsAtALayerThatCannotBeRead) {
         EXPECT_EQ(composed.Message(), "Unable to open cel file for reading :: Reading file ->" + missing.string());
         EXPECT_EQ(m_frame.pixels, PlainFrame(request, 1));
     }
+}
+
+TEST_F(CComposerTest, WithoutMemoryForTheFrameThereIsNone) {
+    constexpr int most = std::numeric_limits<int>::max();
+    CImageCache cache(0);
+    ASSERT_TRUE(ComposeFrame({8, 7, 2, 0, {}}, cache, m_frame, false));
+    EXPECT_EQ(ComposeFrame({most, most, most, 0, {}}, cache, m_frame, false).Message(),
+              "Not enough memory to compose the frame");
+    EXPECT_EQ(m_frame.width, 0);
+    EXPECT_EQ(m_frame.height, 0);
+    EXPECT_TRUE(m_frame.pixels.empty());
 }
 
 CXSheetCel Cell(double x, double y, double rotation) {
