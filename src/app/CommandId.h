@@ -2,7 +2,8 @@
 
 namespace velmor {
 
-/// The commands of menus and toolbars. The numbers are the established ones; those from 33100 on were added since.
+/// The commands of menus and toolbars. A number is also the object name of the command's action; it belongs to one
+/// command for good, and new commands are numbered from 33100 on.
 enum class CommandId {
     Separator = 0,
 

@@ -20,7 +20,7 @@ struct CGridSettings {
 };
 
 /// Reads the grid settings. The red of colour 2 is read from a section of its own that nothing writes, so it is
-/// always 255 after a start; existing profiles rely on that.
+/// 255 after every start, and the second colour of the grid a light one.
 CGridSettings ReadGridSettings(const CProfile& profile);
 /// Writes the settings under the keys from which they are read; colour 2's red goes beside its green and blue,
 /// where it is not read (see above).

@@ -106,7 +106,7 @@ private:
 
 CFrameRequest RequestFlipbookFrame(const CFlipbookJob& job, int frame) {
     const CFlipbookGeometry geometry = FlipbookGeometryOf(job.shot.geometry.Frame(), job.settings.scaling);
-    // Pan and rotation stay those of the cursor frame while the zoom follows the movie: established behaviour.
+    // Filmed from where the camera stands at the cursor frame; only the zoom follows the movie.
     CCameraFrame camera = job.camera.At(job.cursorFrame);
     camera.zoom = job.camera.At(frame).zoom;
     std::span<const int> levels(job.settings.levels);

@@ -80,7 +80,7 @@ bool CCameraOperations::ProcessCamInput(int dx, int dy) {
         if (model.moveSelection.IsLevelSelected(level) && model.xsheet.Cel(level, frame).IsUsed())
             changed |= static_cast<bool>(
                 ApplyInput(model.xsheet.MutableCel(level, frame), model.inputMode, motion, moved));
-        // Inside the loop on purpose: the camera moves once for every level of the xsheet.
+        // Once for every level, chosen or not: how far a drag takes the camera grows with the number of levels.
         if (model.moveSelection.IsCameraSelected()) {
             ApplyCameraInput(model.camera.MutableAt(frame), model.inputMode, dx, dy, model.geometry.width,
                              model.geometry.height);

@@ -232,7 +232,7 @@ void CSceneLifecycle::OnFileNewscene() {
     model.geometry.width = settings->geometry.width;
     model.geometry.height = settings->geometry.height;
     model.geometry.background = settings->geometry.background;
-    // The rate stays at the default on purpose: Scene Settings changes it.
+    // The rate is not taken from the answer: a new scene has the default one, and Scene Settings changes it.
     m_sounds.PrepareSoundBuffer();
     WriteXSheetFile();
     m_context.Update(everythingHint);

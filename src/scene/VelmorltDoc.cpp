@@ -160,7 +160,7 @@ CImageCache& CVelmorltDoc::ImageCache() {
 
 CStatus CVelmorltDoc::CreateBitmap() {
     const CSceneModel& model = m_parts->model;
-    if (!model.sceneOpen) // the text stands the other way round, as it always has
+    if (!model.sceneOpen) // what the text means is "with no scene open"
         return CStatus::Failure("Internal error : CreateBitmap called with scene open!");
     const CShot shot{model.xsheet, model.geometry, model.Paths().SceneFolder(), model.cameraAntialias};
     if (!m_parts->worker.Start(RequestCameraPicture(shot, model.cursorFrame, model.camera.At(model.cursorFrame))))

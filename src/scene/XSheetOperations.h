@@ -17,7 +17,7 @@ public:
     CXSheetOperations(CSceneContext context, CSoundOperations& sounds) : m_context(context), m_sounds(sounds) {}
 
     std::string GetLevelName(int level) const;
-    /// The level's move flag (the name is the established one).
+    /// Whether the level is selected for moving, which is what "smoothed" stands for here.
     bool GetLevelSmoothed(int level) const;
     std::string GetXsheetData(int level, int frame) const;
     void SetCursorX(int level);

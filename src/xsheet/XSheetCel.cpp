@@ -90,7 +90,7 @@ CStatus CXSheetCel::Scale(int dx, int dy) {
 
 CStatus CXSheetCel::Rotate(double angle) {
     if (!IsUsed())
-        return EmptyCel("Scale"); // the established text names the wrong operation
+        return EmptyCel("Scale"); // turning shares the text of scaling
     m_transform.rotation += angle;
     return {};
 }

@@ -9,7 +9,7 @@ namespace {
 
 using namespace twain;
 
-/// A scanner that does at once what a test has laid down.
+/// A scanner that does at once what a test has told it.
 class CFakeScanner final : public IScanner {
 public:
     std::vector<CScannerDevice> devices = {{"usb:1", "Maker One"}, {"usb:2", "Maker Two"}};

@@ -20,7 +20,7 @@ Samples MakeRamp(std::size_t count) {
     return samples;
 }
 
-// The conversion as it is laid down, step by step.
+// The conversion literally, sample by sample.
 Samples ConvertPlainly(int rate, const Samples& input) {
     const double factor = 22050.0 / rate;
     const int newCount = static_cast<int>(static_cast<double>(input.size()) * factor);

@@ -11,7 +11,7 @@
 
 namespace velmor {
 
-/// Of the text on the list's ground, which is laid down and light whatever the theme.
+/// Of the text on the list's ground, which is the same light green whatever the theme.
 inline constexpr QColor assetInk(16, 32, 16);
 
 /// The drawing that stands for a kind of asset.

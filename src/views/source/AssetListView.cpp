@@ -39,7 +39,7 @@ CAssetListView::CAssetListView(QWidget* parent) : QListView(parent) {
     ApplyColors();
 }
 
-// The ground is laid down and light, so the text on it is dark whatever the theme; the theme's own selection stays.
+// The ground is light whatever the theme, so the text on it is dark; the theme's own selection stays.
 void CAssetListView::ApplyColors() {
     const QColor ground(200, 255, 200);
     QPalette colors;
