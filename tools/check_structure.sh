@@ -61,6 +61,33 @@ mutable_globals() {
 }
 report 'A variable of a namespace can change' "$(mutable_globals)"
 
+# What stands indented with "static" or "thread_local" before it, is no function and can change. Two things belong to
+# the whole process: what a signal handler reads, and the threads that divide work.
+mutable_statics() {
+    find src -name '*.cpp' -o -name '*.h' | sort | grep -vE '^src/platform/(UnfinishedFiles|Parallel)\.cpp$' |
+        while read -r file; do
+            awk -v file="$file" '
+                /^[ \t]+(inline |static |thread_local )*(static|thread_local) / {
+                    code = $0
+                    sub(/\/\/.*/, "", code)
+                    if (code ~ /(^|[^A-Za-z0-9_])(constexpr|constinit const)[^A-Za-z0-9_]/) next
+                    if (code ~ / const / && code !~ /const [A-Za-z0-9_:]+ ?\*+ ?[A-Za-z_]/) next
+                    while (gsub(/<[^<>]*>/, "", code)) { }
+                    sub(/[={;].*/, "", code)
+                    if (code !~ /\(/ && $0 ~ /[={;]/) print file ":" FNR ":" $0
+                }
+            ' "$file"
+        done
+}
+report 'A static variable can change' "$(mutable_statics)"
+
+# A comment gives the reason; "it was always so" and "somebody wants it so" are none.
+authority='laid down|\bspec\b|specification (says|wants|demands)|established (one|text|name|behaviou?r)|existing profiles'
+authority+='|as it always (has|was|did)|for historical reasons|must be kept|(deliberately|purposely) kept|on purpose'
+authority+='|\b(issue|ticket|requirement) #?[0-9]+'
+report 'Words that give an authority instead of a reason' "$(
+    grep -rnEiI --exclude=check_structure.sh -- "$authority" "${roots[@]}" docs tools cmake ./*.md ./*.txt ./*.sh || true)"
+
 # The table of layers in the documentation is the one that the build enforces.
 documented_layers() {
     awk -F'|' '/^\| *`[a-z]+\/` *\|/ {

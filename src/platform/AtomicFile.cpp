@@ -1,11 +1,8 @@
 #include "platform/Files.h"
+#include "platform/UnfinishedFiles.h"
 
-#include <array>
-#include <atomic>
 #include <cerrno>
-#include <cstring>
 #include <fcntl.h>
-#include <mutex>
 #include <string>
 #include <sys/stat.h>
 #include <system_error>
@@ -15,54 +12,6 @@
 namespace velmor {
 
 namespace {
-
-// Names of the temporary files that an interrupt has to remove, in slots that a signal handler can read without
-// taking a lock: a slot is filled before it is published and emptied before its bytes change.
-class CUnfinishedFiles {
-public:
-    void Add(const std::string& name) {
-        const std::lock_guard lock(m_mutex);
-        for (CSlot& slot : m_slots) {
-            if (slot.used.load() || name.size() >= slot.name.size())
-                continue;
-            std::memcpy(slot.name.data(), name.c_str(), name.size() + 1);
-            slot.used.store(true);
-            return;
-        }
-    }
-
-    void Remove(const std::string& name) {
-        const std::lock_guard lock(m_mutex);
-        for (CSlot& slot : m_slots)
-            if (slot.used.load() && name == slot.name.data())
-                slot.used.store(false);
-    }
-
-    void Discard() noexcept {
-        for (CSlot& slot : m_slots)
-            if (slot.used.load())
-                ::unlink(slot.name.data());
-    }
-
-private:
-    struct CSlot {
-        std::atomic<bool> used{false};
-        std::array<char, 4096> name{};
-    };
-    std::array<CSlot, 16> m_slots;
-    std::mutex m_mutex;
-};
-
-CUnfinishedFiles& UnfinishedFiles() {
-    static CUnfinishedFiles files;
-    return files;
-}
-
-// A name beside the target that no other writer, in this process or another, uses at the same time.
-std::string TemporaryNameFor(const Path& target) {
-    static std::atomic<unsigned> next{0};
-    return target.string() + "." + std::to_string(::getpid()) + "-" + std::to_string(next++) + ".tmp";
-}
 
 bool WriteAll(int descriptor, std::span<const std::uint8_t> bytes) {
     while (!bytes.empty()) {
@@ -114,8 +63,7 @@ std::optional<CAtomicFile> CAtomicFile::Create(const Path& path) {
         return std::nullopt; // neither a folder nor a device may become a file
     if (replaces && ::access(target->c_str(), W_OK) != 0)
         return std::nullopt; // a file that may not be written may not be replaced either
-    const std::string name = TemporaryNameFor(*target);
-    UnfinishedFiles().Add(name);
+    const std::string name = UnfinishedFiles().AddFor(*target);
     const int descriptor = ::open(name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
     if (descriptor < 0) {
         UnfinishedFiles().Remove(name);
@@ -196,10 +144,6 @@ bool CAtomicFile::Commit() {
     if (done)
         FlushFolderOf(m_target);
     return done;
-}
-
-void DiscardUnfinishedFiles() noexcept {
-    UnfinishedFiles().Discard();
 }
 
 bool WriteFileAtomically(const Path& path, std::span<const std::uint8_t> bytes) {
