@@ -4,8 +4,10 @@
 #include "views/dialogs/Dialog.h"
 #include "views/dialogs/QtPrompter.h"
 
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QSlider>
 #include <QTest>
 #include <string>
