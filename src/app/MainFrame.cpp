@@ -46,6 +46,8 @@ CMainFrame::CMainFrame(CVelmorltDoc& doc, IPrompter& prompter, CProfile& profile
       m_printing(std::make_unique<CPrinting>(*this, doc, prompter)),
       m_scanning(std::make_unique<CScanning>(*this, doc, profile)),
       m_capturing(std::make_unique<CCapturing>(*this, doc, prompter, profile)) {
+    // A quick stroke needs every point that the pen passes. Not before the application exists, which sets it again.
+    QCoreApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, false);
     setWindowIcon(Icon("personal-velmor"));
     CreateViews();
     m_commands.SetTarget({m_doc, *this, m_cameraPane->View(), m_celPane->View()});

@@ -8,8 +8,6 @@
 int main(int argc, char** argv) {
     velmor::KeepFreedMemory();
     velmor::StartParallelThreads();
-    // A quick stroke needs every point that the pen passes.
-    QApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, false);
     QApplication application(argc, argv);
     QApplication::setApplicationName("Personal Velmor");
     QApplication::setApplicationVersion(VELMOR_VERSION);

@@ -14,8 +14,11 @@
 
 #include <QAbstractItemView>
 #include <QAction>
+#include <QApplication>
+#include <QMouseEvent>
 #include <QProcess>
 #include <QTest>
+#include <cmath>
 
 namespace velmor::testing {
 namespace {
@@ -117,6 +120,49 @@ TEST_F(CNativeInputTest, AStrokeOfThePenFollowsThePointer) {
         for (int y = 70; y < 90; ++y)
             lines += doc->EditedImage().IsLine(x, y);
     EXPECT_GE(lines, 120) << "a line without gaps";
+}
+
+namespace {
+
+/// Counts the moves of the mouse over a widget while the left button is held.
+class CMoveCounter final : public QObject {
+public:
+    explicit CMoveCounter(QWidget& widget) { widget.installEventFilter(this); }
+    int count = 0;
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override {
+        count += event->type() == QEvent::MouseMove &&
+                 static_cast<QMouseEvent*>(event)->buttons().testFlag(Qt::LeftButton);
+        return false;
+    }
+};
+
+} // namespace
+
+TEST_F(CNativeInputTest, AQuickStrokeKeepsItsPoints) {
+    doc->SetSourceSelection({"1"});
+    doc->EditCel("1");
+    Frame().OnViewCeleditor();
+    QTest::qWait(50);
+    QWidget& canvas = *Frame().CelPane().View().viewport();
+    Frame().CelPane().View().SetTool(CelTool::Pen);
+    const QPoint centre = canvas.mapToGlobal(canvas.rect().center());
+    constexpr int points = 1000;
+    QStringList spiral{MoveTo(centre), "sleep 0.1", "mousedown 1", "sleep 0.1"};
+    for (int point = 1; point <= points; ++point) {
+        const double angle = point * 0.1;
+        const double radius = 20 + point * 0.05;
+        spiral << MoveTo(centre + QPoint(static_cast<int>(std::lround(radius * std::cos(angle))),
+                                         static_cast<int>(std::lround(radius * std::sin(angle)))))
+               << "sleep 0.001";
+    }
+    spiral << "sleep 0.1"
+           << "mouseup 1";
+    CMoveCounter moves(canvas);
+    EXPECT_TRUE(Input(spiral, [&] { return QApplication::mouseButtons() == Qt::NoButton; }));
+    EXPECT_GE(moves.count, points * 95 / 100);
+    doc->EditedImage().SetModified(false);
 }
 
 } // namespace velmor::testing
