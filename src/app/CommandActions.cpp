@@ -19,16 +19,19 @@ QString PlainText(const char* text) {
     return plain;
 }
 
+QList<QKeySequence> KeysOf(const char* keys) {
+    return *keys != '\0' ? QKeySequence::listFromString(keys) : QList<QKeySequence>();
+}
+
 QAction* MakeAction(const CCommand& command, QObject& owner) {
     auto* action = new QAction(command.text, &owner);
     action->setObjectName(QString::number(static_cast<int>(command.id)));
     if (*command.icon != '\0')
         action->setIcon(Icon(command.icon));
-    const QList<QKeySequence> keys =
-        *command.keys != '\0' ? QKeySequence::listFromString(command.keys) : QList<QKeySequence>();
-    action->setShortcuts(keys);
+    action->setShortcuts(KeysOf(command.keys));
     action->setStatusTip(command.status);
     const QString tip = *command.toolTip != '\0' ? QString(command.toolTip) : PlainText(command.text);
+    const QList<QKeySequence> keys = action->shortcuts() + KeysOf(command.focusedKeys);
     action->setToolTip(keys.isEmpty() ? tip : tip + " (" + keys.front().toString(QKeySequence::NativeText) + ")");
     action->setCheckable(command.isChecked != nullptr);
     return action;
@@ -61,9 +64,23 @@ CCommandActions::CCommandActions(QObject& owner) {
 
 void CCommandActions::SetTarget(CCommandTarget target) {
     m_target.emplace(target);
-    for (const CCommand& command : Commands())
-        if (command.pane)
-            target.frame.Panes().View(*command.pane).addAction(Action(command.id));
+    for (const CCommand& command : Commands()) {
+        if (!command.pane)
+            continue;
+        QWidget& view = target.frame.Panes().View(*command.pane);
+        view.addAction(Action(command.id));
+        if (*command.focusedKeys != '\0')
+            AddFocusedKeys(command, view);
+    }
+}
+
+// An action has one context for all of its shortcuts.
+void CCommandActions::AddFocusedKeys(const CCommand& command, QWidget& view) {
+    auto* keys = new QAction(&view);
+    keys->setShortcuts(KeysOf(command.focusedKeys));
+    keys->setShortcutContext(Qt::WidgetShortcut);
+    QObject::connect(keys, &QAction::triggered, &view, [this, &command] { Run(command); });
+    view.addAction(keys);
 }
 
 ActionList CCommandActions::List(std::span<const CommandId> ids) const {

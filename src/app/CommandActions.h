@@ -10,6 +10,7 @@
 class QAction;
 class QMenu;
 class QObject;
+class QWidget;
 
 namespace velmor {
 
@@ -30,6 +31,7 @@ public:
     void Update();
 
 private:
+    void AddFocusedKeys(const CCommand& command, QWidget& view);
     void Run(const CCommand& command);
 
     std::map<CommandId, QAction*> m_actions;

@@ -67,6 +67,12 @@ enum class CommandId {
     CelPan = 32802,
     CelUpdateCamera = 32880,
     CelSettings = 32843,
+    CelBucket = 33110,
+    CelPen = 33111,
+    CelEraser = 33112,
+    CelLineBrush = 33113,
+    CelPickColor = 33114,
+    CelColorKey = 33115,
 
     SourcesSelectSource = 32785,
     SourcesScanCels = 32786,

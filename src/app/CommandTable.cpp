@@ -88,6 +88,32 @@ bool HasSelectedImages(const Target& target) {
 bool HasPlacedSounds(const Target& target) {
     return target.doc.IsSceneOpen() && target.doc.Model().sounds.Count() > 0;
 }
+
+template<CelTool Tool>
+bool CanUseTool(const Target& target) {
+    return CanUse(Tool, target.doc.Model().celImg);
+}
+template<CelTool Tool>
+bool IsTool(const Target& target) {
+    return target.cel.Tool() == Tool;
+}
+template<CelTool Tool>
+void SetTool(Target& target) {
+    target.cel.SetTool(Tool);
+}
+template<CelPick Kind>
+bool IsPicking(const Target& target) {
+    return target.cel.PendingPick() == Kind;
+}
+// Chosen once more, a pick is called off.
+template<CelPick Kind, void (CCelView::*Start)()>
+void TogglePick(Target& target) {
+    if (IsPicking<Kind>(target))
+        target.cel.CancelPick();
+    else
+        (target.cel.*Start)();
+}
+
 void EditFirstSelected(Target& target) {
     // A copy: editing may change the selection.
     const std::string name = target.doc.Model().sourceSelection.front();
@@ -243,6 +269,25 @@ constexpr CCommand commands[] = {
      Doc<&CVelmorltDoc::OnCelUpdatecamera>},
     {CommandId::CelSettings, "&Settings", "cel-settings", "", "Shows the cel view settings dialog", "", Always,
      nullptr, Cel<&CCelView::OnCelSettings>},
+    {CommandId::CelBucket, "&Bucket\tB", "bucket", "B", "Fills areas between lines with the foreground color",
+     "Bucket: fill areas", CanUseTool<CelTool::Bucket>, IsTool<CelTool::Bucket>, SetTool<CelTool::Bucket>,
+     celEditor, Focused, CelTools},
+    {CommandId::CelPen, "Pe&n\tP", "pen", "P", "Draws lines, at which fills stop", "Pen: draw lines",
+     CanUseTool<CelTool::Pen>, IsTool<CelTool::Pen>, SetTool<CelTool::Pen>, celEditor, Focused, CelTools},
+    {CommandId::CelEraser, "&Eraser\tE", "eraser", "E", "Turns lines into background color",
+     "Eraser: turn lines into background color", CanUseTool<CelTool::Eraser>, IsTool<CelTool::Eraser>,
+     SetTool<CelTool::Eraser>, celEditor, Focused, CelTools},
+    {CommandId::CelLineBrush, "&Line Brush\tL", "line-brush", "L", "Colors lines with the foreground color",
+     "Line brush: color lines", CanUseTool<CelTool::LineBrush>, IsTool<CelTool::LineBrush>,
+     SetTool<CelTool::LineBrush>, celEditor, Focused, CelTools},
+    {CommandId::CelPickColor, "Pi&ck Color\tI", "pick-color", "I",
+     "Makes the color under the next click the foreground color", "Pick the foreground color from the image",
+     When<HasEditedImage>, IsPicking<CelPick::Foreground>, TogglePick<CelPick::Foreground, &CCelView::Pick>,
+     celEditor, Focused},
+    {CommandId::CelColorKey, "Color &Key\tK", "color-key", "K",
+     "Makes the color under the next click transparent in the picture",
+     "Make a color picked from the picture transparent", When<HasEditedPicture>, IsPicking<CelPick::ColorKey>,
+     TogglePick<CelPick::ColorKey, &CCelView::ColorKey>, celEditor, Focused},
 
     // Sources
     {CommandId::SourcesSelectSource, "&Select Source", "select-source", "",

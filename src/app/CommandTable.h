@@ -29,7 +29,7 @@ enum class KeyReach {
 };
 
 /// Commands of which one is on at a time.
-enum class CommandGroup { None, InputModes, Arrangements };
+enum class CommandGroup { None, InputModes, Arrangements, CelTools };
 
 /// A command as menus, toolbars, tooltips, the status bar and the keyboard know it.
 struct CCommand {
@@ -47,6 +47,8 @@ struct CCommand {
     std::optional<StackedPane> pane{};
     KeyReach reach = KeyReach::Everywhere;
     CommandGroup group = CommandGroup::None;
+    /// Further shortcuts, of the command's view alone when it has the focus, whatever the reach of the others.
+    const char* focusedKeys = "";
 };
 
 /// All commands, menu by menu.

@@ -72,8 +72,9 @@ void CMainFrame::CreateViews() {
     m_cameraPane = new CCamFrame(m_doc, m_prompter, m_commands.List(CameraToolBar()));
     m_xsheetPane = new CXsheetFrame(m_doc, m_prompter, m_commands.List(XsheetToolBar()));
     m_celPane = new CCelFrame(m_doc, m_prompter, m_profile,
-                              {Action(CommandId::CelZoomOut), Action(CommandId::CelZoomOneToOne),
-                               Action(CommandId::CelZoomIn), Action(CommandId::CelPan),
+                              {m_commands.List(CelToolBar()),
+                               {Action(CommandId::CelBucket), Action(CommandId::CelPen),
+                                Action(CommandId::CelEraser), Action(CommandId::CelLineBrush)},
                                Action(CommandId::CelUpdateCamera)});
 
     m_panes = new CPaneStack({{

@@ -22,8 +22,9 @@ constexpr CommandId xsheetMenu[] = {XsheetAddLevel,        XsheetDeleteLevel, Xs
                                     XsheetDeleteFrames,    Separator,         XsheetEditCelData,
                                     XsheetEditCameraData,  Separator,         XsheetInbetweenLevel,
                                     XsheetInbetweenCamera, Separator,         XsheetMultipleLevels};
-constexpr CommandId celMenu[] = {CelZoomIn, CelZoomOut,      CelZoomOneToOne, CelPan,
-                                 Separator, CelUpdateCamera, Separator,       CelSettings};
+constexpr CommandId celMenu[] = {CelZoomIn,    CelZoomOut,  CelZoomOneToOne, CelPan,     Separator, CelUpdateCamera,
+                                 Separator,    CelSettings, Separator,       CelBucket,  CelPen,    CelEraser,
+                                 CelLineBrush, Separator,   CelPickColor,    CelColorKey};
 constexpr CommandId sourcesMenu[] = {SourcesSelectSource,   SourcesScanCels,      SourcesScanPicture,    Separator,
                                      SourcesCameraSettings, SourcesCaptureCels,   SourcesCapturePicture, Separator,
                                      SourcesImportCels,     SourcesImportPicture, SourcesImportSettings, Separator,
@@ -91,6 +92,10 @@ constexpr CommandId xsheetToolBar[] = {XsheetMultipleLevels, XsheetEditCelData, 
                                        XsheetAddFrames,      XsheetDeleteFrames,    XsheetRenameLevel,
                                        EditRemoveSound};
 
+constexpr CommandId celToolBar[] = {CelZoomOut,   CelZoomOneToOne, CelZoomIn,    CelPan,
+                                    Separator,    CelBucket,       CelPen,       CelEraser,
+                                    CelLineBrush, Separator,       CelPickColor, CelColorKey};
+
 } // namespace
 
 std::span<const CMenu> Menus() {
@@ -115,6 +120,10 @@ std::span<const CommandId> CameraToolBar() {
 
 std::span<const CommandId> XsheetToolBar() {
     return xsheetToolBar;
+}
+
+std::span<const CommandId> CelToolBar() {
+    return celToolBar;
 }
 
 } // namespace velmor

@@ -20,5 +20,6 @@ const CMenu& CameraMenu();
 std::span<const CommandId> MainToolBar();
 std::span<const CommandId> CameraToolBar();
 std::span<const CommandId> XsheetToolBar();
+std::span<const CommandId> CelToolBar();
 
 } // namespace velmor

@@ -59,4 +59,8 @@ bool HasEditedImage(const CSceneModel& model) {
     return model.celImg.GetLoadState() != LoadState::Nothing;
 }
 
+bool HasEditedPicture(const CSceneModel& model) {
+    return model.celImg.GetLoadState() == LoadState::Picture;
+}
+
 } // namespace velmor

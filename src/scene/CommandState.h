@@ -27,5 +27,6 @@ bool CanInbetween(const CSceneModel& model);
 bool CanPlaySelectedSound(const CSceneModel& model);
 /// A cel or picture is loaded in the cel editor.
 bool HasEditedImage(const CSceneModel& model);
+bool HasEditedPicture(const CSceneModel& model);
 
 } // namespace velmor

@@ -118,27 +118,17 @@ TEST_F(CelFrameTest, BrushesPensAndModesFollowTheDocumentAndSetIt) {
     EXPECT_TRUE(Get<QRadioButton>("bucketMode2").isChecked());
 }
 
-TEST_F(CelFrameTest, ToolsAndPicksByButtonAndByKey) {
+TEST_F(CelFrameTest, APictureHasNoPensAndNoBucket) {
+    const auto areOffered = [this](bool expected, const char* state) {
+        for (const char* name : {"pen1", "pen4", "bucketMode0", "bucketMode2"})
+            EXPECT_EQ(Get<QRadioButton>(name).isEnabled(), expected) << name << " with " << state;
+    };
+    areOffered(true, "nothing");
+    EditPicture();
+    areOffered(false, "a picture");
+    EXPECT_TRUE(Get<QRadioButton>("brush1").isEnabled());
     EditCel();
-    CCelView& view = frame.View();
-    view.setFocus();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&frame));
-    Get<QAction>("PEN").trigger();
-    EXPECT_EQ(view.Tool(), CelTool::Pen);
-    QTest::keyClick(&view, Qt::Key_L);
-    EXPECT_EQ(view.Tool(), CelTool::LineBrush);
-    EXPECT_TRUE(Get<QAction>("LINEBRUSH").isChecked());
-    view.SetTool(CelTool::Eraser);
-    EXPECT_TRUE(Get<QAction>("ERASER").isChecked());
-    EXPECT_FALSE(Get<QAction>("LINEBRUSH").isChecked());
-    QTest::keyClick(&view, Qt::Key_I);
-    EXPECT_EQ(view.PendingPick(), CelPick::Foreground);
-    EXPECT_TRUE(Get<QAction>("Pick Color").isChecked());
-    QTest::keyClick(&view, Qt::Key_Escape);
-    EXPECT_FALSE(Get<QAction>("Pick Color").isChecked());
-    QTest::keyClick(&view, Qt::Key_K);
-    EXPECT_FALSE(Get<QAction>("Color Key").isChecked()) << "of a cel there is none";
-    EXPECT_EQ(prompter.TakeMessages().size(), 1u);
+    areOffered(true, "a cel");
 }
 
 TEST_F(CelFrameTest, UpdateCameraSavesTheImage) {

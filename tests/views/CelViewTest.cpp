@@ -346,11 +346,18 @@ TEST_F(CelViewTest, ColorKeyNeedsAPicture) {
     EXPECT_EQ(request->initial.color, (CColor{10, 20, 30, 255}));
 }
 
-TEST_F(CelViewTest, ARefusedToolSaysSoOnceAStroke) {
+TEST_F(CelViewTest, BucketAndPenLeavePicturesAlone) {
     EditPicture();
-    Choose(CelTool::Pen, 0, 0);
-    Drag(client, {50, 50}, {60, 60}, {70, 70});
-    EXPECT_EQ(prompter.TakeMessages(), std::vector<std::string>{"Internal Error : cel is not loaded in Pen"});
+    const CCelImg before = Image();
+    for (const CelTool tool : {CelTool::Bucket, CelTool::Pen}) {
+        Choose(tool, 0, 0);
+        EXPECT_EQ(client.cursor().shape(), Qt::ArrowCursor);
+        Drag(client, {50, 50}, {60, 60}, {70, 70});
+    }
+    ExpectImage(before, "a picture");
+    EXPECT_TRUE(prompter.TakeMessages().empty());
+    Choose(CelTool::Eraser, 0, 0);
+    EXPECT_EQ(client.cursor().shape(), Qt::BitmapCursor);
 }
 
 TEST_F(CelViewTest, WhatIsDraggedOutStaysWithTheImage) {

@@ -23,6 +23,12 @@ QString Plain(const char* text) {
     return plain;
 }
 
+QString KeysOf(const CCommand& command) {
+    return (QString(command.keys).split("; ", Qt::SkipEmptyParts) +
+            QString(command.focusedKeys).split("; ", Qt::SkipEmptyParts))
+        .join(", ");
+}
+
 QString CommandPages() {
     QString pages = "\n\n# Commands\n";
     for (const CMenu& menu : Menus()) {
@@ -31,8 +37,7 @@ QString CommandPages() {
             if (id == CommandId::Separator)
                 continue;
             const CCommand& command = CommandOf(id);
-            pages += "| " + Plain(command.text) + " | " + QString(command.keys).replace("; ", ", ") + " | " +
-                     command.status + " |\n";
+            pages += "| " + Plain(command.text) + " | " + KeysOf(command) + " | " + command.status + " |\n";
         }
     }
     return pages;

@@ -5,6 +5,7 @@
 #include "scene/SceneModel.h"
 #include "scene/VelmorltDoc.h"
 #include "views/Icons.h"
+#include "views/cel/CelTool.h"
 #include "views/cel/TipButton.h"
 
 #include <QButtonGroup>
@@ -68,6 +69,11 @@ void Check(QButtonGroup& group, int id) {
     for (QAbstractButton* button : group.buttons())
         button->setChecked(group.id(button) == id);
     group.setExclusive(true);
+}
+
+void Enable(const QButtonGroup& group, bool enabled) {
+    for (QAbstractButton* button : group.buttons())
+        button->setEnabled(enabled);
 }
 
 } // namespace
@@ -200,6 +206,8 @@ void CBrushBar::UpdateBrushesandPens() {
     Check(*m_pens, paint.pen);
     Check(*m_bucketModes, paint.bucketMode);
     m_rectangle->setChecked(paint.brush < 0);
+    Enable(*m_pens, CanUse(CelTool::Pen, m_doc.Model().celImg));
+    Enable(*m_bucketModes, CanUse(CelTool::Bucket, m_doc.Model().celImg));
 }
 
 } // namespace velmor

@@ -19,7 +19,7 @@ public:
     /// `updateCamera` may be null; the document is asked directly then.
     CBrushBar(CVelmorltDoc& doc, QAction* updateCamera, QWidget* parent = nullptr);
 
-    /// Shows the document's brush, pen and bucket mode.
+    /// Shows the document's brush, pen and bucket mode, and which of them the image under edit takes.
     void UpdateBrushesandPens();
 
     /// Chooses the number of columns for a pane of a size.

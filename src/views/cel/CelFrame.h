@@ -1,6 +1,7 @@
 #pragma once
 
 #include "scene/ViewList.h"
+#include "views/ActionList.h"
 
 #include <QMainWindow>
 
@@ -20,12 +21,10 @@ class CProfile;
 class CVelmorltDoc;
 class IPrompter;
 
-/// The zoom and pan actions of the cel editor's tool bar; they belong to the main frame and outlive the pane.
+/// The actions of the cel editor's bars; they belong to the main frame and outlive the pane. All may be missing.
 struct CCelActions {
-    QAction* zoomOut = nullptr;
-    QAction* zoomOneToOne = nullptr;
-    QAction* zoomIn = nullptr;
-    QAction* pan = nullptr;
+    ActionList toolBar;
+    std::array<QAction*, 4> tools{}; ///< those of the tool bar that choose tools, in the order of CelTool
     QAction* updateCamera = nullptr;
 };
 
@@ -47,13 +46,10 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    void AddToolBar(const CCelActions& actions);
+    void AddToolBar(const ActionList& actions);
     void AddColorBar();
     QWidget* MakeColorPanel();
     QToolButton* MakePaletteButton(const char* text, const char* icon, const char* tip);
-    QAction* AddViewAction(QToolBar& bar, const char* text, const char* icon, const char* tip, int key);
-    /// Shows the view's tool and pending pick.
-    void ShowState();
     void UpdateBrushesandPens();
     void UpdateColors();
 
@@ -62,9 +58,7 @@ private:
     CColorList* m_colors;
     CColorPair* m_colorPair;
     CBrushBar* m_brushBar;
-    std::array<QAction*, 4> m_tools{}; ///< in the order of CelTool
-    QAction* m_pick = nullptr;
-    QAction* m_colorKey = nullptr;
+    std::array<QAction*, 4> m_tools; ///< see CCelActions
     std::vector<QToolButton*> m_paletteButtons;
 };
 

@@ -25,6 +25,10 @@ CPaintResult Pour(const CPaintChoices& paint, CPoint from, CPoint to, const CRec
 
 } // namespace
 
+bool CanUse(CelTool tool, const CCelImg& image) {
+    return image.GetLoadState() != LoadState::Picture || tool == CelTool::Eraser || tool == CelTool::LineBrush;
+}
+
 ToolForm FormOf(CelTool tool, const CPaintChoices& paint) {
     if (tool == CelTool::Pen)
         return ToolForm::Stroke;

@@ -10,6 +10,10 @@ struct CPaintChoices;
 /// The tools of the cel editor.
 enum class CelTool { Bucket = 0, Pen = 1, Eraser = 2, LineBrush = 3 };
 
+/// Whether a tool works on what is loaded: pictures have no lines to draw or to stop a fill. With nothing loaded a
+/// tool may be chosen for what comes.
+bool CanUse(CelTool tool, const CCelImg& image);
+
 /// What a tool makes of the way from press to release.
 enum class ToolForm {
     Point,    ///< only the release counts

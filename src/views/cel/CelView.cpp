@@ -172,14 +172,11 @@ void CCelView::SetTool(CelTool tool) {
     m_tool = tool;
     RefreshCursor();
     RefreshOverlay();
-    TellState();
 }
 
 void CCelView::Pick() {
     if (HasImage())
         StartPick(CelPick::Foreground);
-    else
-        TellState();
 }
 
 void CCelView::ColorKey() {
@@ -188,7 +185,6 @@ void CCelView::ColorKey() {
         return;
     }
     m_prompter.ShowMessage("Internal Error : no picture image loaded in CCelView::ColorKey");
-    TellState();
 }
 
 void CCelView::StartPick(CelPick pick) {
@@ -197,7 +193,6 @@ void CCelView::StartPick(CelPick pick) {
     setFocus(); // for Escape
     RefreshCursor();
     RefreshOverlay();
-    TellState();
 }
 
 void CCelView::CancelPick() {
@@ -205,7 +200,6 @@ void CCelView::CancelPick() {
         return;
     RefreshCursor();
     RefreshOverlay();
-    TellState();
 }
 
 void CCelView::FinishPick(CPoint point) {
@@ -307,7 +301,9 @@ CCelCursor CCelView::CursorNow() const {
         return {};
     if (m_drag ? m_drag->pans : m_pick == CelPick::Nothing && (m_panMode || m_isSpaceHeld))
         return {"cursor-pan", {16, 16}};
-    return m_pick != CelPick::Nothing ? CCelCursor{"cursor-pick", {4, 28}} : CursorOf(m_tool);
+    if (m_pick != CelPick::Nothing)
+        return {"cursor-pick", {4, 28}};
+    return CanUse(m_tool, m_doc.EditedImage()) ? CursorOf(m_tool) : CCelCursor{};
 }
 
 void CCelView::RefreshCursor() {
@@ -318,11 +314,6 @@ void CCelView::RefreshCursor() {
     m_cursor = now;
     viewport()->setCursor(now.name.empty() ? QCursor(Qt::ArrowCursor)
                                            : ToolCursor(now.name.c_str(), now.hotSpot.x, now.hotSpot.y, now.scale));
-}
-
-void CCelView::TellState() const {
-    if (m_stateChanged)
-        m_stateChanged();
 }
 
 } // namespace velmor

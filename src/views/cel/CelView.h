@@ -9,7 +9,6 @@
 
 #include <QAbstractScrollArea>
 
-#include <functional>
 #include <optional>
 #include <string>
 
@@ -57,8 +56,6 @@ public:
     void CancelPick();
     /// Asks for the grid behind transparent pixels.
     void OnCelSettings();
-    /// Called whenever the tool or the pending pick has changed.
-    void SetStateCallback(std::function<void()> changed) { m_stateChanged = std::move(changed); }
 
     void OnUpdate(UpdateHint hint) override;
 
@@ -108,7 +105,6 @@ private:
     void RefreshOverlay();
     CCelCursor CursorNow() const;
     void RefreshCursor();
-    void TellState() const;
 
     CVelmorltDoc& m_doc;
     IPrompter& m_prompter;
@@ -125,7 +121,6 @@ private:
     CCelOverlay m_overlay;           ///< as it is on the screen
     CCelCursor m_cursor;             ///< likewise
     CWheelTurn m_wheel;
-    std::function<void()> m_stateChanged;
 };
 
 } // namespace velmor

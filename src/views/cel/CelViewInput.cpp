@@ -35,8 +35,10 @@ void CCelView::mousePressEvent(QMouseEvent* event) {
     if (!HasImage() || m_drag || event->buttons().testFlag(Qt::RightButton) ||
         (!isLeft && event->button() != Qt::MiddleButton) || (isLeft && m_pick != CelPick::Nothing))
         return;
-    m_drag = CDrag{!isLeft || m_panMode || m_isSpaceHeld, event->button(), FormOf(m_tool, m_doc.Model().paint),
-                   *m_pointer, *m_pointer};
+    const bool pans = !isLeft || m_panMode || m_isSpaceHeld;
+    if (!pans && !CanUse(m_tool, m_doc.EditedImage()))
+        return;
+    m_drag = CDrag{pans, event->button(), FormOf(m_tool, m_doc.Model().paint), *m_pointer, *m_pointer};
     RefreshCursor();
     RefreshOverlay();
 }

@@ -1,0 +1,88 @@
+// The cel editor in the assembled window: its commands and their keys.
+
+#include "MainFrameFixture.h"
+#include "scene/DialogRequests.h"
+#include "views/cel/CelFrame.h"
+#include "views/cel/CelView.h"
+#include "views/cel/ColorList.h"
+
+namespace velmor::testing {
+namespace {
+
+class CCelCommandsTest : public CMainFrameFixture {
+protected:
+    CCelCommandsTest() {
+        NewScene("Test", 20, 320, 240);
+        const CScenePaths paths = doc->Model().Paths();
+        CreateFolder(paths.CelFolder("walk"));
+        CreateFolder(paths.PicturesFolder());
+        doc->SetFolderName("walk");
+        prompter.Answer(CNewCelValues{"1", {200, 160}});
+        doc->OnAssetsNewcel();
+        CCelImg picture;
+        EXPECT_TRUE(picture.CreatePicture(200, 160, paths.PictureFile("back")));
+        EXPECT_TRUE(picture.Save());
+        Frame();
+    }
+    ~CCelCommandsTest() override { EndFrame(); }
+
+    void Edit(SourceMode mode, const char* name) {
+        doc->SetSourceMode(mode);
+        doc->EditCel(name);
+        Frame().UpdateCommands();
+    }
+    void EditCelOnCanvas() {
+        Edit(SourceMode::Cels, "1");
+        Run(CommandId::ViewCelEditor);
+    }
+    CCelView& View() { return Frame().CelPane().View(); }
+    QListWidget& Colors() { return *Frame().findChild<QListWidget*>("colorList"); }
+    bool IsEnabled(CommandId id) { return Frame().Action(id)->isEnabled(); }
+    bool IsChecked(CommandId id) { return Frame().Action(id)->isChecked(); }
+};
+
+} // namespace
+
+TEST_F(CCelCommandsTest, ToolsAndPicksByCommandAndByKeyOfTheCanvas) {
+    using enum CommandId;
+    EditCelOnCanvas();
+    Run(CelPen);
+    EXPECT_EQ(View().Tool(), CelTool::Pen);
+    EXPECT_TRUE(IsChecked(CelPen));
+    const std::pair<Qt::Key, CelTool> keys[] = {{Qt::Key_L, CelTool::LineBrush},
+                                                {Qt::Key_E, CelTool::Eraser},
+                                                {Qt::Key_B, CelTool::Bucket},
+                                                {Qt::Key_P, CelTool::Pen}};
+    for (const auto& [key, tool] : keys) {
+        Key(key);
+        EXPECT_EQ(View().Tool(), tool);
+        EXPECT_EQ(IsChecked(CelPen), tool == CelTool::Pen);
+    }
+    Key(Qt::Key_I);
+    EXPECT_EQ(View().PendingPick(), CelPick::Foreground);
+    EXPECT_TRUE(IsChecked(CelPickColor));
+    Key(Qt::Key_I);
+    EXPECT_EQ(View().PendingPick(), CelPick::Nothing);
+    EXPECT_FALSE(IsChecked(CelPickColor));
+    Colors().setFocus();
+    Key(Qt::Key_B);
+    EXPECT_EQ(View().Tool(), CelTool::Pen) << "a letter typed elsewhere";
+}
+
+TEST_F(CCelCommandsTest, BucketAndPenAreNotOfferedForAPicture) {
+    using enum CommandId;
+    EditCelOnCanvas();
+    Run(CelEraser);
+    EXPECT_TRUE(IsEnabled(CelBucket) && IsEnabled(CelPen));
+    EXPECT_FALSE(IsEnabled(CelColorKey)) << "of a cel";
+    Edit(SourceMode::Pictures, "back");
+    EXPECT_FALSE(IsEnabled(CelBucket) || IsEnabled(CelPen));
+    EXPECT_TRUE(IsEnabled(CelEraser) && IsEnabled(CelLineBrush) && IsEnabled(CelColorKey));
+    for (const Qt::Key key : {Qt::Key_B, Qt::Key_P}) {
+        Key(key);
+        EXPECT_EQ(View().Tool(), CelTool::Eraser);
+    }
+    EXPECT_TRUE(prompter.TakeMessages().empty());
+}
+
+} // namespace velmor::testing
