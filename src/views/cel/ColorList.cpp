@@ -45,6 +45,15 @@ public:
     }
 };
 
+bool IsReturn(const QKeyEvent& event) {
+    return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+}
+
+bool IsOwnKey(const QKeyEvent& event) {
+    const bool isPlain = (event.modifiers() & ~Qt::KeypadModifier) == 0;
+    return IsReturn(event) || (isPlain && (event.key() == Qt::Key_F2 || event.key() == Qt::Key_Delete));
+}
+
 QListWidgetItem* MakeItem(const CNamedColor& entry) {
     const CColor& color = entry.color;
     auto* item = new QListWidgetItem(ToQt(entry.name));
@@ -111,9 +120,15 @@ void CColorList::mouseDoubleClickEvent(QMouseEvent* event) {
         m_actions.edit(index.row());
 }
 
+bool CColorList::event(QEvent* event) {
+    // Before the window's commands take them.
+    if (event->type() == QEvent::ShortcutOverride && IsOwnKey(*static_cast<QKeyEvent*>(event)))
+        event->accept();
+    return QListWidget::event(event);
+}
+
 void CColorList::keyPressEvent(QKeyEvent* event) {
-    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (isReturn && Current() >= 0)
+    if (IsReturn(*event) && Current() >= 0)
         (event->modifiers().testFlag(Qt::ShiftModifier) ? m_actions.makeBackground
                                                         : m_actions.makeForeground)(Current());
     else if (event->key() == Qt::Key_F2 && Current() >= 0)

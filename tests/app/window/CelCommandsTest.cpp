@@ -85,4 +85,19 @@ TEST_F(CCelCommandsTest, BucketAndPenAreNotOfferedForAPicture) {
     EXPECT_TRUE(prompter.TakeMessages().empty());
 }
 
+TEST_F(CCelCommandsTest, TheColorListHasItsKeysToItself) {
+    EditCelOnCanvas();
+    Colors().setCurrentRow(1);
+    Colors().setFocus();
+    Key(Qt::Key_Return);
+    EXPECT_EQ(doc->GetFGColor(), (CColor{255, 255, 255, 255}));
+    prompter.Answer(CColorValues{"Chalk", {250, 250, 250, 255}});
+    Key(Qt::Key_F2);
+    EXPECT_EQ(doc->GetColorName(1), "Chalk");
+    EXPECT_TRUE(Frame().Panes().IsOpen(StackedPane::CelEditor)) << "not another view";
+    EXPECT_TRUE(HasFocus(Colors()));
+    Key(Qt::Key_Delete);
+    EXPECT_EQ(doc->GetColorCount(), 2);
+}
+
 } // namespace velmor::testing
