@@ -70,4 +70,11 @@ CRenderSettings RenderSettingsOf(const CRenderSetup& setup) {
     return settings;
 }
 
+CStatus MakeRenderDirectory(const CRenderSettings& settings) {
+    const Path directory = settings.target.parent_path();
+    if (directory.empty() || CreateFolder(directory))
+        return {};
+    return CStatus::Failure("Could not create the directory " + Utf8Of(directory));
+}
+
 } // namespace velmor

@@ -34,4 +34,7 @@ CStatus CheckRenderSize(RenderFormat format, int scaling, CSize scene);
 /// The settings of a setup that CheckRenderSetup() accepts.
 CRenderSettings RenderSettingsOf(const CRenderSetup& setup);
 
+/// Makes the directory that a render writes to, where it is missing.
+CStatus MakeRenderDirectory(const CRenderSettings& settings);
+
 } // namespace velmor

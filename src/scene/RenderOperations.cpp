@@ -26,12 +26,18 @@ RenderFormat FormatOf(int remembered) {
     return static_cast<RenderFormat>(std::clamp(remembered, 0, static_cast<int>(RenderFormat::Mp4)));
 }
 
+// Another machine's settings may name what this one does not have.
+std::string CompressorOf(const std::string& remembered) {
+    const CCompressor* compressor = FindCompressor(remembered);
+    return std::string(compressor != nullptr ? compressor->name : defaultCompressor);
+}
+
 } // namespace
 
 CRenderSetup CRenderOperations::RememberedSetup() const {
     const CSceneModel& model = m_context.model;
     const CProfile& profile = m_context.profile;
-    CRenderSetup setup = m_last;
+    CRenderSetup setup;
     setup.levels = AllLevels(model.xsheet);
     setup.startFrame = 1;
     setup.endFrame = model.xsheet.FrameCount();
@@ -39,24 +45,26 @@ CRenderSetup CRenderOperations::RememberedSetup() const {
     setup.scaling = std::clamp(Get(profile, setting::lastRenderScaling), 1, 400);
     setup.antialias = Get(profile, setting::lastRenderAntialias) != 0;
     setup.format = FormatOf(Get(profile, setting::lastRenderFileFormat));
+    setup.transparentBackground = Get(profile, setting::lastRenderTransparent) != 0;
+    setup.compressor = CompressorOf(Get(profile, setting::lastRenderCompressor));
+    setup.quality = std::clamp(Get(profile, setting::lastRenderQuality), 0, 100);
     setup.directory = Get(profile, setting::lastRenderDirectory);
     setup.name = Get(profile, setting::lastRenderName);
     if (setup.directory.empty())
         setup.directory = model.databaseFolder + usualDirectory;
     if (setup.name.empty())
         setup.name = model.sceneName;
-    if (setup.compressor.empty())
-        setup.compressor = defaultCompressor;
-    setup.resume = false;
     return setup;
 }
 
 void CRenderOperations::Remember(const CRenderSetup& setup) {
-    m_last = setup;
     Set(m_context.profile, setting::lastRenderScaling, setup.scaling);
     Set(m_context.profile, setting::lastRenderStep, setup.step);
     Set(m_context.profile, setting::lastRenderAntialias, setup.antialias ? 1 : 0);
     Set(m_context.profile, setting::lastRenderFileFormat, static_cast<int>(setup.format));
+    Set(m_context.profile, setting::lastRenderTransparent, setup.transparentBackground ? 1 : 0);
+    Set(m_context.profile, setting::lastRenderCompressor, setup.compressor);
+    Set(m_context.profile, setting::lastRenderQuality, setup.quality);
     Set(m_context.profile, setting::lastRenderDirectory, setup.directory);
     Set(m_context.profile, setting::lastRenderName, setup.name);
 }
@@ -90,11 +98,10 @@ bool CRenderOperations::Accept(const CRenderSetup& setup) const {
 }
 
 CStatus CRenderOperations::CheckTarget(const CRenderSettings& settings) const {
-    const Path directory = settings.target.parent_path();
-    if (!directory.is_absolute())
+    if (!settings.target.is_absolute())
         return CStatus::Failure("The directory of the rendered files should be given in full!");
-    if (!CreateFolder(directory))
-        return CStatus::Failure("Could not create the directory " + Utf8Of(directory));
+    if (CStatus made = MakeRenderDirectory(settings); !made)
+        return made;
     // Nothing tells better whether a file can be written than beginning to.
     const Path first = FilesOf(settings).front();
     return CAtomicFile::Create(first) ? CStatus() : CStatus::Failure("Could not write to " + Utf8Of(first));

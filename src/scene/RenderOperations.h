@@ -27,7 +27,6 @@ private:
 
     CSceneContext m_context;
     CImageCache& m_cache;
-    CRenderSetup m_last; ///< for what the profile does not keep
 };
 
 } // namespace velmor

@@ -44,6 +44,9 @@ inline constexpr CIntSetting lastRenderScaling{"Remember", "Last Render Scaling"
 inline constexpr CIntSetting lastRenderStep{"Remember", "Last Render Step", 1};
 inline constexpr CIntSetting lastRenderAntialias{"Remember", "Last Render Antialias", 1};
 inline constexpr CIntSetting lastRenderFileFormat{"Remember", "Last Render FileFormat", 0};
+inline constexpr CIntSetting lastRenderTransparent{"Remember", "Last Render Transparent", 0};
+inline constexpr CStringSetting lastRenderCompressor{"Remember", "Last Render Compressor", ""};
+inline constexpr CIntSetting lastRenderQuality{"Remember", "Last Render Quality", 100};
 inline constexpr CStringSetting lastRenderDirectory{"Remember", "Last Rendering Directory", ""};
 inline constexpr CStringSetting lastRenderName{"Remember", "Last Rendering Name", ""};
 

@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
+#include <regex>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -68,7 +69,12 @@ TEST_F(CommandLine, WrongUsageHasStatusTwoAndAUsageLine) {
         EXPECT_EQ(run.status, 2) << arguments;
         EXPECT_NE(run.error.find("Usage: velmor-cli"), std::string::npos) << arguments;
     }
+    EXPECT_EQ(Run("compose --database x y --frame 0 -o z").error.substr(0, 35),
+              "--frame: not a number from 1 up: 0\n");
     EXPECT_EQ(Run("--help").status, 0);
+    const CRun version = Run("--version");
+    EXPECT_EQ(version.status, 0);
+    EXPECT_TRUE(std::regex_match(version.output, std::regex("velmor-cli [0-9]+\\.[0-9]+\\.[0-9]+\n")));
 }
 
 TEST_F(CommandLine, WhatCannotBeReadIsNamedAndNothingChanges) {
@@ -154,6 +160,19 @@ TEST_F(CommandLine, RendersTheFramesThatComposeShows) {
     const CRun progress =
         Run("render " + Database() + "Test --format mp4 --frames 9-12 -o " + (folder / "m.mp4").string());
     EXPECT_EQ(progress.error, "FRAME: 9\nPROGRESS: 50%\nFRAME: 10\nPROGRESS: 100%\n");
+}
+
+TEST_F(CommandLine, RendersIntoADirectoryThatItMakes) {
+    const std::string render = "render " + Database() + "Test --frames 1 -o ";
+    ASSERT_EQ(Run(render + (folder / "new" / "deep" / "f").string()).status, 0);
+    EXPECT_TRUE(FileExists(folder / "new" / "deep" / "f0001.png"));
+    WriteBytes(folder / "file", std::vector<std::uint8_t>{1});
+    EXPECT_EQ(Run(render + (folder / "file" / "f").string()).error,
+              "Could not create the directory " + (folder / "file").string() + "\n");
+    ASSERT_EQ(
+        Run("render " + Database() + "Test --frames 1 --codec none -o " + (folder / "no" / "f").string()).status,
+        1);
+    EXPECT_FALSE(FolderExists(folder / "no")) << "a refused render makes nothing";
 }
 
 TEST_F(CommandLine, FramesDividedAmongProcessesAreTheSameFiles) {

@@ -52,9 +52,15 @@ TEST_F(RenderOperations, RendersWhatWasSetUpAndRemembersIt) {
     EXPECT_EQ(Initial().scaling, 100);
     EXPECT_EQ(Initial().directory, (Database() / "Renders").string());
     EXPECT_EQ(Initial().name, "S");
+    EXPECT_EQ(Initial().quality, 100);
+    EXPECT_FALSE(Initial().transparentBackground);
+    EXPECT_EQ(Initial().compressor, defaultCompressor);
     EXPECT_EQ(Get(profile, setting::lastRenderName), "");
 
-    prompter.Answer(Setup());
+    CRenderSetup setup = Setup();
+    setup.transparentBackground = true;
+    setup.compressor = "FFV1";
+    prompter.Answer(setup);
     doc->OnAnimationRender();
     EXPECT_EQ(ListFiles(folder / "a" / "b", ""), (Texts{"shot0002.bmp", "shot0005.bmp", "shot0008.bmp"}));
     EXPECT_EQ(prompter.progressTexts, (Texts{"Preparing Frame : 2", "Preparing Frame : 5", "Preparing Frame : 8"}));
@@ -67,8 +73,18 @@ TEST_F(RenderOperations, RendersWhatWasSetUpAndRemembersIt) {
     EXPECT_EQ(Initial().scaling, 50);
     EXPECT_FALSE(Initial().antialias);
     EXPECT_EQ(Initial().format, RenderFormat::Bitmap);
+    EXPECT_EQ(Initial().quality, 70);
+    EXPECT_TRUE(Initial().transparentBackground);
+    EXPECT_EQ(Initial().compressor, "FFV1");
     EXPECT_EQ(Initial().directory, (folder / "a" / "b").string());
     EXPECT_EQ(Initial().name, "shot");
+
+    Set(profile, setting::lastRenderCompressor, "of another machine");
+    Set(profile, setting::lastRenderQuality, 1000);
+    prompter.Cancel();
+    doc->OnAnimationRender();
+    EXPECT_EQ(Initial().compressor, defaultCompressor);
+    EXPECT_EQ(Initial().quality, 100);
 }
 
 TEST_F(RenderOperations, RefusesInItsOwnDialogWhatCannotBeRendered) {

@@ -14,6 +14,10 @@ namespace {
 
 enum ExitStatus { done = 0, failed = 1, wrongUsage = 2 };
 
+std::string CheckNumber(const std::string& text) {
+    return ParseNumber(text) ? std::string() : "not a number from 1 up: " + text;
+}
+
 std::string CheckNumberList(const std::string& text) {
     return ParseNumberList(text) ? std::string() : "not a list of numbers such as 1-3,5: " + text;
 }
@@ -35,6 +39,7 @@ class CGrammar {
 public:
     CGrammar() {
         m_app.require_subcommand(1);
+        m_app.set_version_flag("--version", "velmor-cli " VELMOR_VERSION, "Print the version and exit");
         AddReaders();
         AddCompose();
         AddFlipbook();
@@ -75,7 +80,9 @@ private:
 
     void AddCompose() {
         CLI::App* command = AddSceneCommand(m_app, "compose", "Compose one frame as a PNG", m_compose.scene);
-        command->add_option("--frame", m_compose.frame, "Frame, from 1")->required()->check(CLI::PositiveNumber);
+        command->add_option("--frame", m_compose.frame, "Frame, from 1")
+            ->required()
+            ->check(CheckNumber, "POSITIVE");
         command->add_flag("--antialias", m_compose.antialias, "Smooth edges");
         command->add_option("-o,--output", m_compose.output, "PNG to write")->required();
         command->callback([this] { m_run = [this] { return RunCompose(m_compose); }; });
@@ -89,12 +96,12 @@ private:
                 "--frames", [this](const std::string& text) { m_flipbook.frames = ParseNumberList(text)->front(); },
                 "Range of frames, such as 1-48")
             ->check(CheckSingleRange);
-        command->add_option("--step", m_flipbook.step, "Every how many frames")->check(CLI::PositiveNumber);
+        command->add_option("--step", m_flipbook.step, "Every how many frames")->check(CheckNumber, "POSITIVE");
         command->add_option("--scaling", m_flipbook.scaling, "Percent, 10 to 100")->check(CLI::Range(10, 100));
         command->add_option("--quality", m_flipbook.quality, "Percent, 10 to 100")->check(CLI::Range(10, 100));
         command->add_flag("--antialias", m_flipbook.antialias, "Smooth edges");
         command->add_option("--cursor", m_flipbook.cursor, "Frame whose camera pan and tilt are taken")
-            ->check(CLI::PositiveNumber);
+            ->check(CheckNumber, "POSITIVE");
         command->add_option("-o,--output", m_flipbook.output, "AVI to write");
         command->callback([this] { m_run = [this] { return RunFlipbook(m_flipbook); }; });
     }
@@ -107,7 +114,7 @@ private:
                 "--frames", [this](const std::string& text) { m_render.frames = ParseNumberList(text); },
                 "Frames, such as 1-48,60")
             ->check(CheckNumberList);
-        command->add_option("--step", m_render.step, "Every how many frames")->check(CLI::PositiveNumber);
+        command->add_option("--step", m_render.step, "Every how many frames")->check(CheckNumber, "POSITIVE");
         command->add_option("--scaling", m_render.scaling, "Percent, 1 to 400")->check(CLI::Range(1, 400));
         command->add_flag("--antialias", m_render.antialias, "Smooth edges");
         command->add_option("--format", m_render.format, "png, tga, bmp, avi or mp4")
@@ -172,8 +179,8 @@ int RunCommandLine(int argc, char** argv) {
     CGrammar grammar;
     try {
         grammar.App().parse(argc, argv);
-    } catch (const CLI::CallForHelp& help) {
-        return grammar.App().exit(help);
+    } catch (const CLI::Success& asked) { // for help or the version
+        return grammar.App().exit(asked);
     } catch (const CLI::ParseError& error) {
         std::cerr << error.what()
                   << "\nUsage: velmor-cli SUBCOMMAND --database DIR [OPTIONS]; see velmor-cli --help" << std::endl;

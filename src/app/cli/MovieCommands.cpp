@@ -145,6 +145,8 @@ bool RunRender(const CRenderArguments& arguments) {
         prompter.ShowMessage(refusal);
         return false;
     }
+    if (!scene->context.Report(MakeRenderDirectory(job.settings)))
+        return false;
     if (IsMovie(job.settings.format) && PrepareSound(*scene))
         job.sound = *model.soundBuffer;
     CImageCache cache(CImageCache::usualBytes);

@@ -3,19 +3,10 @@
 #include <algorithm>
 #include <charconv>
 #include <set>
-#include <string_view>
 
 namespace velmor {
 
 namespace {
-
-std::optional<int> ParseNumber(std::string_view text) {
-    int number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc() || end != text.data() + text.size() || number < 1)
-        return std::nullopt;
-    return number;
-}
 
 std::optional<CNumberRange> ParseRange(std::string_view text) {
     const std::size_t dash = text.find('-');
@@ -27,6 +18,14 @@ std::optional<CNumberRange> ParseRange(std::string_view text) {
 }
 
 } // namespace
+
+std::optional<int> ParseNumber(std::string_view text) {
+    int number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size() || number < 1)
+        return std::nullopt;
+    return number;
+}
 
 std::optional<std::vector<CNumberRange>> ParseNumberList(const std::string& text) {
     std::vector<CNumberRange> ranges;

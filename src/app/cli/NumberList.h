@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace velmor {
@@ -11,6 +12,9 @@ struct CNumberRange {
     int first = 1;
     int last = 1;
 };
+
+/// A number from 1 up; nothing for anything else.
+std::optional<int> ParseNumber(std::string_view text);
 
 /// Nothing for text that is not such a list, a number below 1 or a range that runs backwards.
 std::optional<std::vector<CNumberRange>> ParseNumberList(const std::string& text);
