@@ -3,6 +3,7 @@
 #include "platform/Archive.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace velmor {
 
@@ -27,6 +28,17 @@ std::string ReadRaw(CArchiveReader& archive) {
     for (int i = 0; i < length && archive.Remaining() > 0; ++i)
         text += static_cast<char>(archive.ReadByte());
     return text;
+}
+
+// 0, which says nothing, for what is no length.
+double ReadLength(CArchiveReader& archive) {
+    const double length = archive.ReadDouble();
+    return std::isfinite(length) && length > 0 ? length : 0;
+}
+
+std::size_t RowBytesOf(const CScannedPage& page) {
+    const auto width = static_cast<std::size_t>(page.width);
+    return page.mode == ScanMode::LineArt ? (width + 7) / 8 : width * 3;
 }
 
 } // namespace
@@ -122,11 +134,12 @@ CScannerAbilities AbilitiesOf(const CChannelMessage& message) {
     CScannerAbilities abilities;
     abilities.leastResolution = std::max(archive.ReadInt(), 1);
     abilities.mostResolution = std::max(archive.ReadInt(), abilities.leastResolution);
-    abilities.width = archive.ReadDouble();
-    abilities.height = archive.ReadDouble();
+    abilities.width = ReadLength(archive);
+    abilities.height = ReadLength(archive);
     abilities.hasFeeder = archive.ReadInt() != 0;
     while (archive.Remaining() > 0 && !archive.Failed())
         abilities.resolutions.push_back(archive.ReadInt());
+    std::erase_if(abilities.resolutions, [](int resolution) { return resolution < 1; });
     return abilities;
 }
 
@@ -136,8 +149,10 @@ CScannedPage PageOf(const CChannelMessage& message) {
     page.mode = archive.ReadInt() == 0 ? ScanMode::LineArt : ScanMode::Color;
     page.width = archive.ReadInt();
     page.height = archive.ReadInt();
-    if (!archive.Failed())
-        page.rows.assign(message.bytes.begin() + pageHeaderBytes, message.bytes.end());
+    if (archive.Failed() || page.width < 1 || page.height < 1 ||
+        archive.Remaining() != RowBytesOf(page) * static_cast<std::size_t>(page.height))
+        return {};
+    page.rows.assign(message.bytes.begin() + pageHeaderBytes, message.bytes.end());
     return page;
 }
 

@@ -40,6 +40,7 @@ int NumberOf(const CChannelMessage& message);
 CScanSettings SettingsOf(const CChannelMessage& message);
 std::vector<CScannerDevice> DevicesOf(const CChannelMessage& message);
 CScannerAbilities AbilitiesOf(const CChannelMessage& message);
+/// A page whose rows are all there, no more and no less; else an empty one.
 CScannedPage PageOf(const CChannelMessage& message);
 
 } // namespace velmor

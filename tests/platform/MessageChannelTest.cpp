@@ -3,7 +3,9 @@
 #include "platform/ScannerMessages.h"
 
 #include <array>
+#include <cmath>
 #include <gtest/gtest.h>
+#include <limits>
 #include <sys/socket.h>
 #include <thread>
 #include <unistd.h>
@@ -94,6 +96,20 @@ TEST(ScannerMessagesTest, WhatCannotBeReadIsEmpty) {
     EXPECT_LE(DevicesOf({0, {0xff, 0xff, 0xff, 0x7f, 'x'}}).size(), 1U);
     EXPECT_LE(DevicesOf({0, {0xff, 0xff, 0xff, 0xff, 0xff}}).size(), 2U);
     EXPECT_GE(AbilitiesOf({0, {}}).mostResolution, 1);
+    const double endless = std::numeric_limits<double>::infinity();
+    const CScannerAbilities abilities =
+        AbilitiesOf(MessageOf(CScannerAbilities{75, 600, {-5, 75, 0}, -endless, std::nan(""), true}));
+    EXPECT_EQ(abilities.width, 0);
+    EXPECT_EQ(abilities.height, 0);
+    EXPECT_EQ(abilities.resolutions, std::vector<int>{75});
+    constexpr int most = std::numeric_limits<int>::max();
+    for (const CScannedPage& page :
+         {CScannedPage{ScanMode::Color, 1, 2, {1, 2, 3, 4, 5}},
+          CScannedPage{ScanMode::Color, most, most, {1, 2, 3}}, CScannedPage{ScanMode::LineArt, 9, 1, {1}},
+          CScannedPage{ScanMode::LineArt, -8, 1, {1}}}) {
+        const CScannedPage read = PageOf(MessageOf(page));
+        EXPECT_TRUE(read.rows.empty() && read.width == 0 && read.height == 0) << page.width;
+    }
 }
 
 } // namespace velmor::testing
