@@ -99,4 +99,8 @@ std::string Utf8ToWindows1252(std::string_view utf8) {
     return bytes;
 }
 
+bool IsStorable(std::string_view utf8) {
+    return Windows1252ToUtf8(Utf8ToWindows1252(utf8)) == utf8;
+}
+
 } // namespace velmor

@@ -122,6 +122,11 @@ struct CColorValues {
     CColor color{128, 128, 128, 255};
 };
 
+struct CColorRequest {
+    CColorValues initial;
+    AcceptRule<CColorValues> accept;
+};
+
 /// The choices of the rotate dialog, in its order.
 enum class RotationKind { Clockwise90, CounterClockwise90, HalfTurn, Free };
 

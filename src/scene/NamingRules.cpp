@@ -1,5 +1,7 @@
 #include "scene/NamingRules.h"
 
+#include "platform/TextEncoding.h"
+
 #include <algorithm>
 
 namespace velmor {
@@ -57,6 +59,13 @@ CStatus CheckPictureName(std::string_view name) {
 
 CStatus CheckSoundName(std::string_view name) {
     return CheckPictureName(name);
+}
+
+CStatus CheckFreeText(std::string_view name) {
+    if (!IsStorable(name))
+        return CStatus::Failure("The name holds characters that can not be stored.\n"
+                                "Use Western European letters, digits and signs.");
+    return {};
 }
 
 } // namespace velmor

@@ -22,5 +22,7 @@ CStatus CheckFolderName(std::string_view name);
 CStatus CheckCelName(std::string_view name);
 CStatus CheckPictureName(std::string_view name);
 CStatus CheckSoundName(std::string_view name);
+/// The name of a level or a colour: anything that the files can hold.
+CStatus CheckFreeText(std::string_view name);
 
 } // namespace velmor

@@ -1,6 +1,7 @@
 #include "scene/PaletteOperations.h"
 
 #include "scene/DialogRequests.h"
+#include "scene/NamingRules.h"
 
 namespace velmor {
 
@@ -75,7 +76,7 @@ void CPaletteOperations::EditColor(int index) {
     if (!m_context.Require(changed.Contains(index), "Internal error : color index out of range in EditColor"))
         return;
     const CNamedColor& entry = changed.At(index);
-    const std::optional<CColorValues> values = m_context.prompter.AskColor({entry.name, entry.color});
+    const std::optional<CColorValues> values = m_context.prompter.AskColor(Request({entry.name, entry.color}));
     if (!values)
         return;
     changed.Set(index, {values->color, values->name});
@@ -94,7 +95,7 @@ void CPaletteOperations::DeleteColor(int index) {
 void CPaletteOperations::OnAddColor() {
     if (!m_context.Require(!m_context.model.palette.IsFull(), "Sorry the maximum color allowed exceeded"))
         return;
-    if (const std::optional<CColorValues> values = m_context.prompter.AskColor({}))
+    if (const std::optional<CColorValues> values = m_context.prompter.AskColor(Request({})))
         AddColor(values->color, values->name);
 }
 
@@ -144,6 +145,10 @@ bool CPaletteOperations::Save(const CPalette& palette) const {
     return m_context.Require(model.sceneOpen, "Internal Error: Scene is not open in SaveColors") &&
            m_context.Require(!model.folderName.empty(), "Internal error : folder not open for SaveColors") &&
            m_context.Report(SavePalette(model.Paths().PaletteFile(model.folderName), palette));
+}
+
+CColorRequest CPaletteOperations::Request(const CColorValues& initial) const {
+    return {initial, [this](const CColorValues& values) { return m_context.Report(CheckFreeText(values.name)); }};
 }
 
 void CPaletteOperations::Adopt(CPalette changed) {

@@ -37,6 +37,7 @@ private:
     bool Save(const CPalette& palette) const;
     /// Writes the changed palette and only then takes it over, so that the file always matches what is shown.
     void Adopt(CPalette changed);
+    CColorRequest Request(const CColorValues& initial) const;
 
     CSceneContext m_context;
 };

@@ -29,6 +29,7 @@ struct CCameraForm;
 struct CInbetweenRequest;
 struct CInbetweenAnswer;
 struct CLineCheckRequest;
+struct CColorRequest;
 struct CColorValues;
 struct CFlipbookRequest;
 struct CFlipbookAnswer;
@@ -83,7 +84,7 @@ public:
     virtual std::optional<int> AskMotionPathSetup(int current) = 0;
     virtual CInbetweenAnswer AskInbetween(const CInbetweenRequest& request) = 0;
     virtual void RunLineCheck(const CLineCheckRequest& request) = 0;
-    virtual std::optional<CColorValues> AskColor(const CColorValues& initial) = 0;
+    virtual std::optional<CColorValues> AskColor(const CColorRequest& request) = 0;
     /// Import Settings: the grey threshold, 0 to 255.
     virtual std::optional<int> AskImportThreshold(int current) = 0;
     virtual CFlipbookAnswer AskFlipbook(const CFlipbookRequest& request) = 0;

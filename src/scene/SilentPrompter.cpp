@@ -76,7 +76,7 @@ CInbetweenAnswer CSilentPrompter::AskInbetween(const CInbetweenRequest& request)
 
 void CSilentPrompter::RunLineCheck(const CLineCheckRequest&) {}
 
-std::optional<CColorValues> CSilentPrompter::AskColor(const CColorValues&) {
+std::optional<CColorValues> CSilentPrompter::AskColor(const CColorRequest&) {
     return std::nullopt;
 }
 

@@ -29,7 +29,7 @@ public:
     std::optional<int> AskMotionPathSetup(int current) override;
     CInbetweenAnswer AskInbetween(const CInbetweenRequest& request) override;
     void RunLineCheck(const CLineCheckRequest& request) override;
-    std::optional<CColorValues> AskColor(const CColorValues& initial) override;
+    std::optional<CColorValues> AskColor(const CColorRequest& request) override;
     std::optional<int> AskImportThreshold(int current) override;
     CFlipbookAnswer AskFlipbook(const CFlipbookRequest& request) override;
     std::optional<CRenderSetup> AskRenderSetup(const CRenderSetupRequest& request) override;

@@ -1,5 +1,6 @@
 #include "scene/CommandState.h"
 #include "scene/DialogRequests.h"
+#include "scene/NamingRules.h"
 #include "scene/SoundOperations.h"
 #include "scene/XSheetOperations.h"
 
@@ -42,6 +43,12 @@ std::optional<int> CXSheetOperations::AskLevel(const char* prompt) const {
     return level && m_context.model.xsheet.HasLevel(*level) ? level : std::nullopt;
 }
 
+std::optional<std::string> CXSheetOperations::AskLevelName(const std::string& initial) const {
+    return m_context.prompter.AskName({NameKind::Level, initial, [this](const std::string& name) {
+                                           return m_context.Report(CheckFreeText(name));
+                                       }});
+}
+
 std::optional<int> CXSheetOperations::AskFrameCount(const char* prompt) const {
     return m_context.prompter.AskFrameCount({prompt, 1, [this](int count) {
                                                  return m_context.Require(
@@ -54,7 +61,7 @@ void CXSheetOperations::OnXsheetAddlevel() {
     CSceneModel& model = m_context.model;
     if (!model.sceneOpen)
         return;
-    const std::optional<std::string> name = m_context.prompter.AskName({NameKind::Level, "", {}});
+    const std::optional<std::string> name = AskLevelName("");
     if (!name || !m_context.Require(model.xsheet.LevelCount() < CXSheet::mostLevels,
                                     "Sorry, Maximum level number is reached, can not add another level."))
         return;
@@ -90,8 +97,7 @@ void CXSheetOperations::OnXsheetRenamelevel() {
         return;
     // Before the name is asked: cancelling that dialog leaves the snapshot.
     m_context.TakeSnapshot();
-    std::optional<std::string> name =
-        m_context.prompter.AskName({NameKind::Level, model.xsheet.LevelName(*level), {}});
+    std::optional<std::string> name = AskLevelName(model.xsheet.LevelName(*level));
     if (!name)
         return;
     model.xsheet.SetLevelName(*level, std::move(*name));

@@ -57,6 +57,7 @@ private:
     bool RequireLevel(int level, const char* message) const;
     bool RequireFrame(int frame, const char* message) const;
     std::optional<int> AskLevel(const char* prompt) const;
+    std::optional<std::string> AskLevelName(const std::string& initial) const;
     std::optional<int> AskFrameCount(const char* prompt) const;
     /// With snapshot and sound track; `frames` is brought into the limits of editing.
     void SetFrameCount(int frames, UpdateHint hint);

@@ -18,6 +18,13 @@ TEST(TextEncoding, UsesTheTableOfWindows1252) {
                                                                    "ade\x94 \x99");
 }
 
+TEST(TextEncoding, SaysWhatWouldBeLost) {
+    for (const char* storable : {"", "why?", "\u20AC \u00E4 \u00FF \xC2\x81"})
+        EXPECT_TRUE(IsStorable(storable)) << storable;
+    for (const char* lost : {"a\u0416", "\U0001F3A8", "\x80"})
+        EXPECT_FALSE(IsStorable(lost)) << lost;
+}
+
 TEST(TextEncoding, WhatDoesNotExistThereBecomesAQuestionMark) {
     EXPECT_EQ(Utf8ToWindows1252("a\u0416b\u65E5c\U0001F3A8d"), "a?b?c?d");
     EXPECT_EQ(Utf8ToWindows1252("\u0100"), "?");

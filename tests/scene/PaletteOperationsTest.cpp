@@ -30,9 +30,11 @@ TEST_F(CPaletteOperationsTest, EveryChangeIsSavedAtOnce) {
     };
     palettes.AddColor(rose, "Rose");
     EXPECT_EQ((CNamedColor{rose, "Rose"}), saved().At(3));
+    prompter.Answer(CColorValues{"\xe7\x8b\x90", CColor{1, 2, 3, 4}}); // a fox, which the file has no letters for
     prompter.Answer(CColorValues{"Pink", CColor{1, 2, 3, 4}});
     palettes.EditColor(3);
-    EXPECT_EQ(rose, std::any_cast<CColorValues>(prompter.lastRequest).color);
+    EXPECT_EQ(1U, prompter.TakeMessages().size());
+    EXPECT_EQ(rose, std::any_cast<CColorRequest>(prompter.lastRequest).initial.color);
     EXPECT_EQ((CNamedColor{{1, 2, 3, 4}, "Pink"}), saved().At(3));
     palettes.SetFGColor(1);
     palettes.DeleteColor(1);

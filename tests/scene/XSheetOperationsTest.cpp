@@ -137,6 +137,20 @@ TEST_F(CXSheetOperationsTest, RenamesAndSwapsLevels) {
 }
 
 TEST_F(CXSheetOperationsTest, FramesStayWithinLimits) {
+TEST_F(CXSheetOperationsTest, LevelNamesAreThoseThatTheFileCanHold) {
+    for (const char* name : {"\xe7\x8b\x90", "Caf\xc3\xa9 \xe2\x82\xac?"})
+        prompter.Answer(std::string(name));
+    sheet.OnXsheetAddlevel();
+    EXPECT_EQ(sheet.GetLevelName(0), "Caf\xc3\xa9 \xe2\x82\xac?");
+    prompter.Answer(0);
+    prompter.Answer(std::string("\xe7\x8b\x90"));
+    prompter.Answer(std::string("Fox"));
+    sheet.OnXsheetRenamelevel();
+    EXPECT_EQ(sheet.GetLevelName(0), "Fox");
+    EXPECT_EQ(prompter.TakeMessages(), Texts(2, "The name holds characters that can not be stored.\n"
+                                                "Use Western European letters, digits and signs."));
+}
+
     Put(0, 49, "1");
     // A refused count keeps the dialog open for the next one.
     for (const int answer : {0, -5, 5001, 5000})

@@ -105,8 +105,8 @@ public:
         while (const std::optional<int> frame = Ask<int>(request))
             request.showFrame(*frame);
     }
-    std::optional<CColorValues> AskColor(const CColorValues& initial) override {
-        return Ask<CColorValues>(initial);
+    std::optional<CColorValues> AskColor(const CColorRequest& request) override {
+        return Ask<CColorValues>(request, request.accept);
     }
     std::optional<int> AskImportThreshold(int current) override { return Ask<int>(current); }
     CFlipbookAnswer AskFlipbook(const CFlipbookRequest& request) override {

@@ -16,7 +16,8 @@ TEST_F(CImageDialogsTest, AddColorTakesNameAndOpacity) {
     std::optional<CColorValues> answer;
     WithDialog(
         [&] {
-            answer = prompter.AskColor({"Skin", {30, 20, 10, 255}});
+            answer = prompter.AskColor(
+                {{"Skin", {30, 20, 10, 255}}, [](const CColorValues& values) { return values.name != "no"; }});
         },
         [&](QDialog& dialog) {
             EXPECT_EQ(dialog.windowTitle(), "Add Color");
@@ -35,6 +36,9 @@ TEST_F(CImageDialogsTest, AddColorTakesNameAndOpacity) {
                 EXPECT_TRUE(Child<CNumberEdit>(dialog, "opacity").IsMarked());
             }
             Type(dialog, "opacity", "7");
+            Type(dialog, "name", "no");
+            PressOk(dialog);
+            EXPECT_TRUE(dialog.isVisible());
             Type(dialog, "name", "Shadow");
             PressOk(dialog);
         });

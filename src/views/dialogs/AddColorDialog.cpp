@@ -4,6 +4,7 @@
 #include "views/dialogs/ColorSwatch.h"
 #include "views/dialogs/FormParts.h"
 #include "views/dialogs/NumberSlider.h"
+#include "views/dialogs/RunDialog.h"
 
 #include <QGridLayout>
 #include <QLabel>
@@ -21,11 +22,12 @@ constexpr int swatchHeight = 56;
 
 } // namespace
 
-CAddColorDialog::CAddColorDialog(QWidget* parent, const CColorValues& initial)
+CAddColorDialog::CAddColorDialog(QWidget* parent, const CColorRequest& request)
     : CDialog(parent, "Add Color"),
-      m_swatch(new CColorSwatch("Color", initial.color)),
+      m_accept(request.accept),
+      m_swatch(new CColorSwatch("Color", request.initial.color)),
       m_opacity(new CNumberSlider("opacity", 0, mostOpacity, NumberKind::Whole)),
-      m_name(new QLineEdit(ToQt(initial.name))) {
+      m_name(new QLineEdit(ToQt(request.initial.name))) {
     m_swatch->setObjectName("swatch");
     m_swatch->setMinimumHeight(swatchHeight);
     m_name->setObjectName("name");
@@ -38,7 +40,7 @@ CAddColorDialog::CAddColorDialog(QWidget* parent, const CColorValues& initial)
     Body().addLayout(top);
     Body().addLayout(grid);
     Body().addStretch();
-    m_opacity->Edit().SetValue(initial.color.alpha);
+    m_opacity->Edit().SetValue(request.initial.color.alpha);
     connect(&m_opacity->Edit(), &QLineEdit::textChanged, this, [this] { ShowOpacity(); });
     m_name->setFocus(Qt::TabFocusReason);
     m_name->selectAll();
@@ -58,7 +60,7 @@ CColorValues CAddColorDialog::Values() const {
 }
 
 bool CAddColorDialog::Accepts() {
-    return m_opacity->Edit().Require(0, mostOpacity);
+    return m_opacity->Edit().Require(0, mostOpacity) && IsAccepted(m_accept, Values());
 }
 
 } // namespace velmor

@@ -13,7 +13,7 @@ class CNumberSlider;
 /// "Add Color", for a new entry of the palette and for changing one.
 class CAddColorDialog final : public CDialog {
 public:
-    CAddColorDialog(QWidget* parent, const CColorValues& initial);
+    CAddColorDialog(QWidget* parent, const CColorRequest& request);
 
     CColorValues Values() const;
 
@@ -23,6 +23,7 @@ protected:
 private:
     void ShowOpacity();
 
+    AcceptRule<CColorValues> m_accept;
     CColorSwatch* m_swatch;
     CNumberSlider* m_opacity;
     QLineEdit* m_name;

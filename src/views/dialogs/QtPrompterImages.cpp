@@ -12,8 +12,8 @@
 
 namespace velmor {
 
-std::optional<CColorValues> CQtPrompter::AskColor(const CColorValues& initial) {
-    return RunDialog<CAddColorDialog>(Owner(), initial);
+std::optional<CColorValues> CQtPrompter::AskColor(const CColorRequest& request) {
+    return RunDialog<CAddColorDialog>(Owner(), request);
 }
 
 std::optional<int> CQtPrompter::AskImportThreshold(int current) {

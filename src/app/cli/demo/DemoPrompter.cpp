@@ -73,8 +73,8 @@ CInbetweenAnswer CDemoPrompter::AskInbetween(const CInbetweenRequest&) {
     return Take<CInbetweenAnswer>().value_or(CInbetweenAnswer{});
 }
 
-std::optional<CColorValues> CDemoPrompter::AskColor(const CColorValues&) {
-    return Take<CColorValues>();
+std::optional<CColorValues> CDemoPrompter::AskColor(const CColorRequest& request) {
+    return Take(request.accept);
 }
 
 } // namespace velmor::demo

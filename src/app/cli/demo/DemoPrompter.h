@@ -33,7 +33,7 @@ public:
     std::optional<double> AskTransparency(const CTransparencyRequest& request) override;
     std::optional<CCameraForm> AskCameraData(const CCameraDataRequest& request) override;
     CInbetweenAnswer AskInbetween(const CInbetweenRequest& request) override;
-    std::optional<CColorValues> AskColor(const CColorValues& initial) override;
+    std::optional<CColorValues> AskColor(const CColorRequest& request) override;
 
 private:
     template<class Values>
