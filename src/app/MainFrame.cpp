@@ -210,8 +210,7 @@ void CMainFrame::OnHelpAbout() {
 
 void CMainFrame::closeEvent(QCloseEvent* event) {
     // Leaving a scene saves it, as opening another one does.
-    const bool saved = !m_doc.IsSceneOpen() || m_doc.OnFileSaveall();
-    if (!saved && !m_prompter.AskYesNo("The scene could not be saved.\nDo you want to exit without saving it ?")) {
+    if (m_doc.IsSceneOpen() && !m_doc.SaveAllOrAsk("exit")) {
         event->ignore();
         return;
     }

@@ -4,6 +4,8 @@ namespace velmor {
 
 bool CEditedImage::Write() const {
     CCelImg& image = m_context.model.celImg;
+    if (!image.IsModified())
+        return true;
     const CStatus saved = image.Save();
     if (!saved)
         m_context.Show(saved.Message() + ":: Writing file ->" + Utf8Of(image.FilePath()));
@@ -11,20 +13,44 @@ bool CEditedImage::Write() const {
 }
 
 bool CEditedImage::Save() const {
-    if (!m_context.model.celImg.IsModified())
-        return true;
+    const bool hasChanges = m_context.model.celImg.IsModified();
     if (!Write())
         return false;
-    m_context.Update(pictureHint);
+    if (hasChanges)
+        m_context.Update(pictureHint);
     return true;
 }
 
+bool CEditedImage::SaveOrAsk() const {
+    return Save() || MayGoOn();
+}
+
 bool CEditedImage::Close() const {
-    CCelImg& image = m_context.model.celImg;
-    if (image.IsModified() && !Write())
+    if (!Write() && !MayGoOn())
         return false;
-    image.Clear();
+    Discard();
     return true;
+}
+
+void CEditedImage::Discard() const {
+    CCelImg& image = m_context.model.celImg;
+    image.SetModified(false);
+    image.Clear();
+}
+
+void CEditedImage::ReadAgain() const {
+    CCelImg& image = m_context.model.celImg;
+    CCelImg read;
+    if (const CStatus loaded = read.Load(image.FilePath()); loaded)
+        image = std::move(read);
+    else
+        m_context.Show(loaded.Message() + ":: Reading file ->" + Utf8Of(image.FilePath()));
+}
+
+bool CEditedImage::MayGoOn() const {
+    return m_context.prompter.AskYesNo(
+        "The image could not be saved.\nDo you want to go on without saving it ?\n\n" +
+        Utf8Of(m_context.model.celImg.FilePath()));
 }
 
 } // namespace velmor

@@ -9,15 +9,23 @@ class CEditedImage {
 public:
     explicit CEditedImage(CSceneContext context) : m_context(context) {}
 
-    /// Writes the image's changes, if it has any, and has the camera picture composed again; it stays open. Shows
-    /// what went wrong, with the file; true when nothing is left unsaved.
+    /// Writes the image's changes, if it has any; it stays open. Shows what went wrong, with the file; true when
+    /// nothing is left unsaved. The views are not told.
+    bool Write() const;
+    /// As Write(), and has the camera picture composed again when something was written.
     bool Save() const;
-    /// Empties the editor, after writing the changes. Where they cannot be written the message is shown and the
-    /// image stays; false then. The views are not told.
+    /// As Save(); what cannot be written may be left so, and stays in the editor, if the user wants to go on.
+    bool SaveOrAsk() const;
+    /// Empties the editor after Write(), or without it if the user wants that. The views are not told. False when
+    /// the image stays.
     bool Close() const;
+    /// Empties the editor without writing.
+    void Discard() const;
+    /// Reads the file of an image without changes again. Where that fails the message is shown and the image stays.
+    void ReadAgain() const;
 
 private:
-    bool Write() const;
+    bool MayGoOn() const;
 
     CSceneContext m_context;
 };

@@ -87,20 +87,6 @@ std::string CSceneLifecycle::FindNextCelName() const {
     return std::to_string(NextCelNumber(model.Paths(), model.folderName));
 }
 
-bool CSceneLifecycle::WriteXSheetFile() const {
-    const CSceneModel& model = m_context.model;
-    return m_context.Report(velmor::SaveXSheet(model.Paths().XSheetFile(),
-                                               {model.geometry, model.xsheet, model.camera, model.sounds.All()}));
-}
-
-bool CSceneLifecycle::SaveXSheet() {
-    return !m_context.model.sceneOpen || WriteXSheetFile();
-}
-
-bool CSceneLifecycle::CloseEditedImage() {
-    return CEditedImage(m_context).Close();
-}
-
 void CSceneLifecycle::AdoptXSheet(CXSheetData data) {
     CSceneModel& model = m_context.model;
     model.geometry = data.geometry;
@@ -147,31 +133,43 @@ void CSceneLifecycle::EnterScene(const std::string& name) {
 }
 
 bool CSceneLifecycle::OpenScene(const std::string& name) {
+    return TryToOpen(name) == OpenResult::Opened;
+}
+
+CSceneLifecycle::OpenResult CSceneLifecycle::TryToOpen(const std::string& name) {
     const std::shared_ptr<void> wait = m_context.prompter.BeginWait();
-    CSceneModel& model = m_context.model;
-    model.undo.reset();
-    // A scene that cannot be saved is not left: its changes would be lost.
-    if (!SaveXSheet() || !CloseEditedImage())
-        return false;
-    const CScenePaths paths(model.databaseFolder, name);
+    const CSceneModel& model = m_context.model;
+    // The scene that is open comes back as it is on the screen; of another one nothing is given up before it is
+    // read.
+    const bool comesBack = model.sceneOpen && name == model.sceneName;
+    if (comesBack && !MayLeave("go on", WriteAll()))
+        return OpenResult::Stayed;
+    std::optional<CXSheetData> sheet;
+    if (!ReadScene(name, sheet))
+        return OpenResult::Failed;
+    if (!comesBack && !MayLeave("go on", WriteAll()))
+        return OpenResult::Stayed;
+
+    CEditedImage(m_context).Discard();
+    EnterScene(name);
+    ResetXSheet();
+    if (sheet)
+        AdoptXSheet(std::move(*sheet));
+    else
+        WriteXSheetFile();
+    m_sounds.PrepareSoundBuffer();
+    m_context.Update(everythingHint);
+    return OpenResult::Opened;
+}
+
+bool CSceneLifecycle::ReadScene(const std::string& name, std::optional<CXSheetData>& sheet) const {
+    const CScenePaths paths(m_context.model.databaseFolder, name);
     if (name.find(static_cast<char>(Path::preferred_separator)) != std::string::npos ||
         !FolderExists(paths.SceneFolder()))
         return false;
-    // Read before anything of the old scene is given up: a damaged file leaves it open.
-    CXSheetData data;
-    const bool isNew = !FileExists(paths.XSheetFile());
-    if (!isNew && !m_context.Report(velmor::LoadXSheet(paths.XSheetFile(), data)))
-        return false;
-
-    EnterScene(name);
-    ResetXSheet();
-    if (isNew)
-        WriteXSheetFile();
-    else
-        AdoptXSheet(std::move(data));
-    m_sounds.PrepareSoundBuffer();
-    m_context.Update(everythingHint);
-    return true;
+    if (!FileExists(paths.XSheetFile()))
+        return true;
+    return m_context.Report(velmor::LoadXSheet(paths.XSheetFile(), sheet.emplace()));
 }
 
 void CSceneLifecycle::ResetToNoScene() {
@@ -182,11 +180,11 @@ void CSceneLifecycle::ResetToNoScene() {
     model.sourceSelection.clear();
     model.sourceMode = SourceMode::Cels;
     model.clipboard = {};
-    model.celImg.SetModified(false); // its scene is saved already, or gone
-    model.celImg.Clear();
+    CEditedImage(m_context).Discard(); // its scene is saved already, or gone, or given up
     ResetXSheet();
     model.soundBuffer.reset();
     m_palettes.ClearPalette();
+    Set(m_context.profile, setting::lastScene, "");
 }
 
 void CSceneLifecycle::OnFileOpenscene() {
@@ -202,7 +200,7 @@ void CSceneLifecycle::OnFileOpenscene() {
         return;
     if (model.sceneOpen && *chosen == model.sceneName)
         m_context.Show("The scene is already open.");
-    else if (!OpenScene(*chosen))
+    else if (TryToOpen(*chosen) == OpenResult::Failed)
         m_context.Show("Problem openning the scene");
 }
 
@@ -220,12 +218,13 @@ void CSceneLifecycle::OnFileNewscene() {
     CSceneModel& model = m_context.model;
     const std::optional<CSceneSettings> settings = m_context.prompter.AskSceneSettings(
         {true, WithPreset({}, palPreset), [this](const CSceneSettings& values) { return AcceptNewScene(values); }});
-    if (!settings || !OnFileSaveall())
+    if (!settings || !SaveAllOrAsk("go on"))
         return;
     if (!CreateFolder(CScenePaths(model.databaseFolder, settings->name).SceneFolder())) {
         m_context.Show("The scene could not be created. Disk full or write protected?");
         return;
     }
+    CEditedImage(m_context).Discard();
     EnterScene(settings->name);
     ResetXSheet();
     model.xsheet.SetFrameCount(settings->length);
@@ -256,24 +255,10 @@ void CSceneLifecycle::OnFileScenesettings() {
     m_context.Update(structureAndPictureHint);
 }
 
-bool CSceneLifecycle::OnFileSaveall() {
-    const std::shared_ptr<void> wait = m_context.prompter.BeginWait();
-    CSceneModel& model = m_context.model;
-    if (!SaveXSheet())
-        return false;
-    if (model.celImg.GetLoadState() != LoadState::Nothing) {
-        if (!CloseEditedImage())
-            return false;
-        m_context.Update(UpdateHint::EditedImage);
-    }
-    model.undo.reset();
-    return true;
-}
-
 void CSceneLifecycle::OnFileSettings() {
     CSceneModel& model = m_context.model;
     const std::optional<std::string> chosen = m_context.prompter.AskDatabaseFolder(model.databaseFolder);
-    if (!chosen || chosen->empty() || WithSeparator(*chosen) == model.databaseFolder || !OnFileSaveall())
+    if (!chosen || chosen->empty() || WithSeparator(*chosen) == model.databaseFolder || !SaveAllOrAsk("go on"))
         return;
     model.databaseFolder = WithSeparator(*chosen);
     CreateFolder(PathOf(model.databaseFolder));
@@ -296,14 +281,13 @@ void CSceneLifecycle::OnFileScenemanager() {
                                              "You should have at least one scene in order to open scene manager");
         return;
     }
-    if (!OnFileSaveall())
+    if (!SaveAllOrAsk("go on"))
         return;
     CSceneManager manager(model.databaseFolder, m_context.prompter);
     m_context.prompter.RunSceneManager(manager);
     if (model.sceneOpen && manager.DeletedScenes().contains(model.sceneName)) {
         ResetToNoScene();
         ReadSettings();
-        Set(m_context.profile, setting::lastScene, "");
         m_context.Update(everythingHint);
         return;
     }

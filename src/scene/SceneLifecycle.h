@@ -2,7 +2,9 @@
 
 #include "scene/SceneContext.h"
 
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace velmor {
 
@@ -25,14 +27,14 @@ public:
     std::string GetFolderName() const;
     void SetFolderName(const std::string& folder);
     std::string FindNextCelName() const;
-    /// False when there is no such scene or its xsheet cannot be read; a scene that was open then stays open. The
-    /// scene that is left is saved first.
+    /// False when there is no such scene or its xsheet cannot be read: nothing has changed then. The scene that is
+    /// left is saved first; false as well when it cannot be and the user would rather stay.
     bool OpenScene(const std::string& name);
     bool LoadXSheet();
     /// Writes the xsheet of the open scene; shows what went wrong.
     bool SaveXSheet();
     /// Closes the image under edit, writing it when it has changes. Where it cannot be written the message is shown
-    /// and the image stays; false then.
+    /// and the user asked; false when the image stays.
     bool CloseEditedImage();
     /// Empties the document after its database folder changed or its scene was deleted.
     void ResetToNoScene();
@@ -40,14 +42,27 @@ public:
     void OnFileNewscene();
     void OnFileOpenscene();
     void OnFileScenesettings();
-    /// False when something could not be written.
+    /// Writes the xsheet and the image under edit, which is then read again. False when something could not be
+    /// written.
     bool OnFileSaveall();
+    /// Saves all. What could not be written is named in the question whether to do something ("exit") all the same.
+    bool SaveAllOrAsk(const std::string& deed);
     void OnFileSettings();
     void OnFileScenemanager();
     void SetSourceMode(SourceMode mode);
 
 private:
+    enum class OpenResult { Opened, Stayed, Failed };
+
+    OpenResult TryToOpen(const std::string& name);
+    /// Reads a scene without touching the open one; no sheet when it has none yet.
+    bool ReadScene(const std::string& name, std::optional<CXSheetData>& sheet) const;
     bool WriteXSheetFile() const;
+    /// As SaveAll(), with the image left as it is. The views are not told.
+    std::vector<Path> WriteAll();
+    /// Returns what could not be written.
+    std::vector<Path> SaveAll();
+    bool MayLeave(const std::string& deed, const std::vector<Path>& unsaved) const;
     void AdoptXSheet(CXSheetData data);
     void ResetXSheet();
     void EnterScene(const std::string& name);

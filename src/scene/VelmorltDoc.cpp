@@ -230,6 +230,10 @@ bool CVelmorltDoc::OnFileSaveall() {
     return m_parts->lifecycle.OnFileSaveall();
 }
 
+bool CVelmorltDoc::SaveAllOrAsk(const std::string& deed) {
+    return m_parts->lifecycle.SaveAllOrAsk(deed);
+}
+
 void CVelmorltDoc::OnFileScenemanager() {
     m_parts->lifecycle.OnFileScenemanager();
 }

@@ -71,6 +71,8 @@ public:
     void OnFileOpenscene();
     void OnFileScenesettings();
     bool OnFileSaveall();
+    /// Saves all; true when nothing is left unsaved, or when the user wants to do it ("exit") all the same.
+    bool SaveAllOrAsk(const std::string& deed);
     void OnFileSettings();
     void OnFileScenemanager();
 
@@ -190,8 +192,8 @@ public:
     void OnAssetsFlip();
     void OnAssetsColorkey();
     void EditCel(const std::string& name);
-    /// Writes the image under edit to its file when it has changes, and has the camera picture composed again; keeps
-    /// it open. Shows what went wrong, with the file; true when nothing is left unsaved.
+    /// Writes the image under edit to its file when it has changes, and has the camera picture composed again;
+    /// keeps it open. Shows what went wrong, with the file; true when nothing is left unsaved.
     bool SaveEditedImage();
     void OnCelUpdatecamera();
     /// Asks for tolerance and process and keys the picture under edit; its pixels change in memory only.

@@ -1,7 +1,10 @@
 #include "DocumentFixture.h"
 
 #include "image/CelImg.h"
+#include "scene/SceneManager.h"
 #include "scene/Settings.h"
+
+#include <functional>
 
 namespace velmor {
 namespace {
@@ -17,6 +20,30 @@ protected:
         prompter.Answer(name);
         doc->OnAssetsNewfolder();
     }
+    /// Scene "S" with cel "1" of folder "A" under edit; its bottom left pixel is red, which is not saved yet.
+    void PaintACel() {
+        NewScene("S");
+        MakeFolder("A");
+        prompter.Answer(CNewCelValues{"1", {20, 10}});
+        doc->OnAssetsNewcel();
+        doc->EditCel("1");
+        doc->EditedImage().SetColorAt(0, 0, red);
+        doc->EditedImage().SetModified(true);
+        TakeHints();
+    }
+    Path PaintedCel() const { return SceneFolder("S") / "A" / "1.bit"; }
+    Path Sheet() const { return SceneFolder("S") / "S.xsheet"; }
+    /// Something that cannot be replaced by a file, whoever the user is.
+    static void PutInTheWay(const Path& file) {
+        std::filesystem::remove(file);
+        CreateFolder(file / "x");
+    }
+    static std::string NotWritten(const std::string& reason, const Path& file) {
+        return reason + ":: Writing file ->" + Utf8Of(file);
+    }
+    std::string CelNotWritten() const { return NotWritten("Problem opening file for writing", PaintedCel()); }
+
+    static constexpr CColor red{0, 0, 255, 255};
 };
 
 TEST_F(SceneLifecycle, FirstStartMakesTheDatabaseBesideTheProgramAndRemembersIt) {
@@ -191,49 +218,162 @@ TEST_F(SceneLifecycle, OperationsThatNeedASceneSaySo) {
     EXPECT_EQ(prompter.TakeMessages(), Texts{"Internal error : folder not open for FindNextCelName"});
 }
 
-TEST_F(SceneLifecycle, SaveAllWritesTheEditedCelAndEmptiesTheEditor) {
-    NewScene("S");
-    MakeFolder("A");
-    prompter.Answer(CNewCelValues{"1", {20, 10}});
-    doc->OnAssetsNewcel();
-    doc->EditCel("1");
-    ASSERT_EQ(doc->EditedImage().GetLoadState(), LoadState::Cel);
-    doc->EditedImage().SetColorAt(3, 4, {1, 2, 3, 255});
-    doc->EditedImage().SetModified(true);
+TEST_F(SceneLifecycle, SaveAllWritesTheEditedCelAndOpensItAgain) {
+    PaintACel();
     prompter.Answer(1);
     doc->OnXsheetAddframes();
     TakeHints();
 
     EXPECT_TRUE(doc->OnFileSaveall());
     EXPECT_EQ(TakeHints(), std::vector<int>{1});
-    EXPECT_EQ(doc->EditedImage().GetLoadState(), LoadState::Nothing);
     EXPECT_FALSE(doc->Model().undo);
+    EXPECT_EQ(doc->EditedImage().FilePath(), PaintedCel());
+    EXPECT_FALSE(doc->EditedImage().IsModified());
     CCelImg saved;
-    ASSERT_TRUE(saved.Load(SceneFolder("S") / "A" / "1.bit"));
-    EXPECT_EQ(saved.ColorAt(3, 4), (CColor{1, 2, 3, 255}));
+    ASSERT_TRUE(saved.Load(PaintedCel()));
+    EXPECT_EQ(saved.ColorAt(0, 0), red);
+
+    // What another program has made of the file meanwhile is what the editor shows.
+    saved.SetColorAt(1, 1, red);
+    ASSERT_TRUE(saved.Save());
+    EXPECT_TRUE(doc->OnFileSaveall());
+    EXPECT_EQ(doc->EditedImage().ColorAt(1, 1), red);
 }
 
-TEST_F(SceneLifecycle, WorkThatCannotBeSavedIsNotLost) {
-    NewScene("S");
-    MakeFolder("A");
-    prompter.Answer(CNewCelValues{"1", {20, 10}});
-    doc->OnAssetsNewcel();
-    doc->EditCel("1");
-    doc->EditedImage().SetModified(true);
+TEST_F(SceneLifecycle, SaveAllWritesWhatItCan) {
+    PaintACel();
     prompter.Answer(7);
     doc->OnXsheetAddframes();
-    // A folder in the way of the file: it cannot be replaced, whoever the user is.
-    std::filesystem::remove(SceneFolder("S") / "A" / "1.bit");
-    CreateFolder(SceneFolder("S") / "A" / "1.bit" / "x");
+    PutInTheWay(Sheet());
     EXPECT_FALSE(doc->OnFileSaveall());
-    EXPECT_EQ(prompter.TakeMessages(), Texts{"Problem opening file for writing:: Writing file ->" +
-                                             Utf8Of(SceneFolder("S") / "A" / "1.bit")});
-    EXPECT_EQ(doc->EditedImage().GetLoadState(), LoadState::Cel);
+    EXPECT_EQ(prompter.TakeMessages(),
+              Texts{NotWritten("Problem opening the xsheet data file for writing", Sheet())});
     EXPECT_TRUE(doc->Model().undo);
+    CCelImg saved;
+    ASSERT_TRUE(saved.Load(PaintedCel()));
+    EXPECT_EQ(saved.ColorAt(0, 0), red);
+
+    doc->EditedImage().SetModified(true);
+    PutInTheWay(PaintedCel());
+    EXPECT_FALSE(doc->OnFileSaveall());
+    EXPECT_EQ(prompter.TakeMessages().back(), CelNotWritten());
+    EXPECT_TRUE(doc->EditedImage().IsModified());
+}
+
+TEST_F(SceneLifecycle, WorkThatCannotBeSavedIsGivenUpWhenAskedAlone) {
+    PaintACel();
+    NewScene("Other", 3);
+    ASSERT_TRUE(doc->OpenScene("S"));
+    doc->SetFolderName("A");
+    const std::string question =
+        "The scene could not be saved.\nDo you want to go on without saving it ?\n\n" + Utf8Of(PaintedCel());
+    const std::function<void()> leaves[] = {[&] {
+                                                prompter.Answer(std::string("Other"));
+                                                doc->OnFileOpenscene();
+                                            },
+                                            [&] { NewScene("Newer"); },
+                                            [&] {
+                                                prompter.Answer(Utf8Of(folder / "Elsewhere"));
+                                                doc->OnFileSettings();
+                                            }};
+    for (const auto& leave : leaves) {
+        std::filesystem::remove_all(PaintedCel());
+        CCelImg blank;
+        ASSERT_TRUE(blank.CreateCel(20, 10, PaintedCel()));
+        ASSERT_TRUE(blank.Save());
+        doc->EditCel("1");
+        doc->EditedImage().SetColorAt(0, 0, red);
+        doc->EditedImage().SetModified(true);
+        prompter.Answer(7);
+        doc->OnXsheetAddframes();
+        PutInTheWay(PaintedCel());
+        TakeHints();
+
+        prompter.confirmations = {false};
+        leave();
+        EXPECT_EQ(prompter.TakeMessages(), (Texts{CelNotWritten(), question}));
+        EXPECT_EQ(doc->GetSceneName(), "S");
+        EXPECT_EQ(doc->EditedImage().ColorAt(0, 0), red);
+        EXPECT_TRUE(doc->EditedImage().IsModified());
+        EXPECT_TRUE(doc->Model().undo);
+        EXPECT_EQ(TakeHints(), std::vector<int>{});
+
+        prompter.confirmations = {true};
+        leave();
+        EXPECT_EQ(prompter.TakeMessages(), (Texts{CelNotWritten(), question}));
+        EXPECT_NE(doc->GetTitle(), "S");
+        EXPECT_EQ(doc->EditedImage().GetLoadState(), LoadState::Nothing);
+        doc->OpenScene("S");
+        doc->SetFolderName("A");
+    }
+}
+
+TEST_F(SceneLifecycle, ASceneWhoseFolderVanishedCanBeLeft) {
+    PaintACel();
+    std::filesystem::remove_all(SceneFolder("S"));
+    const Texts shown{NotWritten("Problem opening the xsheet data file for writing", Sheet()), CelNotWritten(),
+                      "The scene could not be saved.\nDo you want to go on without saving it ?\n\n" +
+                          Utf8Of(Sheet()) + "\n" + Utf8Of(PaintedCel())};
+    int opened = 0;
+    prompter.useSceneManager = [&](CSceneManager&) { ++opened; };
     CreateFolder(SceneFolder("Other"));
-    EXPECT_FALSE(doc->OpenScene("Other"));
-    EXPECT_EQ(doc->GetFrameCount(), 17);
-    doc->EditedImage().SetModified(false);
+    prompter.confirmations = {false, true};
+    doc->OnFileScenemanager();
+    EXPECT_EQ(opened, 0);
+    EXPECT_EQ(prompter.TakeMessages(), shown);
+    doc->OnFileScenemanager();
+    EXPECT_EQ(opened, 1);
+    prompter.TakeMessages();
+    EXPECT_TRUE(doc->OpenScene("Other"));
+    EXPECT_EQ(prompter.TakeMessages(), shown);
+}
+
+TEST_F(SceneLifecycle, AnImageThatCannotBeSavedDoesNotHoldTheEditor) {
+    PaintACel();
+    prompter.Answer(CNewCelValues{"2", {20, 10}});
+    doc->OnAssetsNewcel();
+    PutInTheWay(PaintedCel());
+    const Texts shown{CelNotWritten(),
+                      "The image could not be saved.\nDo you want to go on without saving it ?\n\n" +
+                          Utf8Of(PaintedCel())};
+    CreateFolder(SceneFolder("S") / "B");
+    prompter.confirmations = {false, false, true};
+    doc->EditCel("2");
+    EXPECT_EQ(prompter.TakeMessages(), shown);
+    doc->SetFolderName("B");
+    EXPECT_EQ(prompter.TakeMessages(), shown);
+    EXPECT_EQ(doc->GetFolderName(), "A");
+    EXPECT_EQ(doc->EditedImage().ColorAt(0, 0), red);
+    doc->EditCel("2");
+    EXPECT_EQ(prompter.TakeMessages(), shown);
+    EXPECT_EQ(doc->EditedImage().FilePath(), SceneFolder("S") / "A" / "2.bit");
+}
+
+TEST_F(SceneLifecycle, ASceneThatCannotBeOpenedChangesNothing) {
+    PaintACel();
+    prompter.Answer(7);
+    doc->OnXsheetAddframes();
+    CreateFolder(SceneFolder("Hurt"));
+    WriteBytes(SceneFolder("Hurt") / "Hurt.xsheet", std::vector<std::uint8_t>(100, 7));
+    TakeHints();
+    for (const char* name : {"Hurt", "Gone"}) {
+        EXPECT_FALSE(doc->OpenScene(name));
+        EXPECT_EQ(doc->EditedImage().ColorAt(0, 0), red);
+        EXPECT_TRUE(doc->EditedImage().IsModified());
+        EXPECT_TRUE(doc->Model().undo);
+    }
+    EXPECT_EQ(TakeHints(), std::vector<int>{});
+    EXPECT_EQ(prompter.TakeMessages(), Texts{"Invalid or corrupted xsheet data file"});
+    doc->OnEditUndo();
+    EXPECT_EQ(doc->GetFrameCount(), 10);
+}
+
+TEST_F(SceneLifecycle, TheOpenSceneIsOpenedAgainAsItIs) {
+    NewScene("S", 10);
+    prompter.Answer(5);
+    doc->OnXsheetAddframes();
+    ASSERT_TRUE(doc->OpenScene("S"));
+    EXPECT_EQ(doc->GetFrameCount(), 15);
 }
 
 TEST_F(SceneLifecycle, SceneSettingsResizeTheSheetAndKeepTheCursorInside) {
@@ -278,3 +418,9 @@ TEST_F(SceneLifecycle, AnotherDatabaseFolderClosesTheScene) {
 
 } // namespace
 } // namespace velmor
+    prompter.TakeMessages();
+
+    StartDocument();
+    EXPECT_TRUE(prompter.TakeMessages().empty()) << "the scene is not looked for in the other database";
+}
+

@@ -205,6 +205,7 @@ TEST_F(SceneManagerOfADocument, NeedsASceneAndSavedFiles) {
     std::filesystem::remove(SceneFolder("S") / "A" / "1.bit");
     CreateFolder(SceneFolder("S") / "A" / "1.bit" / "x");
     TakeHints();
+    prompter.confirmations = {false}; // to go on without saving
     doc->OnFileScenemanager();
     EXPECT_FALSE(opened);
     EXPECT_EQ(TakeHints(), std::vector<int>{});
