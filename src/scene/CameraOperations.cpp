@@ -64,14 +64,27 @@ double CCameraOperations::GetCamZoom(int frame) const {
 }
 
 void CCameraOperations::StartCamInput() {
-    if (m_context.Require(m_context.model.sceneOpen, "Scene not open at StartCamInput"))
-        m_context.TakeSnapshot();
+    m_snapshotDue = m_context.Require(m_context.model.sceneOpen, "Scene not open at StartCamInput");
 }
 
 bool CCameraOperations::ProcessCamInput(int dx, int dy) {
     CSceneModel& model = m_context.model;
     if (!m_context.Require(model.sceneOpen, "Scene not open at ProcessCamInput"))
         return false;
+    if (!m_snapshotDue)
+        return Apply(dx, dy);
+    CXSheetSnapshot before = m_context.Snapshot();
+    const CCameraFrame cameraBefore = model.camera.At(model.cursorFrame);
+    const bool applied = Apply(dx, dy);
+    if (model.camera.At(model.cursorFrame) != cameraBefore || model.xsheet != before.xsheet) {
+        model.undo = std::move(before);
+        m_snapshotDue = false;
+    }
+    return applied;
+}
+
+bool CCameraOperations::Apply(int dx, int dy) {
+    CSceneModel& model = m_context.model;
     const int frame = model.cursorFrame;
     const CPoint motion{dx, dy};
     const CPoint moved = RotatePoint(motion, model.camera.At(frame).rotation);
@@ -96,6 +109,7 @@ bool CCameraOperations::ProcessCamInput(int dx, int dy) {
 void CCameraOperations::EndCamInput(int dx, int dy) {
     if (m_context.Require(m_context.model.sceneOpen, "Scene not open at EndCamInput") && ProcessCamInput(dx, dy))
         m_context.Update(pictureHint);
+    m_snapshotDue = false;
 }
 
 void CCameraOperations::SetMode(InputMode mode) {

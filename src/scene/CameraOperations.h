@@ -16,6 +16,7 @@ public:
     int GetCamRotDegree(int frame) const;
     double GetCamZoom(int frame) const;
 
+    /// A drag begins. It is one step of undo from its first motion that changes something; a click is none.
     void StartCamInput();
     /// Motion in pixels since the previous call; whether anything changed.
     bool ProcessCamInput(int dx, int dy);
@@ -33,11 +34,13 @@ public:
     void OnAnimationLinecheck();
 
 private:
+    bool Apply(int dx, int dy);
     void SetMode(InputMode mode);
     bool RequireFrame(int frame, const char* message) const;
 
     CSceneContext m_context;
     CXSheetOperations& m_xsheet;
+    bool m_snapshotDue = false; ///< a drag has begun and nothing has changed yet
 };
 
 } // namespace velmor

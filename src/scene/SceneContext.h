@@ -31,10 +31,9 @@ struct CSceneContext {
             Show(text);
         return condition;
     }
-    /// Copies what undo brings back.
-    void TakeSnapshot() const {
-        model.undo = CXSheetSnapshot{model.xsheet, model.camera, model.sounds};
-    }
+    /// What undo would have to bring back to come to the present state.
+    CXSheetSnapshot Snapshot() const { return {model.xsheet, model.camera, model.sounds, model.geometry}; }
+    void TakeSnapshot() const { model.undo = Snapshot(); }
 };
 
 } // namespace velmor

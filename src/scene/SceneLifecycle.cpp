@@ -248,6 +248,9 @@ void CSceneLifecycle::OnFileScenesettings() {
                                              }});
     if (!settings)
         return;
+    // Frames may be lost. Values that stay as they are do not cost the step of undo that there is.
+    if (settings->length != current.length || settings->geometry != current.geometry)
+        m_context.TakeSnapshot();
     model.geometry = settings->geometry;
     model.xsheet.SetFrameCount(settings->length);
     model.ClampToXSheet();

@@ -11,6 +11,7 @@ void CSceneModel::ClampToXSheet() {
         *level = std::min(*level, lastLevel);
     for (int* frame : {&cursorFrame, &selection.startFrame, &selection.endFrame})
         *frame = std::min(*frame, lastFrame);
+    moveSelection.ClampToLevels(xsheet.LevelCount());
 }
 
 bool CSceneModel::DropEditedImage(const Path& file) {

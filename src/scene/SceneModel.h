@@ -22,6 +22,7 @@ struct CXSheetSnapshot {
     CXSheet xsheet;
     CCameraTrack camera; ///< of the xsheet's frames
     CSoundPlacements sounds;
+    CSceneGeometry geometry; ///< which the scene settings change together with the length
 };
 
 /// The tools of the cel editor as the document holds them.
@@ -69,7 +70,7 @@ struct CSceneModel {
 
     CScenePaths Paths() const { return {databaseFolder, sceneName}; }
     bool HasFolder() const { return sceneOpen && !folderName.empty(); }
-    /// Brings cursor and selection back into an xsheet that has shrunk.
+    /// Brings cursor, selection and move selection back into an xsheet that has shrunk.
     void ClampToXSheet();
     /// Empties the cel editor without saving when it holds `file`, which is gone or has been replaced: saved later,
     /// the old drawing would come back. Returns whether it did.

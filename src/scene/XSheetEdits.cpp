@@ -196,6 +196,7 @@ void CXSheetOperations::OnEditUndo() {
     model.xsheet = std::move(snapshot.xsheet);
     model.camera.SetFirstFrames(snapshot.camera, model.xsheet.FrameCount());
     model.sounds = std::move(snapshot.sounds);
+    model.geometry = snapshot.geometry;
     // The sheet may be smaller than the one that cursor and selection were set on (frames or levels had been
     // added); the views index it with both as soon as they hear of the change.
     model.ClampToXSheet();
@@ -230,6 +231,8 @@ void CXSheetOperations::DropCels(int level, int frame, int step, bool insert) {
         !RequireFrame(frame, "Internal Error : Invalid frame no in DropCels"))
         return;
     const int held = std::clamp(step, 0, model.xsheet.FrameCount());
+    if (held > 0)
+        m_context.TakeSnapshot();
     if (insert) {
         const std::int64_t moved = static_cast<std::int64_t>(held) * std::ssize(model.sourceSelection);
         const std::int64_t room = model.xsheet.FrameCount() - frame;

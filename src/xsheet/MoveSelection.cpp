@@ -48,6 +48,11 @@ void CMoveSelection::DeleteLevel(int level, int levelCountBefore) {
     *(end - 1) = false;
 }
 
+void CMoveSelection::ClampToLevels(int levelCount) {
+    std::fill(m_levels.begin() + std::min(levelCount, capacity), m_levels.end(), false);
+    m_camera = m_camera || std::ranges::find(m_levels, true) == m_levels.end();
+}
+
 void CMoveSelection::SwapLevels(int a, int b) {
     std::swap(m_levels[static_cast<std::size_t>(a)], m_levels[static_cast<std::size_t>(b)]);
 }

@@ -31,6 +31,8 @@ public:
     void InsertLevel(int levelCountBefore);
     void DeleteLevel(int level, int levelCountBefore);
     void SwapLevels(int a, int b);
+    /// Forgets the levels from `levelCount` on. The camera is selected when nothing else is left to move.
+    void ClampToLevels(int levelCount);
 
 private:
     std::array<bool, capacity> m_levels{};

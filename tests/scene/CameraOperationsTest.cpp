@@ -65,6 +65,35 @@ TEST_F(CCameraOperationsTest, CameraMovesOnceForEveryLevel) {
     EXPECT_FALSE(camera.ProcessCamInput(96, 0));
 }
 
+TEST_F(CCameraOperationsTest, ADragIsOneStepOfUndoAndAClickIsNone) {
+    SetLevels(1, 10);
+    prompter.Answer(5);
+    sheet.OnXsheetAddframes();
+    for (const InputMode mode : {InputMode::Move, InputMode::Rotate, InputMode::Zoom}) {
+        model.inputMode = mode;
+        camera.StartCamInput();
+        camera.EndCamInput(0, 0);
+    }
+    sheet.SetLevelCanMove(0); // of which nothing is to be seen
+    camera.StartCamInput();
+    camera.EndCamInput(30, 0);
+    sheet.OnEditUndo();
+    EXPECT_EQ(model.xsheet.FrameCount(), 10) << "the frames were still to be taken back";
+
+    Put(0, 0, "1");
+    model.inputMode = InputMode::Move;
+    for (int drag = 0; drag < 2; ++drag) {
+        camera.StartCamInput();
+        camera.ProcessCamInput(0, 0);
+        camera.ProcessCamInput(10, 0);
+        camera.ProcessCamInput(10, 0);
+        camera.EndCamInput(0, 0);
+    }
+    EXPECT_EQ(model.xsheet.Cel(0, 0).PosX(), 384 + 40);
+    sheet.OnEditUndo();
+    EXPECT_EQ(model.xsheet.Cel(0, 0).PosX(), 384 + 20);
+}
+
 TEST_F(CCameraOperationsTest, MovesTheUsedCellsOfSelectedLevels) {
     SetLevels(3);
     Put(0, 0, "1");

@@ -397,6 +397,29 @@ TEST_F(SceneLifecycle, SceneSettingsResizeTheSheetAndKeepTheCursorInside) {
     EXPECT_EQ(doc->GetSoundBuffer()->size(), 20U * (22050 / 30));
 }
 
+TEST_F(SceneLifecycle, SceneSettingsAreTakenBackByUndo) {
+    PaintACel();
+    doc->SetSourceSelection({"1"});
+    doc->DropCels(0, 8, 1, false);
+    const CSceneGeometry geometry = doc->Model().geometry;
+    CSceneSettings settings;
+    settings.length = 5;
+    settings.geometry = {320, 240, 30, MakeColorRef(9, 8, 7)};
+    settings.preset = customPreset;
+    prompter.Answer(settings);
+    doc->OnFileScenesettings();
+    EXPECT_EQ(doc->GetFrameCount(), 5);
+    // The same once more is no step of its own.
+    prompter.Answer(settings);
+    doc->OnFileScenesettings();
+
+    doc->OnEditUndo();
+    EXPECT_EQ(doc->GetFrameCount(), 10);
+    EXPECT_EQ(doc->GetXsheetData(0, 8), "A1");
+    EXPECT_EQ(doc->Model().geometry, geometry);
+    EXPECT_EQ(doc->GetSoundBuffer()->size(), 10U * (22050 / 25));
+}
+
 TEST_F(SceneLifecycle, AnotherDatabaseFolderClosesTheScene) {
     NewScene("S");
     TakeHints();

@@ -111,6 +111,7 @@ TEST_F(CXSheetOperationsTest, DeletesALevelAfterConfirmationAndBringsItBack) {
     EXPECT_EQ(sheet.GetLevelName(1), "1");
     EXPECT_EQ(model.xsheet.Cel(1, 4), cel);
     EXPECT_FALSE(sheet.GetLevelSmoothed(1));
+    EXPECT_TRUE(model.moveSelection.IsCameraSelected()) << "the only level that moved is gone";
     EXPECT_EQ(model.sounds.Count(), 0);
     EXPECT_EQ(model.camera.At(5).panX, 0);
     EXPECT_EQ(TakeHints(), Hints{511});
@@ -136,7 +137,6 @@ TEST_F(CXSheetOperationsTest, RenamesAndSwapsLevels) {
     EXPECT_TRUE(sheet.GetLevelSmoothed(1));
 }
 
-TEST_F(CXSheetOperationsTest, FramesStayWithinLimits) {
 TEST_F(CXSheetOperationsTest, LevelNamesAreThoseThatTheFileCanHold) {
     for (const char* name : {"\xe7\x8b\x90", "Caf\xc3\xa9 \xe2\x82\xac?"})
         prompter.Answer(std::string(name));
@@ -151,6 +151,7 @@ TEST_F(CXSheetOperationsTest, LevelNamesAreThoseThatTheFileCanHold) {
                                                 "Use Western European letters, digits and signs."));
 }
 
+TEST_F(CXSheetOperationsTest, FramesStayWithinLimits) {
     Put(0, 49, "1");
     // A refused count keeps the dialog open for the next one.
     for (const int answer : {0, -5, 5001, 5000})
@@ -240,7 +241,11 @@ TEST_F(CXSheetOperationsTest, DropsAssetsInOrderAndStopsAtTheEnd) {
     EXPECT_EQ(model.xsheet.Cel(0, 4).PosY(), 288);
     EXPECT_EQ(TakeHints(), (Hints{8, 260}));
     EXPECT_EQ(prompter.TakeMessages(), Texts{});
-    EXPECT_FALSE(CanUndo(model));
+    sheet.OnEditUndo();
+    EXPECT_EQ(Row(0, 6), ".89...");
+    sheet.DropCels(0, 1, 0, false);
+    EXPECT_FALSE(CanUndo(model)) << "nothing was dropped";
+    sheet.DropCels(0, 1, 2, true);
 
     model.sourceMode = SourceMode::Pictures;
     model.sourceSelection = {"4", "5"}; // without files: shown all the same, one message each
