@@ -51,5 +51,7 @@ private:
 /// loads as an empty palette.
 CStatus SavePalette(const Path& path, const CPalette& palette);
 CStatus LoadPalette(const Path& path, CPalette& palette);
+/// The entries in front of a file's damage; the default palette when there are none.
+CPalette SalvagePalette(const Path& path);
 
 } // namespace velmor

@@ -1,7 +1,6 @@
 #include "image/Palette.h"
 #include "platform/Archive.h"
 
-#include <algorithm>
 #include <exception>
 #include <optional>
 #include <string_view>
@@ -27,6 +26,18 @@ CNamedColor ReadEntry(CArchiveReader& reader) {
     entry.color.alpha = reader.ReadByte();
     entry.name = reader.ReadString();
     return entry;
+}
+
+// As many of `count` entries as are there.
+std::vector<CNamedColor> ReadEntries(CArchiveReader& reader, int count) {
+    std::vector<CNamedColor> colors;
+    while (std::ssize(colors) < count && reader.Remaining() >= leastEntrySize) {
+        CNamedColor entry = ReadEntry(reader);
+        if (reader.Failed())
+            break;
+        colors.push_back(std::move(entry));
+    }
+    return colors;
 }
 
 } // namespace
@@ -59,19 +70,25 @@ CStatus LoadPalette(const Path& path, CPalette& palette) {
         if (reader.ReadString() != signature)
             return Corrupted();
         const int count = reader.ReadInt();
-        if (count > 0 && static_cast<std::size_t>(count) > reader.Remaining() / leastEntrySize)
-            return Corrupted();
-        std::vector<CNamedColor> colors;
-        colors.reserve(static_cast<std::size_t>(std::max(count, 0)));
-        for (int i = 0; i < count && !reader.Failed(); ++i)
-            colors.push_back(ReadEntry(reader));
-        if (reader.Failed())
+        std::vector<CNamedColor> colors = ReadEntries(reader, count);
+        if (std::ssize(colors) < count || reader.Failed())
             return Corrupted();
         palette = CPalette(std::move(colors));
         return {};
     } catch (const std::exception&) {
         return Corrupted();
     }
+}
+
+CPalette SalvagePalette(const Path& path) {
+    const std::optional<CFileBytes> file = ReadWholeFile(path);
+    if (!file)
+        return CPalette::Default();
+    CArchiveReader reader(file->Span());
+    if (reader.ReadString() != signature)
+        return CPalette::Default();
+    std::vector<CNamedColor> colors = ReadEntries(reader, reader.ReadInt());
+    return colors.empty() ? CPalette::Default() : CPalette(std::move(colors));
 }
 
 } // namespace velmor

@@ -16,6 +16,18 @@ void ReplaceColor(CColor& color, ColorRef value) {
     color = {BlueOf(value), GreenOf(value), RedOf(value), color.alpha};
 }
 
+// Where a damaged file can be kept: "Fox.colors.damaged", "Fox.colors.damaged2" and so on.
+Path FreeNameFor(const Path& damaged) {
+    Path name = damaged;
+    name += ".damaged";
+    const Path first = name;
+    for (int number = 2; FileExists(name) || FolderExists(name); ++number) {
+        name = first;
+        name += std::to_string(number);
+    }
+    return name;
+}
+
 } // namespace
 
 CColor CPaletteOperations::GetColor(int index) const {
@@ -128,9 +140,16 @@ bool CPaletteOperations::SaveColors() const {
 
 bool CPaletteOperations::LoadColors() {
     CSceneModel& model = m_context.model;
-    return m_context.Require(model.sceneOpen, "Internal Error: Scene is not open in LoadColors") &&
-           m_context.Require(!model.folderName.empty(), "Internal error : folder not open for LoadColors") &&
-           m_context.Report(LoadPalette(model.Paths().PaletteFile(model.folderName), model.palette));
+    if (!m_context.Require(model.sceneOpen, "Internal Error: Scene is not open in LoadColors") ||
+        !m_context.Require(!model.folderName.empty(), "Internal error : folder not open for LoadColors"))
+        return false;
+    const Path file = model.Paths().PaletteFile(model.folderName);
+    if (m_context.Report(LoadPalette(file, model.palette)))
+        return true;
+    // Not the colours of the folder before, which would soon be saved here.
+    if (FileExists(file))
+        model.palette = SalvagePalette(file);
+    return false;
 }
 
 void CPaletteOperations::ClearPalette() {
@@ -144,7 +163,19 @@ bool CPaletteOperations::Save(const CPalette& palette) const {
     const CSceneModel& model = m_context.model;
     return m_context.Require(model.sceneOpen, "Internal Error: Scene is not open in SaveColors") &&
            m_context.Require(!model.folderName.empty(), "Internal error : folder not open for SaveColors") &&
+           SetDamagedFileAside(model.Paths().PaletteFile(model.folderName)) &&
            m_context.Report(SavePalette(model.Paths().PaletteFile(model.folderName), palette));
+}
+
+bool CPaletteOperations::SetDamagedFileAside(const Path& file) const {
+    CPalette palette;
+    if (!FileExists(file) || LoadPalette(file, palette))
+        return true;
+    const Path kept = FreeNameFor(file);
+    if (!m_context.Require(MoveFile(file, kept), "Problem opening the color data file for writing"))
+        return false;
+    m_context.Show("The damaged color data file is kept as " + Utf8Of(kept.filename()));
+    return true;
 }
 
 CColorRequest CPaletteOperations::Request(const CColorValues& initial) const {

@@ -29,15 +29,18 @@ public:
     void SetPen(int pen);
     void SetBucketMode(int mode);
     bool SaveColors() const;
+    /// From a damaged file, which is told, come the entries that can be read, or the default palette; false then.
     bool LoadColors();
     /// The default palette, with black and white as the current colours.
     void ClearPalette();
 
 private:
+    /// A damaged file of the folder is set aside first.
     bool Save(const CPalette& palette) const;
+    bool SetDamagedFileAside(const Path& file) const;
+    CColorRequest Request(const CColorValues& initial) const;
     /// Writes the changed palette and only then takes it over, so that the file always matches what is shown.
     void Adopt(CPalette changed);
-    CColorRequest Request(const CColorValues& initial) const;
 
     CSceneContext m_context;
 };

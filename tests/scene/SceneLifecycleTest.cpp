@@ -437,13 +437,42 @@ TEST_F(SceneLifecycle, AnotherDatabaseFolderClosesTheScene) {
     EXPECT_TRUE(FolderExists(folder / "Elsewhere"));
     EXPECT_EQ(doc->Model().importThreshold, 77);
     EXPECT_FALSE(doc->GetSoundBuffer());
-}
-
-} // namespace
-} // namespace velmor
     prompter.TakeMessages();
 
     StartDocument();
     EXPECT_TRUE(prompter.TakeMessages().empty()) << "the scene is not looked for in the other database";
 }
 
+TEST_F(SceneLifecycle, ADamagedPaletteIsSetAsideAndNotOverwritten) {
+    NewScene("S");
+    MakeFolder("Fox");
+    doc->AddColor(red, "Fur");
+    MakeFolder("Cat");
+    doc->AddColor(red, "Whiskers");
+    const Path file = SceneFolder("S") / "Fox" / "Fox.colors";
+    const Path aside = SceneFolder("S") / "Fox" / "Fox.colors.damaged";
+    auto damaged = ReadBytes(file);
+    damaged.resize(damaged.size() - 6); // in the last entry
+    WriteBytes(file, damaged);
+    WriteBytes(aside, std::vector<std::uint8_t>{1});
+
+    doc->SetFolderName("Fox");
+    EXPECT_EQ(prompter.TakeMessages(), Texts{"Invalid or corrupted color data file"});
+    EXPECT_EQ(doc->Model().palette, CPalette::Default()) << "the three entries in front of the damage";
+    EXPECT_EQ(ReadBytes(file), damaged) << "looking at a folder changes nothing";
+    doc->AddColor(red, "Tail");
+    EXPECT_EQ(ReadBytes(SceneFolder("S") / "Fox" / "Fox.colors.damaged2"), damaged);
+    EXPECT_EQ(ReadBytes(aside), std::vector<std::uint8_t>{1});
+    EXPECT_EQ(prompter.TakeMessages(), Texts{"The damaged color data file is kept as Fox.colors.damaged2"});
+
+    doc->SetFolderName("Cat");
+    doc->SetFolderName("Fox");
+    EXPECT_EQ(doc->GetColorCount(), 4);
+    EXPECT_EQ(doc->GetColorName(3), "Tail");
+    WriteBytes(file, std::vector<std::uint8_t>(40, 'V'));
+    doc->SetFolderName("Fox");
+    EXPECT_EQ(doc->Model().palette, CPalette::Default());
+}
+
+} // namespace
+} // namespace velmor
