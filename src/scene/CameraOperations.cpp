@@ -2,6 +2,7 @@
 
 #include "scene/CommandState.h"
 #include "scene/DialogRequests.h"
+#include "scene/EditedImage.h"
 #include "scene/InbetweenDialog.h"
 #include "scene/Settings.h"
 #include "scene/XSheetOperations.h"
@@ -174,6 +175,8 @@ void CCameraOperations::OnXsheetInbetweencameradata() {
 void CCameraOperations::OnAnimationLinecheck() {
     CSceneModel& model = m_context.model;
     if (!model.sceneOpen)
+        return;
+    if (!CEditedImage(m_context).SaveOrAsk())
         return;
     const int frameAtOpening = model.cursorFrame;
     m_context.prompter.RunLineCheck({model.xsheet.FrameCount(), frameAtOpening + 1, [this](int shownFrame) {

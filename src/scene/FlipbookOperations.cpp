@@ -2,6 +2,7 @@
 
 #include "render/Flipbook.h"
 #include "scene/DialogRequests.h"
+#include "scene/EditedImage.h"
 #include "scene/Settings.h"
 
 #include <algorithm>
@@ -52,7 +53,9 @@ bool CFlipbookOperations::OnAnimationMakeflipbook() {
     };
     const CFlipbookAnswer answer = m_context.prompter.AskFlipbook(request);
     Remember(answer.settings);
-    return answer.confirmed && Generate(answer.settings, LastFlipbook());
+    if (!answer.confirmed || !CEditedImage(m_context).SaveOrAsk())
+        return false;
+    return Generate(answer.settings, LastFlipbook());
 }
 
 bool CFlipbookOperations::Generate(const CFlipbookSettings& settings, const Path& output) {

@@ -2,6 +2,7 @@
 
 #include "render/Compressors.h"
 #include "scene/DialogRequests.h"
+#include "scene/EditedImage.h"
 #include "scene/Settings.h"
 
 #include <algorithm>
@@ -85,6 +86,8 @@ bool CRenderOperations::OnAnimationRender() {
         return false;
     Remember(*setup);
     return Render(*setup);
+    if (!CEditedImage(m_context).SaveOrAsk())
+        return false;
 }
 
 bool CRenderOperations::Accept(const CRenderSetup& setup) const {
