@@ -4,6 +4,7 @@
 #include "scene/DialogRequests.h"
 #include "scene/EditedImage.h"
 #include "scene/Settings.h"
+#include "scene/SoundOperations.h"
 
 #include <algorithm>
 
@@ -55,6 +56,7 @@ bool CFlipbookOperations::OnAnimationMakeflipbook() {
     Remember(answer.settings);
     if (!answer.confirmed || !CEditedImage(m_context).SaveOrAsk())
         return false;
+    CSoundOperations(m_context).PrepareMissingTrack();
     return Generate(answer.settings, LastFlipbook());
 }
 

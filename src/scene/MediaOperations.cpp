@@ -23,7 +23,7 @@ void CMediaOperations::Play(std::span<const std::uint8_t> samples) {
 }
 
 void CMediaOperations::OnAnimationPlaysoundonxsheet() {
-    if (!m_context.model.sceneOpen)
+    if (!m_sounds.PrepareMissingTrack())
         return;
     if (const std::optional<std::span<const std::uint8_t>> track = m_sounds.GetSoundBuffer())
         Play(*track);
@@ -31,7 +31,7 @@ void CMediaOperations::OnAnimationPlaysoundonxsheet() {
 
 void CMediaOperations::OnAnimationPlayselectedsound() {
     const CSceneModel& model = m_context.model;
-    if (!model.sceneOpen)
+    if (!m_sounds.PrepareMissingTrack())
         return;
     const std::optional<std::span<const std::uint8_t>> track = m_sounds.GetSoundBuffer();
     if (!track)

@@ -4,6 +4,7 @@
 #include "scene/DialogRequests.h"
 #include "scene/EditedImage.h"
 #include "scene/Settings.h"
+#include "scene/SoundOperations.h"
 
 #include <algorithm>
 
@@ -85,9 +86,11 @@ bool CRenderOperations::OnAnimationRender() {
     if (!setup)
         return false;
     Remember(*setup);
-    return Render(*setup);
     if (!CEditedImage(m_context).SaveOrAsk())
         return false;
+    if (IsMovie(setup->format))
+        CSoundOperations(m_context).PrepareMissingTrack();
+    return Render(*setup);
 }
 
 bool CRenderOperations::Accept(const CRenderSetup& setup) const {

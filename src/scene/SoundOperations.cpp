@@ -76,14 +76,38 @@ void CSoundOperations::OnEditRemovesound() {
 }
 
 void CSoundOperations::PrepareSoundBuffer() {
-    CSceneModel& model = m_context.model;
+    const CSceneModel& model = m_context.model;
     if (!m_context.Require(model.sceneOpen, "Internal Error : Scene not open at PrepareSoundBuffer"))
         return;
-    const auto load = [paths = model.Paths()](const std::string& name, std::vector<std::uint8_t>& samples) {
-        return LoadSoundFile(paths.SoundFile(name), name, samples);
+    m_context.Report(Prepare(nullptr));
+}
+
+CStatus CSoundOperations::Prepare(Path* resisting) const {
+    CSceneModel& model = m_context.model;
+    const auto load = [&](const std::string& name, std::vector<std::uint8_t>& samples) {
+        const Path file = model.Paths().SoundFile(name);
+        CStatus status = LoadSoundFile(file, name, samples);
+        if (!status && resisting != nullptr)
+            *resisting = file;
+        return status;
     };
-    m_context.Report(PrepareTrack(model.sounds.All(), model.xsheet.FrameCount(),
-                                  std::max(1, model.geometry.frameRate), load, model.soundBuffer));
+    return PrepareTrack(model.sounds.All(), model.xsheet.FrameCount(), std::max(1, model.geometry.frameRate), load,
+                        model.soundBuffer);
+}
+
+bool CSoundOperations::PrepareMissingTrack() {
+    const CSceneModel& model = m_context.model;
+    if (!model.sceneOpen || model.soundBuffer)
+        return model.sceneOpen;
+    Path resisting;
+    const CStatus status = Prepare(&resisting);
+    if (status)
+        return true;
+    std::string text = status.Message();
+    if (!resisting.empty())
+        text.append("\n").append(Utf8Of(resisting));
+    m_context.Show(text);
+    return false;
 }
 
 void CSoundOperations::ResetSoundBuffer() {

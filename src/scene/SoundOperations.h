@@ -28,6 +28,9 @@ public:
     void OnEditRemovesound();
     /// Rebuilds the track of the whole xsheet.
     void PrepareSoundBuffer();
+    /// For what plays or writes the track: rebuilds it if a placed sound was missing, whose file may be back. Shows
+    /// which one resists, with its file; false then.
+    bool PrepareMissingTrack();
     /// A second of silence a frame, for an xsheet that has just been set up.
     void ResetSoundBuffer();
     /// Nothing without a scene or while a placed sound cannot be loaded. Valid until the next change.
@@ -48,6 +51,8 @@ public:
 
 private:
     bool CanDropSound(int frame) const;
+    /// `resisting`, if given, takes the file of a sound that cannot be loaded.
+    CStatus Prepare(Path* resisting) const;
 
     CSceneContext m_context;
     std::function<bool()> m_canPlay;

@@ -69,13 +69,25 @@ TEST_F(CMediaOperationsTest, SaysWhyNothingIsHeard) {
                      "Internal Error: Scene not open at CVelmorltDoc::OnAssetsPlaysound"}));
 }
 
-TEST_F(CMediaOperationsTest, ATrackThatCannotBePreparedIsNotPlayed) {
-    std::filesystem::remove(model.Paths().SoundFile("Hey"));
+TEST_F(CMediaOperationsTest, AMissingSoundIsNamedAndHeardOnceItIsBack) {
+    const Path file = model.Paths().SoundFile("Hey");
+    std::filesystem::rename(file, folder / "kept");
     sounds.PrepareSoundBuffer();
     prompter.TakeMessages();
+    const std::string missing =
+        "Internal Error : Could not find sound Hey at CVelmorltDoc::LoadSound\n" + Utf8Of(file);
     media.OnAnimationPlaysoundonxsheet();
     media.OnAnimationPlayselectedsound();
+    EXPECT_EQ(prompter.TakeMessages(), Texts(2, missing));
+    prompter.Answer(CFlipbookAnswer{true, {{0}, 1, 3, 1, 50, 50, false}});
+    EXPECT_TRUE(flipbooks.OnAnimationMakeflipbook()) << "a preview without sound is better than none";
+    EXPECT_EQ(prompter.TakeMessages(), Texts{missing});
     EXPECT_TRUE(audio.output.played.empty());
+
+    std::filesystem::rename(folder / "kept", file);
+    media.OnAnimationPlaysoundonxsheet();
+    EXPECT_EQ(audio.output.played.size(), 1u);
+    EXPECT_TRUE(prompter.TakeMessages().empty());
 }
 
 TEST_F(CMediaOperationsTest, ARecordingIsSavedUnderItsNameOrDiscarded) {
@@ -88,6 +100,11 @@ TEST_F(CMediaOperationsTest, ARecordingIsSavedUnderItsNameOrDiscarded) {
     EXPECT_FALSE(FileExists(model.Paths().SoundFile("Clap"))) << "no name was given";
     prompter.Answer(std::string("Clap"));
     media.OnSourcesRecordsound();
+    // Cancelled by mistake, and under a name that cannot be written: the recording is still there.
+    CreateFolder(model.Paths().SoundFile("Full"));
+    prompter.confirmations = {false, false};
+    prompter.Cancel();
+    prompter.Answer(std::string("Full"));
     Bytes stored;
     ASSERT_TRUE(sounds.LoadSound("Clap", stored));
     EXPECT_EQ(stored, Bytes(5000, 77));
