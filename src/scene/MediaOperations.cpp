@@ -70,8 +70,11 @@ void CMediaOperations::OnSourcesRecordsound() {
     recorder.Stop();
     if (recorder.Samples().empty())
         return;
-    if (const std::optional<std::string> name = m_sounds.AskSoundName())
-        m_sounds.StoreSound(*name, samplesPerSecond, recorder.Samples());
+    do {
+        const std::optional<std::string> name = m_sounds.AskSoundName();
+        if (name && m_sounds.StoreSound(*name, samplesPerSecond, recorder.Samples()))
+            return;
+    } while (!m_context.prompter.AskYesNo("Do you want to discard the recording ?"));
 }
 
 void CMediaOperations::OnAnimationMakeflipbook() {

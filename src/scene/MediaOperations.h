@@ -25,7 +25,7 @@ public:
     /// The first selected sound asset.
     void OnAssetsPlaysound();
     void PlaySoundAsset(const std::string& name);
-    /// Asks for a recording, and stores it under a name.
+    /// Asks for a recording, and for a name until it is stored or the user gives it up.
     void OnSourcesRecordsound();
     /// Makes a flipbook and plays it.
     void OnAnimationMakeflipbook();

@@ -96,15 +96,19 @@ TEST_F(CMediaOperationsTest, ARecordingIsSavedUnderItsNameOrDiscarded) {
         recorder.Poll();
         return true; // with the recording still running
     };
+    const std::string question = "Do you want to discard the recording ?";
     media.OnSourcesRecordsound();
+    EXPECT_EQ(prompter.TakeMessages(), Texts{question});
     EXPECT_FALSE(FileExists(model.Paths().SoundFile("Clap"))) << "no name was given";
-    prompter.Answer(std::string("Clap"));
-    media.OnSourcesRecordsound();
     // Cancelled by mistake, and under a name that cannot be written: the recording is still there.
     CreateFolder(model.Paths().SoundFile("Full"));
     prompter.confirmations = {false, false};
     prompter.Cancel();
     prompter.Answer(std::string("Full"));
+    prompter.Answer(std::string("Clap"));
+    media.OnSourcesRecordsound();
+    EXPECT_EQ(prompter.TakeMessages(),
+              (Texts{question, "Unable to open audio file for writing ! Disk Full ??", question}));
     Bytes stored;
     ASSERT_TRUE(sounds.LoadSound("Clap", stored));
     EXPECT_EQ(stored, Bytes(5000, 77));
