@@ -57,10 +57,11 @@ void CAssetOperations::OnAssetsNewcel() {
     if (!model.HasFolder())
         return;
     const CNewCelValues proposed{m_lifecycle.FindNextCelName(), model.geometry.Frame()};
-    const std::optional<CNewCelValues> cel = m_context.prompter.AskNewCel(
+    std::optional<CNewCelValues> cel = m_context.prompter.AskNewCel(
         {proposed, [this](const CNewCelValues& values) { return m_imports.AcceptCelName(values.name); }});
     if (!cel)
         return;
+    cel->name = StoredCelName(cel->name);
     const Path path = model.Paths().CelFile(model.folderName, cel->name);
     CCelImg image;
     CStatus status = image.CreateCel(cel->size.width, cel->size.height, path);
@@ -183,23 +184,29 @@ bool CAssetOperations::AcceptAssetName(const std::string& name) const {
     return m_imports.AcceptCelName(name);
 }
 
+std::string CAssetOperations::StoredName(const std::string& entered) const {
+    return m_context.model.sourceMode == SourceMode::Cels ? StoredCelName(entered) : entered;
+}
+
 void CAssetOperations::OnAssetsRenamecel() {
     const CSceneModel& model = m_context.model;
     if (!m_context.Require(HasSelectedAssets(model), "Internal Error : Nothing selected in OnAssetsRenamecel") ||
         !CanChangeAssets(model))
         return;
     const std::string oldName = model.sourceSelection.front();
-    const auto accept = [this, &oldName](const std::string& name) {
-        return name == oldName || AcceptAssetName(name);
+    const auto isOld = [this, &oldName](const std::string& name) {
+        return name == oldName || StoredName(name) == oldName;
     };
-    const std::optional<std::string> newName =
+    const auto accept = [this, &isOld](const std::string& name) { return isOld(name) || AcceptAssetName(name); };
+    const std::optional<std::string> entered =
         m_context.prompter.AskName({NameKindOf(model.sourceMode), oldName, accept});
-    if (!newName || *newName == oldName)
+    if (!entered || isOld(*entered))
         return;
-    const bool replaced = FileExists(AssetFile(*newName));
+    const std::string newName = StoredName(*entered);
+    const bool replaced = FileExists(AssetFile(newName));
     // Replaces in one step: a file that cannot be moved leaves the other as it was.
-    if (MoveFile(AssetFile(oldName), AssetFile(*newName)))
-        m_context.Update(UpdateHint::AssetLists | FollowRename(oldName, *newName, replaced));
+    if (MoveFile(AssetFile(oldName), AssetFile(newName)))
+        m_context.Update(UpdateHint::AssetLists | FollowRename(oldName, newName, replaced));
     else
         m_context.Show("Can not rename asset!\nEither the file does not exist,\nor disk is write protected??");
 }
@@ -252,7 +259,7 @@ void CAssetOperations::OnAssetsDuplicate() {
     // The copy is to be what the cel editor shows.
     if (!name || !m_context.Report(model.SaveEditedImage(AssetFile(original))))
         return;
-    if (CopyFileIfAbsent(AssetFile(original), AssetFile(*name)))
+    if (CopyFileIfAbsent(AssetFile(original), AssetFile(StoredName(*name))))
         m_context.Update(UpdateHint::AssetLists);
     else
         m_context.Show("Can not duplicate asset!\nEither the destination asset exists,\nor disk is full??\n"

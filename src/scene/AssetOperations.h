@@ -37,6 +37,8 @@ private:
     bool AcceptFolderName(const std::string& name) const;
     /// The rule for the name of an asset of the shown kind.
     bool AcceptAssetName(const std::string& name) const;
+    /// The title that an asset of the shown kind gets when its name is entered.
+    std::string StoredName(const std::string& entered) const;
     /// The file of an asset of the shown kind.
     Path AssetFile(const std::string& name) const;
     // What follows when files are gone or moved. They return what the views are to be told.

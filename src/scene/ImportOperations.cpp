@@ -78,15 +78,19 @@ void CImportOperations::ImportFiles(const CFileRequest& request, SourceMode kind
 }
 
 std::optional<std::string> CImportOperations::AskAssetName(SourceMode kind) const {
-    if (kind == SourceMode::Cels)
-        return m_context.prompter.AskName({NameKind::Cel, m_lifecycle.FindNextCelName(),
-                                           [this](const std::string& name) { return AcceptCelName(name); }});
+    if (kind == SourceMode::Cels) {
+        std::optional<std::string> name =
+            m_context.prompter.AskName({NameKind::Cel, m_lifecycle.FindNextCelName(),
+                                        [this](const std::string& values) { return AcceptCelName(values); }});
+        return name ? StoredCelName(*name) : name;
+    }
     return m_context.prompter.AskName(
         {NameKind::Picture, "", [this](const std::string& name) { return AcceptPictureName(name); }});
 }
 
 bool CImportOperations::ImportCel(const Path& file, const std::string& name) {
-    if (!CanImportCels() || !m_context.Report(CheckCelName(name)) || !Store(file, SourceMode::Cels, name))
+    if (!CanImportCels() || !m_context.Report(CheckCelName(name)) ||
+        !Store(file, SourceMode::Cels, StoredCelName(name)))
         return false;
     m_context.Update(UpdateHint::AssetLists);
     return true;
@@ -103,7 +107,7 @@ bool CImportOperations::ImportPicture(const Path& file, const std::string& name)
 bool CImportOperations::AcceptCelName(const std::string& name) const {
     const CSceneModel& model = m_context.model;
     return m_context.Report(CheckCelName(name)) &&
-           (!FileExists(model.Paths().CelFile(model.folderName, name)) ||
+           (!FileExists(model.Paths().CelFile(model.folderName, StoredCelName(name))) ||
             m_context.prompter.AskYesNo("Cel Exists, Do you want to overwrite it ?"));
 }
 

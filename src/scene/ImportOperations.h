@@ -20,19 +20,22 @@ public:
     void OnSourcesImportpicture();
     void OnSourcesImportsettings();
 
-    /// One file into the current folder, or into the pictures folder, under a name. An asset of that name is
+    /// One file into the current folder, or into the pictures folder, under a name (of a cel, without zeros before
+    /// its number). An asset of that name is
     /// replaced: the cells that show it take the new size, and the cel editor, when it holds it, is emptied without
     /// saving. On failure the reader's text and then "Error in import" have been shown and nothing is changed.
     bool ImportCel(const Path& file, const std::string& name);
     bool ImportPicture(const Path& file, const std::string& name);
 
-    /// The name dialog of a cel or picture; a cel's proposes the next number. Nothing when it was cancelled.
+    /// The name dialog of a cel or picture; a cel's proposes the next number. The name to store it under, or
+    /// nothing when it was cancelled.
     std::optional<std::string> AskAssetName(SourceMode kind) const;
     /// Writes an image as an asset, replacing one of that name, tells the views, and shows the assets of its kind.
     /// When it cannot be written its text and then `failure` are shown.
     bool StoreImage(CCelImg& image, SourceMode kind, const std::string& name, const char* failure);
 
-    // The rules that name dialogs apply: naming rule, and the question before something is overwritten.
+    // The rules that name dialogs apply: naming rule, and the question before something is overwritten. What is
+    // accepted for a cel is stored under its StoredCelName().
     bool AcceptCelName(const std::string& name) const;
     bool AcceptPictureName(const std::string& name) const;
 

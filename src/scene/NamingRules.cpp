@@ -49,6 +49,12 @@ CStatus CheckCelName(std::string_view name) {
     return {};
 }
 
+std::string StoredCelName(std::string_view name) {
+    while (name.size() > 1 && name[0] == '0' && IsDigit(name[1]))
+        name.remove_prefix(1);
+    return std::string(name);
+}
+
 CStatus CheckPictureName(std::string_view name) {
     if (name.empty())
         return CStatus::Failure("");

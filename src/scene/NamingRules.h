@@ -20,6 +20,9 @@ CStatus CheckSceneName(std::string_view name);
 CStatus CheckFolderName(std::string_view name);
 /// Digits and at most one letter after them.
 CStatus CheckCelName(std::string_view name);
+/// The name under which a new cel is stored: one that keeps CheckCelName(), without zeros before its number. "007"
+/// and "7" would look the same in every list.
+std::string StoredCelName(std::string_view name);
 CStatus CheckPictureName(std::string_view name);
 CStatus CheckSoundName(std::string_view name);
 /// The name of a level or a colour: anything that the files can hold.

@@ -42,7 +42,7 @@ struct CSceneModel {
     bool sceneOpen = false;
     std::string folderName; ///< current cel folder, empty for none
     SourceMode sourceMode = SourceMode::Cels;
-    std::vector<std::string> sourceSelection; ///< asset names, in list order
+    std::vector<std::string> sourceSelection; ///< titles of assets, in list order
 
     CSceneGeometry geometry;
     CXSheet xsheet;

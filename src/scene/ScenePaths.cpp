@@ -41,6 +41,13 @@ std::optional<CCelNumber> ParseCelName(const std::string& name) {
     return parsed;
 }
 
+std::string TextOf(const CCelNumber& cel) {
+    std::string text = std::to_string(cel.number);
+    if (cel.letter != 0)
+        text += cel.letter;
+    return text;
+}
+
 } // namespace
 
 Path CScenePaths::SceneFolder() const {
@@ -120,21 +127,6 @@ std::vector<std::string> ListCelFolders(const CScenePaths& paths) {
     return folders;
 }
 
-std::vector<std::string> ListCels(const CScenePaths& paths, const std::string& folder) {
-    std::vector<CCelNumber> numbers;
-    for (const std::string& title : ListTitles(paths.CelFolder(folder), ".bit"))
-        if (const std::optional<CCelNumber> number = ParseCelName(title))
-            numbers.push_back(*number);
-    std::sort(numbers.begin(), numbers.end());
-    std::vector<std::string> names;
-    for (const CCelNumber& cel : numbers) {
-        names.push_back(std::to_string(cel.number));
-        if (cel.letter != 0)
-            names.back() += cel.letter;
-    }
-    return names;
-}
-
 std::vector<std::string> ListCelTitles(const CScenePaths& paths, const std::string& folder) {
     std::vector<std::string> titles = ListTitles(paths.CelFolder(folder), ".bit");
     std::ranges::stable_sort(titles, {}, [](const std::string& title) {
@@ -149,6 +141,19 @@ std::vector<std::string> ListPictures(const CScenePaths& paths) {
 
 std::vector<std::string> ListSounds(const CScenePaths& paths) {
     return ListTitles(paths.SoundsFolder(), ".sound");
+}
+
+std::vector<CListedAsset> ListAssets(const CScenePaths& paths, SourceMode kind, const std::string& folder) {
+    std::vector<CListedAsset> assets;
+    if (kind == SourceMode::Cels) {
+        for (std::string& title : ListCelTitles(paths, folder))
+            if (const std::optional<CCelNumber> number = ParseCelName(title))
+                assets.push_back({std::move(title), TextOf(*number)});
+    } else {
+        for (const std::string& title : kind == SourceMode::Sounds ? ListSounds(paths) : ListPictures(paths))
+            assets.push_back({title, title});
+    }
+    return assets;
 }
 
 int NextCelNumber(const CScenePaths& paths, const std::string& folder) {

@@ -46,10 +46,20 @@ std::string WithSeparator(std::string folder);
 std::vector<std::string> ListScenes(const std::string& databaseFolder);
 /// Cel folders of a scene, sorted: the folders named with letters, digits and spaces only.
 std::vector<std::string> ListCelFolders(const CScenePaths& paths);
-/// Names of cels in numeric order with lettered variants after their number (1, 2, 2a, 10), each as its number
-/// without leading zeros.
-std::vector<std::string> ListCels(const CScenePaths& paths, const std::string& folder);
-/// The same order, but the names as the files have them, leading zeros included.
+
+/// An asset as the source view lists it.
+struct CListedAsset {
+    std::string title; ///< its file's name without extension, by which all commands and the xsheet know it
+    std::string
+        shown; ///< what its row says: of a cel the number, without the zeros that its file may have before it
+
+    bool operator==(const CListedAsset&) const = default;
+};
+
+/// The assets of a kind in the order of the source view; `folder` is used for cels only. Cels come by their number,
+/// with lettered variants after it (1, 2, 2a, 10); those without a number are left out.
+std::vector<CListedAsset> ListAssets(const CScenePaths& paths, SourceMode kind, const std::string& folder);
+/// All cels of a folder in that order, those without a number at the end.
 std::vector<std::string> ListCelTitles(const CScenePaths& paths, const std::string& folder);
 std::vector<std::string> ListPictures(const CScenePaths& paths);
 std::vector<std::string> ListSounds(const CScenePaths& paths);

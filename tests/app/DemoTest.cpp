@@ -93,7 +93,7 @@ TEST_F(Demo, PictureFillsEveryFrame) {
 }
 
 TEST_F(Demo, CharacterIsPaintedOnTransparentPaperAndNotCutOff) {
-    const std::vector<std::string> cels = ListCels(Paths(), "Fox");
+    const std::vector<std::string> cels = ListCelTitles(Paths(), "Fox");
     ASSERT_GE(cels.size(), 8u);
     std::vector<std::uint8_t> before;
     for (const std::string& name : cels) {

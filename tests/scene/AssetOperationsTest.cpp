@@ -227,6 +227,44 @@ TEST_F(AssetOperations, ARenameThatFailsChangesNothing) {
     EXPECT_EQ(hints, Hints{});
 }
 
+TEST_F(AssetOperations, NewNamesLoseTheZerosBeforeTheirNumber) {
+    ExposeThreeAndFive();
+    prompter.Answer(CNewCelValues{"007", {30, 20}});
+    assets.OnAssetsNewcel();
+    EXPECT_TRUE(FileExists(CelFile("7")) && !FileExists(CelFile("007")));
+    Select(SourceMode::Cels, {"3"});
+    prompter.Answer(std::string("03"));
+    assets.OnAssetsRenamecel();
+    EXPECT_EQ(prompter.TakeMessages(), Texts{}) << "its own name";
+    prompter.Answer(std::string("005"));
+    assets.OnAssetsRenamecel();
+    EXPECT_EQ(prompter.TakeMessages(), Texts{"Cel Exists, Do you want to overwrite it ?"});
+    EXPECT_EQ(Load(CelFile("5")).ColorAt(0, 0), red);
+    EXPECT_EQ(EverythingExposed(), "5....5 5....5 5.");
+    prompter.Answer(std::string("012b"));
+    assets.OnAssetsDuplicate();
+    EXPECT_TRUE(FileExists(CelFile("12b")));
+}
+
+// A file that was made elsewhere keeps its name until it is given another.
+TEST_F(AssetOperations, ACelWithZerosInItsTitleIsWorkedOnUnderIt) {
+    SetLevels(2);
+    MakeCel(CelFile("007"), red);
+    MakeCel(CelFile("7"), white);
+    Expose(0, 0, "Man", "007");
+    Expose(0, 1, "Man", "7");
+    Select(SourceMode::Cels, {"007"});
+    assets.EditCel("007");
+    EXPECT_EQ(model.celImg.FilePath(), CelFile("007"));
+    prompter.Answer(std::string("007"));
+    assets.OnAssetsRenamecel();
+    EXPECT_TRUE(FileExists(CelFile("007"))) << "nothing was entered";
+    assets.OnAssetsDeleteassets();
+    EXPECT_FALSE(FileExists(CelFile("007")));
+    EXPECT_EQ(Load(CelFile("7")).ColorAt(0, 0), white);
+    EXPECT_EQ(Row(0, 2), ".7");
+}
+
 TEST_F(AssetOperations, ACopyNeverReplacesAnything) {
     MakeCel(CelFile("3"), red);
     MakeCel(CelFile("12a"), white);

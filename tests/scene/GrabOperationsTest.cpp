@@ -115,7 +115,7 @@ TEST_F(CGrabOperationsTest, CapturedFramesTakeTheThresholdAndNeedAScene) {
         for (int i = 0; i < 8; ++i)
             file.WriteByte(grey);
     WriteBytes(folder / "frame.bmp", file.Bytes());
-    prompter.Answer(std::string("7"));
+    prompter.Answer(std::string("007"));
     EXPECT_TRUE(grabs.GetDataFromDIB(folder / "frame.bmp", SourceMode::Cels, 150));
     CCelImg cel;
     ASSERT_TRUE(cel.Load(CelFile("7")));

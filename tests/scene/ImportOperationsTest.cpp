@@ -48,7 +48,7 @@ TEST_F(CImportOperationsTest, CelsAreNamedOneByOne) {
     prompter.Answer(std::vector<Path>{dark, dark, light, dark, dark});
     prompter.Answer(std::string("12"));
     prompter.Cancel(); // this file only
-    prompter.Answer(std::string("12"));
+    prompter.Answer(std::string("012"));
     prompter.Answer(std::string("13"));
     prompter.Cancel(); // all that are left
     prompter.confirmations = {false, false, true};
@@ -108,7 +108,7 @@ TEST_F(CImportOperationsTest, AReplacedCelIsReplacedEverywhere) {
     model.celImg.SetModified(true);
     EXPECT_TRUE(model.xsheet.MutableCel(0, 5).Set(model.Paths().SceneFolder(), "Walk", "1", {100, 100}));
     TakeHints();
-    ASSERT_TRUE(imports.ImportCel(MakeTarga("new.tga", 6, 7, 255), "1"));
+    ASSERT_TRUE(imports.ImportCel(MakeTarga("new.tga", 6, 7, 255), "01"));
     EXPECT_EQ(LoadState::Nothing, model.celImg.GetLoadState());
     EXPECT_EQ(7, Load(SourceMode::Cels, "1").Height());
     EXPECT_EQ((CSize{6, 7}), model.xsheet.Cel(0, 5).Size());

@@ -11,6 +11,16 @@ TEST(NamingRules, CelNamesAreDigitsAndAtMostOneLetter) {
         EXPECT_EQ("The cel name must be a number and if required a letter", CheckCelName(name).Message()) << name;
 }
 
+TEST(NamingRules, CelsAreStoredWithoutZerosBeforeTheirNumber) {
+    for (const auto& [entered, stored] : {std::pair{"7", "7"},
+                                          {"007", "7"},
+                                          {"070a", "70a"},
+                                          {"000", "0"},
+                                          {"0b", "0b"},
+                                          {"00000000000000012", "12"}})
+        EXPECT_EQ(stored, StoredCelName(entered));
+}
+
 TEST(NamingRules, OtherNames) {
     for (const char* name : {"a.b", "_Pictures_", "a/b", "..", "caf\xc3\xa9"}) {
         for (const auto check : {CheckSceneName, CheckFolderName})

@@ -17,6 +17,14 @@ protected:
             velmor::testing::WriteBytes(parent / name, {});
     }
 
+    /// The cels of a folder, "shown=title".
+    std::string Listed(const std::string& cels) {
+        std::string listed;
+        for (const CListedAsset& cel : ListAssets(paths, SourceMode::Cels, cels))
+            listed += (listed.empty() ? "" : " ") + cel.shown + "=" + cel.title;
+        return listed;
+    }
+
     velmor::testing::CTempFolder folder;
     CScenePaths paths{WithSeparator(folder.Path().string()), "Test"};
 };
@@ -36,9 +44,9 @@ TEST_F(CScenePathsTest, ListsScenesAndCelFolders) {
 
 TEST_F(CScenePathsTest, ListsCelsByNumberAndThenLetter) {
     EXPECT_EQ(1, NextCelNumber(paths, "Walk"));
-    MakeFiles(folder / "Test.scene" / "Walk", {"10.bit", "2b.bit", "2.bit", "1.bit", "2a.bit", "007.bit", "x.bit",
-                                               "-3.bit", "99999999999.bit", "12.txt", ".bit"});
-    EXPECT_EQ((Names{"1", "2", "2a", "2b", "7", "10"}), ListCels(paths, "Walk"));
+    MakeFiles(folder / "Test.scene" / "Walk", {"10.bit", "2b.bit", "2.bit", "1.bit", "2a.bit", "007.bit", "7.bit",
+                                               "x.bit", "-3.bit", "99999999999.bit", "12.txt", ".bit"});
+    EXPECT_EQ("1=1 2=2 2a=2a 2b=2b 7=007 7=7 10=10", Listed("Walk"));
     EXPECT_EQ(11, NextCelNumber(paths, "Walk"));
     MakeFiles(paths.CelFolder("Walk"), {"12a.bit"});
     EXPECT_EQ(13, NextCelNumber(paths, "Walk"));

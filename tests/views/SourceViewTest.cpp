@@ -107,6 +107,29 @@ TEST_F(SourceViewTest, ListsFoldersAndCelsInTheirOrder) {
     EXPECT_EQ(Folders().currentText(), "Cat");
 }
 
+TEST_F(SourceViewTest, RowsThatLookTheSameStandForTheirOwnFiles) {
+    OpenScene({"007", "7"});
+    ShowView();
+    ASSERT_EQ(Listed(), (Names{"7", "7"}));
+    for (const int row : {0, 1}) {
+        const std::string title = row == 0 ? "007" : "7";
+        ClickRow(row);
+        EXPECT_EQ(DocumentSelection(), Names{title});
+        EXPECT_EQ(view->DragData()->data(CSourceView::dragType).toStdString(), title + '\n');
+        EXPECT_TRUE(List().currentIndex().data(Qt::ToolTipRole).toString().contains(ToQt("<b>" + title + "</b>")));
+        QTest::keyClick(&List(), Qt::Key_Return);
+        EXPECT_EQ(doc->EditedImage().FilePath(), doc->Model().Paths().CelFile("Cat", title));
+    }
+    ClickRow(0);
+    doc->DropCels(0, 0, 1, false);
+    EXPECT_EQ(doc->GetXsheetData(0, 0), "Cat007");
+    doc->OnAssetsDeleteassets();
+    EXPECT_EQ(Listed(), Names{"7"});
+    EXPECT_TRUE(FileExists(doc->Model().Paths().CelFile("Cat", "7")));
+    EXPECT_TRUE(DocumentSelection().empty());
+    EXPECT_EQ(doc->GetXsheetData(0, 0), "");
+}
+
 TEST_F(SourceViewTest, ShowsNothingWithoutAScene) {
     ShowView();
     QMenu menu;

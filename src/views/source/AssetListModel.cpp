@@ -17,49 +17,51 @@ QIcon AssetIcon(SourceMode kind) {
 CAssetListModel::CAssetListModel(ToolTipSource toolTip, QObject* parent)
     : QAbstractListModel(parent), m_toolTip(std::move(toolTip)), m_icon(AssetIcon(m_kind)) {}
 
-void CAssetListModel::Replace(SourceMode kind, std::vector<std::string> names) {
+void CAssetListModel::Replace(SourceMode kind, std::vector<CListedAsset> assets) {
     beginResetModel();
     m_kind = kind;
     m_icon = AssetIcon(kind);
-    m_names = std::move(names);
+    m_assets = std::move(assets);
     endResetModel();
 }
 
-bool CAssetListModel::Refresh(std::vector<std::string> names) {
-    if (names == m_names)
+bool CAssetListModel::Refresh(std::vector<CListedAsset> assets) {
+    if (assets == m_assets)
         return false;
-    RemoveMissing(names);
-    InsertNew(names);
-    if (names != m_names) // a name that is there twice, or another order
-        Replace(m_kind, std::move(names));
+    RemoveMissing(assets);
+    InsertNew(assets);
+    if (assets != m_assets) // another order
+        Replace(m_kind, std::move(assets));
     return true;
 }
 
-void CAssetListModel::RemoveMissing(const std::vector<std::string>& names) {
-    const std::unordered_set<std::string> wanted(names.begin(), names.end());
+void CAssetListModel::RemoveMissing(const std::vector<CListedAsset>& assets) {
+    std::unordered_set<std::string> wanted;
+    for (const CListedAsset& asset : assets)
+        wanted.insert(asset.title);
     for (int row = rowCount() - 1; row >= 0; --row) {
-        if (wanted.contains(NameAt(row)))
+        if (wanted.contains(At(row).title))
             continue;
         beginRemoveRows({}, row, row);
-        m_names.erase(m_names.begin() + row);
+        m_assets.erase(m_assets.begin() + row);
         endRemoveRows();
     }
 }
 
 // Row by row, so that what stands there already is passed over.
-void CAssetListModel::InsertNew(const std::vector<std::string>& names) {
-    for (int row = 0; row < static_cast<int>(names.size()); ++row) {
-        const std::string& name = names[static_cast<std::size_t>(row)];
-        if (row < rowCount() && NameAt(row) == name)
+void CAssetListModel::InsertNew(const std::vector<CListedAsset>& assets) {
+    for (int row = 0; row < static_cast<int>(assets.size()); ++row) {
+        const CListedAsset& asset = assets[static_cast<std::size_t>(row)];
+        if (row < rowCount() && At(row) == asset)
             continue;
         beginInsertRows({}, row, row);
-        m_names.insert(m_names.begin() + row, name);
+        m_assets.insert(m_assets.begin() + row, asset);
         endInsertRows();
     }
 }
 
 int CAssetListModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : static_cast<int>(m_names.size());
+    return parent.isValid() ? 0 : static_cast<int>(m_assets.size());
 }
 
 Qt::ItemFlags CAssetListModel::flags(const QModelIndex& index) const {
@@ -71,11 +73,11 @@ QVariant CAssetListModel::data(const QModelIndex& index, int role) const {
         return {};
     switch (role) {
     case Qt::DisplayRole:
-        return ToQt(NameAt(index.row()));
+        return ToQt(At(index.row()).shown);
     case Qt::DecorationRole:
         return m_icon;
     case Qt::ToolTipRole:
-        return m_toolTip(NameAt(index.row()));
+        return m_toolTip(At(index.row()).title);
     default:
         return {};
     }

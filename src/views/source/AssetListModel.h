@@ -17,36 +17,36 @@ inline constexpr QColor assetInk(16, 32, 16);
 /// The drawing that stands for a kind of asset.
 QIcon AssetIcon(SourceMode kind);
 
-/// The names of the assets that the source view lists. What stays in the list keeps its selection, as only the rows
+/// The assets that the source view lists. What stays in the list keeps its selection, as only the rows
 /// that differ are removed and inserted.
 class CAssetListModel final : public QAbstractListModel {
 public:
     /// Text of an item's tooltip, asked for when it is shown.
-    using ToolTipSource = std::function<QString(const std::string& name)>;
+    using ToolTipSource = std::function<QString(const std::string& title)>;
 
     explicit CAssetListModel(ToolTipSource toolTip, QObject* parent = nullptr);
 
     /// Another list altogether: nothing is kept.
-    void Replace(SourceMode kind, std::vector<std::string> names);
+    void Replace(SourceMode kind, std::vector<CListedAsset> assets);
     /// The same list as it stands now. False when nothing has changed.
-    bool Refresh(std::vector<std::string> names);
+    bool Refresh(std::vector<CListedAsset> assets);
 
     SourceMode Kind() const { return m_kind; }
-    const std::vector<std::string>& Names() const { return m_names; }
-    const std::string& NameAt(int row) const { return m_names[static_cast<std::size_t>(row)]; }
+    const std::vector<CListedAsset>& Assets() const { return m_assets; }
+    const CListedAsset& At(int row) const { return m_assets[static_cast<std::size_t>(row)]; }
 
     int rowCount(const QModelIndex& parent = {}) const override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
     QVariant data(const QModelIndex& index, int role) const override;
 
 private:
-    void RemoveMissing(const std::vector<std::string>& names);
-    void InsertNew(const std::vector<std::string>& names);
+    void RemoveMissing(const std::vector<CListedAsset>& assets);
+    void InsertNew(const std::vector<CListedAsset>& assets);
 
     ToolTipSource m_toolTip;
     SourceMode m_kind = SourceMode::Cels;
     QIcon m_icon;
-    std::vector<std::string> m_names;
+    std::vector<CListedAsset> m_assets;
 };
 
 } // namespace velmor

@@ -108,19 +108,19 @@ QPixmap PaintDragPicture(const std::vector<CAssetCard>& cards, int count, double
     return picture;
 }
 
-std::unique_ptr<QMimeData> MakeDragData(const std::vector<std::string>& names) {
+std::unique_ptr<QMimeData> MakeDragData(const std::vector<std::string>& titles) {
     QByteArray lines;
-    for (const std::string& name : names)
-        lines += QByteArray::fromStdString(name) + '\n';
+    for (const std::string& title : titles)
+        lines += QByteArray::fromStdString(title) + '\n';
     auto data = std::make_unique<QMimeData>();
     data->setData(CSourceView::dragType, lines);
     return data;
 }
 
-QString AssetToolTip(SourceMode kind, const std::string& name, const Path& file, const QPixmap& thumbnail) {
+QString AssetToolTip(SourceMode kind, const std::string& title, const Path& file, const QPixmap& thumbnail) {
     QString text = thumbnail.isNull() ? QString() : PictureTag(thumbnail);
-    text += QStringLiteral("<b>%1</b>").arg(ToQt(name).toHtmlEscaped());
-    if (const QString size = SizeText(kind, name, file); !size.isEmpty())
+    text += QStringLiteral("<b>%1</b>").arg(ToQt(title).toHtmlEscaped());
+    if (const QString size = SizeText(kind, title, file); !size.isEmpty())
         text += QStringLiteral("&nbsp;&nbsp;") + size;
     return text;
 }

@@ -27,11 +27,11 @@ inline constexpr int mostCards = 3;
 /// are dragged. Its top left corner is the point that the mouse holds. `scale` is the screen's.
 QPixmap PaintDragPicture(const std::vector<CAssetCard>& cards, int count, double scale);
 
-/// What a drag of assets carries: their names, one a line, under CSourceView::dragType.
-std::unique_ptr<QMimeData> MakeDragData(const std::vector<std::string>& names);
+/// What a drag of assets carries: their titles, one a line, under CSourceView::dragType.
+std::unique_ptr<QMimeData> MakeDragData(const std::vector<std::string>& titles);
 
-/// Rich text for an asset's tooltip: its picture, its name, and its size in pixels or its duration as far as its
+/// Rich text for an asset's tooltip: its picture, its title, and its size in pixels or its duration as far as its
 /// file can be read.
-QString AssetToolTip(SourceMode kind, const std::string& name, const Path& file, const QPixmap& thumbnail);
+QString AssetToolTip(SourceMode kind, const std::string& title, const Path& file, const QPixmap& thumbnail);
 
 } // namespace velmor

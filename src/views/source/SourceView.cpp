@@ -59,8 +59,8 @@ CSourceView::~CSourceView() {
 
 void CSourceView::MakeAssetList() {
     m_assets = new CAssetListModel(
-        [this](const std::string& name) {
-            return AssetToolTip(m_assets->Kind(), name, FileOf(name), ThumbnailOf(name));
+        [this](const std::string& title) {
+            return AssetToolTip(m_assets->Kind(), title, FileOf(title), ThumbnailOf(title));
         },
         this);
     m_list = new CAssetListView(this);
@@ -69,7 +69,7 @@ void CSourceView::MakeAssetList() {
     m_list->setAccessibleName("Cels");
     m_list->setModel(m_assets);
     m_list->SetOpen(
-        [this](const QModelIndex& index) { m_doc.EditCel(std::string(m_assets->NameAt(index.row()))); });
+        [this](const QModelIndex& index) { m_doc.EditCel(std::string(m_assets->At(index.row()).title)); });
     m_list->SetDrag([this] { StartDrag(); });
     connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             [this] { OnSelectionChanged(); });
@@ -117,31 +117,23 @@ void CSourceView::RefreshAssets() {
                      model.sourceMode};
     const bool sameListing = listing == m_listing;
     m_listing = std::move(listing);
-    std::vector<std::string> names = ListAssets();
+    std::vector<CListedAsset> assets = Listed();
 
     m_refreshing = true;
-    if (sameListing && names != m_assets->Names())
-        m_list->ChangeInPlace([&] { m_assets->Refresh(std::move(names)); });
+    if (sameListing && assets != m_assets->Assets())
+        m_list->ChangeInPlace([&] { m_assets->Refresh(std::move(assets)); });
     else if (!sameListing)
-        m_assets->Replace(m_doc.Model().sourceMode, std::move(names));
+        m_assets->Replace(m_doc.Model().sourceMode, std::move(assets));
     ShowSelection(sameListing ? model.sourceSelection : std::vector<std::string>());
     m_refreshing = false;
     OnSelectionChanged();
 }
 
-std::vector<std::string> CSourceView::ListAssets() const {
+std::vector<CListedAsset> CSourceView::Listed() const {
     const CSceneModel& model = m_doc.Model();
-    if (!model.sceneOpen)
+    if (!model.sceneOpen || (model.sourceMode == SourceMode::Cels && model.folderName.empty()))
         return {};
-    switch (model.sourceMode) {
-    case SourceMode::Sounds:
-        return ListSounds(model.Paths());
-    case SourceMode::Pictures:
-        return ListPictures(model.Paths());
-    case SourceMode::Cels:
-        break;
-    }
-    return model.folderName.empty() ? std::vector<std::string>() : ListCels(model.Paths(), model.folderName);
+    return ListAssets(model.Paths(), model.sourceMode, model.folderName);
 }
 
 void CSourceView::OnModeChosen(SourceMode mode) {
@@ -158,18 +150,18 @@ void CSourceView::OnFolderChosen(const std::string& folder) {
 }
 
 void CSourceView::OnSelectionChanged() {
-    if (!m_refreshing && SelectedNames() != m_doc.Model().sourceSelection)
-        m_doc.SetSourceSelection(SelectedNames());
+    if (!m_refreshing && SelectedTitles() != m_doc.Model().sourceSelection)
+        m_doc.SetSourceSelection(SelectedTitles());
 }
 
 // An operation may have chosen other assets, a renamed one for instance.
-void CSourceView::ShowSelection(const std::vector<std::string>& names) {
-    if (names == SelectedNames())
+void CSourceView::ShowSelection(const std::vector<std::string>& titles) {
+    if (titles == SelectedTitles())
         return;
     QItemSelection selection;
     QModelIndex first;
     for (int row = 0; row < m_assets->rowCount(); ++row) {
-        if (std::find(names.begin(), names.end(), m_assets->NameAt(row)) == names.end())
+        if (std::find(titles.begin(), titles.end(), m_assets->At(row).title) == titles.end())
             continue;
         const QModelIndex index = m_assets->index(row);
         selection.select(index, index);
@@ -183,37 +175,46 @@ void CSourceView::ShowSelection(const std::vector<std::string>& names) {
     }
 }
 
-std::vector<std::string> CSourceView::SelectedNames() const {
-    std::vector<std::string> names;
+std::vector<int> CSourceView::SelectedRows() const {
+    std::vector<int> rows;
     for (int row = 0; row < m_assets->rowCount(); ++row)
         if (m_list->selectionModel()->isSelected(m_assets->index(row)))
-            names.push_back(m_assets->NameAt(row));
-    return names;
+            rows.push_back(row);
+    return rows;
 }
 
-Path CSourceView::FileOf(const std::string& name) const {
+std::vector<std::string> CSourceView::SelectedTitles() const {
+    std::vector<std::string> titles;
+    for (const int row : SelectedRows())
+        titles.push_back(m_assets->At(row).title);
+    return titles;
+}
+
+Path CSourceView::FileOf(const std::string& title) const {
     const CSceneModel& model = m_doc.Model();
-    return model.Paths().AssetFile(m_assets->Kind(), model.folderName, name);
+    return model.Paths().AssetFile(m_assets->Kind(), model.folderName, title);
 }
 
-QPixmap CSourceView::ThumbnailOf(const std::string& name) const {
-    return m_assets->Kind() == SourceMode::Sounds ? QPixmap() : m_thumbnails(FileOf(name));
+QPixmap CSourceView::ThumbnailOf(const std::string& title) const {
+    return m_assets->Kind() == SourceMode::Sounds ? QPixmap() : m_thumbnails(FileOf(title));
 }
 
 std::unique_ptr<QMimeData> CSourceView::DragData() const {
-    return MakeDragData(SelectedNames());
+    return MakeDragData(SelectedTitles());
 }
 
 QPixmap CSourceView::DragPicture() const {
-    const std::vector<std::string> names = SelectedNames();
+    const std::vector<int> rows = SelectedRows();
     std::vector<CAssetCard> cards;
-    for (std::size_t i = 0; i < names.size() && i < mostCards; ++i)
-        cards.push_back({ThumbnailOf(names[i]), AssetIcon(m_assets->Kind()), ToQt(names[i])});
-    return PaintDragPicture(cards, static_cast<int>(names.size()), devicePixelRatioF());
+    for (std::size_t i = 0; i < rows.size() && i < mostCards; ++i) {
+        const CListedAsset& asset = m_assets->At(rows[i]);
+        cards.push_back({ThumbnailOf(asset.title), AssetIcon(m_assets->Kind()), ToQt(asset.shown)});
+    }
+    return PaintDragPicture(cards, static_cast<int>(rows.size()), devicePixelRatioF());
 }
 
 void CSourceView::StartDrag() {
-    if (SelectedNames().empty())
+    if (SelectedRows().empty())
         return;
     auto* drag = new QDrag(m_list);
     drag->setMimeData(DragData().release());

@@ -69,16 +69,17 @@ private:
 
     void Refresh();
     void RefreshAssets();
-    std::vector<std::string> ListAssets() const;
+    std::vector<CListedAsset> Listed() const;
 
     void OnModeChosen(SourceMode mode);
     void OnFolderChosen(const std::string& folder);
     void OnSelectionChanged();
-    void ShowSelection(const std::vector<std::string>& names);
-    std::vector<std::string> SelectedNames() const;
+    void ShowSelection(const std::vector<std::string>& titles);
+    std::vector<int> SelectedRows() const;
+    std::vector<std::string> SelectedTitles() const;
     void StartDrag();
-    Path FileOf(const std::string& name) const;
-    QPixmap ThumbnailOf(const std::string& name) const;
+    Path FileOf(const std::string& title) const;
+    QPixmap ThumbnailOf(const std::string& title) const;
 
     CVelmorltDoc& m_doc;
     ThumbnailSource m_thumbnails;
