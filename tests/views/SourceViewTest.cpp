@@ -219,6 +219,38 @@ TEST_F(SourceViewTest, OpensByDoubleClickAndReturn) {
     EXPECT_TRUE(prompter.messages.empty());
 }
 
+TEST_F(SourceViewTest, TheListHasItsKeysBeforeTheWindow) {
+    OpenScene({"1", "2", "20", "3"});
+    ShowView();
+    std::string taken;
+    for (const char* key : {"Del", "Shift+Del", "Home", "Ctrl+A", "2", "Space", "F2", "+", "Ctrl+2"})
+        view->addAction(key, QKeySequence(key), view.get(), [&taken, key] { taken += std::string(key) + " "; });
+    view->activateWindow();
+    List().setFocus();
+    QTest::keyClicks(&List(), "20");
+    EXPECT_EQ(DocumentSelection(), Names{"20"}) << "found by its name";
+    prompter.confirmations = {false};
+    QTest::keyClick(&List(), Qt::Key_Delete);
+    EXPECT_EQ(prompter.TakeMessages().size(), 1U) << "asked";
+    EXPECT_EQ(Listed().size(), 4U);
+    QTest::keyClick(&List(), Qt::Key_Delete);
+    EXPECT_EQ(Listed(), (Names{"1", "2", "3"}));
+    QTest::keyClick(&List(), Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(DocumentSelection(), (Names{"1", "2", "3"}));
+    QTest::keyClick(&List(), Qt::Key_Home);
+    EXPECT_EQ(DocumentSelection(), Names{"1"});
+    EXPECT_EQ(taken, "");
+    QTest::keyClick(&List(), Qt::Key_F2);
+    QTest::keyClick(&List(), Qt::Key_Plus);
+    QTest::keyClick(&List(), Qt::Key_2, Qt::ControlModifier);
+    QTest::keyClick(&List(), Qt::Key_Delete, Qt::ShiftModifier);
+    EXPECT_EQ(taken, "F2 + Ctrl+2 Shift+Del ");
+    Folders().setFocus();
+    QTest::keyClick(&Folders(), Qt::Key_Delete);
+    EXPECT_EQ(taken, "F2 + Ctrl+2 Shift+Del Del ");
+    EXPECT_EQ(Listed().size(), 3U);
+}
+
 TEST_F(SourceViewTest, RefreshKeepsSelectionCurrentItemAndPlace) {
     Names cels;
     for (int i = 1; i <= 200; ++i)

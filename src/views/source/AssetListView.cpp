@@ -6,12 +6,30 @@
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
+#include <algorithm>
 
 namespace velmor {
 
 namespace {
 
 constexpr int leastRowHeight = 20;
+
+constexpr int ownKeys[] = {Qt::Key_Delete, Qt::Key_Return, Qt::Key_Enter,  Qt::Key_Up,       Qt::Key_Down,
+                           Qt::Key_Home,   Qt::Key_End,    Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_Space};
+
+/// Keys that move in the list, search it by name, or act on what is selected there. Those of the window's commands
+/// that no list uses, function keys for one, are left to it.
+bool IsOwnKey(const QKeyEvent& event) {
+    if (event.matches(QKeySequence::SelectAll))
+        return true;
+    const Qt::KeyboardModifiers modifiers = event.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier);
+    if (modifiers != Qt::NoModifier)
+        return false;
+    if (event.key() == Qt::Key_Delete) // with Shift it cuts, as everywhere
+        return event.modifiers() == Qt::NoModifier || event.modifiers() == Qt::KeypadModifier;
+    return std::ranges::find(ownKeys, event.key()) != std::end(ownKeys) ||
+           (event.text().size() == 1 && event.text().front().isLetterOrNumber());
+}
 
 /// Rows high enough to be hit with ease.
 class CRowDelegate final : public QStyledItemDelegate {
@@ -64,12 +82,22 @@ void CAssetListView::startDrag(Qt::DropActions) {
         m_drag();
 }
 
+// Asked before the window's shortcuts are looked through.
+bool CAssetListView::event(QEvent* event) {
+    if (event->type() != QEvent::ShortcutOverride || !IsOwnKey(*static_cast<QKeyEvent*>(event)))
+        return QListView::event(event);
+    event->accept();
+    return true;
+}
+
 void CAssetListView::keyPressEvent(QKeyEvent* event) {
     const bool opens = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (!opens || !currentIndex().isValid() || !m_open)
-        QListView::keyPressEvent(event);
-    else
+    if (opens && currentIndex().isValid() && m_open)
         m_open(currentIndex());
+    else if (event->key() == Qt::Key_Delete && IsOwnKey(*event) && m_delete)
+        m_delete();
+    else
+        QListView::keyPressEvent(event);
 }
 
 void CAssetListView::mouseDoubleClickEvent(QMouseEvent* event) {

@@ -70,6 +70,7 @@ void CSourceView::MakeAssetList() {
     m_list->setModel(m_assets);
     m_list->SetOpen(
         [this](const QModelIndex& index) { m_doc.EditCel(std::string(m_assets->At(index.row()).title)); });
+    m_list->SetDelete([this] { m_doc.OnAssetsDeleteassets(); });
     m_list->SetDrag([this] { StartDrag(); });
     connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             [this] { OnSelectionChanged(); });
