@@ -1,10 +1,12 @@
 #include "scene/AssetOperations.h"
 
+#include "platform/Memory.h"
 #include "scene/AssetReferences.h"
 #include "scene/CommandState.h"
 #include "scene/DialogRequests.h"
 #include "scene/ImportOperations.h"
 #include "scene/NamingRules.h"
+#include "scene/NewCelSize.h"
 #include "scene/SceneLifecycle.h"
 #include "scene/Settings.h"
 #include "scene/SoundOperations.h"
@@ -52,13 +54,18 @@ void CAssetOperations::OnAssetsNewfolder() {
     m_context.Update(newFolderHint);
 }
 
+// The size first: whether to overwrite is asked once.
+bool CAssetOperations::AcceptNewCel(const CNewCelValues& cel) const {
+    return m_context.Report(CheckNewCelSize(cel.size, AvailableMemory())) && m_imports.AcceptCelName(cel.name);
+}
+
 void CAssetOperations::OnAssetsNewcel() {
     const CSceneModel& model = m_context.model;
     if (!model.HasFolder())
         return;
     const CNewCelValues proposed{m_lifecycle.FindNextCelName(), model.geometry.Frame()};
     std::optional<CNewCelValues> cel = m_context.prompter.AskNewCel(
-        {proposed, [this](const CNewCelValues& values) { return m_imports.AcceptCelName(values.name); }});
+        {proposed, [this](const CNewCelValues& values) { return AcceptNewCel(values); }});
     if (!cel)
         return;
     cel->name = StoredCelName(cel->name);

@@ -35,6 +35,7 @@ public:
 
 private:
     bool AcceptFolderName(const std::string& name) const;
+    bool AcceptNewCel(const CNewCelValues& cel) const;
     /// The rule for the name of an asset of the shown kind.
     bool AcceptAssetName(const std::string& name) const;
     /// The title that an asset of the shown kind gets when its name is entered.

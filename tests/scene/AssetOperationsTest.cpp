@@ -1,6 +1,7 @@
 #include "scene/AssetOperations.h"
 
 #include "AssetScene.h"
+#include "scene/NewCelSize.h"
 #include "scene/Settings.h"
 
 namespace velmor::testing {
@@ -293,6 +294,22 @@ TEST_F(AssetOperations, ACopyNeverReplacesAnything) {
     assets.OnAssetsDuplicate();
     EXPECT_EQ(std::any_cast<CNameRequest>(prompter.lastRequest).initial, "Boo11");
     EXPECT_TRUE(FileExists(model.Paths().SoundFile("Copy")));
+}
+
+TEST_F(AssetOperations, ACelTooLargeForItsFileOrTheMemoryIsNotMade) {
+    ExposeThreeAndFive();
+    for (const CSize size : {CSize{70000, 100}, {100, 32768}, {32767, 2}})
+        prompter.Answer(CNewCelValues{"3", size});
+    assets.OnAssetsNewcel();
+    const std::string tooLarge = "A cel can be at most 32767 pixels wide and high";
+    EXPECT_EQ(prompter.TakeMessages(), (Texts{tooLarge, tooLarge, "Cel Exists, Do you want to overwrite it ?"}));
+    EXPECT_TRUE(prompter.AllAnswersTaken());
+    EXPECT_EQ(Load(CelFile("3")).Width(), 32767);
+
+    EXPECT_TRUE(CheckNewCelSize({1000, 1000}, 10'000'000));
+    EXPECT_EQ(CheckNewCelSize({32767, 32767}, 4'000'000'000).Message(),
+              "There is not enough memory for a cel of this size");
+    EXPECT_TRUE(CheckNewCelSize({-1000, -1000}, 0)) << "refused where it is made";
 }
 
 TEST_F(AssetOperations, ANewCelReplacesTheOldOneOnlyWhenItIsThere) {

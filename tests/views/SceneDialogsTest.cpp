@@ -14,6 +14,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
+#include <limits>
 
 namespace velmor::testing {
 namespace {
@@ -241,6 +242,27 @@ TEST_F(CSceneDialogsTest, NewCelGivesNumberAndSize) {
     ASSERT_TRUE(cel.has_value());
     EXPECT_EQ(cel->name, "13");
     EXPECT_EQ(cel->size, (CSize{100, 0}));
+}
+
+TEST_F(CSceneDialogsTest, ANewCelThatIsTooLargeIsEnteredAgain) {
+    std::vector<CSize> sizes;
+    WithDialog(
+        [&] {
+            prompter.AskNewCel({{"13", {768, 576}}, [&](const CNewCelValues& values) {
+                                    sizes.push_back(values.size);
+                                    return false;
+                                }});
+        },
+        [&](QDialog& dialog) {
+            Type(dialog, "width", "99999999999");
+            PressEnter(dialog);
+            EXPECT_EQ(dialog.focusWidget()->objectName(), "width");
+            Type(dialog, "width", "100");
+            Type(dialog, "height", "70000");
+            PressEnter(dialog);
+            EXPECT_EQ(dialog.focusWidget()->objectName(), "height");
+        });
+    EXPECT_EQ(sizes, (std::vector{CSize{std::numeric_limits<int>::max(), 576}, CSize{100, 70000}}));
 }
 
 TEST_F(CSceneDialogsTest, LevelsAreChosenByTheirPlaceNotTheirName) {

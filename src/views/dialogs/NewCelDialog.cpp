@@ -1,5 +1,6 @@
 #include "views/dialogs/NewCelDialog.h"
 
+#include "scene/NewCelSize.h"
 #include "views/Text.h"
 #include "views/dialogs/NumberEdit.h"
 #include "views/dialogs/RunDialog.h"
@@ -7,8 +8,18 @@
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <limits>
 
 namespace velmor {
+
+namespace {
+
+// A number with too many digits for an int is a size that is too large, not none.
+int SideOf(const CNumberEdit& edit) {
+    return edit.Whole().value_or(edit.Value().value_or(0) > 0 ? std::numeric_limits<int>::max() : 0);
+}
+
+} // namespace
 
 CNewCelDialog::CNewCelDialog(QWidget* parent, const CNewCelRequest& request)
     : CDialog(parent, "New Cel ?"),
@@ -37,13 +48,16 @@ CNewCelDialog::CNewCelDialog(QWidget* parent, const CNewCelRequest& request)
 }
 
 CNewCelValues CNewCelDialog::Values() const {
-    return {FromQt(m_name->text()), {m_width->Whole().value_or(0), m_height->Whole().value_or(0)}};
+    return {FromQt(m_name->text()), {SideOf(*m_width), SideOf(*m_height)}};
 }
 
 bool CNewCelDialog::Accepts() {
-    if (IsAccepted(m_request.accept, Values()))
+    const CNewCelValues values = Values();
+    if (IsAccepted(m_request.accept, values))
         return true;
-    EnterAgain(*m_name);
+    EnterAgain(values.size.width > largestCelSide    ? *m_width
+               : values.size.height > largestCelSide ? *m_height
+                                                     : *m_name);
     return false;
 }
 
