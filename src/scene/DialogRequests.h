@@ -11,6 +11,7 @@
 #include "xsheet/CelForms.h"
 #include "xsheet/Inbetween.h"
 
+#include <cstddef>
 #include <functional>
 #include <optional>
 #include <string>
@@ -193,6 +194,7 @@ struct CFileRequest {
     std::string defaultExtension;
     std::string defaultName;
     bool several = false;
+    std::size_t firstFilter = 0; ///< the one that is chosen until the user has chosen another
 };
 
 } // namespace velmor

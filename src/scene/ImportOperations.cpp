@@ -41,15 +41,17 @@ void CImportOperations::OnSourcesImportcels() {
     if (CanImportCels())
         ImportFiles({"Select Cel File(s) to Import",
                      "Velmor Drawing Files (*.vlw)|*.vlw|Targa Files (*.tga)|*.tga|"
-                     "Windows Bitmap Files (*.bmp)|*.bmp||",
-                     "", "", true},
+                     "Windows Bitmap Files (*.bmp)|*.bmp|All readable drawings (*.tga;*.bmp)|*.tga;*.bmp||",
+                     "", "", true, 3},
                     SourceMode::Cels);
 }
 
 void CImportOperations::OnSourcesImportpicture() {
     if (CanImportPictures())
         ImportFiles({"Select Picture File(s) to Import",
-                     "Targa Files (*.tga)|*.tga|Windows Bitmap Files (*.bmp)|*.bmp||", "", "", true},
+                     "Targa Files (*.tga)|*.tga|Windows Bitmap Files (*.bmp)|*.bmp|"
+                     "All readable pictures (*.tga;*.bmp)|*.tga;*.bmp||",
+                     "", "", true, 2},
                     SourceMode::Pictures);
 }
 

@@ -6,6 +6,8 @@
 #include "scene/Settings.h"
 #include "scene/SoundOperations.h"
 
+#include <sstream>
+
 using namespace velmor;
 using Bytes = std::vector<std::uint8_t>;
 using Hints = std::vector<int>;
@@ -79,6 +81,20 @@ TEST_F(CImportOperationsTest, PicturesGoToTheirOwnFolder) {
               prompter.messages);
 }
 
+// The first filter of the cels hides every drawing that can be read.
+TEST_F(CImportOperationsTest, TheFileDialogStartsWithAllThatCanBeRead) {
+    for (const bool cels : {true, false}) {
+        cels ? imports.OnSourcesImportcels() : imports.OnSourcesImportpicture();
+        const auto request = std::any_cast<CFileRequest>(prompter.lastRequest);
+        Texts parts;
+        std::istringstream filter(request.filter);
+        for (std::string part; std::getline(filter, part, '|');)
+            parts.push_back(part);
+        ASSERT_EQ(2 * (request.firstFilter + 1), parts.size() - 1) << "the last one";
+        EXPECT_EQ("*.tga;*.bmp", parts[2 * request.firstFilter + 1]);
+    }
+}
+
 TEST_F(CImportOperationsTest, WhatCannotBeReadChangesNothing) {
     const Path file = MakeTarga("good.tga", 2, 2, 0);
     ASSERT_TRUE(imports.ImportCel(file, "1"));
@@ -89,12 +105,13 @@ TEST_F(CImportOperationsTest, WhatCannotBeReadChangesNothing) {
     EXPECT_FALSE(imports.ImportPicture(file, "Sky"));
     EXPECT_FALSE(imports.ImportCel(MakeTarga("drawing.vlw", 2, 2, 0), "1"));
     EXPECT_FALSE(imports.ImportPicture(file, ""));
+    EXPECT_FALSE(imports.ImportCel(MakeTarga("drawing", 2, 2, 0), "1"));
     model.sceneOpen = false;
     imports.OnSourcesImportpicture();
     EXPECT_EQ(
         (Texts{"Error : good.tga is corrupted!", "Error in import", "Error : good.tga is corrupted!",
                "Error in import", "Error in import", "The picture name should only consist of letters and numbers",
-               "Internal Error : OnSourcesImportcels called with no scene open"}),
+               "Error in import", "Internal Error : OnSourcesImportcels called with no scene open"}),
         prompter.messages);
     EXPECT_TRUE(Load(SourceMode::Cels, "1").IsLine(1, 1));
     EXPECT_EQ(LoadState::Cel, model.celImg.GetLoadState());

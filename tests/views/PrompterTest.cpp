@@ -192,6 +192,38 @@ TEST_F(CPrompterTest, FilesComeInTheirNumericOrderAndTheFolderIsRemembered) {
     EXPECT_TRUE(files.empty());
 }
 
+TEST_F(CPrompterTest, FilesAreFilteredAsLastTime) {
+    CProfile profile;
+    const CTempFolder folder;
+    WriteBytes(folder / "1.bmp", {});
+    CFileRequest request{
+        "Select File(s)", "Targa Files (*.tga)|*.tga|Bitmaps|*.bmp|All|*.tga;*.bmp||", "", "", false, 2};
+    const auto filterOfRun = [&](const QString& change) {
+        QWidget shown;
+        shown.show();
+        CQtPrompter another;
+        another.SetParent(shown, &profile);
+        QString filter;
+        WithDialog([&] { static_cast<void>(another.AskFilesToOpen(request)); },
+                   [&](QDialog& dialog) {
+                       auto& chooser = dynamic_cast<QFileDialog&>(dialog);
+                       filter = chooser.selectedNameFilter();
+                       if (change.isEmpty())
+                           return;
+                       chooser.selectNameFilter(change);
+                       chooser.setDirectory(QString::fromStdString(folder.Path().string()));
+                       Child<QLineEdit>(chooser, "fileNameEdit").setText("1.bmp");
+                       QMetaObject::invokeMethod(&chooser, "accept");
+                   });
+        return filter;
+    };
+    EXPECT_EQ(filterOfRun(""), "All (*.tga *.bmp)");
+    EXPECT_EQ(filterOfRun("Bitmaps (*.bmp)"), "All (*.tga *.bmp)");
+    EXPECT_EQ(filterOfRun(""), "Bitmaps (*.bmp)");
+    request.filter = "Targa Files (*.tga)|*.tga|Drawings|*.vlw|All|*.tga||";
+    EXPECT_EQ(filterOfRun(""), "All (*.tga)") << "the one that was chosen is gone";
+}
+
 TEST_F(CPrompterTest, SavingAddsTheExtension) {
     const CTempFolder folder;
     WriteBytes(folder / "take.avi", {});

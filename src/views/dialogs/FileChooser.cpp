@@ -11,6 +11,22 @@
 
 namespace velmor {
 
+namespace {
+
+constexpr const char* section = "Remember";
+
+std::string FilterKey(const CFileRequest& request) {
+    return request.title + " Filter";
+}
+
+/// The filter that was chosen last, as long as it is one of them.
+QString FilterOf(const CFileRequest& request, const QStringList& filters, const CProfile& remembered) {
+    const QString last = ToQt(remembered.GetString(section, FilterKey(request), ""));
+    return filters.contains(last) ? last : filters.value(static_cast<qsizetype>(request.firstFilter));
+}
+
+} // namespace
+
 QStringList NameFilters(const std::string& filter) {
     const QStringList parts = ToQt(filter).split('|');
     QStringList filters;
@@ -33,17 +49,17 @@ std::vector<Path> CFileChooser::AskToSave(QWidget* parent, const CFileRequest& r
 }
 
 std::vector<Path> CFileChooser::Ask(QWidget* parent, const CFileRequest& request, bool save) {
-    CPlace& place = m_places[request.title];
-    QFileDialog dialog(parent, ToQt(request.title), place.folder);
+    QString& folder = m_folders[request.title];
+    QFileDialog dialog(parent, ToQt(request.title), folder);
     dialog.setOption(QFileDialog::DontUseNativeDialog, QGuiApplication::platformName() == "offscreen");
     // Whoever writes the file refuses to replace one, with a message of its own.
     dialog.setOption(QFileDialog::DontConfirmOverwrite);
     dialog.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialog.setFileMode(save ? QFileDialog::AnyFile
                             : (request.several ? QFileDialog::ExistingFiles : QFileDialog::ExistingFile));
-    dialog.setNameFilters(NameFilters(request.filter));
-    if (!place.filter.isEmpty())
-        dialog.selectNameFilter(place.filter);
+    const QStringList filters = NameFilters(request.filter);
+    dialog.setNameFilters(filters);
+    dialog.selectNameFilter(FilterOf(request, filters, Filters()));
     dialog.setDefaultSuffix(ToQt(request.defaultExtension));
     if (!request.defaultName.empty())
         dialog.selectFile(ToQt(request.defaultName));
@@ -51,7 +67,8 @@ std::vector<Path> CFileChooser::Ask(QWidget* parent, const CFileRequest& request
     const CWaitPause pause;
     if (dialog.exec() != QDialog::Accepted)
         return {};
-    place = {dialog.directory().absolutePath(), dialog.selectedNameFilter()};
+    folder = dialog.directory().absolutePath();
+    Filters().WriteString(section, FilterKey(request), FromQt(dialog.selectedNameFilter()));
     QStringList files = dialog.selectedFiles();
     // Of any language: the one of a plain environment compares bytes.
     QCollator byNumber{QLocale(QLocale::English)};

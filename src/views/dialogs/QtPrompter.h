@@ -14,11 +14,12 @@ class CQtPrompter final : public IPrompter {
 public:
     CQtPrompter() = default;
     explicit CQtPrompter(QWidget& parent) { SetParent(parent); }
-    /// `parent` outlives the prompter's last dialog. `profile` keeps the dialogs' sizes from one run to the next;
-    /// without one they are kept for the run.
+    /// `parent` outlives the prompter's last dialog. `profile` keeps the dialogs' sizes and the filters of files
+    /// from one run to the next; without one they are kept for the run.
     void SetParent(QWidget& parent, CProfile* profile = nullptr) {
         m_parent = &parent;
         m_sizes.emplace(parent, profile);
+        m_files.SetProfile(profile);
     }
 
     void ShowMessage(const std::string& text) override;
