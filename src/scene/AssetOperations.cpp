@@ -78,8 +78,18 @@ void CAssetOperations::OnAssetsNewcel() {
         m_context.prompter.ShowVelmorMessage(status.Message());
         return;
     }
-    m_context.model.DropEditedImage(path);
-    const bool exposed = CAssetReferences(m_context.model).Resize(model.folderName, cel->name) > 0;
+    ShowNewCel(cel->name, std::move(image));
+}
+
+void CAssetOperations::ShowNewCel(const std::string& name, CCelImg image) {
+    CSceneModel& model = m_context.model;
+    model.DropEditedImage(image.FilePath());
+    if (m_lifecycle.CloseEditedImage())
+        model.celImg = std::move(image);
+    if (model.sourceMode != SourceMode::Cels)
+        m_lifecycle.SetSourceMode(SourceMode::Cels);
+    model.sourceSelection = {name};
+    const bool exposed = CAssetReferences(model).Resize(model.folderName, name) > 0;
     m_context.Update(exposed ? newFolderHint | pictureHint : newFolderHint);
 }
 

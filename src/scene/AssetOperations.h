@@ -19,6 +19,7 @@ public:
         : m_context(context), m_lifecycle(lifecycle), m_imports(imports), m_sounds(sounds) {}
 
     void OnAssetsNewfolder();
+    /// Makes a blank cel, selects it in the asset list and brings it into the cel editor.
     void OnAssetsNewcel();
     /// Deletes the selected assets of the shown kind, up to the first file that resists.
     void OnAssetsDeleteassets();
@@ -36,6 +37,8 @@ public:
 private:
     bool AcceptFolderName(const std::string& name) const;
     bool AcceptNewCel(const CNewCelValues& cel) const;
+    /// Tells of a cel that was just written. It comes into the cel editor, unless what is there cannot be saved.
+    void ShowNewCel(const std::string& name, CCelImg image);
     /// The rule for the name of an asset of the shown kind.
     bool AcceptAssetName(const std::string& name) const;
     /// The title that an asset of the shown kind gets when its name is entered.

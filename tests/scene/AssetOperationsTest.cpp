@@ -322,10 +322,35 @@ TEST_F(AssetOperations, ANewCelReplacesTheOldOneOnlyWhenItIsThere) {
     EXPECT_EQ(hints, Hints{});
     prompter.Answer(CNewCelValues{"3", {30, 50}});
     assets.OnAssetsNewcel();
-    EXPECT_EQ(model.celImg.GetLoadState(), LoadState::Nothing);
+    EXPECT_EQ(model.celImg.FilePath(), CelFile("3"));
+    EXPECT_EQ(model.celImg.ColorAt(1, 0), white);
     EXPECT_EQ(model.xsheet.Cel(0, 0).Size(), (CSize{30, 50}));
     EXPECT_EQ(Load(CelFile("3")).ColorAt(1, 0), white);
     EXPECT_EQ(TakeHints(), Hints{263});
+}
+
+TEST_F(AssetOperations, ANewCelIsTheOneToWorkOn) {
+    MakePicture("Sky", red);
+    Edit(PictureFile("Sky"), blue);
+    Select(SourceMode::Pictures, {"Sky"});
+    prompter.Answer(CNewCelValues{"1", {30, 20}});
+    assets.OnAssetsNewcel();
+    EXPECT_EQ(Load(PictureFile("Sky")).ColorAt(1, 0), blue) << "saved before it was left";
+    EXPECT_EQ(model.celImg.FilePath(), CelFile("1"));
+    EXPECT_EQ(model.celImg.Width(), 30);
+    EXPECT_FALSE(model.celImg.IsModified());
+    EXPECT_EQ(model.sourceMode, SourceMode::Cels);
+    EXPECT_EQ(model.sourceSelection, Texts{"1"});
+
+    model.celImg.SetModified(true);
+    PutInTheWay(CelFile("1"));
+    prompter.Answer(CNewCelValues{"2", {30, 20}});
+    prompter.confirmations = {false};
+    assets.OnAssetsNewcel();
+    EXPECT_EQ(prompter.TakeMessages().back(),
+              "The image could not be saved.\nDo you want to go on without saving it ?\n\n" + Utf8Of(CelFile("1")));
+    EXPECT_EQ(model.celImg.FilePath(), CelFile("1")) << "what cannot be saved is left only if the user wants";
+    EXPECT_TRUE(FileExists(CelFile("2")));
 }
 
 } // namespace velmor::testing

@@ -26,10 +26,13 @@ protected:
         MakeFolder("A");
         prompter.Answer(CNewCelValues{"1", {20, 10}});
         doc->OnAssetsNewcel();
+        PaintCelOne();
+        TakeHints();
+    }
+    void PaintCelOne() {
         doc->EditCel("1");
         doc->EditedImage().SetColorAt(0, 0, red);
         doc->EditedImage().SetModified(true);
-        TakeHints();
     }
     Path PaintedCel() const { return SceneFolder("S") / "A" / "1.bit"; }
     Path Sheet() const { return SceneFolder("S") / "S.xsheet"; }
@@ -281,9 +284,7 @@ TEST_F(SceneLifecycle, WorkThatCannotBeSavedIsGivenUpWhenAskedAlone) {
         CCelImg blank;
         ASSERT_TRUE(blank.CreateCel(20, 10, PaintedCel()));
         ASSERT_TRUE(blank.Save());
-        doc->EditCel("1");
-        doc->EditedImage().SetColorAt(0, 0, red);
-        doc->EditedImage().SetModified(true);
+        PaintCelOne();
         prompter.Answer(7);
         doc->OnXsheetAddframes();
         PutInTheWay(PaintedCel());
@@ -332,6 +333,7 @@ TEST_F(SceneLifecycle, AnImageThatCannotBeSavedDoesNotHoldTheEditor) {
     PaintACel();
     prompter.Answer(CNewCelValues{"2", {20, 10}});
     doc->OnAssetsNewcel();
+    PaintCelOne();
     PutInTheWay(PaintedCel());
     const Texts shown{CelNotWritten(),
                       "The image could not be saved.\nDo you want to go on without saving it ?\n\n" +

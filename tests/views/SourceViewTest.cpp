@@ -306,6 +306,20 @@ TEST_F(SourceViewTest, RenamedAssetStaysSelected) {
     EXPECT_EQ(DocumentSelection(), Names{"9"});
 }
 
+TEST_F(SourceViewTest, ANewCelIsSelectedWhateverWasListed) {
+    OpenScene({"1", "2"});
+    MakePicture("sky");
+    ShowView();
+    doc->SetSourceMode(SourceMode::Pictures);
+    ClickRow(0);
+    prompter.Answer(CNewCelValues{"3", {20, 10}});
+    doc->OnAssetsNewcel();
+    EXPECT_EQ(Listed(), (Names{"1", "2", "3"}));
+    EXPECT_EQ(DocumentSelection(), Names{"3"});
+    EXPECT_EQ(List().currentIndex().data(), "3");
+    EXPECT_TRUE(List().selectionModel()->isSelected(List().currentIndex()));
+}
+
 TEST_F(SourceViewTest, DeletedAssetsLeaveTheSelection) {
     OpenScene({"1", "2", "3"});
     ShowView();
