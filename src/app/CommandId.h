@@ -105,6 +105,7 @@ enum class CommandId {
     ViewCelTools = 33102,
     ViewColors = 33103,
     ViewBrushes = 33104,
+    ViewAssetThumbnails = 33105,
 
     HelpManual = 32923,
     HelpAbout = 57664,

@@ -7,6 +7,7 @@
 #include "scene/VelmorltDoc.h"
 #include "views/camera/CameraView.h"
 #include "views/cel/CelView.h"
+#include "views/source/SourceView.h"
 
 #include <algorithm>
 
@@ -403,6 +404,10 @@ constexpr CCommand commands[] = {
      HasBar<PaneBar::Colors>, ToggleBar<PaneBar::Colors>, celEditor},
     {CommandId::ViewBrushes, "&Brushes", "", "", "Show or hide the brushes of the cel editor", "", Always,
      HasBar<PaneBar::Brushes>, ToggleBar<PaneBar::Brushes>, celEditor},
+    {CommandId::ViewAssetThumbnails, "Asset T&humbnails", "", "",
+     "Show or hide what is drawn on cels and pictures in the asset list", "Toggle Asset Thumbnails", Always,
+     [](const Target& target) { return target.frame.SourceView().ShowsThumbnails(); },
+     Frame<&CMainFrame::OnViewAssetthumbnails>},
 
     // Help
     {CommandId::HelpManual, "&Online Manual", "manual", "",

@@ -30,7 +30,8 @@ namespace velmor {
 
 namespace {
 
-constexpr int sourceWidth = 80;
+constexpr int leastSourceWidth = 80;
+constexpr int usualSourceWidth = 160;
 constexpr int mainToolBarIcon = 20; // in buttons of 25 x 25 and a little air
 constexpr std::array<const char*, stackedPanes> paneKeys = {"Camera Height", "XSheet Height", "Cel Editor Height"};
 constexpr const char* halvesKey = "Camera and XSheet Halves";
@@ -68,7 +69,7 @@ CMainFrame::~CMainFrame() {
 
 void CMainFrame::CreateViews() {
     m_sourceView = new CSourceView(m_doc, m_prompter);
-    m_sourceView->setMinimumWidth(sourceWidth);
+    m_sourceView->setMinimumWidth(leastSourceWidth);
     m_cameraPane = new CCamFrame(m_doc, m_prompter, m_commands.List(CameraToolBar()));
     m_xsheetPane = new CXsheetFrame(m_doc, m_prompter, m_commands.List(XsheetToolBar()));
     m_celPane = new CCelFrame(m_doc, m_prompter, m_profile,
@@ -200,6 +201,10 @@ bool CMainFrame::IsStatusBarShown() const {
     return bar != nullptr && !bar->isHidden();
 }
 
+void CMainFrame::OnViewAssetthumbnails() {
+    m_sourceView->ShowThumbnails(!m_sourceView->ShowsThumbnails());
+}
+
 void CMainFrame::OnHelpManual() {
     OpenOnlineManual(m_prompter);
 }
@@ -226,7 +231,7 @@ void CMainFrame::RestoreLayout() {
     settings.RestoreState(*m_cameraPane, "Camera Tools");
     settings.RestoreState(*m_xsheetPane, "XSheet Tools");
     settings.RestoreState(*m_celPane, "Cel Tools");
-    m_outerSplitter->setSizes({settings.Number("Source Width", sourceWidth), width()});
+    m_outerSplitter->setSizes({settings.Number("Source Width", usualSourceWidth), width()});
     PaneHeights heights = m_panes->IdealHeights();
     for (std::size_t pane = 0; pane < heights.size(); ++pane)
         heights[pane] = settings.Number(paneKeys[pane], heights[pane]);
@@ -234,6 +239,7 @@ void CMainFrame::RestoreLayout() {
     if (settings.Number(halvesKey, 0) != 0)
         m_panes->ArrangeHalves();
     statusBar()->setVisible(settings.Number("Status Bar", 1) != 0);
+    m_sourceView->ShowThumbnails(settings.Number("Asset Thumbnails", 0) != 0);
 }
 
 void CMainFrame::SaveLayout() {
@@ -248,6 +254,7 @@ void CMainFrame::SaveLayout() {
         settings.SetNumber(paneKeys[pane], m_panes->IdealHeights()[pane]);
     settings.SetNumber(halvesKey, m_panes->HasHalves() ? 1 : 0);
     settings.SetNumber("Status Bar", IsStatusBarShown() ? 1 : 0);
+    settings.SetNumber("Asset Thumbnails", m_sourceView->ShowsThumbnails() ? 1 : 0);
 }
 
 } // namespace velmor

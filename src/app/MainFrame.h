@@ -61,6 +61,7 @@ public:
     void OnViewToolbar();
     void OnViewStatusbar();
     void OnViewPaneBar(PaneBar bar);
+    void OnViewAssetthumbnails();
     bool IsToolBarShown() const;
     bool IsStatusBarShown() const;
     bool IsPaneBarShown(PaneBar bar) const;

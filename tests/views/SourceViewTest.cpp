@@ -388,6 +388,52 @@ TEST_F(SourceViewTest, MouseDragsAnItemAway) {
     EXPECT_EQ(DocumentSelection(), Names{"2"});
 }
 
+TEST_F(SourceViewTest, RowsShowWhatIsDrawnWhenAsked) {
+    Names cels;
+    for (int i = 1; i <= 100; ++i)
+        cels.push_back(std::to_string(i));
+    OpenScene(cels);
+    ShowView();
+    Names asked;
+    QColor color = Qt::red;
+    view->SetThumbnails([&](const Path& file) {
+        asked.push_back(Utf8Of(file.stem()));
+        QPixmap picture(160, 90);
+        picture.fill(color);
+        return file.stem() == "2" ? QPixmap() : picture;
+    });
+    const auto middleOf = [&](int row) {
+        return List().viewport()->grab().toImage().pixelColor(4 + 24, PlaceOf(row).y());
+    };
+    const int height = List().visualRect(List().model()->index(0, 0)).height();
+    QApplication::processEvents();
+    EXPECT_TRUE(asked.empty());
+
+    view->ShowThumbnails(true);
+    EXPECT_TRUE(asked.empty()) << "choosing a folder does not wait for its pictures";
+    ASSERT_TRUE(QTest::qWaitFor([&] { return asked.size() >= 4 && middleOf(0) == color; }));
+    EXPECT_GT(List().visualRect(List().model()->index(0, 0)).height(), height);
+    QTest::qWait(20);
+    EXPECT_LT(asked.size(), 20U) << "only what is seen";
+    EXPECT_NE(middleOf(1), color) << "has none";
+    EXPECT_EQ(std::ranges::count(asked, "2"), 1) << "and is not read again";
+
+    asked.clear();
+    color = Qt::blue;
+    ASSERT_TRUE(QTest::qWaitFor([&] {
+        MakeCel("Cat", "1"); // until its time stamp is another
+        doc->Views().UpdateAllViews(UpdateHint::EditedImage);
+        return middleOf(0) == color;
+    }));
+    EXPECT_EQ(middleOf(2), QColor(Qt::red));
+
+    doc->SetSourceMode(SourceMode::Sounds);
+    view->ShowThumbnails(false);
+    doc->SetSourceMode(SourceMode::Cels);
+    EXPECT_EQ(List().visualRect(List().model()->index(0, 0)).height(), height);
+    EXPECT_NE(middleOf(0), color);
+}
+
 TEST_F(SourceViewTest, ToolTipsTellOfTheAssetOrTheList) {
     OpenScene({"1"});
     ShowView();

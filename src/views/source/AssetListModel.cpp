@@ -68,6 +68,11 @@ Qt::ItemFlags CAssetListModel::flags(const QModelIndex& index) const {
     return QAbstractListModel::flags(index) | Qt::ItemIsDragEnabled;
 }
 
+QIcon CAssetListModel::PictureOf(const CListedAsset& asset) const {
+    const QIcon picture = m_pictures ? m_pictures(asset.title) : QIcon();
+    return picture.isNull() ? m_icon : picture;
+}
+
 QVariant CAssetListModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid() || index.row() >= rowCount())
         return {};
@@ -75,7 +80,7 @@ QVariant CAssetListModel::data(const QModelIndex& index, int role) const {
     case Qt::DisplayRole:
         return ToQt(At(index.row()).shown);
     case Qt::DecorationRole:
-        return m_icon;
+        return PictureOf(At(index.row()));
     case Qt::ToolTipRole:
         return m_toolTip(At(index.row()).title);
     default:

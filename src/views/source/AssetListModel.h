@@ -24,7 +24,13 @@ public:
     /// Text of an item's tooltip, asked for when it is shown.
     using ToolTipSource = std::function<QString(const std::string& title)>;
 
+    /// The picture of an item, asked for whenever it is painted; null for the drawing of its kind.
+    using PictureSource = std::function<QIcon(const std::string& title)>;
+
     explicit CAssetListModel(ToolTipSource toolTip, QObject* parent = nullptr);
+
+    /// Without a source all items have the drawing of their kind.
+    void SetPictures(PictureSource pictures) { m_pictures = std::move(pictures); }
 
     /// Another list altogether: nothing is kept.
     void Replace(SourceMode kind, std::vector<CListedAsset> assets);
@@ -43,7 +49,10 @@ private:
     void RemoveMissing(const std::vector<CListedAsset>& assets);
     void InsertNew(const std::vector<CListedAsset>& assets);
 
+    QIcon PictureOf(const CListedAsset& asset) const;
+
     ToolTipSource m_toolTip;
+    PictureSource m_pictures;
     SourceMode m_kind = SourceMode::Cels;
     QIcon m_icon;
     std::vector<CListedAsset> m_assets;

@@ -13,6 +13,8 @@ namespace velmor {
 namespace {
 
 constexpr int leastRowHeight = 20;
+constexpr int rowMargin = 4; // above and below a picture together
+constexpr QSize usualIconSize(16, 16);
 
 constexpr int ownKeys[] = {Qt::Key_Delete, Qt::Key_Return, Qt::Key_Enter,  Qt::Key_Up,       Qt::Key_Down,
                            Qt::Key_Home,   Qt::Key_End,    Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_Space};
@@ -37,7 +39,16 @@ public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
-        return QStyledItemDelegate::sizeHint(option, index).expandedTo({0, leastRowHeight});
+        return QStyledItemDelegate::sizeHint(option, index)
+            .expandedTo({0, std::max(leastRowHeight, option.decorationSize.height() + rowMargin)});
+    }
+
+protected:
+    // The same room for every picture, so that the names stand below each other.
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        const QSize room = option->decorationSize;
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->decorationSize = room;
     }
 };
 
@@ -52,7 +63,7 @@ CAssetListView::CAssetListView(QWidget* parent) : QListView(parent) {
     setUniformItemSizes(true);
     setDragEnabled(true);
     setDragDropMode(DragOnly);
-    setIconSize({16, 16});
+    SetPictureSize({});
     setItemDelegate(new CRowDelegate(this));
     ApplyColors();
 }
@@ -66,6 +77,10 @@ void CAssetListView::ApplyColors() {
     colors.setColor(QPalette::Text, assetInk);
     colors.setColor(QPalette::Disabled, QPalette::Text, QColor(110, 130, 110));
     setPalette(colors);
+}
+
+void CAssetListView::SetPictureSize(QSize size) {
+    setIconSize(size.isEmpty() ? usualIconSize : size);
 }
 
 void CAssetListView::ChangeInPlace(const std::function<void()>& change) {

@@ -18,6 +18,8 @@ public:
     /// Called when the mouse starts to drag the selection; returns when it has let go.
     void SetDrag(std::function<void()> drag) { m_drag = std::move(drag); }
 
+    /// The room for the pictures of rows; empty for that of icons.
+    void SetPictureSize(QSize size);
     /// Runs `change`, which changes the rows, and keeps what is seen in its place as long as its topmost row stays.
     void ChangeInPlace(const std::function<void()>& change);
 

@@ -14,6 +14,7 @@
 #include <QContextMenuEvent>
 #include <QDrag>
 #include <QMenu>
+#include <QScrollBar>
 #include <algorithm>
 #include <memory>
 
@@ -39,7 +40,9 @@ CSourceView::CSourceView(CVelmorltDoc& doc, IPrompter&, QWidget* parent)
           return kept->Find(file);
       }),
       m_modes(new CModeButtons(this, [this](SourceMode mode) { OnModeChosen(mode); })),
-      m_folders(new CFolderList(this)) {
+      m_folders(new CFolderList(this)),
+      m_rowThumbnails([this](const Path& file) { return m_thumbnails(file); },
+                      [this] { m_list->viewport()->update(); }) {
     setObjectName("sourceView");
     setMinimumWidth(leastWidth);
     m_folders->setObjectName("folders");
@@ -74,6 +77,26 @@ void CSourceView::MakeAssetList() {
     m_list->SetDrag([this] { StartDrag(); });
     connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             [this] { OnSelectionChanged(); });
+    connect(m_list->verticalScrollBar(), &QScrollBar::valueChanged, this, [this] {
+        m_rowThumbnails.ForgetWanted(); // those that are seen now ask again
+        m_list->viewport()->update();
+    });
+}
+
+void CSourceView::ShowThumbnails(bool shown) {
+    m_showsThumbnails = shown;
+    ArrangeRows();
+}
+
+void CSourceView::ArrangeRows() {
+    if (m_showsThumbnails && m_assets->Kind() != SourceMode::Sounds) {
+        m_assets->SetPictures([this](const std::string& title) { return m_rowThumbnails.Find(FileOf(title)); });
+        m_list->SetPictureSize(CRowThumbnails::size);
+    } else {
+        m_assets->SetPictures({});
+        m_list->SetPictureSize({});
+    }
+    m_list->viewport()->update(); // files may have changed
 }
 
 void CSourceView::SetContextMenu(QMenu* menu) {
@@ -125,6 +148,7 @@ void CSourceView::RefreshAssets() {
         m_list->ChangeInPlace([&] { m_assets->Refresh(std::move(assets)); });
     else if (!sameListing)
         m_assets->Replace(m_doc.Model().sourceMode, std::move(assets));
+    ArrangeRows();
     ShowSelection(sameListing ? model.sourceSelection : std::vector<std::string>());
     m_refreshing = false;
     OnSelectionChanged();

@@ -3,6 +3,7 @@
 #include "platform/Files.h"
 #include "scene/ScenePaths.h"
 #include "scene/ViewList.h"
+#include "views/source/RowThumbnails.h"
 
 #include <QPointer>
 #include <QWidget>
@@ -43,6 +44,10 @@ public:
     /// Where the pictures of drags and tooltips come from.
     void SetThumbnails(ThumbnailSource thumbnails) { m_thumbnails = std::move(thumbnails); }
 
+    /// Whether the rows of cels and pictures show what is drawn on them.
+    void ShowThumbnails(bool shown);
+    bool ShowsThumbnails() const { return m_showsThumbnails; }
+
     /// What a drag of the selected assets carries, and how it looks. The picture is null when nothing is selected.
     std::unique_ptr<QMimeData> DragData() const;
     QPixmap DragPicture() const;
@@ -69,6 +74,8 @@ private:
 
     void Refresh();
     void RefreshAssets();
+    /// Gives the list the pictures and the row height that go with what it shows.
+    void ArrangeRows();
     std::vector<CListedAsset> Listed() const;
 
     void OnModeChosen(SourceMode mode);
@@ -90,6 +97,8 @@ private:
     CAssetListModel* m_assets;
     CAssetListView* m_list;
 
+    CRowThumbnails m_rowThumbnails;
+    bool m_showsThumbnails = false;
     CListing m_listing;
     bool m_refreshing = false;
 };

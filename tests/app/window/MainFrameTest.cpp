@@ -1,6 +1,7 @@
 #include "MainFrameFixture.h"
 #include "views/camera/CamFrame.h"
 #include "views/cel/CelFrame.h"
+#include "views/source/SourceView.h"
 #include "views/xsheet/XsheetFrame.h"
 
 #include <QLabel>
@@ -30,6 +31,16 @@ TEST_F(CMainFrameTest, EveryCommandStandsInExactlyOneMenu) {
     EXPECT_EQ(uses.size(), Commands().size());
     for (const auto& [id, count] : uses)
         EXPECT_EQ(count, 1) << id.toStdString();
+}
+
+TEST_F(CMainFrameTest, ThumbnailsOfAssetsAreASwitchThatIsRemembered) {
+    EXPECT_FALSE(Frame().SourceView().ShowsThumbnails());
+    Frame().Action(CommandId::ViewAssetThumbnails)->trigger();
+    EXPECT_TRUE(Frame().SourceView().ShowsThumbnails());
+    EXPECT_TRUE(Frame().Action(CommandId::ViewAssetThumbnails)->isChecked());
+    Frame().close();
+    EndFrame();
+    EXPECT_TRUE(Frame().SourceView().ShowsThumbnails());
 }
 
 TEST_F(CMainFrameTest, NoKeyBelongsToTwoCommands) {
