@@ -10,7 +10,7 @@
 namespace velmor {
 
 CProgramFolders CProgramFolders::OfThisUser() {
-    return {ProgramFolder(), UserConfigurationFolder(), UserDataFolder()};
+    return {ProgramFolder(), UserConfigurationFolder(), UserDataFolder(), CTrash::OfThisUser()};
 }
 
 CApplication::CApplication(CProgramFolders folders) : m_folders(std::move(folders)) {}
@@ -30,7 +30,7 @@ bool CApplication::Start(bool showSplash) {
     if (showSplash)
         CSplashWindow::Show();
     m_doc = std::make_unique<CVelmorltDoc>(*m_prompter, *m_profile,
-                                           CDocumentFolders{m_folders.program, m_folders.data});
+                                           CDocumentFolders{m_folders.program, m_folders.data, m_folders.trash});
     m_frame = std::make_unique<CMainFrame>(*m_doc, *m_prompter, *m_profile);
     m_prompter->SetParent(*m_frame, m_profile.get());
     m_doc->ReopenLastScene();

@@ -2,6 +2,7 @@
 
 #include "platform/InstanceGuard.h"
 #include "platform/Profile.h"
+#include "platform/Trash.h"
 
 #include <memory>
 #include <optional>
@@ -17,6 +18,7 @@ struct CProgramFolders {
     Path program;
     Path configuration; ///< of the settings and the instance lock
     Path data;
+    CTrash trash = {};
 
     static CProgramFolders OfThisUser();
 };

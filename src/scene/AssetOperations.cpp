@@ -125,6 +125,10 @@ Path CAssetOperations::AssetFile(const std::string& name) const {
     return model.Paths().AssetFile(model.sourceMode, model.folderName, name);
 }
 
+bool CAssetOperations::DeleteFile(const Path& file) const {
+    return (FileExists(file) && m_trash.Take(file)) || RemoveFile(file);
+}
+
 void CAssetOperations::OnAssetsDeleteassets() {
     const CSceneModel& model = m_context.model;
     if (!CanChangeAssets(model) || !m_context.prompter.Confirm(DeletionQuestion(model)))
@@ -133,7 +137,7 @@ void CAssetOperations::OnAssetsDeleteassets() {
     std::optional<Path> resisting;
     for (const std::string& name : std::vector(model.sourceSelection)) {
         const Path file = AssetFile(name);
-        if (!RemoveFile(file)) {
+        if (!DeleteFile(file)) {
             resisting = file;
             break;
         }
@@ -166,12 +170,14 @@ void CAssetOperations::OnAssetsDeletefolder() {
                                     "\" and remove the references of cels inside it from the xsheet ? (NO UNDO!)"))
         return;
     const Path folder = model.Paths().CelFolder(model.folderName);
-    RemoveFilesIn(folder);
-    if (const int error = RemoveEmptyFolder(folder); error != 0) {
-        m_context.Update(UpdateHint::AssetLists);
-        m_context.Show("Internal Error: Problem deleting folder in OnAssetsDeletecels");
-        m_context.Show(Utf8Of(folder) + "\nGetLastError returns -> " + std::to_string(error));
-        return;
+    if (!m_trash.Take(folder)) {
+        RemoveFilesIn(folder);
+        if (const int error = RemoveEmptyFolder(folder); error != 0) {
+            m_context.Update(UpdateHint::AssetLists);
+            m_context.Show("Internal Error: Problem deleting folder in OnAssetsDeletecels");
+            m_context.Show(Utf8Of(folder) + "\nGetLastError returns -> " + std::to_string(error));
+            return;
+        }
     }
     ForgetFolder();
 }

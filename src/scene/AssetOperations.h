@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Trash.h"
 #include "scene/SceneContext.h"
 
 #include <string>
@@ -14,9 +15,14 @@ class CSoundOperations;
 /// back to disk. What names an asset follows it: cells, placed sounds, the cel editor, the selection.
 class CAssetOperations {
 public:
+    /// What is deleted goes to `trash`, as far as it takes it.
     CAssetOperations(CSceneContext context, CSceneLifecycle& lifecycle, CImportOperations& imports,
-                     CSoundOperations& sounds)
-        : m_context(context), m_lifecycle(lifecycle), m_imports(imports), m_sounds(sounds) {}
+                     CSoundOperations& sounds, CTrash trash = {})
+        : m_context(context),
+          m_lifecycle(lifecycle),
+          m_imports(imports),
+          m_sounds(sounds),
+          m_trash(std::move(trash)) {}
 
     void OnAssetsNewfolder();
     /// Makes a blank cel, selects it in the asset list and brings it into the cel editor.
@@ -45,6 +51,7 @@ private:
     std::string StoredName(const std::string& entered) const;
     /// The file of an asset of the shown kind.
     Path AssetFile(const std::string& name) const;
+    bool DeleteFile(const Path& file) const;
     // What follows when files are gone or moved. They return what the views are to be told.
     UpdateHint ForgetAsset(const std::string& name);
     UpdateHint FollowRename(const std::string& oldName, const std::string& newName, bool replaced);
@@ -55,6 +62,7 @@ private:
     CSceneLifecycle& m_lifecycle;
     CImportOperations& m_imports;
     CSoundOperations& m_sounds;
+    CTrash m_trash;
 };
 
 } // namespace velmor

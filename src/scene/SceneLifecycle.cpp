@@ -286,7 +286,7 @@ void CSceneLifecycle::OnFileScenemanager() {
     }
     if (!SaveAllOrAsk("go on"))
         return;
-    CSceneManager manager(model.databaseFolder, m_context.prompter);
+    CSceneManager manager(model.databaseFolder, m_context.prompter, m_trash);
     m_context.prompter.RunSceneManager(manager);
     if (model.sceneOpen && manager.DeletedScenes().contains(model.sceneName)) {
         ResetToNoScene();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Trash.h"
 #include "scene/SceneContext.h"
 
 #include <optional>
@@ -14,8 +15,10 @@ class CSoundOperations;
 /// Opening, making, saving and closing scenes, the current folder, and the database folder.
 class CSceneLifecycle {
 public:
-    CSceneLifecycle(CSceneContext context, CPaletteOperations& palettes, CSoundOperations& sounds)
-        : m_context(context), m_palettes(palettes), m_sounds(sounds) {}
+    /// Deleted scenes go to `trash`.
+    CSceneLifecycle(CSceneContext context, CPaletteOperations& palettes, CSoundOperations& sounds,
+                    CTrash trash = {})
+        : m_context(context), m_palettes(palettes), m_sounds(sounds), m_trash(std::move(trash)) {}
 
     /// Reads the settings that a document starts with; makes the database folder. `programFolder` gives the default
     /// place of the database, `dataFolder` the place where that cannot be written.
@@ -72,6 +75,7 @@ private:
     CSceneContext m_context;
     CPaletteOperations& m_palettes;
     CSoundOperations& m_sounds;
+    CTrash m_trash;
 };
 
 } // namespace velmor

@@ -24,8 +24,8 @@ bool HasPalette(const CSceneManager::CSide& side) {
 
 } // namespace
 
-CSceneManager::CSceneManager(std::string databaseFolder, IPrompter& prompter)
-    : m_databaseFolder(std::move(databaseFolder)), m_prompter(prompter) {}
+CSceneManager::CSceneManager(std::string databaseFolder, IPrompter& prompter, CTrash trash)
+    : m_databaseFolder(std::move(databaseFolder)), m_prompter(prompter), m_trash(std::move(trash)) {}
 
 std::vector<std::string> CSceneManager::Scenes() const {
     return ListScenes(m_databaseFolder);
@@ -115,9 +115,11 @@ bool CSceneManager::DeleteScene(const std::string& scene) {
                                              "'\nwith all its cels, pictures and sounds ? (NO UNDO!)"))
         return false;
     m_deletedScenes.insert(scene);
-    RemoveFolderTree(CScenePaths(m_databaseFolder, scene).SceneFolder(), [this](const Path& file) {
-        m_prompter.ShowMessage("Problem Deleting file :: " + Utf8Of(file));
-    });
+    const Path folder = CScenePaths(m_databaseFolder, scene).SceneFolder();
+    if (!m_trash.Take(folder))
+        RemoveFolderTree(folder, [this](const Path& file) {
+            m_prompter.ShowMessage("Problem Deleting file :: " + Utf8Of(file));
+        });
     return true;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Status.h"
+#include "platform/Trash.h"
 #include "scene/ScenePaths.h"
 
 #include <functional>
@@ -23,7 +24,8 @@ public:
         std::string folder;
     };
 
-    CSceneManager(std::string databaseFolder, IPrompter& prompter);
+    /// Deleted scenes go to `trash`.
+    CSceneManager(std::string databaseFolder, IPrompter& prompter, CTrash trash = {});
 
     std::vector<std::string> Scenes() const;
     std::vector<std::string> Folders(const std::string& scene) const;
@@ -39,8 +41,8 @@ public:
     void TransferPalette(const CSide& left, const CSide& right);
     /// Asks, and appends the left palette's colours to the right palette.
     void MergePalette(const CSide& left, const CSide& right);
-    /// Asks, and deletes a scene with all its files; nothing for an empty name. A file that cannot be deleted has
-    /// its message and the others still go. True when something was deleted.
+    /// Asks, and deletes a scene with all its files; nothing for an empty name. Without a trash to take it, a file
+    /// that cannot be deleted has its message and the others still go. True when something was deleted.
     bool DeleteScene(const std::string& scene);
     /// The scenes whose deletion was confirmed.
     const std::set<std::string>& DeletedScenes() const { return m_deletedScenes; }
@@ -53,6 +55,7 @@ private:
 
     std::string m_databaseFolder; ///< ends with the separator
     IPrompter& m_prompter;
+    CTrash m_trash;
     std::set<std::string> m_deletedScenes;
 };
 

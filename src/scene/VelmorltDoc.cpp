@@ -46,7 +46,10 @@ private:
 } // namespace
 
 struct CVelmorltDoc::CParts {
-    CParts(IPrompter& prompter, CProfile& profile) : context{model, prompter, views, profile} {
+    CParts(IPrompter& prompter, CProfile& profile, const CTrash& trash)
+        : context{model, prompter, views, profile},
+          lifecycle(context, palette, sounds, trash),
+          assets(context, lifecycle, imports, sounds, trash) {
         views.Add(toldFaults);
         sounds.SetCanPlay([this] { return audio->Output().CanPlay(); });
     }
@@ -61,13 +64,13 @@ struct CVelmorltDoc::CParts {
 
     CSoundOperations sounds{context};
     CPaletteOperations palette{context};
-    CSceneLifecycle lifecycle{context, palette, sounds};
+    CSceneLifecycle lifecycle;
     CXSheetOperations xsheet{context, sounds};
     CCelOperations cels{context};
     CCameraOperations camera{context, xsheet};
     CImportOperations imports{context, lifecycle};
     CGrabOperations grabs{context, imports};
-    CAssetOperations assets{context, lifecycle, imports, sounds};
+    CAssetOperations assets;
     CAssetTransforms transforms{context};
     CFlipbookOperations flipbooks{context, cache};
     CRenderOperations renders{context, cache};
@@ -76,7 +79,7 @@ struct CVelmorltDoc::CParts {
 };
 
 CVelmorltDoc::CVelmorltDoc(IPrompter& prompter, CProfile& profile, const CDocumentFolders& folders)
-    : m_parts(std::make_unique<CParts>(prompter, profile)) {
+    : m_parts(std::make_unique<CParts>(prompter, profile, folders.trash)) {
     m_parts->lifecycle.ConstructFromSettings(folders.program, folders.data);
 }
 

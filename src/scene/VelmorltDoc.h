@@ -4,6 +4,7 @@
 #include "image/Geometry.h"
 #include "platform/Files.h"
 #include "platform/Status.h"
+#include "platform/Trash.h"
 
 #include <array>
 #include <cstdint>
@@ -35,8 +36,9 @@ enum class PictureErrors { Show, Keep };
 
 /// Where a document finds the program's surroundings.
 struct CDocumentFolders {
-    Path program; ///< the program's own folder, where the default database stands
-    Path data;    ///< where it stands when that cannot be written
+    Path program;      ///< the program's own folder, where the default database stands
+    Path data;         ///< where it stands when that cannot be written
+    CTrash trash = {}; ///< where deleted assets, folders and scenes go
 };
 
 /// The single document: owns everything about the open scene and hands each operation to the class that knows its

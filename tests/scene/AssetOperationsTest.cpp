@@ -157,6 +157,30 @@ TEST_F(AssetOperations, ADeletedFolderTakesItsCelsWithIt) {
     EXPECT_EQ(TakeHints(), Hints{271});
 }
 
+TEST_F(AssetOperations, WhatIsDeletedGoesToTheTrash) {
+    ExposeThreeAndFive();
+    CAssetOperations withTrash(Context(), lifecycle, imports, sounds, CTrash(folder / "Trash"));
+    Select(SourceMode::Cels, {"5"});
+    withTrash.OnAssetsDeleteassets();
+    EXPECT_FALSE(FileExists(CelFile("5")));
+    EXPECT_EQ(Load(folder / "Trash" / "files" / "5.bit").ColorAt(0, 0), blue);
+    EXPECT_EQ(EverythingExposed(), "3....5 3....5 3.");
+    withTrash.OnAssetsDeletefolder();
+    EXPECT_FALSE(FolderExists(model.Paths().CelFolder("Man")));
+    EXPECT_EQ(Load(folder / "Trash" / "files" / "Man" / "3.bit").ColorAt(0, 0), red);
+    EXPECT_EQ(model.folderName, "");
+
+    CAssetOperations withBrokenTrash(Context(), lifecycle, imports, sounds, CTrash("/proc/version/Trash"));
+    for (const char* name : {"A", "B"})
+        MakePicture(name, red);
+    PutInTheWay(PictureFile("B"));
+    Select(SourceMode::Pictures, {"A", "B"});
+    prompter.TakeMessages();
+    withBrokenTrash.OnAssetsDeleteassets();
+    EXPECT_FALSE(FileExists(PictureFile("A"))) << "removed as ever";
+    EXPECT_EQ(prompter.TakeMessages().back(), Utf8Of(PictureFile("B")));
+}
+
 TEST_F(AssetOperations, AFolderThatResistsStaysTheCurrentOne) {
     ExposeThreeAndFive();
     MakePicture("Sky", white);

@@ -212,6 +212,18 @@ TEST_F(SceneManagerOfADocument, NeedsASceneAndSavedFiles) {
     EXPECT_TRUE(doc->EditedImage().IsModified());
 }
 
+TEST_F(SceneManagerOfADocument, ADeletedSceneGoesToTheTrash) {
+    trash = CTrash(folder / "Trash");
+    StartDocument();
+    NewScene("S");
+    MakeFolder("A");
+    prompter.useSceneManager = [](CSceneManager& manager) { EXPECT_TRUE(manager.DeleteScene("S")); };
+    doc->OnFileScenemanager();
+    EXPECT_FALSE(FolderExists(SceneFolder("S")));
+    EXPECT_TRUE(FileExists(folder / "Trash" / "files" / "S.scene" / "A" / "A.colors"));
+    EXPECT_FALSE(doc->IsSceneOpen());
+}
+
 TEST_F(SceneManagerOfADocument, ThePaletteIsReadAgain) {
     NewScene("S");
     MakeFolder("A");

@@ -25,7 +25,8 @@ protected:
     /// Ends the running document, if any, and starts another on the same profile: a restart of the program.
     void StartDocument() {
         doc.reset();
-        doc = std::make_unique<CVelmorltDoc>(prompter, profile, CDocumentFolders{folder.Path(), folder / "data"});
+        doc = std::make_unique<CVelmorltDoc>(prompter, profile,
+                                             CDocumentFolders{folder.Path(), folder / "data", trash});
         doc->Views().Add(*this);
         doc->ReopenLastScene();
         hints.clear();
@@ -49,6 +50,7 @@ protected:
     Path SceneFolder(const std::string& scene) const { return Database() / (scene + ".scene"); }
 
     CTempFolder folder;
+    CTrash trash; ///< none, unless a test gives the next document one
     CProfile profile;
     CScriptedPrompter prompter;
     std::vector<int> hints;
