@@ -1,5 +1,7 @@
 #include "image/import/RowSource.h"
 
+#include "image/import/LineThreshold.h"
+
 #include <exception>
 #include <string>
 #include <vector>
@@ -24,10 +26,11 @@ void StorePictureRow(CCelImg& picture, int y, std::span<const CColor> row) {
 
 // The cel is white paper without lines before.
 void StoreCelRow(CCelImg& cel, int y, std::span<const CColor> row, int threshold) {
+    const CLineThreshold lines(threshold);
     const auto width = static_cast<int>(row.size());
     for (int x = 0; x < width; ++x) {
         const CColor& color = row[static_cast<std::size_t>(x)];
-        if ((color.red + color.green + color.blue) / 3 < threshold) {
+        if (lines.IsLine(color.red, color.green, color.blue)) {
             cel.SetLine(x, y, true);
             cel.SetColorAt(x, y, {0, 0, 0, 255});
         }

@@ -22,8 +22,7 @@ public:
 enum class ImportKind { Picture, Cel };
 
 /// Empties `image` and makes it the whole of `source`: a picture with the source's alpha, or a cel whose lines are
-/// the pixels of a grey level, (red + green + blue) / 3, below `threshold`. `message` is that of a source that ends
-/// too early. On failure the image is empty.
+/// chosen by CLineThreshold. `message` is that of a source that ends too early. On failure the image is empty.
 CStatus ImportRows(CCelImg& image, CRowSource& source, ImportKind kind, int threshold, const Path& path,
                    const std::string& message);
 
