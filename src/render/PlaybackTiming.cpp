@@ -24,21 +24,22 @@ void CPlaybackTiming::Start(Milliseconds now) {
     m_history.fill(m_target);
     m_measured = m_target;
     m_slowFrames = 0;
-    m_drewThisStep = false;
+    m_isTimeToWarn = false;
 }
 
 bool CPlaybackTiming::Step(Milliseconds now) {
     if (m_framesSinceAnchor > framesPerAnchor)
         MoveAnchor(now);
     const Milliseconds elapsed = now - m_anchor;
-    m_drewThisStep = elapsed > m_framesSinceAnchor * m_period;
-    if (m_drewThisStep)
+    const bool draws = elapsed > m_framesSinceAnchor * m_period;
+    m_isTimeToWarn = false;
+    if (draws)
         Measure(elapsed);
     if (IsOnRate())
         m_slowFrames = 0;
-    else if (m_drewThisStep && m_measured < m_target - 1)
-        ++m_slowFrames;
-    return m_drewThisStep;
+    else if (draws && m_measured < m_target - 1)
+        m_isTimeToWarn = ++m_slowFrames == patience; // frames that catch up are too fast and leave the count alone
+    return draws;
 }
 
 void CPlaybackTiming::MoveAnchor(Milliseconds now) {

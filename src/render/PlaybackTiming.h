@@ -32,7 +32,7 @@ public:
     /// Within one frame a second of the target.
     bool IsOnRate() const;
     /// True once in a run of slow frames: at the step that drew its fortieth.
-    bool IsTimeToWarn() const { return m_drewThisStep && m_slowFrames == patience; }
+    bool IsTimeToWarn() const { return m_isTimeToWarn; }
 
 private:
     void MoveAnchor(Milliseconds now);
@@ -46,7 +46,7 @@ private:
     std::array<double, 5> m_history{};
     double m_measured = 0;
     int m_slowFrames = 0;
-    bool m_drewThisStep = false;
+    bool m_isTimeToWarn = false;
 };
 
 /// The clock of a movie with sound: the wall clock's steps, held to what the sound device has really played, so

@@ -110,6 +110,27 @@ TEST(MoviePlayerTest, FortySlowFramesWarnOnceAndGoodOnesForgive) {
     EXPECT_EQ(warnings, 2);
 }
 
+TEST(MoviePlayerTest, CatchingUpAfterTheWarningDoesNotWarnAgain) {
+    CPlaybackTiming timing(25);
+    timing.Start(0);
+    Milliseconds now = 0;
+    int warnings = 0;
+    const auto draw = [&](int frames, Milliseconds interval) {
+        for (int i = 0; i < frames; ++i) {
+            now += interval;
+            EXPECT_TRUE(timing.Step(now));
+            warnings += timing.IsTimeToWarn();
+        }
+    };
+    draw(40, 70);
+    EXPECT_EQ(warnings, 1);
+    draw(25, 1); // what is due all the same comes one a pass, far too fast
+    EXPECT_GT(timing.MeasuredRate(), 26);
+    EXPECT_EQ(warnings, 1);
+    draw(5, 200);
+    EXPECT_EQ(warnings, 1);
+}
+
 TEST(MoviePlayerTest, AnchorsAnewWithoutAJumpInTheMeasuredRate) {
     CPlaybackTiming timing(25);
     timing.Start(0);
