@@ -21,8 +21,11 @@ std::vector<std::uint8_t> TrueColorRows(const CCaptureFrame& frame) {
 
 } // namespace
 
-CCaptureSession::CCaptureSession(ICaptureDrivers& drivers, Tell tell, Path temporaryFolder)
-    : m_drivers(drivers), m_tell(std::move(tell)), m_temporaryFolder(std::move(temporaryFolder)) {}
+CCaptureSession::CCaptureSession(ICaptureDrivers& drivers, Tell tell, Path temporaryFolder, Devices& toldOf)
+    : m_drivers(drivers),
+      m_tell(std::move(tell)),
+      m_temporaryFolder(std::move(temporaryFolder)),
+      m_toldOf(toldOf) {}
 
 void CCaptureSession::OpenSetup(const CCaptureChoice& saved) {
     m_descriptions = m_drivers.Descriptions();
@@ -82,7 +85,7 @@ bool CCaptureSession::CreateWindow() {
         return false;
     }
     m_isOverlay = false;
-    if (!m_device->HasOverlay())
+    if (!m_device->HasOverlay() && m_toldOf.insert(m_choice.driver).second)
         m_tell("Notice : This source does not have a video overlay capability!");
     return true;
 }

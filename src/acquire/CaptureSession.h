@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -29,8 +30,13 @@ public:
     /// Takes the bitmap file of a grabbed frame, which is gone afterwards. False when nothing was kept.
     using HandOver = std::function<bool(const Path& bitmapFile)>;
 
-    /// The drivers outlive the session. Grabbed frames pass through a file in `temporaryFolder`.
-    CCaptureSession(ICaptureDrivers& drivers, Tell tell, Path temporaryFolder);
+    /// Descriptions of devices.
+    using Devices = std::set<std::string, std::less<>>;
+
+    /// All that is given by reference outlives the session. Grabbed frames pass through a file in
+    /// `temporaryFolder`. Of a device in `toldOf` it is not told again that it has no overlay; others are put
+    /// there.
+    CCaptureSession(ICaptureDrivers& drivers, Tell tell, Path temporaryFolder, Devices& toldOf);
     CCaptureSession(const CCaptureSession&) = delete;
     CCaptureSession& operator=(const CCaptureSession&) = delete;
 
@@ -90,6 +96,7 @@ private:
     ICaptureDrivers& m_drivers;
     Tell m_tell;
     Path m_temporaryFolder;
+    Devices& m_toldOf;
     std::vector<std::string> m_descriptions;
     CCaptureChoice m_choice;
     std::unique_ptr<ICaptureDevice> m_device;

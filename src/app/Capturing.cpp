@@ -63,7 +63,7 @@ void CCapturing::SaveChoice(const CCaptureChoice& choice) {
 
 void CCapturing::Setup() {
     CCaptureSession session(
-        Drivers(), [this](const std::string& text) { Tell(text); }, TemporaryFolder());
+        Drivers(), [this](const std::string& text) { Tell(text); }, TemporaryFolder(), m_toldOf);
     CCaptureSetupDialog dialog(&m_parent, session, SavedChoice());
     if (dialog.exec() == QDialog::Accepted)
         SaveChoice(session.Choice());
@@ -81,7 +81,7 @@ QImage CCapturing::LastCel() const {
 
 void CCapturing::Capture(SourceMode kind) {
     CCaptureSession session(
-        Drivers(), [this](const std::string& text) { Tell(text); }, TemporaryFolder());
+        Drivers(), [this](const std::string& text) { Tell(text); }, TemporaryFolder(), m_toldOf);
     CCaptureRequest request;
     request.kind = kind;
     request.camera = SavedChoice();

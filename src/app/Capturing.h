@@ -4,6 +4,7 @@
 
 #include <QImage>
 #include <memory>
+#include <set>
 #include <string>
 
 class QWidget;
@@ -43,6 +44,8 @@ private:
     IPrompter& m_prompter;
     CProfile& m_profile;
     std::unique_ptr<ICaptureDrivers> m_drivers; ///< looked for at the first use
+    std::set<std::string, std::less<>>
+        m_toldOf; ///< the cameras that it was said of in this run that they have no overlay
 };
 
 } // namespace velmor

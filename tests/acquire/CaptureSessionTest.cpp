@@ -26,7 +26,9 @@ protected:
     CTempFolder folder;
     CFakeCapture camera;
     Texts messages;
-    CCaptureSession session{camera, [this](const std::string& text) { messages.push_back(text); }, folder.Path()};
+    CCaptureSession::Devices toldOf;
+    CCaptureSession session{camera, [this](const std::string& text) { messages.push_back(text); }, folder.Path(),
+                            toldOf};
     std::vector<std::uint8_t> bitmap;
     bool keeps = true;
 };
@@ -48,12 +50,27 @@ TEST_F(CCaptureSessionTest, SetupConnectsTheSavedDriverOrSaysThatItIsGone) {
     EXPECT_TRUE(session.AcceptSetup());
 
     CCaptureSession other(
-        camera, [this](const std::string& text) { messages.push_back(text); }, folder.Path());
+        camera, [this](const std::string& text) { messages.push_back(text); }, folder.Path(), toldOf);
     other.OpenSetup({"Old camera", {}});
     EXPECT_EQ(TakeMessages(), Texts{"The last open capture device is not available, please select an available "
                                     "driver from list."});
     EXPECT_FALSE(other.IsConnected());
     EXPECT_FALSE(other.AcceptSetup());
+}
+
+TEST_F(CCaptureSessionTest, AMissingOverlayIsSaidOnceOfEachDevice) {
+    const auto connect = [this](const char* driver) {
+        CCaptureSession another(
+            camera, [this](const std::string& text) { messages.push_back(text); }, folder.Path(), toldOf);
+        EXPECT_TRUE(another.OpenCapture({driver, {}}));
+        EXPECT_FALSE(another.HasOverlay());
+    };
+    connect("Table camera");
+    EXPECT_EQ(TakeMessages(), Texts{notice});
+    connect("Table camera");
+    EXPECT_EQ(TakeMessages(), Texts{});
+    connect("Stand camera");
+    EXPECT_EQ(TakeMessages(), Texts{notice});
 }
 
 TEST_F(CCaptureSessionTest, ADriverThatIsSelectedTakesThePlaceOfTheOneBefore) {

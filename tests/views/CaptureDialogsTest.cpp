@@ -55,7 +55,9 @@ protected:
     CTempFolder folder;
     CFakeCapture camera;
     Texts messages;
-    CCaptureSession session{camera, [this](const std::string& text) { messages.push_back(text); }, folder.Path()};
+    CCaptureSession::Devices toldOf;
+    CCaptureSession session{camera, [this](const std::string& text) { messages.push_back(text); }, folder.Path(),
+                            toldOf};
     std::vector<int> thresholds;
     bool keeps = true;
 };
