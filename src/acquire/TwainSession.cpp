@@ -52,6 +52,12 @@ CTwainSession::~CTwainSession() {
     DropToState(TwainState::PreSession);
 }
 
+std::uint16_t CTwainSession::ConditionCode() {
+    CStatusRecord status;
+    CallManager(DG_CONTROL, DAT_STATUS, MSG_GET, &status);
+    return status.conditionCode;
+}
+
 bool CTwainSession::LoadSourceManager() {
     if (m_state >= TwainState::ManagerLoaded)
         return true;

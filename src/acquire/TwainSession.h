@@ -38,6 +38,8 @@ public:
     TwainState State() const { return m_state; }
     /// Of the last call to the source manager.
     std::uint16_t ReturnCode() const { return m_returnCode; }
+    /// Why the last call that failed did, as the source manager says.
+    std::uint16_t ConditionCode();
 
     bool LoadSourceManager();
     bool OpenSourceManager();

@@ -45,7 +45,7 @@ CMainFrame::CMainFrame(CVelmorltDoc& doc, IPrompter& prompter, CProfile& profile
       m_commands(*this),
       m_statusPanes(*statusBar()),
       m_printing(std::make_unique<CPrinting>(*this, doc, prompter)),
-      m_scanning(std::make_unique<CScanning>(*this, doc, profile)),
+      m_scanning(std::make_unique<CScanning>(*this, doc, prompter, profile)),
       m_capturing(std::make_unique<CCapturing>(*this, doc, prompter, profile)) {
     // A quick stroke needs every point that the pen passes. Not before the application exists, which sets it again.
     QCoreApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, false);

@@ -5,6 +5,7 @@
 #include "acquire/TwainSession.h"
 #include "platform/SaneScanner.h"
 #include "scene/GrabOperations.h"
+#include "scene/Prompter.h"
 #include "scene/SceneModel.h"
 #include "scene/Settings.h"
 #include "scene/VelmorltDoc.h"
@@ -23,6 +24,8 @@ namespace {
 
 constexpr int pollMilliseconds = 30;
 constexpr double tenths = 10; // of a millimetre
+constexpr const char* notFound = "No scanner was found. Is it connected and switched on?";
+constexpr const char* notOpened = "The scanner could not be opened. Is another program using it?";
 
 /// Shows each message of the window system to a source while the object lives.
 class CMessageOffer final : public QAbstractNativeEventFilter {
@@ -78,8 +81,8 @@ struct CScanning::CScanners {
     CInstalledSourceManager manager{library, builtIn};
 };
 
-CScanning::CScanning(QWidget& window, CVelmorltDoc& doc, CProfile& profile)
-    : m_window(window), m_doc(doc), m_profile(profile) {}
+CScanning::CScanning(QWidget& window, CVelmorltDoc& doc, IPrompter& prompter, CProfile& profile)
+    : m_window(window), m_doc(doc), m_prompter(prompter), m_profile(profile) {}
 
 CScanning::~CScanning() = default;
 
@@ -121,7 +124,9 @@ void CScanning::SelectSource() {
     if (m_isRunning)
         return;
     const CRunning running(m_isRunning);
-    CTwainSession(Scanners().manager, WindowHandle()).SelectSource();
+    CTwainSession session(Scanners().manager, WindowHandle());
+    if (!session.SelectSource() && session.ReturnCode() != twain::TWRC_CANCEL)
+        m_prompter.ShowStatus(notFound);
     Remember();
 }
 
@@ -154,8 +159,11 @@ void CScanning::Acquire(SourceMode kind, ScanMode mode) {
         return m_window.isVisible(); // the program is being left
     };
     CTwainSession session(Scanners().manager, WindowHandle());
-    session.Acquire(step,
-                    [this, kind](std::span<const std::uint8_t> page) { m_doc.Grabs().GetDataFromDIB(page, kind); });
+    const auto handOver = [this, kind](std::span<const std::uint8_t> page) {
+        m_doc.Grabs().GetDataFromDIB(page, kind);
+    };
+    if (!session.Acquire(step, handOver))
+        m_prompter.ShowStatus(session.ConditionCode() == twain::TWCC_NODS ? notFound : notOpened);
     Remember();
 }
 

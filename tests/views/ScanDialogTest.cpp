@@ -80,8 +80,10 @@ TEST(ScanFormTest, TheWindowAndTheGlassAgree) {
 }
 
 TEST_F(CScanDialogTest, ChoicesReachTheScanner) {
-    CScanDialog& dialog = Open();
-    Choose(dialog, "mode", 1);
+    CScanSettings initial;
+    initial.mode = ScanMode::Color;
+    CScanDialog& dialog = Open(Abilities(), initial);
+    EXPECT_EQ(LabelOf(dialog, "mode"), "Color, for pictures");
     auto& resolution = Child<QComboBox>(dialog, "resolution");
     resolution.setCurrentIndex(resolution.findData(150));
     auto& paper = Child<QComboBox>(dialog, "paper");

@@ -3,7 +3,6 @@
 #include "views/Text.h"
 #include "views/dialogs/FormParts.h"
 #include "views/dialogs/NumberEdit.h"
-#include "views/dialogs/RadioGroup.h"
 #include "views/dialogs/ScanForm.h"
 #include "views/dialogs/ScanPreview.h"
 
@@ -23,9 +22,6 @@ namespace velmor {
 
 namespace {
 
-constexpr int lineArtChoice = 0;
-constexpr int colorChoice = 1;
-
 QPushButton* NewButton(const char* name, const QString& text, const QString& toolTip) {
     auto* button = new QPushButton(text);
     button->setObjectName(name);
@@ -42,8 +38,6 @@ CScanDialog::CScanDialog(QWidget* parent, const CScanWindowRequest& request, CSc
       m_abilities(request.abilities),
       m_initial(request.initial),
       m_picture(new CScanPreview(GlassOf(request.abilities))),
-      m_mode(new CRadioGroup({"&Line art, black and white", "&Color"},
-                             request.initial.mode == ScanMode::Color ? colorChoice : lineArtChoice)),
       m_resolution(new QComboBox),
       m_paper(new QComboBox),
       m_feeder(new QCheckBox("&All pages of the document feeder")),
@@ -78,8 +72,9 @@ QWidget* CScanDialog::CreateChoices(const CScanWindowRequest& request) {
     auto* grid = new QGridLayout(panel);
     grid->setContentsMargins(0, 0, 0, 0);
     AddShown(*grid, 0, 0, "Scanner :", "scanner", ToQt(request.deviceName));
-    m_mode->setObjectName("mode");
-    AddLabeled(*grid, 1, 0, "Scan as :", *m_mode);
+    // What the command takes; anything else would be scanned and then refused.
+    AddShown(*grid, 1, 0, "Scan as :", "mode",
+             m_initial.mode == ScanMode::Color ? "Color, for pictures" : "Line art, black and white, for cels");
     m_resolution->setObjectName("resolution");
     const std::vector<int> resolutions = ResolutionsOf(m_abilities);
     for (const int resolution : resolutions)
@@ -212,7 +207,6 @@ void CScanDialog::ShowSize() {
 
 CScanSettings CScanDialog::Settings() const {
     CScanSettings settings = m_initial;
-    settings.mode = m_mode->Chosen() == colorChoice ? ScanMode::Color : ScanMode::LineArt;
     settings.resolution = Resolution();
     settings.area = m_area;
     settings.feeder = m_feeder->isChecked();

@@ -15,7 +15,6 @@ class QPushButton;
 namespace velmor {
 
 class CNumberEdit;
-class CRadioGroup;
 class CScanPreview;
 
 /// The scan window: how to scan, a preview of the glass, and the buttons that start the scanner. It stays open from
@@ -50,7 +49,6 @@ private:
     CScanWindowState m_state;
 
     CScanPreview* m_picture;
-    CRadioGroup* m_mode;
     QComboBox* m_resolution;
     QComboBox* m_paper;
     std::array<CNumberEdit*, 4> m_edges{}; ///< left, top, width, height
