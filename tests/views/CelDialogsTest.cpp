@@ -275,9 +275,9 @@ TEST_F(CCelDialogsTest, LineCheckShowsTheNewestFrameOnly) {
             EXPECT_EQ(slider.minimum(), 1);
             EXPECT_EQ(slider.maximum(), 100);
             EXPECT_EQ(dialog.focusWidget(), &slider);
-            const std::pair<Qt::Key, int> steps[] = {{Qt::Key_Right, 6},   {Qt::Key_Left, 5},
-                                                     {Qt::Key_PageUp, 15}, {Qt::Key_PageDown, 5},
-                                                     {Qt::Key_End, 100},   {Qt::Key_Home, 1}};
+            const std::pair<Qt::Key, int> steps[] = {{Qt::Key_Right, 6},     {Qt::Key_Left, 5},
+                                                     {Qt::Key_PageDown, 15}, {Qt::Key_PageUp, 5},
+                                                     {Qt::Key_End, 100},     {Qt::Key_Home, 1}};
             for (const auto& [key, frame] : steps) {
                 QTest::keyClick(&slider, key);
                 EXPECT_TRUE(isShown(frame)) << frame;

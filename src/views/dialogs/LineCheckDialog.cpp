@@ -1,11 +1,11 @@
 #include "views/dialogs/LineCheckDialog.h"
 
 #include "views/dialogs/DialogPlacement.h"
+#include "views/dialogs/FrameSlider.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QSlider>
 #include <QStyle>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -23,7 +23,7 @@ CLineCheckDialog::CLineCheckDialog(QWidget* parent, const CLineCheckRequest& req
     : CDialog(parent, "Line Check!"),
       m_showFrame(request.showFrame),
       m_shown(request.initial),
-      m_slider(new QSlider(Qt::Horizontal)),
+      m_slider(new CFrameSlider),
       m_frame(new QLabel(QString::number(request.initial))),
       m_pending(new QTimer(this)) {
     m_slider->setObjectName("slider");

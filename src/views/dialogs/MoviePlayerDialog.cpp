@@ -3,6 +3,7 @@
 #include "render/Movie.h"
 #include "scene/Prompter.h"
 #include "views/Icons.h"
+#include "views/dialogs/FrameSlider.h"
 #include "views/dialogs/MovieScreen.h"
 #include "views/dialogs/WaitCursor.h"
 
@@ -13,7 +14,6 @@
 #include <QScreen>
 #include <QShortcut>
 #include <QSignalBlocker>
-#include <QSlider>
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -49,7 +49,7 @@ CMoviePlayerDialog::CMoviePlayerDialog(QWidget* parent, CMovie& movie, IPrompter
       m_player(movie.Stream().frameCount, movie.Rate(), movie.HasSound()),
       m_clock(movie.Rate(), m_player.Timing().Period()),
       m_screen(new CMovieScreen({movie.Stream().width, movie.Stream().height})),
-      m_slider(new QSlider(Qt::Horizontal)) {
+      m_slider(new CFrameSlider) {
     setMinimumSize(CPlayerGeometry::leastWindow);
     auto* all = new QVBoxLayout(this);
     auto* row = new QHBoxLayout;
