@@ -122,5 +122,33 @@ TEST(ColorSwatchTest, TheChooserChangesTheColourAndLeavesAlpha) {
     EXPECT_EQ(changes, 1);
 }
 
+QWidget& PartOf(QWidget& chooser, const char* className) {
+    for (QWidget* part : chooser.findChildren<QWidget*>())
+        if (QByteArray(part->metaObject()->className()).endsWith(className))
+            return *part;
+    throw std::runtime_error(std::string("the chooser has no ") + className);
+}
+
+TEST(ColorSwatchTest, AHueThatIsChosenInBlackIsSeen) {
+    CColorSwatch swatch("Ink", {0, 0, 0, 255});
+    const auto choose = [&](const std::function<void(QColorDialog&)>& use) {
+        WithDialog([&] { swatch.click(); },
+                   [&](QDialog& dialog) {
+                       EXPECT_EQ(dialog.windowTitle(), "Ink");
+                       use(dynamic_cast<QColorDialog&>(dialog));
+                       dialog.accept();
+                   });
+        return QColor(swatch.Color().red, swatch.Color().green, swatch.Color().blue);
+    };
+    EXPECT_EQ(choose([](QColorDialog&) {}), QColor(Qt::black)) << "nothing has been chosen";
+    const QColor hue = choose([](QColorDialog& chooser) {
+        QWidget& picker = PartOf(chooser, "QColorPicker");
+        QTest::mouseClick(&picker, Qt::LeftButton, {}, {picker.width() / 3, picker.height() / 4});
+    });
+    EXPECT_EQ(hue.value(), 255);
+    EXPECT_GT(hue.saturation(), 100);
+    EXPECT_EQ(choose([](QColorDialog& chooser) { chooser.setCurrentColor(Qt::black); }), QColor(Qt::black));
+}
+
 } // namespace
 } // namespace velmor::testing

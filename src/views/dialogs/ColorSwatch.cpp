@@ -1,6 +1,7 @@
 #include "views/dialogs/ColorSwatch.h"
 
 #include <QColorDialog>
+#include <QEvent>
 #include <QPainter>
 #include <QPushButton>
 #include <cstdint>
@@ -24,6 +25,25 @@ void FillChecked(QPainter& painter, const QRect& area) {
             painter.fillRect(area & QRect(area.x() + x, area.y() + y, square, square), QColor(190, 190, 190));
 }
 
+/// In black every hue looks alike. Whoever presses into the chooser's field of hues while it is black gets them at
+/// full value, so that the choice is seen.
+class CFullValue final : public QObject {
+public:
+    explicit CFullValue(QColorDialog& dialog) : QObject(&dialog), m_dialog(dialog) {
+        for (QWidget* part : dialog.findChildren<QWidget*>())
+            if (part->inherits("QColorPicker"))
+                part->installEventFilter(this);
+    }
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::MouseButtonPress && m_dialog.currentColor().value() == 0)
+            m_dialog.setCurrentColor(Qt::white);
+        return false;
+    }
+
+private:
+    QColorDialog& m_dialog;
+};
+
 } // namespace
 
 CColorSwatch::CColorSwatch(const QString& name, const CColor& color) : m_name(name), m_color(color) {
@@ -41,9 +61,12 @@ void CColorSwatch::SetColor(const CColor& color) {
 }
 
 void CColorSwatch::Choose() {
-    const QColor chosen = QColorDialog::getColor(OpaqueOf(m_color), this, m_name);
-    if (!chosen.isValid())
+    QColorDialog dialog(OpaqueOf(m_color), this);
+    dialog.setWindowTitle(m_name);
+    new CFullValue(dialog); // belongs to the dialog
+    if (dialog.exec() != QDialog::Accepted)
         return;
+    const QColor chosen = dialog.selectedColor();
     SetColor({static_cast<std::uint8_t>(chosen.blue()), static_cast<std::uint8_t>(chosen.green()),
               static_cast<std::uint8_t>(chosen.red()), m_color.alpha});
     if (changed)
