@@ -50,6 +50,9 @@ inline constexpr CIntSetting lastRenderQuality{"Remember", "Last Render Quality"
 inline constexpr CStringSetting lastRenderDirectory{"Remember", "Last Rendering Directory", ""};
 inline constexpr CStringSetting lastRenderName{"Remember", "Last Rendering Name", ""};
 
+inline constexpr CIntSetting playerLoop{"Remember", "Player Loop", 0};
+inline constexpr CIntSetting playerDouble{"Remember", "Player Double", 0};
+
 inline constexpr CStringSetting captureDriver{"CAPTURE_SETTINGS", "DRIVERNAME", "<None Selected>"};
 inline constexpr CIntSetting captureThreshold{"CAPTURE_SETTINGS", "THRESHOLD", 128};
 

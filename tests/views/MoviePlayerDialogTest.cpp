@@ -41,7 +41,7 @@ protected:
     }
 
     void Run(const std::function<void(QDialog&)>& use) {
-        CMoviePlayerDialog dialog(nullptr, movie, prompter);
+        CMoviePlayerDialog dialog(nullptr, movie, prompter, profile);
         WithDialog([&] { dialog.Run(); },
                    [&](QDialog&) {
                        EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
@@ -74,6 +74,7 @@ protected:
     CFakeOutput output;
     CMovie movie{output};
     CScriptedPrompter prompter;
+    CProfile profile;
 };
 
 TEST_F(CMoviePlayerDialogTest, StepsStayInsideTheMovie) {
@@ -221,6 +222,45 @@ TEST_F(CMoviePlayerDialogTest, TheWindowFitsTheMovieAndItsDouble) {
     EXPECT_TRUE(prompter.messages.empty());
 }
 
+TEST_F(CMoviePlayerDialogTest, LoopAndDoubleSizeComeBackWhereTheyFit) {
+    const auto isDoubled = [](QDialog& dialog) { return Child<QCheckBox>(dialog, "double").isChecked(); };
+    Open(2, {64, 48});
+    Run([&](QDialog& dialog) {
+        EXPECT_FALSE(Button(dialog, "loop").isChecked());
+        EXPECT_FALSE(isDoubled(dialog));
+        Button(dialog, "loop").click();
+        Child<QCheckBox>(dialog, "double").click();
+    });
+    Run([&](QDialog& dialog) {
+        EXPECT_TRUE(Button(dialog, "loop").isChecked());
+        EXPECT_TRUE(isDoubled(dialog));
+        EXPECT_EQ(Screen(dialog).Geometry().FrameArea(), QSize(132, 100));
+    });
+    Open(2, {QApplication::primaryScreen()->size().width() / 2, 40});
+    Run([&](QDialog& dialog) {
+        EXPECT_TRUE(Button(dialog, "loop").isChecked());
+        EXPECT_FALSE(isDoubled(dialog));
+        Button(dialog, "loop").click();
+    });
+    Open(2, {64, 48});
+    Run([&](QDialog& dialog) {
+        EXPECT_FALSE(Button(dialog, "loop").isChecked());
+        EXPECT_TRUE(isDoubled(dialog)) << "a movie without room for it has not changed the choice";
+    });
+    EXPECT_TRUE(prompter.messages.empty());
+}
+
+TEST_F(CMoviePlayerDialogTest, PageKeysGoTheWayOfTheSlider) {
+    Open(30, {64, 48});
+    Run([&](QDialog& dialog) {
+        for (const auto& [key, frame] : {std::pair(Qt::Key_PageDown, 10), std::pair(Qt::Key_Down, 11),
+                                         std::pair(Qt::Key_PageUp, 1), std::pair(Qt::Key_Up, 0)}) {
+            QTest::keyClick(&Slider(dialog), key);
+            EXPECT_EQ(Slider(dialog).value(), frame);
+        }
+    });
+}
+
 TEST_F(CMoviePlayerDialogTest, RefusesWhatDoesNotFitTheScreen) {
     const QSize screen = QApplication::primaryScreen()->size();
     Open(1, {screen.width() / 2, 40});
@@ -234,7 +274,7 @@ TEST_F(CMoviePlayerDialogTest, RefusesWhatDoesNotFitTheScreen) {
     EXPECT_EQ(prompter.TakeMessages(), std::vector<std::string>{"Zoomed window does not fit to screen!"});
 
     Open(1, {screen.width(), 40});
-    CMoviePlayerDialog(nullptr, movie, prompter).Run();
+    CMoviePlayerDialog(nullptr, movie, prompter, profile).Run();
     EXPECT_EQ(prompter.messages, std::vector<std::string>{
                                      "The movie does not fit in the window! \nPlease prepare at a smaller size or "
                                      "increase your screen resolution."});

@@ -2,6 +2,7 @@
 
 #include "render/Movie.h"
 #include "scene/Prompter.h"
+#include "scene/Settings.h"
 #include "views/Icons.h"
 #include "views/dialogs/FrameSlider.h"
 #include "views/dialogs/MovieScreen.h"
@@ -42,10 +43,11 @@ constexpr const char* tooLarge = "The movie does not fit in the window! \n"
 
 } // namespace
 
-CMoviePlayerDialog::CMoviePlayerDialog(QWidget* parent, CMovie& movie, IPrompter& prompter)
+CMoviePlayerDialog::CMoviePlayerDialog(QWidget* parent, CMovie& movie, IPrompter& prompter, CProfile& profile)
     : QDialog(parent),
       m_movie(movie),
       m_prompter(prompter),
+      m_profile(profile),
       m_player(movie.Stream().frameCount, movie.Rate(), movie.HasSound()),
       m_clock(movie.Rate(), m_player.Timing().Period()),
       m_screen(new CMovieScreen({movie.Stream().width, movie.Stream().height})),
@@ -114,7 +116,7 @@ void CMoviePlayerDialog::ConnectControls() {
     connect(m_back, &QToolButton::clicked, this, [this] { GoTo(m_player.CurrentFrame() - 1); });
     connect(m_forward, &QToolButton::clicked, this, [this] { GoTo(m_player.CurrentFrame() + 1); });
     connect(m_slider, &QSlider::valueChanged, this, [this](int frame) { GoTo(frame); });
-    connect(m_loop, &QToolButton::toggled, this, [this](bool loops) { m_player.SetLoop(loops); });
+    connect(m_loop, &QToolButton::toggled, this, [this](bool loops) { SetLoop(loops); });
     connect(m_double, &QCheckBox::toggled, this, [this](bool doubled) { SetDoubled(doubled); });
     connect(&m_alarm, &QTimer::timeout, this, [this] { Pass(); });
     connect(&m_rewind, &QTimer::timeout, this, [this] { ShowFrame(m_player.CurrentFrame(), false); });
@@ -144,8 +146,17 @@ void CMoviePlayerDialog::Run() {
     resize(sizeHint());
     const CWaitPause pause;
     ShowFrame(0, false);
-    if (FitToMovie())
-        exec();
+    if (!FitToMovie())
+        return;
+    UseAsLeft();
+    exec();
+}
+
+void CMoviePlayerDialog::UseAsLeft() {
+    m_loop->setChecked(Get(m_profile, setting::playerLoop) != 0);
+    // Where the last movie had room for its double, this one need not.
+    if (Get(m_profile, setting::playerDouble) != 0 && CanDouble(frameGeometry().size(), screen()->size()))
+        m_double->setChecked(true);
 }
 
 void CMoviePlayerDialog::done(int result) {
@@ -271,12 +282,18 @@ void CMoviePlayerDialog::ShowRate(bool isOnRate) {
     m_rate->setAccessibleName(text);
 }
 
+void CMoviePlayerDialog::SetLoop(bool loops) {
+    m_player.SetLoop(loops);
+    Set(m_profile, setting::playerLoop, loops ? 1 : 0);
+}
+
 void CMoviePlayerDialog::SetDoubled(bool doubled) {
     if (doubled && !CanDouble(frameGeometry().size(), screen()->size())) {
         const QSignalBlocker quiet(m_double);
         m_double->setChecked(false);
         return Say("Zoomed window does not fit to screen!");
     }
+    Set(m_profile, setting::playerDouble, doubled ? 1 : 0);
     m_screen->SetDoubled(doubled);
     if (!FitToMovie())
         reject();

@@ -17,13 +17,14 @@ namespace velmor {
 
 class CMovie;
 class CMovieScreen;
+class CProfile;
 class IPrompter;
 
 /// The dialog that plays a movie, the last flipbook mostly, with its sound.
 class CMoviePlayerDialog final : public QDialog {
 public:
-    /// `movie` is open; it and `prompter` outlive the dialog.
-    CMoviePlayerDialog(QWidget* parent, CMovie& movie, IPrompter& prompter);
+    /// `movie` is open; all that is given outlives the dialog. `profile` keeps loop and double size.
+    CMoviePlayerDialog(QWidget* parent, CMovie& movie, IPrompter& prompter, CProfile& profile);
 
     /// Shows the dialog until it is closed; says why not where the movie is too large for the screen.
     void Run();
@@ -37,6 +38,8 @@ private:
     QToolButton& AddButton(QHBoxLayout& row, const char* name, const QString& text, const QString& toolTip);
     void ConnectControls();
     void AddKeys();
+    /// Loop and size as the player was left the last time.
+    void UseAsLeft();
 
     void TogglePlaying();
     void Play();
@@ -58,6 +61,7 @@ private:
     void ShowTitle(bool plays);
     void ShowPlaying();
     void ShowRate(bool isOnRate);
+    void SetLoop(bool loops);
     void SetDoubled(bool doubled);
     /// Brings the window to the size of the movie; false, said, when the screen is too small for it.
     bool FitToMovie();
@@ -65,6 +69,7 @@ private:
 
     CMovie& m_movie;
     IPrompter& m_prompter;
+    CProfile& m_profile;
     CMoviePlayer m_player;
     CSoundClock m_clock;
     QElapsedTimer m_time;

@@ -14,10 +14,11 @@ class CQtPrompter final : public IPrompter {
 public:
     CQtPrompter() = default;
     explicit CQtPrompter(QWidget& parent) { SetParent(parent); }
-    /// `parent` outlives the prompter's last dialog. `profile` keeps the dialogs' sizes and the filters of files
-    /// from one run to the next; without one they are kept for the run.
+    /// `parent` outlives the prompter's last dialog. `profile` keeps the dialogs' sizes, the filters of files and how
+    /// the player was left from one run to the next; without one they are kept for the run.
     void SetParent(QWidget& parent, CProfile* profile = nullptr) {
         m_parent = &parent;
+        m_profile = profile != nullptr ? profile : &m_ownProfile;
         m_sizes.emplace(parent, profile);
         m_files.SetProfile(profile);
     }
@@ -66,6 +67,8 @@ private:
     QWidget* Owner() const;
 
     QWidget* m_parent = nullptr;
+    CProfile m_ownProfile; ///< where there is no other
+    CProfile* m_profile = &m_ownProfile;
     std::optional<CDialogSizes> m_sizes;
     CFileChooser m_files;
 };

@@ -26,7 +26,7 @@ bool CQtPrompter::RunRecorder(CSoundRecorder& recorder) {
 }
 
 void CQtPrompter::PlayMovie(CMovie& movie) {
-    CMoviePlayerDialog(Owner(), movie, *this).Run();
+    CMoviePlayerDialog(Owner(), movie, *this, *m_profile).Run();
 }
 
 } // namespace velmor
