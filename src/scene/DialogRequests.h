@@ -165,6 +165,7 @@ struct CFlipbookRequest {
     std::vector<std::string> levelNames; ///< level 0 first
     CFlipbookSettings initial;
     AcceptRule<CFlipbookSettings> accept;
+    int frameCount = 1; ///< of the xsheet
 };
 
 /// How the flipbook dialog was closed; step, scaling, quality and antialias are remembered either way.

@@ -43,7 +43,7 @@ bool CFlipbookOperations::OnAnimationMakeflipbook() {
     const CSceneModel& model = m_context.model;
     if (!model.sceneOpen)
         return false;
-    CFlipbookRequest request{{}, RememberedSettings(), {}};
+    CFlipbookRequest request{{}, RememberedSettings(), {}, model.xsheet.FrameCount()};
     for (int level = 0; level < model.xsheet.LevelCount(); ++level)
         request.levelNames.push_back(model.xsheet.LevelName(level));
     request.accept = [this](const CFlipbookSettings& settings) {

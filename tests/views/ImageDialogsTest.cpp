@@ -163,9 +163,11 @@ TEST_F(CImageDialogsTest, GridColoursKeepTheirOrder) {
 }
 
 CFlipbookRequest FlipbookRequest() {
-    return {{"Face", "Body", "Ground"}, {{1}, 2, 9, 1, 50, 60, true}, [](const CFlipbookSettings& settings) {
-                return static_cast<bool>(CheckFlipbookSettings(settings, 10));
-            }};
+    return {
+        {"Face", "Body", "Ground"},
+        {{1}, 2, 9, 1, 50, 60, true},
+        [](const CFlipbookSettings& settings) { return static_cast<bool>(CheckFlipbookSettings(settings, 10)); },
+        10};
 }
 
 TEST_F(CImageDialogsTest, FlipbookTakesLevelsFramesAndQuality) {
@@ -183,7 +185,10 @@ TEST_F(CImageDialogsTest, FlipbookTakesLevelsFramesAndQuality) {
                    Type(dialog, "end", "");
                    PressOk(dialog);
                    EXPECT_TRUE(Child<CNumberEdit>(dialog, "end").IsMarked());
-                   Type(dialog, "end", "10");
+                   Child<QPushButton>(dialog, "allFrames").click();
+                   EXPECT_EQ(TextOf(dialog, "start"), "1");
+                   EXPECT_EQ(TextOf(dialog, "end"), "10");
+                   Type(dialog, "start", "2");
                    Type(dialog, "step", "2");
                    Child<QSlider>(dialog, "scalingSlider").setValue(75);
                    Type(dialog, "quality", "101");

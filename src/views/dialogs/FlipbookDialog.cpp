@@ -51,7 +51,7 @@ CFlipbookDialog::CFlipbookDialog(QWidget* parent, const CFlipbookRequest& reques
       m_antialias(new CRadioGroup({"O&FF", "O&N"}, request.initial.antialias ? 1 : 0, Qt::Horizontal)) {
     setObjectName("Flipbook");
     AddLevels(request);
-    AddRange(request.initial);
+    AddRange(request.initial, request.frameCount);
     AddQuality(request.initial);
     OkButton().setText("&Generate!");
     m_start->BeFirst();
@@ -81,12 +81,18 @@ void CFlipbookDialog::AddLevels(const CFlipbookRequest& request) {
     Body().addLayout(grid, 1);
 }
 
-void CFlipbookDialog::AddRange(const CFlipbookSettings& initial) {
+void CFlipbookDialog::AddRange(const CFlipbookSettings& initial, int frameCount) {
     auto* grid = new QGridLayout;
     AddLabeled(*grid, 0, 0, "&Start :", *m_start);
     AddLabeled(*grid, 0, 2, "&End :", *m_end);
     AddLabeled(*grid, 0, 4, "S&tep :", *m_step);
-    grid->setColumnStretch(6, 1);
+    auto* all = NewButton("allFrames", "<- All f&rames");
+    connect(all, &QPushButton::clicked, this, [this, frameCount] {
+        m_start->SetValue(1);
+        m_end->SetValue(frameCount);
+    });
+    grid->addWidget(all, 0, 6);
+    grid->setColumnStretch(7, 1);
     Body().addLayout(grid);
     m_start->SetValue(initial.startFrame);
     m_end->SetValue(initial.endFrame);

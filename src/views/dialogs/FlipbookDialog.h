@@ -24,7 +24,7 @@ protected:
 
 private:
     void AddLevels(const CFlipbookRequest& request);
-    void AddRange(const CFlipbookSettings& initial);
+    void AddRange(const CFlipbookSettings& initial, int frameCount);
     void AddQuality(const CFlipbookSettings& initial);
 
     AcceptRule<CFlipbookSettings> m_accept;

@@ -114,7 +114,13 @@ QWidget* CRenderSetupDialog::FramesGroup() {
     AddLabeled(*grid, 0, 0, "&Start :", *m_start);
     AddLabeled(*grid, 0, 2, "&End :", *m_end);
     AddLabeled(*grid, 0, 4, "Ste&p :", *m_step);
-    grid->setColumnStretch(6, 1);
+    auto* all = NewButton("allFrames", "<- All frames", "Renders the scene from its first frame to its last");
+    connect(all, &QPushButton::clicked, this, [this] {
+        m_start->SetValue(1);
+        m_end->SetValue(m_request.frameCount);
+    });
+    grid->addWidget(all, 0, 6);
+    grid->setColumnStretch(7, 1);
     return GroupOf("Frames", grid);
 }
 
