@@ -48,6 +48,9 @@ class CSceneManager;
 class CSoundRecorder;
 enum class FlipDirection;
 
+/// Whether the user can take back what a question asks for.
+enum class Consequence { Undoable, Final };
+
 /// The document's way to the user: messages, questions and dialogs. The window shows them, tests answer from a
 /// script, the command line prints messages and refuses dialogs. A dialog that was cancelled answers nothing.
 class IPrompter {
@@ -58,9 +61,9 @@ public:
     virtual void ShowMessage(const std::string& text) = 0;
     /// The application's own dialog, titled "Velmor Message!", with an OK button only.
     virtual void ShowVelmorMessage(const std::string& text) = 0;
-    /// The same dialog with OK and Cancel; true for OK.
-    virtual bool Confirm(const std::string& text) = 0;
-    /// Yes and No; true for Yes.
+    /// The same dialog with OK and Cancel; true for OK. What is final does not happen by a press of Return alone.
+    virtual bool Confirm(const std::string& text, Consequence consequence = Consequence::Final) = 0;
+    /// Yes and No; true for Yes. Asked before something is overwritten, stopped or left, so Return means No.
     virtual bool AskYesNo(const std::string& text) = 0;
     /// Long work begins; it ends when the object dies. `title` is the progress dialog's.
     virtual std::unique_ptr<IProgress> BeginProgress(const std::string& title) = 0;

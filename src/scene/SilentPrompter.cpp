@@ -4,7 +4,7 @@
 
 namespace velmor {
 
-bool CSilentPrompter::Confirm(const std::string& text) {
+bool CSilentPrompter::Confirm(const std::string& text, Consequence) {
     ShowMessage(text);
     return false;
 }

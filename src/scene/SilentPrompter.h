@@ -9,7 +9,7 @@ namespace velmor {
 class CSilentPrompter : public IPrompter {
 public:
     void ShowVelmorMessage(const std::string& text) override { ShowMessage(text); }
-    bool Confirm(const std::string& text) override;
+    bool Confirm(const std::string& text, Consequence consequence) override;
     bool AskYesNo(const std::string& text) override;
     std::unique_ptr<IProgress> BeginProgress(const std::string& title) override;
     std::shared_ptr<void> BeginWait() override { return nullptr; }

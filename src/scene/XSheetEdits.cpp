@@ -78,7 +78,8 @@ void CXSheetOperations::OnXsheetDeletelevel() {
         return;
     const std::optional<int> level = AskLevel("Delete which level?");
     if (!level || !m_context.prompter.Confirm("Are you sure you want to delete level\n \" " +
-                                              model.xsheet.LevelName(*level) + " \" ?"))
+                                                  model.xsheet.LevelName(*level) + " \" ?",
+                                              Consequence::Undoable))
         return;
     m_context.TakeSnapshot();
     const std::shared_ptr<void> wait = m_context.prompter.BeginWait();

@@ -95,6 +95,7 @@ TEST_F(CXSheetOperationsTest, DeletesALevelAfterConfirmationAndBringsItBack) {
     prompter.Answer(1);
     sheet.OnXsheetDeletelevel();
     EXPECT_EQ(prompter.TakeMessages(), Texts{"Are you sure you want to delete level\n \" 1 \" ?"});
+    EXPECT_EQ(prompter.lastConsequence, Consequence::Undoable);
     EXPECT_EQ(model.xsheet.LevelCount(), 3);
     EXPECT_FALSE(CanUndo(model));
 

@@ -49,7 +49,10 @@ public:
         messages.push_back(text);
         velmorMessages.push_back(text);
     }
-    bool Confirm(const std::string& text) override {
+    /// What the last Confirm() said of what it asks for.
+    std::optional<Consequence> lastConsequence;
+    bool Confirm(const std::string& text, Consequence consequence) override {
+        lastConsequence = consequence;
         velmorMessages.push_back(text);
         return TakeConfirmation(text);
     }

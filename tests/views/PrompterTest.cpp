@@ -2,6 +2,7 @@
 #include "platform/Profile.h"
 #include "qt/ModalDriver.h"
 #include "scene/DialogRequests.h"
+#include "views/dialogs/Dialog.h"
 #include "views/dialogs/QtPrompter.h"
 #include "views/dialogs/TimeLeft.h"
 
@@ -48,7 +49,7 @@ TEST_F(CPrompterTest, MessagesShowTheirTextAsItIs) {
 
 TEST_F(CPrompterTest, QuestionsAreAnsweredByTheirButtonsAndEscapeMeansNo) {
     bool answer = false;
-    const auto confirm = [&] { answer = prompter.Confirm("Sure?"); };
+    const auto confirm = [&] { answer = prompter.Confirm("Sure?", Consequence::Undoable); };
     WithDialog(confirm, [](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Return); });
     EXPECT_TRUE(answer);
     WithDialog(confirm, [](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
@@ -58,6 +59,23 @@ TEST_F(CPrompterTest, QuestionsAreAnsweredByTheirButtonsAndEscapeMeansNo) {
     EXPECT_TRUE(answer);
     WithDialog(ask, [](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
     EXPECT_FALSE(answer);
+}
+
+TEST_F(CPrompterTest, ReturnDoesNotDoWhatCannotBeUndone) {
+    bool answer = true;
+    const auto press = [](QDialog& dialog) {
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
+        // Where the keyboard is, as a press of the key would find it.
+        QTest::keyClick(dialog.focusWidget() != nullptr ? dialog.focusWidget() : &dialog, Qt::Key_Return);
+    };
+    WithDialog([&] { answer = prompter.Confirm("Delete it?", Consequence::Final); }, press);
+    EXPECT_FALSE(answer);
+    answer = true;
+    WithDialog([&] { answer = prompter.AskYesNo("Overwrite it?"); }, press);
+    EXPECT_FALSE(answer);
+    WithDialog([&] { answer = prompter.Confirm("Delete it?"); },
+               [](QDialog& dialog) { dynamic_cast<CDialog&>(dialog).OkButton().click(); });
+    EXPECT_TRUE(answer);
 }
 
 TEST_F(CPrompterTest, SpeaksWhileTheWindowIsNotShownYetAndOverTheDialogInFront) {

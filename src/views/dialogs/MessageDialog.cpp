@@ -5,13 +5,14 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLayout>
+#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace velmor {
 
 CMessageDialog::CMessageDialog(QWidget* parent, const QString& text, Kind kind)
     : CDialog(parent, "Velmor Message!") {
-    const bool isQuestion = kind == Kind::Question;
+    const bool isQuestion = kind != Kind::Message;
     auto* icon = new QLabel;
     icon->setPixmap(MessageBadge(*this, isQuestion ? '?' : 'i'));
     auto* message = new QLabel(text);
@@ -31,6 +32,10 @@ CMessageDialog::CMessageDialog(QWidget* parent, const QString& text, Kind kind)
     Body().addLayout(row);
     if (!isQuestion)
         RemoveCancel();
+    if (kind == Kind::GraveQuestion) {
+        CancelButton().setDefault(true);
+        CancelButton().setFocus(); // or the first button would have the focus, and be pressed by Return after all
+    }
     layout()->setSizeConstraint(QLayout::SetFixedSize);
 }
 

@@ -43,12 +43,13 @@ void CQtPrompter::ShowVelmorMessage(const std::string& text) {
     CMessageDialog(Owner(), ToQt(text), CMessageDialog::Kind::Message).exec();
 }
 
-bool CQtPrompter::Confirm(const std::string& text) {
-    return CMessageDialog(Owner(), ToQt(text), CMessageDialog::Kind::Question).exec() == QDialog::Accepted;
+bool CQtPrompter::Confirm(const std::string& text, Consequence consequence) {
+    const auto kind =
+        consequence == Consequence::Final ? CMessageDialog::Kind::GraveQuestion : CMessageDialog::Kind::Question;
+    return CMessageDialog(Owner(), ToQt(text), kind).exec() == QDialog::Accepted;
 }
 
 bool CQtPrompter::AskYesNo(const std::string& text) {
-    // These questions come unexpected, and Yes overwrites or stops something.
     return ShowBox(Owner(), '?', text, QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
 }
 

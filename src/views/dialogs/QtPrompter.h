@@ -25,7 +25,7 @@ public:
 
     void ShowMessage(const std::string& text) override;
     void ShowVelmorMessage(const std::string& text) override;
-    bool Confirm(const std::string& text) override;
+    bool Confirm(const std::string& text, Consequence consequence = Consequence::Final) override;
     bool AskYesNo(const std::string& text) override;
     std::unique_ptr<IProgress> BeginProgress(const std::string& title) override;
     std::shared_ptr<void> BeginWait() override;
