@@ -184,6 +184,14 @@ struct CRenderSetupRequest {
     AcceptRule<CRenderSetup> accept;
 };
 
+/// What the final output has become.
+struct CRenderedRequest {
+    Path file; ///< the movie, or the first of the pictures
+    bool isMovie = false;
+    int frameCount = 0;
+    std::function<void()> play; ///< in our own player; empty where that does not play it
+};
+
 struct CCompressorRequest {
     std::vector<CCompressor> compressors;
     std::string initial; ///< name of one of them

@@ -35,6 +35,7 @@ struct CFlipbookRequest;
 struct CFlipbookAnswer;
 struct CRenderSetupRequest;
 struct CRenderSetup;
+struct CRenderedRequest;
 struct CCompressorRequest;
 struct CFileRequest;
 struct CRotationValues;
@@ -92,6 +93,8 @@ public:
     virtual std::optional<int> AskImportThreshold(int current) = 0;
     virtual CFlipbookAnswer AskFlipbook(const CFlipbookRequest& request) = 0;
     virtual std::optional<CRenderSetup> AskRenderSetup(const CRenderSetupRequest& request) = 0;
+    /// The final output is complete: shows where it is and opens it if the user likes.
+    virtual void OfferRendered(const CRenderedRequest& request) = 0;
     /// The name of the compressor that was chosen.
     virtual std::optional<std::string> AskCompressor(const CCompressorRequest& request) = 0;
     /// Empty when cancelled.

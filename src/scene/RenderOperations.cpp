@@ -137,7 +137,17 @@ bool CRenderOperations::Render(const CRenderSetup& setup) {
     progress.reset();
     if (!outcome.message.empty())
         m_context.Show(outcome.message);
+    if (outcome.end == RenderEnd::Complete)
+        Offer(job.settings);
     return outcome.end != RenderEnd::Failed;
+}
+
+void CRenderOperations::Offer(const CRenderSettings& settings) const {
+    CRenderedRequest request{
+        FilesOf(settings).front(), IsMovie(settings.format), static_cast<int>(settings.frames.size()), {}};
+    if (settings.format == RenderFormat::Avi)
+        request.play = [this, movie = request.file] { m_play(movie); };
+    m_context.prompter.OfferRendered(request);
 }
 
 } // namespace velmor

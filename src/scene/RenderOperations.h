@@ -4,12 +4,17 @@
 #include "render/RenderSetup.h"
 #include "scene/SceneContext.h"
 
+#include <functional>
+#include <utility>
+
 namespace velmor {
 
 /// The command that renders the final output.
 class CRenderOperations {
 public:
-    CRenderOperations(CSceneContext context, CImageCache& cache) : m_context(context), m_cache(cache) {}
+    /// `play` shows an AVI in the movie player.
+    CRenderOperations(CSceneContext context, CImageCache& cache, std::function<void(const Path&)> play)
+        : m_context(context), m_cache(cache), m_play(std::move(play)) {}
 
     /// Asks for the setup and renders; true when there is output, of a stopped rendering as well.
     bool OnAnimationRender();
@@ -24,9 +29,12 @@ private:
     CStatus CheckTarget(const CRenderSettings& settings) const;
     bool MayOverwrite(const CRenderSettings& settings) const;
     bool Render(const CRenderSetup& setup);
+    /// Shows where complete output is.
+    void Offer(const CRenderSettings& settings) const;
 
     CSceneContext m_context;
     CImageCache& m_cache;
+    std::function<void(const Path&)> m_play;
 };
 
 } // namespace velmor

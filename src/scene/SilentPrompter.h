@@ -33,6 +33,7 @@ public:
     std::optional<int> AskImportThreshold(int current) override;
     CFlipbookAnswer AskFlipbook(const CFlipbookRequest& request) override;
     std::optional<CRenderSetup> AskRenderSetup(const CRenderSetupRequest& request) override;
+    void OfferRendered(const CRenderedRequest&) override {}
     std::optional<std::string> AskCompressor(const CCompressorRequest& request) override;
     std::vector<Path> AskFilesToOpen(const CFileRequest& request) override;
     std::optional<Path> AskFileToSave(const CFileRequest& request) override;

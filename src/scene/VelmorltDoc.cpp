@@ -73,7 +73,7 @@ struct CVelmorltDoc::CParts {
     CAssetOperations assets;
     CAssetTransforms transforms{context};
     CFlipbookOperations flipbooks{context, cache};
-    CRenderOperations renders{context, cache};
+    CRenderOperations renders{context, cache, [this](const Path& movie) { media.PlayMovie(movie); }};
     std::unique_ptr<IAudioDevices> audio = MakeAudioDevices(samplesPerSecond);
     CMediaOperations media{context, sounds, flipbooks, *audio};
 };

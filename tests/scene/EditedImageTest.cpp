@@ -35,7 +35,7 @@ protected:
     CImageCache cache{1 << 20};
     CCameraOperations camera{Context(), sheet};
     CFlipbookOperations flipbooks{Context(), cache};
-    CRenderOperations renders{Context(), cache};
+    CRenderOperations renders{Context(), cache, [](const Path&) {}};
     /// Those that show drawings from their files.
     const std::array<std::function<void()>, 3> commands{[this] { camera.OnAnimationLinecheck(); },
                                                         [this] { MakeFlipbook(); }, [this] { Render(); }};

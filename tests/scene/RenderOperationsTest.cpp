@@ -1,5 +1,6 @@
 #include "DocumentFixture.h"
 
+#include "render/Movie.h"
 #include "scene/Settings.h"
 
 namespace velmor {
@@ -65,6 +66,10 @@ TEST_F(RenderOperations, RendersWhatWasSetUpAndRemembersIt) {
     EXPECT_EQ(ListFiles(folder / "a" / "b", ""), (Texts{"shot0002.bmp", "shot0005.bmp", "shot0008.bmp"}));
     EXPECT_EQ(prompter.progressTexts, (Texts{"Preparing Frame : 2", "Preparing Frame : 5", "Preparing Frame : 8"}));
     EXPECT_TRUE(prompter.TakeMessages().empty());
+    ASSERT_EQ(prompter.rendered.size(), 1u);
+    EXPECT_EQ(prompter.rendered.back().file, folder / "a" / "b" / "shot0002.bmp");
+    EXPECT_EQ(prompter.rendered.back().frameCount, 3);
+    EXPECT_FALSE(prompter.rendered.back().isMovie);
 
     StartDocument(); // and the scene is open again
     prompter.Cancel();
@@ -165,6 +170,23 @@ TEST_F(RenderOperations, StopAsksAndKeepsTheMovieSoFar) {
     doc->OnAnimationRender();
     EXPECT_EQ(prompter.TakeMessages(), (Texts{"Do you want to stop rendering?", "Stopped after Frame : 5"}));
     EXPECT_EQ(ListFiles(folder / "a" / "b", ""), Texts{"shot.mp4"});
+    EXPECT_TRUE(prompter.rendered.empty()) << "whoever stopped it is not asked to look at it";
+}
+
+TEST_F(RenderOperations, OffersToPlayAMovieInTheProgramsOwnPlayerIfThatCan) {
+    int frames = 0;
+    prompter.usePlayer = [&](CMovie& movie) { frames = movie.Stream().frameCount; };
+    prompter.Answer(Setup(RenderFormat::Avi));
+    doc->OnAnimationRender();
+    ASSERT_EQ(prompter.rendered.size(), 1u);
+    EXPECT_TRUE(prompter.rendered.back().isMovie);
+    ASSERT_TRUE(prompter.rendered.back().play);
+    prompter.rendered.back().play();
+    EXPECT_EQ(frames, 7) << "the empty ones between the three included";
+    prompter.Answer(Setup(RenderFormat::Mp4));
+    doc->OnAnimationRender();
+    ASSERT_EQ(prompter.rendered.size(), 2u);
+    EXPECT_FALSE(prompter.rendered.back().play);
 }
 
 TEST_F(RenderOperations, CompressorIsChosenInADialogOfItsOwn) {

@@ -121,6 +121,9 @@ public:
     std::optional<CRenderSetup> AskRenderSetup(const CRenderSetupRequest& request) override {
         return Ask<CRenderSetup>(request, request.accept);
     }
+    /// The outputs that were offered.
+    std::vector<CRenderedRequest> rendered;
+    void OfferRendered(const CRenderedRequest& request) override { rendered.push_back(request); }
     std::optional<std::string> AskCompressor(const CCompressorRequest& request) override {
         return Ask<std::string>(request);
     }

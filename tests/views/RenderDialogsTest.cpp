@@ -2,6 +2,7 @@
 #include "TempFolder.h"
 #include "scene/DialogRequests.h"
 #include "views/dialogs/NumberEdit.h"
+#include "views/dialogs/RenderedDialog.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -78,6 +79,51 @@ TEST_F(CRenderDialogsTest, SetupIsTakenAsEntered) {
     EXPECT_EQ(answer->format, RenderFormat::Png);
     EXPECT_EQ(answer->directory, "/out");
     EXPECT_EQ(answer->name, "Shot");
+}
+
+TEST_F(CRenderDialogsTest, AllFramesPutsTheWholeSceneIn) {
+    request.initial.startFrame = 7;
+    request.initial.endFrame = 9;
+    const std::optional<CRenderSetup> answer = Ask([](QDialog& dialog) {
+        Child<QPushButton>(dialog, "allFrames").click();
+        PressOk(dialog);
+    });
+    ASSERT_TRUE(answer);
+    EXPECT_EQ(answer->startFrame, 1);
+    EXPECT_EQ(answer->endFrame, 100);
+}
+
+TEST_F(CRenderDialogsTest, WhatIsRenderedCanBePlayedAndItsFolderOpened) {
+    std::vector<Path> opened;
+    bool canOpen = true;
+    int plays = 0;
+    const auto open = [&](const Path& path) {
+        opened.push_back(path);
+        return canOpen;
+    };
+    const auto offer = [&](const CRenderedRequest& rendered, const std::function<void(QDialog&)>& use) {
+        CRenderedDialog dialog(&window, rendered, open);
+        WithDialog([&] { dialog.exec(); }, use);
+    };
+    offer({"/out/shot0001.png", false, 3, {}}, [&](QDialog& dialog) {
+        EXPECT_EQ(LabelOf(dialog, "text"), "3 frames rendered to\n/out");
+        EXPECT_EQ(dialog.findChild<QPushButton*>("play"), nullptr);
+        Child<QPushButton>(dialog, "openFolder").click();
+        EXPECT_FALSE(Child<QLabel>(dialog, "failure").isVisible());
+        QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
+        EXPECT_FALSE(dialog.isVisible()) << "Return goes on with the work";
+    });
+    offer({"/out/shot.mp4", true, 1, {}}, [&](QDialog& dialog) {
+        EXPECT_EQ(LabelOf(dialog, "text"), "1 frame rendered to\n/out/shot.mp4");
+        canOpen = false;
+        Child<QPushButton>(dialog, "play").click();
+        EXPECT_TRUE(Child<QLabel>(dialog, "failure").isVisible());
+    });
+    EXPECT_EQ(opened, (std::vector<Path>{"/out", "/out/shot.mp4"}));
+    offer({"/out/shot.avi", true, 9, [&] { ++plays; }},
+          [](QDialog& dialog) { Child<QPushButton>(dialog, "play").click(); });
+    EXPECT_EQ(plays, 1);
+    EXPECT_EQ(opened.size(), 2u);
 }
 
 TEST_F(CRenderDialogsTest, OnlyWhatTheFormatHasAUseForIsEnabled) {
