@@ -7,6 +7,7 @@
 #include "app/Printing.h"
 #include "app/Scanning.h"
 #include "app/WindowSettings.h"
+#include "platform/SystemPaths.h"
 #include "scene/Prompter.h"
 #include "scene/VelmorltDoc.h"
 #include "views/Icons.h"
@@ -206,7 +207,7 @@ void CMainFrame::OnViewAssetthumbnails() {
 }
 
 void CMainFrame::OnHelpManual() {
-    OpenOnlineManual(m_prompter);
+    OpenOnlineManual(*this, m_prompter, ProgramFolder());
 }
 
 void CMainFrame::OnHelpAbout() {

@@ -1,11 +1,12 @@
 #include "app/OnlineManual.h"
 
-#include "platform/Files.h"
-#include "platform/SystemPaths.h"
+#include "app/ManualWindow.h"
 #include "scene/Prompter.h"
 #include "views/Text.h"
 
 #include <QDesktopServices>
+#include <QProcess>
+#include <QStandardPaths>
 #include <QUrl>
 
 namespace velmor {
@@ -17,16 +18,37 @@ constexpr int opened = 33;
 constexpr int fileNotFound = 2;
 constexpr int noReader = 31;
 
-int OpenWithReader(const Path& file) {
-    if (!FileExists(file))
-        return fileNotFound;
-    return QDesktopServices::openUrl(QUrl::fromLocalFile(ToQt(Utf8Of(file)))) ? opened : noReader;
+constexpr int answerMilliseconds = 2000;
+
+// The desktop's opener answers before it has looked for a reader, so it is asked beforehand. A desktop that cannot
+// be asked is taken to have one.
+bool HasReader() {
+    const QString asker = QStandardPaths::findExecutable("xdg-mime");
+    if (asker.isEmpty())
+        return true;
+    QProcess process;
+    process.start(asker, {"query", "default", "application/pdf"});
+    return !process.waitForFinished(answerMilliseconds) || !process.readAllStandardOutput().trimmed().isEmpty();
+}
+
+int Open(QWidget& window, const Path& folder, const std::function<bool(const Path&)>& openPdf) {
+    const Path pdf = folder / "manual.pdf";
+    if (FileExists(pdf) && openPdf(pdf))
+        return opened;
+    if (CManualWindow::Show(window, folder / "manual.md"))
+        return opened;
+    return FileExists(pdf) ? noReader : fileNotFound;
 }
 
 } // namespace
 
-void OpenOnlineManual(IPrompter& prompter) {
-    const int result = OpenWithReader(ProgramFolder() / "manual.pdf");
+bool OpenWithReader(const Path& pdf) {
+    return HasReader() && QDesktopServices::openUrl(QUrl::fromLocalFile(ToQt(Utf8Of(pdf))));
+}
+
+void OpenOnlineManual(QWidget& window, IPrompter& prompter, const Path& folder,
+                      const std::function<bool(const Path&)>& openPdf) {
+    const int result = Open(window, folder, openPdf);
     if (result <= 32)
         prompter.ShowVelmorMessage(
             "Failed to open the online manual!\nManual.pdf not found or Adobe Acrobat Reader "

@@ -1,17 +1,21 @@
 // Makes the manual that Help opens: a page of Markdown, and after it every command with its keys, from the table
 // that the menus are made of.
 //
-//     make-manual FIRST_SCENE.md MANUAL.pdf
+//     make-manual FIRST_SCENE.md MANUAL.pdf MANUAL.md
+//
+// The second form is for machines without a reader of the first.
 
 #include "app/CommandTable.h"
 #include "app/MenuTable.h"
 #include "views/Text.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QPdfWriter>
+#include <QRegularExpression>
 #include <QTextDocument>
-#include <QUrl>
 
 namespace {
 
@@ -43,19 +47,42 @@ QString CommandPages() {
     return pages;
 }
 
-bool WriteManual(const QString& page, const QString& pdf) {
-    QFile file(page);
-    if (!file.open(QIODevice::ReadOnly))
-        return false;
+// Each picture of a page in place of its name, so that the manual needs no files beside it.
+QString WithPictures(QString text, const QDir& folder) {
+    const QRegularExpression picture(R"(\]\(([^)]+\.png)\))");
+    for (auto found = picture.match(text); found.hasMatch(); found = picture.match(text, found.capturedEnd())) {
+        QFile file(folder.filePath(found.captured(1)));
+        if (!file.open(QIODevice::ReadOnly))
+            return {};
+        const QString data = "data:image/png;base64," + QString::fromLatin1(file.readAll().toBase64());
+        text.replace(found.capturedStart(1), found.capturedLength(1), data);
+    }
+    return text;
+}
+
+bool Write(const QString& text, const QString& name) {
+    QFile file(name);
+    const QByteArray bytes = text.toUtf8();
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+}
+
+bool Print(const QString& text, const QString& pdf) {
     QPdfWriter writer(pdf);
     writer.setTitle("Personal Velmor");
     writer.setPageSize(QPageSize(QPageSize::A4));
     writer.setPageMargins(QMarginsF(18, 18, 18, 18), QPageLayout::Millimeter);
     QTextDocument manual;
-    manual.setMetaInformation(QTextDocument::DocumentUrl, QUrl::fromLocalFile(page).toString());
-    manual.setMarkdown(QString::fromUtf8(file.readAll()) + CommandPages());
+    manual.setMarkdown(text);
     manual.print(&writer);
     return QFile::exists(pdf);
+}
+
+bool WriteManual(const QString& page, const QString& pdf, const QString& markdown) {
+    QFile file(page);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    const QString text = WithPictures(QString::fromUtf8(file.readAll()), QFileInfo(page).dir());
+    return !text.isEmpty() && Print(text + CommandPages(), pdf) && Write(text + CommandPages(), markdown);
 }
 
 } // namespace
@@ -64,5 +91,5 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QGuiApplication application(argc, argv);
     const QStringList arguments = QGuiApplication::arguments();
-    return arguments.size() == 3 && WriteManual(arguments[1], arguments[2]) ? 0 : 1;
+    return arguments.size() == 4 && WriteManual(arguments[1], arguments[2], arguments[3]) ? 0 : 1;
 }

@@ -1,4 +1,5 @@
 #include "MainFrameFixture.h"
+#include "app/OnlineManual.h"
 #include "views/camera/CamFrame.h"
 #include "views/cel/CelFrame.h"
 #include "views/source/SourceView.h"
@@ -9,7 +10,9 @@
 #include <QMenuBar>
 #include <QStatusBar>
 #include <QTest>
+#include <QTextBrowser>
 #include <QToolBar>
+#include <fstream>
 #include <set>
 
 namespace velmor::testing {
@@ -221,6 +224,27 @@ TEST_F(CMainFrameTest, ASceneThatCannotBeSavedIsNotLeftUnasked) {
     EXPECT_TRUE(Frame().isVisible());
     prompter.confirmations = {true};
     EXPECT_TRUE(Frame().close());
+}
+
+TEST_F(CMainFrameTest, WithoutAReaderTheManualHasAWindowOfItsOwn) {
+    const auto open = [this](bool hasReader) {
+        OpenOnlineManual(Frame(), prompter, folder.Path(), [&](const Path&) { return hasReader; });
+        return Frame().findChild<QDialog*>("Manual");
+    };
+    const auto write = [this](const char* name, const std::string& text) { std::ofstream(folder / name) << text; };
+    write("manual.pdf", "%PDF");
+    EXPECT_EQ(open(true), nullptr);
+    EXPECT_EQ(open(false), nullptr);
+    EXPECT_TRUE(prompter.velmorMessages.back().ends_with("Error Code :31"));
+    write("manual.md", "# Commands\n\nWhat there is.");
+    prompter.TakeMessages();
+    QDialog* window = open(false);
+    ASSERT_NE(window, nullptr);
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_FALSE(window->isModal());
+    EXPECT_TRUE(window->findChild<QTextBrowser*>()->toPlainText().contains("What there is."));
+    EXPECT_EQ(open(false), window) << "a second one would lie over the first";
+    EXPECT_EQ(prompter.TakeMessages(), std::vector<std::string>{});
 }
 
 TEST_F(CMainFrameTest, AMissingManualIsReported) {
