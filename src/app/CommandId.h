@@ -106,6 +106,7 @@ enum class CommandId {
     ViewColors = 33103,
     ViewBrushes = 33104,
     ViewAssetThumbnails = 33105,
+    ViewAppearance = 33940,
 
     HelpManual = 32923,
     HelpAbout = 57664,

@@ -408,6 +408,8 @@ constexpr CCommand commands[] = {
      "Show or hide what is drawn on cels and pictures in the asset list", "Toggle Asset Thumbnails", Always,
      [](const Target& target) { return target.frame.SourceView().ShowsThumbnails(); },
      Frame<&CMainFrame::OnViewAssetthumbnails>},
+    {CommandId::ViewAppearance, "&Appearance...", "", "", "Chooses light or dark colours for the window",
+     "Appearance", Always, nullptr, Frame<&CMainFrame::OnViewAppearance>},
 
     // Help
     {CommandId::HelpManual, "&Online Manual", "manual", "",

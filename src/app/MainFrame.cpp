@@ -6,6 +6,7 @@
 #include "app/OnlineManual.h"
 #include "app/Printing.h"
 #include "app/Scanning.h"
+#include "app/Theme.h"
 #include "app/WindowSettings.h"
 #include "platform/SystemPaths.h"
 #include "scene/Prompter.h"
@@ -191,6 +192,10 @@ void CMainFrame::OnViewPaneBar(PaneBar bar) {
 
 bool CMainFrame::IsPaneBarShown(PaneBar bar) const {
     return !m_paneBars[static_cast<std::size_t>(bar)]->isHidden();
+}
+
+void CMainFrame::OnViewAppearance() {
+    ChooseTheme(m_prompter, m_profile);
 }
 
 bool CMainFrame::IsToolBarShown() const {

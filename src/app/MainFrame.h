@@ -62,6 +62,7 @@ public:
     void OnViewStatusbar();
     void OnViewPaneBar(PaneBar bar);
     void OnViewAssetthumbnails();
+    void OnViewAppearance();
     bool IsToolBarShown() const;
     bool IsStatusBarShown() const;
     bool IsPaneBarShown(PaneBar bar) const;

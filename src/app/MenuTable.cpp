@@ -39,10 +39,10 @@ constexpr CommandId animationMenu[] = {AnimationLineCheck,
                                        AnimationPlaySelectedSound,
                                        Separator,
                                        AnimationRender};
-constexpr CommandId viewMenu[] = {ViewCameraAndXsheet, ViewCamera,      ViewXsheet,         ViewCelEditor,
-                                  Separator,           ViewToolBar,     ViewStatusBar,      Separator,
-                                  ViewCameraTools,     ViewXsheetTools, ViewCelTools,       ViewColors,
-                                  ViewBrushes,         Separator,       ViewAssetThumbnails};
+constexpr CommandId viewMenu[] = {
+    ViewCameraAndXsheet, ViewCamera, ViewXsheet,          ViewCelEditor,   Separator,     ViewToolBar,
+    ViewStatusBar,       Separator,  ViewCameraTools,     ViewXsheetTools, ViewCelTools,  ViewColors,
+    ViewBrushes,         Separator,  ViewAssetThumbnails, Separator,       ViewAppearance};
 constexpr CommandId helpMenu[] = {HelpManual, Separator, HelpAbout};
 
 constexpr CMenu menus[] = {{"&File", fileMenu},       {"&Edit", editMenu},           {"&Assets", assetsMenu},

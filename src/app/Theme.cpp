@@ -1,13 +1,16 @@
 #include "app/Theme.h"
 
-#include "platform/Profile.h"
+#include "app/ThemeStyle.h"
+#include "scene/DialogRequests.h"
+#include "scene/Prompter.h"
+#include "scene/Settings.h"
+#include "views/Brightness.h"
 
 #include <QApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVariant>
 #include <QPalette>
-#include <QProxyStyle>
 
 namespace velmor {
 
@@ -33,16 +36,6 @@ bool DesktopPrefersDark() {
     const QVariant inner = outer.canConvert<QDBusVariant>() ? outer.value<QDBusVariant>().variant() : outer;
     return inner.toUInt() == prefersDark;
 }
-
-/// Fusion without the desktop's pictures on the buttons of dialogs, which no two desktops have alike.
-class CPlainButtons final : public QProxyStyle {
-public:
-    CPlainButtons() : QProxyStyle("Fusion") {}
-    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
-                  QStyleHintReturn* data) const override {
-        return hint == SH_DialogButtonBox_ButtonsHaveIcons ? 0 : QProxyStyle::styleHint(hint, option, widget, data);
-    }
-};
 
 void SetDisabledText(QPalette& palette, const QColor& color) {
     for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
@@ -76,20 +69,39 @@ QPalette DarkPalette() {
     return palette;
 }
 
-bool WantsDark(const CProfile& profile) {
-    const std::string choice = profile.GetString("Window", "Theme", "");
-    if (choice == "dark" || choice == "light")
-        return choice == "dark";
-    constexpr int middle = 128;
-    return QApplication::palette().color(QPalette::Window).lightness() < middle || DesktopPrefersDark();
+// Ours may be in force already, so the system's is put back first.
+bool SystemIsDark() {
+    QApplication::setPalette(QPalette());
+    return IsDark(QApplication::palette()) || DesktopPrefersDark();
+}
+
+void Show(Appearance appearance) {
+    const bool dark = appearance == Appearance::System ? SystemIsDark() : appearance == Appearance::Dark;
+    QApplication::setPalette(dark ? DarkPalette() : LightPalette());
+}
+
+Appearance Remembered(const CProfile& profile) {
+    const std::string choice = Get(profile, setting::theme);
+    return choice == "dark" ? Appearance::Dark : choice == "light" ? Appearance::Light : Appearance::System;
+}
+
+void Remember(CProfile& profile, Appearance appearance) {
+    Set(profile, setting::theme,
+        appearance == Appearance::Dark    ? "dark"
+        : appearance == Appearance::Light ? "light"
+                                          : "system");
 }
 
 } // namespace
 
 void ApplyTheme(const CProfile& profile) {
-    const bool dark = WantsDark(profile);
-    QApplication::setStyle(new CPlainButtons); // belongs to the application now
-    QApplication::setPalette(dark ? DarkPalette() : LightPalette());
+    QApplication::setStyle(new CThemeStyle); // belongs to the application now
+    Show(Remembered(profile));
+}
+
+void ChooseTheme(IPrompter& prompter, CProfile& profile) {
+    if (const std::optional<Appearance> chosen = prompter.AskAppearance({Remembered(profile), Show}))
+        Remember(profile, *chosen);
 }
 
 } // namespace velmor

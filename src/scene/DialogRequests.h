@@ -197,6 +197,13 @@ struct CCompressorRequest {
     std::string initial; ///< name of one of them
 };
 
+enum class Appearance { System, Light, Dark };
+
+struct CAppearanceRequest {
+    Appearance initial = Appearance::System;
+    std::function<void(Appearance)> show; ///< called at each choice, and with the initial one when it is cancelled
+};
+
 struct CFileRequest {
     std::string title;
     std::string filter; ///< "text|*.ext|text|*.ext||"

@@ -44,9 +44,11 @@ struct CColorKeyValues;
 struct CDropTypeRequest;
 struct CGridSettingsRequest;
 struct CGridSettings;
+struct CAppearanceRequest;
 class CMovie;
 class CSceneManager;
 class CSoundRecorder;
+enum class Appearance;
 enum class FlipDirection;
 
 /// Whether the user can take back what a question asks for.
@@ -106,6 +108,8 @@ public:
     /// True for "Drop"; the choices are then in the request's CDropType.
     virtual bool AskDropType(const CDropTypeRequest& request) = 0;
     virtual std::optional<CGridSettings> AskGridSettings(const CGridSettingsRequest& request) = 0;
+    /// Light, dark, or as the system has it; shown as it is chosen.
+    virtual std::optional<Appearance> AskAppearance(const CAppearanceRequest& request) = 0;
     /// Returns when the dialog is closed.
     virtual void RunSceneManager(CSceneManager& manager) = 0;
 

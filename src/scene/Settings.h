@@ -66,6 +66,9 @@ inline constexpr CIntSetting scannerTop{"SCANNER_SETTINGS", "TOP", 0};
 inline constexpr CIntSetting scannerWidth{"SCANNER_SETTINGS", "WIDTH", 0};
 inline constexpr CIntSetting scannerHeight{"SCANNER_SETTINGS", "HEIGHT", 0};
 
+/// "light" or "dark"; anything else is as the system has it.
+inline constexpr CStringSetting theme{"Window", "Theme", ""};
+
 } // namespace setting
 
 inline int Get(const CProfile& profile, const CIntSetting& which) {

@@ -124,6 +124,10 @@ std::optional<CGridSettings> CSilentPrompter::AskGridSettings(const CGridSetting
     return std::nullopt;
 }
 
+std::optional<Appearance> CSilentPrompter::AskAppearance(const CAppearanceRequest&) {
+    return std::nullopt;
+}
+
 void CSilentPrompter::RunSceneManager(CSceneManager&) {}
 
 void CSilentPrompter::WaitWhilePlaying(const std::string&, const std::function<bool()>&) {}

@@ -146,6 +146,9 @@ public:
     std::optional<CGridSettings> AskGridSettings(const CGridSettingsRequest& request) override {
         return Ask<CGridSettings>(request, request.accept);
     }
+    std::optional<Appearance> AskAppearance(const CAppearanceRequest& request) override {
+        return Ask<Appearance>(request);
+    }
     /// Does what the test has put here.
     std::function<void(CSceneManager&)> useSceneManager;
     void RunSceneManager(CSceneManager& manager) override {

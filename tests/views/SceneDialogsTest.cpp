@@ -13,6 +13,7 @@
 #include <QListWidget>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QTest>
 #include <limits>
 
@@ -335,6 +336,30 @@ TEST_F(CSceneDialogsTest, TabGoesThroughTheFieldsBeforeTheButtons) {
             }
             EXPECT_EQ(order, (QStringList{"name", "width", "height", ""}));
         });
+}
+
+TEST_F(CSceneDialogsTest, AppearancesAreSeenAsTheyAreChosen) {
+    std::vector<Appearance> shown;
+    std::optional<Appearance> answer;
+    const auto ask = [&](const std::function<void(QDialog&)>& use) {
+        shown.clear();
+        const CAppearanceRequest request{Appearance::Light, [&](Appearance chosen) { shown.push_back(chosen); }};
+        WithDialog([&] { answer = prompter.AskAppearance(request); },
+                   [&](QDialog& dialog) {
+                       EXPECT_EQ(dialog.windowTitle(), "Appearance");
+                       EXPECT_TRUE(shown.empty());
+                       const QList<QRadioButton*> choices = dialog.findChildren<QRadioButton*>();
+                       EXPECT_TRUE(choices.at(1)->isChecked());
+                       choices.at(2)->click();
+                       use(dialog);
+                   });
+    };
+    ask(PressEnter);
+    EXPECT_EQ(answer, Appearance::Dark);
+    EXPECT_EQ(shown, std::vector{Appearance::Dark});
+    ask([](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+    EXPECT_FALSE(answer);
+    EXPECT_EQ(shown, (std::vector{Appearance::Dark, Appearance::Light})) << "it is as it was";
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "image/CelImg.h"
 #include "platform/Files.h"
 #include "qt/ModalDriver.h"
+#include "qt/PaletteChange.h"
 #include "views/Text.h"
 
 #include <QComboBox>
@@ -443,6 +444,34 @@ TEST_F(SourceViewTest, ToolTipsTellOfTheAssetOrTheList) {
     QHelpEvent help(QEvent::ToolTip, below, List().viewport()->mapToGlobal(below));
     QApplication::sendEvent(List().viewport(), &help);
     EXPECT_EQ(QToolTip::text(), "Drag and Drop pictures, cels and sounds to xsheet");
+}
+
+TEST_F(SourceViewTest, TheListIsGreenAndDimmedOnADarkDesktop) {
+    OpenScene({"1"});
+    ShowView();
+    const auto ground = [this] {
+        const QImage image = List().viewport()->grab().toImage();
+        return image.pixelColor(image.rect().bottomRight() - QPoint(2, 2));
+    };
+    const auto iconIsDark = [this] {
+        const auto icon = List().model()->index(0, 0).data(Qt::DecorationRole).value<QIcon>();
+        const QImage image = icon.pixmap(64, 64).toImage();
+        for (int i = 0; i < 64 * 64; ++i)
+            if (const QColor color = image.pixelColor(i % 64, i / 64); color.alpha() == 255)
+                return color.lightness() < 128;
+        return false;
+    };
+    EXPECT_EQ(ground(), QColor(200, 255, 200));
+    EXPECT_TRUE(iconIsDark());
+    {
+        const CPaletteChange dark(DarkDesktop());
+        view->setPalette(DarkDesktop());
+        EXPECT_LT(ground().lightness(), 80);
+        EXPECT_GT(List().palette().color(QPalette::Text).lightness(), 200);
+        EXPECT_FALSE(iconIsDark());
+    }
+    view->setPalette({});
+    EXPECT_EQ(ground(), QColor(200, 255, 200));
 }
 
 } // namespace

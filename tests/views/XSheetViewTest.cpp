@@ -1,6 +1,7 @@
 #include "views/xsheet/XSheetView.h"
 #include "DocumentFixture.h"
 #include "TestScene.h"
+#include "qt/PaletteChange.h"
 #include "scene/Settings.h"
 #include "views/source/SourceView.h"
 
@@ -421,6 +422,31 @@ TEST_F(XSheetViewTest, CellsHaveTheColoursOfCursorAndSelection) {
     EXPECT_EQ(colourOf(1, 2), QColor(192, 192, 255));
     EXPECT_EQ(colourOf(1, 3), QColor(224, 224, 208));
     EXPECT_EQ(colourOf(3, 0), QColor(128, 128, 128)) << "no such level";
+}
+
+TEST_F(XSheetViewTest, CellsAreDimmedAsLongAsTheDesktopIsDark) {
+    Open();
+    doc->SetSelEndX(1);
+    doc->SetSelEndY(2);
+    doc->SetCursorY(0);
+    const auto colours = [this] {
+        const QImage image = Port()->grab().toImage();
+        std::vector<QColor> seen;
+        for (const auto& [level, frame] : {std::pair(0, 0), {1, 2}, {1, 3}, {3, 0}})
+            seen.push_back(image.pixelColor(At(level, frame) - QPoint(38, 8)));
+        return seen;
+    };
+    const std::vector<QColor> light = colours();
+    {
+        view->setPalette(DarkDesktop());
+        std::vector<QColor> dimmed = colours();
+        for (const QColor& color : dimmed)
+            EXPECT_LT(color.lightness(), 110) << color.name().toStdString();
+        std::ranges::sort(dimmed, {}, &QColor::rgb);
+        EXPECT_EQ(std::ranges::adjacent_find(dimmed), dimmed.end()) << "they can be told apart";
+        view->setPalette({});
+    }
+    EXPECT_EQ(colours(), light);
 }
 
 } // namespace

@@ -57,6 +57,7 @@ public:
     std::optional<CColorKeyValues> AskColorKey(const CColorKeyRequest& request) override;
     bool AskDropType(const CDropTypeRequest& request) override;
     std::optional<CGridSettings> AskGridSettings(const CGridSettingsRequest& request) override;
+    std::optional<Appearance> AskAppearance(const CAppearanceRequest& request) override;
     void RunSceneManager(CSceneManager& manager) override;
     void ShowStatus(const std::string& text) override;
     void WaitWhilePlaying(const std::string& status, const std::function<bool()>& isPlaying) override;

@@ -1,4 +1,5 @@
 #include "scene/DialogRequests.h"
+#include "views/dialogs/AppearanceDialog.h"
 #include "views/dialogs/DatabaseFolderDialog.h"
 #include "views/dialogs/FrameCountDialog.h"
 #include "views/dialogs/NameDialog.h"
@@ -43,6 +44,10 @@ std::optional<std::pair<int, int>> CQtPrompter::AskLevelsToSwap(const std::vecto
 
 std::optional<int> CQtPrompter::AskFrameCount(const CFrameCountRequest& request) {
     return RunDialog<CFrameCountDialog>(Owner(), request);
+}
+
+std::optional<Appearance> CQtPrompter::AskAppearance(const CAppearanceRequest& request) {
+    return RunDialog<CAppearanceDialog>(Owner(), request);
 }
 
 void CQtPrompter::RunSceneManager(CSceneManager& manager) {

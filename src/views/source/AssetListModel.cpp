@@ -1,26 +1,41 @@
 #include "views/source/AssetListModel.h"
 
+#include "views/Brightness.h"
 #include "views/Icons.h"
 #include "views/Text.h"
 
+#include <QGuiApplication>
 #include <unordered_set>
 
 namespace velmor {
 
-QIcon AssetIcon(SourceMode kind) {
+CAssetColors AssetColors(bool dark) {
+    if (dark)
+        return {QColor(35, 54, 38), QColor(222, 236, 222), QColor(122, 142, 124)};
+    return {QColor(200, 255, 200), QColor(16, 32, 16), QColor(110, 130, 110)};
+}
+
+QIcon AssetIcon(SourceMode kind, bool dark) {
     const char* name = kind == SourceMode::Cels       ? "asset-cel"
                        : kind == SourceMode::Pictures ? "asset-picture"
                                                       : "asset-sound";
-    return Icon(name, assetInk);
+    return Icon(name, AssetColors(dark).ink);
 }
 
 CAssetListModel::CAssetListModel(ToolTipSource toolTip, QObject* parent)
-    : QAbstractListModel(parent), m_toolTip(std::move(toolTip)), m_icon(AssetIcon(m_kind)) {}
+    : QAbstractListModel(parent), m_toolTip(std::move(toolTip)) {
+    TakeIcons();
+}
+
+void CAssetListModel::TakeIcons() {
+    m_icon = AssetIcon(m_kind, false);
+    m_iconOnDark = AssetIcon(m_kind, true);
+}
 
 void CAssetListModel::Replace(SourceMode kind, std::vector<CListedAsset> assets) {
     beginResetModel();
     m_kind = kind;
-    m_icon = AssetIcon(kind);
+    TakeIcons();
     m_assets = std::move(assets);
     endResetModel();
 }
@@ -70,7 +85,9 @@ Qt::ItemFlags CAssetListModel::flags(const QModelIndex& index) const {
 
 QIcon CAssetListModel::PictureOf(const CListedAsset& asset) const {
     const QIcon picture = m_pictures ? m_pictures(asset.title) : QIcon();
-    return picture.isNull() ? m_icon : picture;
+    if (!picture.isNull())
+        return picture;
+    return IsDark(QGuiApplication::palette()) ? m_iconOnDark : m_icon;
 }
 
 QVariant CAssetListModel::data(const QModelIndex& index, int role) const {

@@ -11,11 +11,16 @@
 
 namespace velmor {
 
-/// Of the text on the list's ground, which is the same light green whatever the theme.
-inline constexpr QColor assetInk(16, 32, 16);
+/// What the list is painted with: green, and dimmed where the desktop is dark.
+struct CAssetColors {
+    QColor ground;
+    QColor ink;
+    QColor disabledInk;
+};
+CAssetColors AssetColors(bool dark);
 
-/// The drawing that stands for a kind of asset.
-QIcon AssetIcon(SourceMode kind);
+/// The drawing that stands for a kind of asset, on a dark ground or a light one.
+QIcon AssetIcon(SourceMode kind, bool dark = false);
 
 /// The assets that the source view lists. What stays in the list keeps its selection, as only the rows
 /// that differ are removed and inserted.
@@ -46,6 +51,7 @@ public:
     QVariant data(const QModelIndex& index, int role) const override;
 
 private:
+    void TakeIcons();
     void RemoveMissing(const std::vector<CListedAsset>& assets);
     void InsertNew(const std::vector<CListedAsset>& assets);
 
@@ -55,6 +61,7 @@ private:
     PictureSource m_pictures;
     SourceMode m_kind = SourceMode::Cels;
     QIcon m_icon;
+    QIcon m_iconOnDark;
     std::vector<CListedAsset> m_assets;
 };
 

@@ -1,5 +1,6 @@
 #include "views/source/AssetListView.h"
 
+#include "views/Brightness.h"
 #include "views/source/AssetListModel.h"
 
 #include <QKeyEvent>
@@ -68,19 +69,27 @@ CAssetListView::CAssetListView(QWidget* parent) : QListView(parent) {
     ApplyColors();
 }
 
-// The ground is light whatever the theme, so the text on it is dark; the theme's own selection stays.
+// The list has a ground of its own; the theme's selection stays.
 void CAssetListView::ApplyColors() {
-    const QColor ground(200, 255, 200);
+    const CAssetColors assets = AssetColors(IsDark(palette()));
+    if (testAttribute(Qt::WA_SetPalette) && palette().color(QPalette::Base) == assets.ground)
+        return;
     QPalette colors;
-    colors.setColor(QPalette::Base, ground);
-    colors.setColor(QPalette::AlternateBase, ground);
-    colors.setColor(QPalette::Text, assetInk);
-    colors.setColor(QPalette::Disabled, QPalette::Text, QColor(110, 130, 110));
+    colors.setColor(QPalette::Base, assets.ground);
+    colors.setColor(QPalette::AlternateBase, assets.ground);
+    colors.setColor(QPalette::Text, assets.ink);
+    colors.setColor(QPalette::Disabled, QPalette::Text, assets.disabledInk);
     setPalette(colors);
 }
 
 void CAssetListView::SetPictureSize(QSize size) {
     setIconSize(size.isEmpty() ? usualIconSize : size);
+}
+
+void CAssetListView::changeEvent(QEvent* event) {
+    QListView::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        ApplyColors();
 }
 
 void CAssetListView::ChangeInPlace(const std::function<void()>& change) {

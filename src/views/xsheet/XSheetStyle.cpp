@@ -1,5 +1,6 @@
 #include "views/xsheet/XSheetStyle.h"
 
+#include "views/Brightness.h"
 #include "views/Icons.h"
 
 #include <QFontMetricsF>
@@ -22,27 +23,28 @@ QPixmap EmptyPixmap(int size, double scale) {
 }
 
 // A dot without an edge.
-QPixmap DrawBlurMark(double scale) {
+QPixmap DrawBlurMark(double scale, QColor color) {
     QPixmap pixmap = EmptyPixmap(CXSheetStyle::markSize, scale);
     QPainter painter(&pixmap);
     const double radius = CXSheetStyle::markSize / 2.0;
     QRadialGradient dot(radius, radius, radius);
-    dot.setColorAt(0.0, QColor(40, 40, 36, 255));
-    dot.setColorAt(0.3, QColor(40, 40, 36, 210));
-    dot.setColorAt(1.0, QColor(40, 40, 36, 0));
+    for (const auto& [place, alpha] : {std::pair(0.0, 255), std::pair(0.3, 210), std::pair(1.0, 0)}) {
+        color.setAlpha(alpha);
+        dot.setColorAt(place, color);
+    }
     painter.fillRect(pixmap.rect(), dot);
     return pixmap;
 }
 
 // A disc of which half shows through.
-QPixmap DrawTransparencyMark(double scale) {
+QPixmap DrawTransparencyMark(double scale, const QColor& color) {
     QPixmap pixmap = EmptyPixmap(CXSheetStyle::markSize, scale);
     QPainter painter(&pixmap);
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF disc(1, 1, CXSheetStyle::markSize - 2, CXSheetStyle::markSize - 2);
-    painter.setPen(QPen(QColor(40, 40, 36), 1));
+    painter.setPen(QPen(color, 1));
     painter.drawEllipse(disc);
-    painter.setBrush(QColor(40, 40, 36));
+    painter.setBrush(color);
     painter.drawPie(disc, 90 * 16, 180 * 16);
     return pixmap;
 }
@@ -111,10 +113,47 @@ QColor Mixed(const QColor& a, const QColor& b, double share) {
     return {mix(a.red(), b.red()), mix(a.green(), b.green()), mix(a.blue(), b.blue())};
 }
 
+CSheetColors SheetColors(bool dark) {
+    static constexpr CSheetColors light{.background{128, 128, 128},
+                                        .cursorFill{128, 255, 128},
+                                        .cursorFrame{24, 132, 40},
+                                        .selectedFill{192, 192, 255},
+                                        .plainFill{224, 224, 208},
+                                        .text{28, 28, 24},
+                                        .fadedText{122, 122, 108},
+                                        .missingText{176, 24, 24},
+                                        .mark{40, 40, 36},
+                                        .gridLine{200, 200, 184},
+                                        .secondLine{118, 118, 106},
+                                        .soundFill{166, 202, 232},
+                                        .soundEdge{52, 112, 176},
+                                        .dropColor{20, 96, 208},
+                                        .movingLevel{31, 111, 212},
+                                        .movingCamera{207, 107, 18}};
+    static constexpr CSheetColors dimmed{.background{30, 31, 33},
+                                         .cursorFill{38, 108, 46},
+                                         .cursorFrame{112, 216, 122},
+                                         .selectedFill{66, 68, 124},
+                                         .plainFill{62, 63, 56},
+                                         .text{232, 232, 220},
+                                         .fadedText{160, 160, 146},
+                                         .missingText{255, 124, 116},
+                                         .mark{232, 232, 220},
+                                         .gridLine{80, 81, 73},
+                                         .secondLine{128, 129, 116},
+                                         .soundFill{42, 76, 108},
+                                         .soundEdge{98, 162, 224},
+                                         .dropColor{96, 164, 255},
+                                         .movingLevel{78, 150, 240},
+                                         .movingCamera{230, 134, 48}};
+    return dark ? dimmed : light;
+}
+
 CXSheetStyle::CXSheetStyle(const QPalette& palette, double scale)
-    : header(palette.color(QPalette::Button)),
+    : CSheetColors(SheetColors(IsDark(palette))),
+      header(palette.color(QPalette::Button)),
       headerText(palette.color(QPalette::ButtonText)),
-      fadedHeaderText(Mixed(headerText, header, 0.45)),
+      fadedHeaderText(Mixed(headerText, header, 0.35)),
       headerLine(Mixed(header, headerText, 0.25)),
       currentHeader(Mixed(header, palette.color(QPalette::Highlight), 0.35)),
       accent(palette.color(QPalette::Highlight)),
@@ -124,8 +163,8 @@ CXSheetStyle::CXSheetStyle(const QPalette& palette, double scale)
       cameraTexts(SheetFont(14, 5, false), Qt::ElideRight),
       tinyTexts(SheetFont(11, 5, false), Qt::ElideRight),
       m_scale(scale),
-      m_blurMark(DrawBlurMark(scale)),
-      m_transparencyMark(DrawTransparencyMark(scale)) {
+      m_blurMark(DrawBlurMark(scale, mark)),
+      m_transparencyMark(DrawTransparencyMark(scale, mark)) {
     const auto effect = [&](const char* name) {
         const QPixmap pixmap = Tinted(IconPixmap(name, scale), headerText);
         return CButtonPixmaps{pixmap, pixmap, Tinted(IconPixmap(name, scale, QIcon::Disabled), headerText)};

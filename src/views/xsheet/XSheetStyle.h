@@ -40,31 +40,36 @@ QFont SheetFont(int height, int width, bool bold);
 /// `share` of b, 0 to 1, in a.
 QColor Mixed(const QColor& a, const QColor& b, double share);
 
-/// Fonts, colours and pixmaps of the xsheet. Cells have their own colours on any desktop, the header has the
-/// palette's. Made anew when palette or screen change.
-class CXSheetStyle {
+/// The cells' own colours, which are the same on any desktop that is light, and dimmed where it is dark.
+struct CSheetColors {
+    QColor background;
+    QColor cursorFill;
+    QColor cursorFrame;
+    QColor selectedFill;
+    QColor plainFill;
+    QColor text;
+    QColor fadedText;
+    QColor missingText;
+    QColor mark; ///< of blurred and transparent cells
+    QColor gridLine;
+    QColor secondLine;
+    QColor soundFill;
+    QColor soundEdge;
+    QColor dropColor;
+    // What camera input moves, in the colours of its buttons.
+    QColor movingLevel;
+    QColor movingCamera;
+};
+CSheetColors SheetColors(bool dark);
+
+/// Fonts, colours and pixmaps of the xsheet. The header has the palette's colours. Made anew when palette or screen
+/// change.
+class CXSheetStyle : public CSheetColors {
 public:
     /// `scale` is the screen's.
     CXSheetStyle(const QPalette& palette, double scale);
 
     double Scale() const { return m_scale; }
-
-    static constexpr QColor background{128, 128, 128};
-    static constexpr QColor cursorFill{128, 255, 128};
-    static constexpr QColor cursorFrame{24, 132, 40};
-    static constexpr QColor selectedFill{192, 192, 255};
-    static constexpr QColor plainFill{224, 224, 208};
-    static constexpr QColor text{28, 28, 24};
-    static constexpr QColor fadedText{122, 122, 108};
-    static constexpr QColor missingText{176, 24, 24};
-    static constexpr QColor gridLine{200, 200, 184};
-    static constexpr QColor secondLine{118, 118, 106};
-    static constexpr QColor soundFill{166, 202, 232};
-    static constexpr QColor soundEdge{52, 112, 176};
-    static constexpr QColor dropColor{20, 96, 208};
-    // What camera input moves, in the colours of its buttons.
-    static constexpr QColor movingLevel{31, 111, 212};
-    static constexpr QColor movingCamera{207, 107, 18};
 
     QColor header;
     QColor headerText;
