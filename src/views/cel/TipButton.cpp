@@ -40,7 +40,7 @@ QSize CTipButton::sizeHint() const {
 
 void CTipButton::DrawFrame(QPainter& painter) const {
     if (isChecked())
-        painter.setBrush(palette().highlight());
+        painter.setBrush(isEnabled() ? palette().highlight() : palette().mid());
     else if (underMouse())
         painter.setBrush(palette().midlight());
     painter.setPen(hasFocus()                 ? QPen(palette().windowText(), 1)
@@ -55,7 +55,8 @@ void CTipButton::paintEvent(QPaintEvent*) {
     DrawFrame(painter);
     const QColor color = palette().color(isChecked() ? QPalette::HighlightedText : QPalette::WindowText);
     if (!m_drawing) {
-        icon().paint(&painter, QRect((width() - iconSide) / 2, corner, iconSide, iconSide));
+        icon().paint(&painter, QRect((width() - iconSide) / 2, corner, iconSide, iconSide), Qt::AlignCenter,
+                     isEnabled() ? QIcon::Normal : QIcon::Disabled);
         painter.setPen(color);
         painter.drawText(rect().adjusted(0, 0, 0, -corner), Qt::AlignHCenter | Qt::AlignBottom, text());
         return;
