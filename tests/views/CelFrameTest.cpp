@@ -3,6 +3,7 @@
 #include "qt/ModalDriver.h"
 #include "views/cel/CelView.h"
 #include "views/cel/ColorList.h"
+#include "views/dialogs/ColorSwatch.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -80,6 +81,23 @@ TEST_F(CelFrameTest, SwatchesShowTheColorInABlackFrame) {
     EXPECT_EQ(list.pixel(corner + QPoint(1, 1)), qRgb(50, 100, 200));
     EXPECT_EQ(list.pixel(corner + QPoint(18, 18)), qRgb(50, 100, 200));
     EXPECT_EQ(list.pixel(corner + QPoint(19, 19)), qRgb(0, 0, 0));
+}
+
+TEST_F(CelFrameTest, TransparentColorsHaveTheSameSignEverywhere) {
+    const CColor trans = doc->GetColor(2);
+    const auto isSigned = [](const QImage& image, const QRect& area) {
+        int checks = 0;
+        for (int x = area.center().x(); x < area.right(); ++x)
+            checks += image.pixel(x, area.bottom() - 1) == qRgb(255, 255, 255);
+        return checks > 0 && image.pixel(area.topLeft() + QPoint(1, 1)) == qRgb(128, 128, 128);
+    };
+    const QRect row = Colors().visualItemRect(Colors().item(2));
+    EXPECT_TRUE(isSigned(Colors().viewport()->grab().toImage(), {row.left() + 4, row.top() + 4, 18, 18}));
+    Click(2);
+    EXPECT_TRUE(isSigned(Get<QWidget>("colorPair").grab().toImage(), {2, 2, 18, 18}));
+    CColorSwatch swatch("Color", trans);
+    swatch.resize(60, 30);
+    EXPECT_TRUE(isSigned(swatch.grab().toImage(), {1, 1, 58, 28}));
 }
 
 TEST_F(CelFrameTest, WithoutAFolderThereIsNoPaletteToEdit) {

@@ -1,6 +1,7 @@
 #include "views/cel/ColorList.h"
 
 #include "image/Palette.h"
+#include "views/ColorSign.h"
 #include "views/Text.h"
 
 #include <QKeyEvent>
@@ -36,7 +37,7 @@ public:
         item.widget->style()->drawPrimitive(QStyle::PE_PanelItemViewItem, &item, painter, item.widget);
         const QRect swatch(item.rect.left() + swatchMargin, item.rect.top() + swatchMargin, swatchSide, swatchSide);
         painter->fillRect(swatch, Qt::black);
-        painter->fillRect(swatch.adjusted(1, 1, -1, -1), index.data(Qt::UserRole).value<QColor>());
+        PaintColor(*painter, swatch.adjusted(1, 1, -1, -1), index.data(Qt::UserRole).value<QColor>());
         const bool isSelected = item.state.testFlag(QStyle::State_Selected);
         painter->setPen(item.palette.color(isSelected ? QPalette::HighlightedText : QPalette::Text));
         const QRect room = item.rect.adjusted(swatchSide + 3 * swatchMargin, 0, -swatchMargin, 0);
@@ -57,7 +58,7 @@ bool IsOwnKey(const QKeyEvent& event) {
 QListWidgetItem* MakeItem(const CNamedColor& entry) {
     const CColor& color = entry.color;
     auto* item = new QListWidgetItem(ToQt(entry.name));
-    item->setData(Qt::UserRole, QColor(color.red, color.green, color.blue));
+    item->setData(Qt::UserRole, QColor(color.red, color.green, color.blue, color.alpha));
     item->setToolTip(QString("<qt>%1<br>Red %2, green %3, blue %4, opacity %5<br>Click: foreground, right click: "
                              "background, double click: edit</qt>")
                          .arg(ToQt(entry.name).toHtmlEscaped())

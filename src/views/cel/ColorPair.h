@@ -6,8 +6,7 @@
 
 namespace velmor {
 
-/// The two colours that the tools paint with: the foreground over the background. What is not opaque shows a
-/// checkerboard in its corner.
+/// The two colours that the tools paint with: the foreground over the background.
 class CColorPair final : public QWidget {
 public:
     explicit CColorPair(QWidget* parent = nullptr);

@@ -1,5 +1,7 @@
 #include "views/dialogs/ColorSwatch.h"
 
+#include "views/ColorSign.h"
+
 #include <QColorDialog>
 #include <QEvent>
 #include <QPainter>
@@ -11,18 +13,8 @@ namespace velmor {
 
 namespace {
 
-constexpr int square = 6; // of the checkerboard
-constexpr int opaque = 255;
-
 QColor OpaqueOf(const CColor& color) {
     return QColor(color.red, color.green, color.blue);
-}
-
-void FillChecked(QPainter& painter, const QRect& area) {
-    painter.fillRect(area, Qt::white);
-    for (int y = 0; y < area.height(); y += square)
-        for (int x = y / square % 2 * square; x < area.width(); x += 2 * square)
-            painter.fillRect(area & QRect(area.x() + x, area.y() + y, square, square), QColor(190, 190, 190));
 }
 
 /// In black every hue looks alike. Whoever presses into the chooser's field of hues while it is black gets them at
@@ -84,14 +76,7 @@ QPushButton* CColorSwatch::NewChooserButton(const QString& text) {
 void CColorSwatch::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     const QRect inside = hasFocus() ? rect().adjusted(3, 3, -3, -3) : rect();
-    painter.fillRect(inside, OpaqueOf(m_color));
-    if (m_color.alpha != opaque) {
-        const QRect half = inside.adjusted(inside.width() / 2, 0, 0, 0);
-        FillChecked(painter, half);
-        QColor color = OpaqueOf(m_color);
-        color.setAlpha(m_color.alpha);
-        painter.fillRect(half, color);
-    }
+    PaintColor(painter, inside, QColor(m_color.red, m_color.green, m_color.blue, m_color.alpha));
     qDrawPlainRect(&painter, inside, palette().color(isDown() || underMouse() ? QPalette::Text : QPalette::Mid));
     if (hasFocus())
         qDrawPlainRect(&painter, rect(), palette().color(QPalette::Highlight), 2);

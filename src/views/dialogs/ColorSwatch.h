@@ -9,8 +9,7 @@ class QPushButton;
 
 namespace velmor {
 
-/// A field of colour that opens the colour chooser when it is pressed. A colour that is not opaque is shown plain
-/// on the left and over a checkerboard on the right.
+/// A field of colour that opens the colour chooser when it is pressed.
 class CColorSwatch : public QAbstractButton {
 public:
     /// `name` is what the colour is called, for the chooser's title and for screen readers.
