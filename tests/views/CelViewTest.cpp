@@ -279,7 +279,8 @@ TEST_F(CelViewTest, WhatIsRepaintedIsTheWholeTruth) {
     CDisplayBitmap bitmap;
     ASSERT_TRUE(CreateBitmap(Image(), {}, bitmap));
     const QImage shown = view.grab().toImage();
-    EXPECT_EQ(shown.pixel(19, 60), 0xff808080) << "the margin";
+    EXPECT_EQ(shown.pixel(19, 60), 0xff000000) << "the border";
+    EXPECT_EQ(shown.pixel(18, 60), 0xff484848) << "the margin";
     for (int y = 0; y < height; ++y)
         for (int x = 0; x < width; ++x) {
             const std::uint8_t* const bytes = bitmap.bytes.data() + ((height - 1 - y) * bitmap.width + x) * 3;
@@ -323,7 +324,7 @@ TEST_F(CelViewTest, PickTakesTheColourShown) {
     EXPECT_EQ(doc->GetFGColor(), (CColor{255, 255, 255, 255})) << "called off";
     view.Pick();
     Release(client, {5, 5});
-    EXPECT_EQ(doc->GetFGColor(), (CColor{128, 128, 128, 255})) << "the margin";
+    EXPECT_EQ(doc->GetFGColor(), (CColor{72, 72, 72, 255})) << "the margin";
     ExpectImage(before, "picking");
 }
 

@@ -11,7 +11,7 @@ namespace velmor {
 
 namespace {
 
-constexpr QRgb marginColor = 0xff808080;
+constexpr QColor surround(RedOf(surroundColor), GreenOf(surroundColor), BlueOf(surroundColor));
 constexpr std::uint32_t pixelSize = 3;
 
 // Reads a byte more than the pixel has, which is one of the next pixel: every row has some beyond the image's.
@@ -76,9 +76,13 @@ void CCelDisplay::Scale(const CCelViewMapping& mapping, const QRect& part) {
 void CCelDisplay::Paint(QPainter& painter, const CCelViewMapping& mapping, const QRect& exposed) {
     const CPoint origin = mapping.Origin();
     const CSize displayed = mapping.Displayed();
-    const QRect part = exposed & QRect(origin.x, origin.y, displayed.width, displayed.height);
-    for (const QRect& margin : QRegion(exposed) - part)
-        painter.fillRect(margin, QColor(marginColor));
+    const QRect image(origin.x, origin.y, displayed.width, displayed.height);
+    const QRect bordered = image.adjusted(-1, -1, 1, 1);
+    for (const QRect& margin : QRegion(exposed) - bordered)
+        painter.fillRect(margin, surround);
+    for (const QRect& border : QRegion(exposed & bordered) - image)
+        painter.fillRect(border, Qt::black);
+    const QRect part = exposed & image;
     if (part.isEmpty())
         return;
     Scale(mapping, part);

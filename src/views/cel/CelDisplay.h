@@ -11,6 +11,9 @@ class QRect;
 
 namespace velmor {
 
+/// The colour beside the image.
+inline constexpr ColorRef surroundColor = MakeColorRef(72, 72, 72);
+
 /// The picture of the image under edit, over the grid, ready for the screen. Kept in step with the image by the
 /// rectangles that change; painting scales only what is exposed.
 class CCelDisplay {
@@ -25,7 +28,8 @@ public:
     /// The colour shown for a pixel inside the image.
     ColorRef ColorAt(CPoint pixel) const;
 
-    /// Paints the part of the image and of the margins beside it that an exposed client rectangle shows.
+    /// Paints the part of the image, of its border and of the margins around it that an exposed client rectangle
+    /// shows.
     void Paint(QPainter& painter, const CCelViewMapping& mapping, const QRect& exposed);
 
 private:

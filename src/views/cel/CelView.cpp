@@ -19,7 +19,6 @@ namespace velmor {
 
 namespace {
 
-constexpr ColorRef marginColor = MakeColorRef(128, 128, 128);
 constexpr int pagesInImage = 10;
 
 QRect ToRect(const CRect& rect) {
@@ -206,7 +205,7 @@ void CCelView::FinishPick(CPoint point) {
     const CelPick pick = m_pick;
     CancelPick();
     const std::optional<CPoint> pixel = Mapping().PixelShownAt(point);
-    const ColorRef color = pixel ? m_display.ColorAt(*pixel) : marginColor;
+    const ColorRef color = pixel ? m_display.ColorAt(*pixel) : surroundColor;
     if (pick == CelPick::Foreground)
         m_doc.SetFGColorValue(color);
     else
