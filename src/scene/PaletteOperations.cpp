@@ -2,6 +2,9 @@
 
 #include "scene/DialogRequests.h"
 #include "scene/NamingRules.h"
+#include "scene/Settings.h"
+
+#include <algorithm>
 
 namespace velmor {
 
@@ -9,6 +12,7 @@ namespace {
 
 constexpr int mostBrush = 5;
 constexpr int noBrush = -1;
+constexpr int noEntry = -1;
 constexpr int mostPen = 3;
 constexpr int mostBucketMode = 2;
 
@@ -50,6 +54,7 @@ void CPaletteOperations::SetFGColor(int index) {
                            "Internal error : color index out of range in SetFGColor"))
         return;
     model.paint.foreground = model.palette.At(index).color;
+    model.paint.foregroundEntry = index;
     m_context.Update(UpdateHint::Colors);
 }
 
@@ -64,6 +69,7 @@ void CPaletteOperations::SetBGColor(int index) {
 
 void CPaletteOperations::SetFGColorValue(ColorRef color) {
     ReplaceColor(m_context.model.paint.foreground, color);
+    m_context.model.paint.foregroundEntry = noEntry;
     m_context.Update(UpdateHint::Colors);
 }
 
@@ -74,13 +80,14 @@ void CPaletteOperations::SetBGColorValue(ColorRef color) {
 
 void CPaletteOperations::SetFGAlpha(std::uint8_t alpha) {
     m_context.model.paint.foreground.alpha = alpha;
+    m_context.model.paint.foregroundEntry = noEntry;
     m_context.Update(UpdateHint::Colors);
 }
 
 void CPaletteOperations::AddColor(const CColor& color, const std::string& name) {
     CPalette changed = m_context.model.palette;
     if (m_context.Require(changed.Add({color, name}), "Internal error : AddColor called exceeding MAXCOLOR"))
-        Adopt(std::move(changed));
+        Adopt(std::move(changed), m_context.model.paint.foregroundEntry);
 }
 
 void CPaletteOperations::EditColor(int index) {
@@ -92,7 +99,9 @@ void CPaletteOperations::EditColor(int index) {
     if (!values)
         return;
     changed.Set(index, {values->color, values->name});
-    Adopt(std::move(changed));
+    const int foregroundEntry = m_context.model.paint.foregroundEntry;
+    if (Adopt(std::move(changed), foregroundEntry) && index == foregroundEntry)
+        SetFGColor(index);
 }
 
 void CPaletteOperations::DeleteColor(int index) {
@@ -101,14 +110,32 @@ void CPaletteOperations::DeleteColor(int index) {
         !m_context.Require(changed.Contains(index), "Internal error : color index out of range in DeleteColor"))
         return;
     changed.Remove(index);
-    Adopt(std::move(changed));
+    const int entry = m_context.model.paint.foregroundEntry;
+    Adopt(std::move(changed), entry == index ? noEntry : entry > index ? entry - 1 : entry);
+}
+
+void CPaletteOperations::OnDeleteColor(int index) {
+    const CSceneModel& model = m_context.model;
+    const int count = model.palette.Count();
+    if (model.palette.Contains(index) && !m_context.prompter.Confirm("Are you sure you want to delete color\n \"" +
+                                                                     model.palette.At(index).name + "\" ?"))
+        return;
+    const bool isForeground = model.paint.foregroundEntry == index;
+    DeleteColor(index);
+    if (isForeground && model.palette.Count() < count && model.palette.Count() > 0)
+        SetFGColor(std::min(index, model.palette.Count() - 1));
 }
 
 void CPaletteOperations::OnAddColor() {
     if (!m_context.Require(!m_context.model.palette.IsFull(), "Sorry the maximum color allowed exceeded"))
         return;
-    if (const std::optional<CColorValues> values = m_context.prompter.AskColor(Request({})))
-        AddColor(values->color, values->name);
+    const std::optional<CColorValues> values = m_context.prompter.AskColor(Request({}));
+    if (!values)
+        return;
+    const int added = m_context.model.palette.Count();
+    AddColor(values->color, values->name);
+    if (m_context.model.palette.Contains(added))
+        SetFGColor(added);
 }
 
 void CPaletteOperations::SetBrush(int brush) {
@@ -116,6 +143,7 @@ void CPaletteOperations::SetBrush(int brush) {
                            "Internal Error: brush no out of range in SetBrush"))
         return;
     m_context.model.paint.brush = brush;
+    Set(m_context.profile, setting::lastBrush, brush);
     m_context.Update(UpdateHint::Tools);
 }
 
@@ -123,6 +151,7 @@ void CPaletteOperations::SetPen(int pen) {
     if (!m_context.Require(pen >= 0 && pen <= mostPen, "Internal Error: pen no out of range in SetPen"))
         return;
     m_context.model.paint.pen = pen;
+    Set(m_context.profile, setting::lastPen, pen);
     m_context.Update(UpdateHint::Tools);
 }
 
@@ -131,7 +160,15 @@ void CPaletteOperations::SetBucketMode(int mode) {
                            "Internal Error: Invalid mode at CVelmorltDoc::SetBucketMode"))
         return;
     m_context.model.paint.bucketMode = mode;
+    Set(m_context.profile, setting::lastBucketMode, mode);
     m_context.Update(UpdateHint::Tools);
+}
+
+void CPaletteOperations::ReadChoices() {
+    CPaintChoices& paint = m_context.model.paint;
+    paint.brush = std::clamp(Get(m_context.profile, setting::lastBrush), noBrush, mostBrush);
+    paint.pen = std::clamp(Get(m_context.profile, setting::lastPen), 0, mostPen);
+    paint.bucketMode = std::clamp(Get(m_context.profile, setting::lastBucketMode), 0, mostBucketMode);
 }
 
 bool CPaletteOperations::SaveColors() const {
@@ -144,18 +181,23 @@ bool CPaletteOperations::LoadColors() {
         !m_context.Require(!model.folderName.empty(), "Internal error : folder not open for LoadColors"))
         return false;
     const Path file = model.Paths().PaletteFile(model.folderName);
-    if (m_context.Report(LoadPalette(file, model.palette)))
-        return true;
+    const bool loaded = m_context.Report(LoadPalette(file, model.palette));
     // Not the colours of the folder before, which would soon be saved here.
-    if (FileExists(file))
+    if (!loaded && FileExists(file))
         model.palette = SalvagePalette(file);
-    return false;
+    // The foreground stays, whatever stands at its entry's place in this palette.
+    CPaintChoices& paint = model.paint;
+    if (!model.palette.Contains(paint.foregroundEntry) ||
+        model.palette.At(paint.foregroundEntry).color != paint.foreground)
+        paint.foregroundEntry = noEntry;
+    return loaded;
 }
 
 void CPaletteOperations::ClearPalette() {
     CSceneModel& model = m_context.model;
     model.palette = CPalette::Default();
     model.paint.foreground = model.palette.At(0).color;
+    model.paint.foregroundEntry = 0;
     model.paint.background = model.palette.At(1).color;
 }
 
@@ -182,11 +224,13 @@ CColorRequest CPaletteOperations::Request(const CColorValues& initial) const {
     return {initial, [this](const CColorValues& values) { return m_context.Report(CheckFreeText(values.name)); }};
 }
 
-void CPaletteOperations::Adopt(CPalette changed) {
+bool CPaletteOperations::Adopt(CPalette changed, int foregroundEntry) {
     if (!Save(changed))
-        return;
+        return false;
     m_context.model.palette = std::move(changed);
+    m_context.model.paint.foregroundEntry = foregroundEntry;
     m_context.Update(UpdateHint::Palette);
+    return true;
 }
 
 } // namespace velmor

@@ -23,11 +23,16 @@ public:
     void AddColor(const CColor& color, const std::string& name);
     void EditColor(int index);
     void DeleteColor(int index);
-    /// The "Add Color" button: asks for the colour.
+    /// The "Add Color" button: asks for the colour, which becomes the foreground.
     void OnAddColor();
+    /// The "Delete Color" button: asks. After the foreground's entry the one that takes its place is the
+    /// foreground.
+    void OnDeleteColor(int index);
     void SetBrush(int brush);
     void SetPen(int pen);
     void SetBucketMode(int mode);
+    /// Brush, pen and bucket mode as they were last chosen.
+    void ReadChoices();
     bool SaveColors() const;
     /// From a damaged file, which is told, come the entries that can be read, or the default palette; false then.
     bool LoadColors();
@@ -40,7 +45,8 @@ private:
     bool SetDamagedFileAside(const Path& file) const;
     CColorRequest Request(const CColorValues& initial) const;
     /// Writes the changed palette and only then takes it over, so that the file always matches what is shown.
-    void Adopt(CPalette changed);
+    /// `foregroundEntry` is where the foreground's entry stands in it. Returns whether it could be written.
+    bool Adopt(CPalette changed, int foregroundEntry);
 
     CSceneContext m_context;
 };

@@ -26,6 +26,7 @@ void CSceneLifecycle::ConstructFromSettings(const Path& programFolder, const Pat
     ReadSettings();
     ResetXSheet();
     m_palettes.ClearPalette();
+    m_palettes.ReadChoices();
 }
 
 void CSceneLifecycle::ReadSettings() {

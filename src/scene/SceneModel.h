@@ -29,9 +29,10 @@ struct CXSheetSnapshot {
 struct CPaintChoices {
     CColor foreground{0, 0, 0, 255};
     CColor background{255, 255, 255, 255};
-    int brush = 0;      ///< 0 to 5, -1 for the rectangle forms
-    int pen = 0;        ///< 0 to 3
-    int bucketMode = 0; ///< 0 solid, 1 and 2 gradients
+    int foregroundEntry = -1; ///< the palette entry that the foreground was taken from, -1 for none
+    int brush = 0;            ///< 0 to 5, -1 for the rectangle forms
+    int pen = 0;              ///< 0 to 3
+    int bucketMode = 0;       ///< 0 solid, 1 and 2 gradients
 };
 
 /// Everything that the document holds about the open scene: plain values, changed by the document's operations

@@ -485,6 +485,10 @@ void CVelmorltDoc::OnAddColor() {
     m_parts->palette.OnAddColor();
 }
 
+void CVelmorltDoc::OnDeleteColor(int index) {
+    m_parts->palette.OnDeleteColor(index);
+}
+
 void CVelmorltDoc::SetBrush(int brush) {
     m_parts->palette.SetBrush(brush);
 }

@@ -163,6 +163,7 @@ public:
     void EditColor(int index);
     void DeleteColor(int index);
     void OnAddColor();
+    void OnDeleteColor(int index);
     void SetBrush(int brush);
     void SetPen(int pen);
     void SetBucketMode(int mode);

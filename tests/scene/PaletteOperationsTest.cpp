@@ -58,6 +58,28 @@ TEST_F(CPaletteOperationsTest, AFailedSaveLeavesThePalette) {
         prompter.messages);
 }
 
+TEST_F(CPaletteOperationsTest, TheForegroundFollowsTheEntryThatItWasTakenFrom) {
+    const auto edit = [this](int index, CColor color) {
+        prompter.Answer(CColorValues{"Edited", color});
+        palettes.EditColor(index);
+        return model.paint.foreground;
+    };
+    const CColor white{255, 255, 255, 255};
+    palettes.SetFGColor(1);
+    EXPECT_EQ(edit(1, rose), rose);
+    EXPECT_EQ(edit(0, white), rose) << "another entry";
+    palettes.DeleteColor(0);
+    EXPECT_EQ(edit(0, white), white) << "moved up by the deletion";
+    palettes.SetFGColorValue(MakeColorRef(255, 255, 255));
+    EXPECT_EQ(edit(0, rose), white) << "by value";
+    palettes.SetFGColor(0);
+    palettes.DeleteColor(0);
+    EXPECT_EQ(edit(0, white), rose) << "its entry is gone";
+    model.folderName.clear();
+    palettes.SetFGColor(0);
+    EXPECT_EQ(edit(0, rose), white) << "a change that could not be saved";
+}
+
 TEST_F(CPaletteOperationsTest, HoldsItsLimits) {
     while (model.palette.Count() < 498)
         model.palette.Add({});

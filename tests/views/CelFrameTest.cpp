@@ -1,6 +1,7 @@
 #include "views/cel/CelFrame.h"
 #include "CelEditorFixture.h"
 #include "qt/ModalDriver.h"
+#include "scene/Settings.h"
 #include "views/cel/CelView.h"
 #include "views/cel/ColorList.h"
 #include "views/dialogs/ColorSwatch.h"
@@ -52,20 +53,30 @@ TEST_F(CelFrameTest, TheColorListChoosesAndEdits) {
     ASSERT_EQ(Colors().count(), 4);
     EXPECT_EQ(Colors().Current(), 3);
     EXPECT_EQ(SwatchOf(3), (CColor{200, 100, 50, 255}));
+    EXPECT_EQ(doc->GetFGColor(), (CColor{200, 100, 50, 255})) << "a new color is there to paint with";
     prompter.Answer(CColorValues{"Night", {80, 10, 20, 255}});
     QTest::mouseDClick(Colors().viewport(), Qt::LeftButton, {}, Colors().visualItemRect(Colors().item(3)).center());
     EXPECT_EQ(Colors().item(3)->text(), "Night");
     EXPECT_EQ(SwatchOf(3), (CColor{80, 10, 20, 255}));
+    EXPECT_EQ(doc->GetFGColor(), (CColor{80, 10, 20, 255})) << "follows its entry";
     prompter.Answer(CColorValues{"Dusk", {81, 10, 20, 255}});
     Get<QToolButton>("Edit Color").click();
     EXPECT_EQ(doc->GetColorName(3), "Dusk");
+    prompter.confirmations = {false};
+    Get<QToolButton>("Delete Color").click();
+    EXPECT_EQ(doc->GetColorCount(), 4) << "asked first";
     Get<QToolButton>("Delete Color").click();
     EXPECT_EQ(doc->GetColorCount(), 3);
     EXPECT_EQ(Colors().Current(), 2);
-    for (int i = 0; i < 3; ++i)
+    EXPECT_EQ(doc->GetFGColor(), doc->GetColor(2)) << "what is lit paints";
+    Colors().setCurrentRow(0); // with the keyboard
+    QTest::keyClick(&Colors(), Qt::Key_Delete);
+    EXPECT_EQ(Colors().Current(), 1);
+    EXPECT_EQ(doc->GetFGColor(), doc->GetColor(1)) << "what is lit paints";
+    for (int i = 0; i < 2; ++i)
         QTest::keyClick(&Colors(), Qt::Key_Delete);
     EXPECT_EQ(Colors().count(), 0);
-    EXPECT_TRUE(prompter.TakeMessages().empty());
+    EXPECT_EQ(prompter.TakeMessages().size(), 5u) << "questions";
     Get<QToolButton>("Delete Color").click();
     EXPECT_EQ(prompter.TakeMessages(),
               std::vector<std::string>{"Internal error : no colors to delete in DeleteColor"});
@@ -98,6 +109,25 @@ TEST_F(CelFrameTest, TransparentColorsHaveTheSameSignEverywhere) {
     CColorSwatch swatch("Color", trans);
     swatch.resize(60, 30);
     EXPECT_TRUE(isSigned(swatch.grab().toImage(), {1, 1, 58, 28}));
+}
+
+TEST_F(CelFrameTest, ToolBrushPenAndModeComeBackAtTheNextStart) {
+    frame.View().SetTool(CelTool::LineBrush);
+    doc->SetBrush(4);
+    doc->SetPen(3);
+    doc->SetBucketMode(2);
+    CVelmorltDoc next(prompter, profile, {folder.Path(), folder / "data"});
+    CCelFrame nextFrame(next, prompter, profile, {});
+    EXPECT_EQ(nextFrame.View().Tool(), CelTool::LineBrush);
+    EXPECT_TRUE(Child<QRadioButton>(nextFrame, "brush5").isChecked());
+    EXPECT_TRUE(Child<QRadioButton>(nextFrame, "pen4").isChecked());
+    EXPECT_TRUE(Child<QRadioButton>(nextFrame, "bucketMode2").isChecked());
+    for (const CIntSetting& changed :
+         {setting::lastBrush, setting::lastPen, setting::lastBucketMode, setting::lastCelTool})
+        Set(profile, changed, 77);
+    CVelmorltDoc last(prompter, profile, {folder.Path(), folder / "data"});
+    EXPECT_EQ(last.Model().paint.brush, 5) << "what a hand has written is held to the range";
+    EXPECT_EQ(CCelView(last, prompter, profile).Tool(), CelTool::LineBrush);
 }
 
 TEST_F(CelFrameTest, WithoutAFolderThereIsNoPaletteToEdit) {

@@ -14,6 +14,8 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace velmor {
 
 namespace {
@@ -31,7 +33,7 @@ CCelFrame::CCelFrame(CVelmorltDoc& doc, IPrompter& prompter, CProfile& profile, 
       m_view(new CCelView(doc, prompter, profile)),
       m_colors(new CColorList(
           {[&doc](int index) { doc.SetFGColor(index); }, [&doc](int index) { doc.SetBGColor(index); },
-           [&doc](int index) { doc.EditColor(index); }, [&doc](int index) { doc.DeleteColor(index); }})),
+           [&doc](int index) { doc.EditColor(index); }, [&doc](int index) { doc.OnDeleteColor(index); }})),
       m_colorPair(new CColorPair),
       m_brushBar(new CBrushBar(doc, actions.updateCamera)),
       m_tools(actions.tools) {
@@ -80,7 +82,7 @@ QWidget* CCelFrame::MakeColorPanel() {
     QToolButton* remove = MakePaletteButton("Delete Color", "delete-color", "Delete the selected color");
     connect(add, &QToolButton::clicked, this, [this] { m_doc.OnAddColor(); });
     connect(edit, &QToolButton::clicked, this, [this] { m_doc.EditColor(m_colors->Current()); });
-    connect(remove, &QToolButton::clicked, this, [this] { m_doc.DeleteColor(m_colors->Current()); });
+    connect(remove, &QToolButton::clicked, this, [this] { m_doc.OnDeleteColor(m_colors->Current()); });
     auto* panel = new QWidget;
     auto* row = new QHBoxLayout;
     row->setSpacing(gap);
@@ -112,7 +114,7 @@ void CCelFrame::resizeEvent(QResizeEvent* event) {
 
 void CCelFrame::OnUpdate(UpdateHint hint) {
     if (Holds(hint, UpdateHint::Palette))
-        m_colors->PrepareColorBitmaps(m_doc.Model().palette);
+        m_colors->PrepareColorBitmaps(m_doc.Model().palette, m_doc.Model().paint.foregroundEntry);
     if (Holds(hint, UpdateHint::Colors | UpdateHint::Palette))
         UpdateColors();
     if (Holds(hint, UpdateHint::Tools | UpdateHint::EditedImage))
@@ -135,6 +137,9 @@ void CCelFrame::UpdateBrushesandPens() {
 
 void CCelFrame::UpdateColors() {
     m_colorPair->SetColors(m_doc.GetFGColor(), m_doc.GetBGColor());
+    const int entry = m_doc.Model().paint.foregroundEntry;
+    if (std::exchange(m_foregroundEntry, entry) != entry)
+        m_colors->Light(entry);
 }
 
 } // namespace velmor

@@ -60,6 +60,7 @@ private:
     CBrushBar* m_brushBar;
     std::array<QAction*, 4> m_tools; ///< see CCelActions
     std::vector<QToolButton*> m_paletteButtons;
+    int m_foregroundEntry = -1; ///< the palette's, when it was shown last
 };
 
 } // namespace velmor

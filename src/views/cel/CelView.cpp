@@ -4,6 +4,7 @@
 #include "scene/CommandState.h"
 #include "scene/DialogRequests.h"
 #include "scene/Prompter.h"
+#include "scene/Settings.h"
 #include "scene/VelmorltDoc.h"
 #include "views/Icons.h"
 
@@ -52,7 +53,8 @@ CCelView::CCelView(CVelmorltDoc& doc, IPrompter& prompter, CProfile& profile, QW
       m_doc(doc),
       m_prompter(prompter),
       m_profile(profile),
-      m_grid(ReadGridSettings(profile)) {
+      m_grid(ReadGridSettings(profile)),
+      m_tool(static_cast<CelTool>(std::clamp(Get(profile, setting::lastCelTool), 0, 3))) {
     m_doc.Views().Add(*this);
     setObjectName("celView");
     setAccessibleName("Cel editor");
@@ -168,7 +170,8 @@ CelTool CCelView::Tool() const {
 
 void CCelView::SetTool(CelTool tool) {
     CancelDrag();
-    m_tool = tool;
+    if (std::exchange(m_tool, tool) != tool)
+        Set(m_profile, setting::lastCelTool, static_cast<int>(tool));
     RefreshCursor();
     RefreshOverlay();
 }

@@ -112,7 +112,7 @@ private:
     CGridSettings m_grid;
     CCelDisplay m_display;
     CZoomLevel m_zoom;
-    CelTool m_tool = CelTool::Bucket;
+    CelTool m_tool;
     bool m_panMode = false;
     bool m_isSpaceHeld = false;
     CelPick m_pick = CelPick::Nothing;

@@ -91,16 +91,23 @@ QSize CColorList::minimumSizeHint() const {
     return {usualWidth, rowHeight};
 }
 
-void CColorList::PrepareColorBitmaps(const CPalette& palette) {
-    const bool isLonger = count() > 0 && palette.Count() == count() + 1;
-    const int current =
-        isLonger ? palette.Count() - 1 : std::clamp(currentRow(), 0, std::max(palette.Count() - 1, 0));
+void CColorList::PrepareColorBitmaps(const CPalette& palette, int foreground) {
+    const int current = palette.Count() != count() && palette.Contains(foreground)
+                            ? foreground
+                            : std::clamp(currentRow(), 0, std::max(palette.Count() - 1, 0));
     setUpdatesEnabled(false);
     clear();
     for (int i = 0; i < palette.Count(); ++i)
         addItem(MakeItem(palette.At(i)));
     setCurrentRow(current);
     setUpdatesEnabled(true);
+    scrollToItem(currentItem());
+}
+
+void CColorList::Light(int entry) {
+    if (entry < 0)
+        return;
+    setCurrentRow(entry);
     scrollToItem(currentItem());
 }
 

@@ -23,8 +23,11 @@ public:
 
     explicit CColorList(CActions actions, QWidget* parent = nullptr);
 
-    /// Fills the list. The current colour stays; a colour added to the end becomes current.
-    void PrepareColorBitmaps(const CPalette& palette);
+    /// Fills the list. The current colour stays, unless there are more or fewer than before: then it is
+    /// `foreground`, if that is an entry.
+    void PrepareColorBitmaps(const CPalette& palette, int foreground);
+    /// Makes an entry the current one; nothing for -1.
+    void Light(int entry);
     /// The index of the current colour, -1 for none.
     int Current() const { return currentRow(); }
 
