@@ -73,6 +73,7 @@ enum class CommandId {
     CelLineBrush = 33113,
     CelPickColor = 33114,
     CelColorKey = 33115,
+    CelFit = 33116,
 
     SourcesSelectSource = 32785,
     SourcesScanCels = 32786,

@@ -44,6 +44,7 @@ CMainFrame::CMainFrame(CVelmorltDoc& doc, IPrompter& prompter, CProfile& profile
     : m_doc(doc),
       m_prompter(prompter),
       m_profile(profile),
+      m_openedImages(doc.Model().openedImages),
       m_commands(*this),
       m_statusPanes(*statusBar()),
       m_printing(std::make_unique<CPrinting>(*this, doc, prompter)),
@@ -123,6 +124,11 @@ void CMainFrame::UpdateCommands() {
 }
 
 void CMainFrame::OnUpdate(UpdateHint) {
+    const int opened = m_doc.Model().openedImages;
+    if (std::exchange(m_openedImages, opened) != opened) {
+        ShowPane(StackedPane::CelEditor);
+        m_celPane->View().setFocus();
+    }
     const QString title = ToQt(m_doc.GetTitle()) + " - Personal Velmor";
     if (windowTitle() != title)
         setWindowTitle(title);

@@ -86,6 +86,7 @@ private:
     CVelmorltDoc& m_doc;
     IPrompter& m_prompter;
     CProfile& m_profile;
+    int m_openedImages; ///< the model's, when it was looked at last
     CCommandActions m_commands;
     CStatusPanes m_statusPanes;
     std::unique_ptr<CPrinting> m_printing;

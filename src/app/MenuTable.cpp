@@ -22,9 +22,9 @@ constexpr CommandId xsheetMenu[] = {XsheetAddLevel,        XsheetDeleteLevel, Xs
                                     XsheetDeleteFrames,    Separator,         XsheetEditCelData,
                                     XsheetEditCameraData,  Separator,         XsheetInbetweenLevel,
                                     XsheetInbetweenCamera, Separator,         XsheetMultipleLevels};
-constexpr CommandId celMenu[] = {CelZoomIn,    CelZoomOut,  CelZoomOneToOne, CelPan,     Separator, CelUpdateCamera,
-                                 Separator,    CelSettings, Separator,       CelBucket,  CelPen,    CelEraser,
-                                 CelLineBrush, Separator,   CelPickColor,    CelColorKey};
+constexpr CommandId celMenu[] = {CelZoomIn, CelZoomOut,  CelZoomOneToOne, CelPan,    Separator,    CelUpdateCamera,
+                                 Separator, CelSettings, Separator,       CelFit,    Separator,    CelBucket,
+                                 CelPen,    CelEraser,   CelLineBrush,    Separator, CelPickColor, CelColorKey};
 constexpr CommandId sourcesMenu[] = {SourcesSelectSource,   SourcesScanCels,      SourcesScanPicture,    Separator,
                                      SourcesCameraSettings, SourcesCaptureCels,   SourcesCapturePicture, Separator,
                                      SourcesImportCels,     SourcesImportPicture, SourcesImportSettings, Separator,
@@ -93,9 +93,9 @@ constexpr CommandId xsheetToolBar[] = {XsheetMultipleLevels, XsheetEditCelData, 
                                        XsheetAddFrames,      XsheetDeleteFrames,    XsheetRenameLevel,
                                        EditRemoveSound};
 
-constexpr CommandId celToolBar[] = {CelZoomOut,   CelZoomOneToOne, CelZoomIn,    CelPan,
-                                    Separator,    CelBucket,       CelPen,       CelEraser,
-                                    CelLineBrush, Separator,       CelPickColor, CelColorKey};
+constexpr CommandId celToolBar[] = {CelZoomOut, CelZoomOneToOne, CelZoomIn,  CelFit,    CelPan,
+                                    Separator,  CelBucket,       CelPen,     CelEraser, CelLineBrush,
+                                    Separator,  CelPickColor,    CelColorKey};
 
 } // namespace
 

@@ -106,6 +106,8 @@ void CAssetOperations::EditCel(const std::string& name) {
     const Path path = model.Paths().AssetFile(model.sourceMode, model.folderName, name);
     if (const CStatus loaded = m_context.model.celImg.Load(path); !loaded)
         m_context.Show(loaded.Message() + ":: Reading file ->" + Utf8Of(path));
+    else
+        ++m_context.model.openedImages;
     m_context.Update(UpdateHint::EditedImage);
 }
 

@@ -62,7 +62,8 @@ struct CSceneModel {
 
     CPalette palette;
     CPaintChoices paint;
-    CCelImg celImg; ///< the image under edit
+    CCelImg celImg;       ///< the image under edit
+    int openedImages = 0; ///< opened for editing so far: by it a view tells an opening from a refresh
 
     int importThreshold = 128;
     int motionPathSetup = 1;

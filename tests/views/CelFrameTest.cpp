@@ -2,6 +2,7 @@
 #include "CelEditorFixture.h"
 #include "qt/ModalDriver.h"
 #include "scene/Settings.h"
+#include "views/cel/CelCaption.h"
 #include "views/cel/CelView.h"
 #include "views/cel/ColorList.h"
 #include "views/dialogs/ColorSwatch.h"
@@ -109,6 +110,22 @@ TEST_F(CelFrameTest, TransparentColorsHaveTheSameSignEverywhere) {
     CColorSwatch swatch("Color", trans);
     swatch.resize(60, 30);
     EXPECT_TRUE(isSigned(swatch.grab().toImage(), {1, 1, 58, 28}));
+}
+
+TEST_F(CelFrameTest, TheToolRowTellsWhatIsShown) {
+    auto& caption = static_cast<CCelCaption&>(Get<QWidget>("celCaption"));
+    EXPECT_EQ(caption.Text(), "");
+    EditCel();
+    EXPECT_EQ(caption.Text(), "100 %   A / 1   100 x 80 pixels");
+    frame.View().ZoomOut();
+    frame.View().SetTool(CelTool::Pen);
+    QWidget& canvas = *frame.View().viewport();
+    Drag(canvas, canvas.rect().center(), canvas.rect().center(), canvas.rect().center());
+    EXPECT_EQ(caption.Text(), "50 %   A / 1 *   100 x 80 pixels");
+    doc->OnCelUpdatecamera();
+    EXPECT_EQ(caption.Text(), "50 %   A / 1   100 x 80 pixels") << "saved";
+    EditPicture();
+    EXPECT_EQ(caption.Text(), "100 %   Picture back   100 x 80 pixels");
 }
 
 TEST_F(CelFrameTest, ToolBrushPenAndModeComeBackAtTheNextStart) {

@@ -438,9 +438,30 @@ TEST_F(CelViewTest, AnImageThatIsGoneIsNeitherShownNorPainted) {
     Drag(client, {50, 50}, {60, 60}, {70, 70});
     EXPECT_TRUE(prompter.messages.empty());
     EXPECT_EQ(view.horizontalScrollBar()->maximum(), 0);
-    EditPicture();
-    EXPECT_EQ(view.Zoom().Level(), 2) << "the zoom is the view's";
-    EXPECT_GT(view.horizontalScrollBar()->maximum(), 0);
+}
+
+TEST_F(CelViewTest, AnOpenedImageIsShownWholeUntilTheViewIsTouched) {
+    view.resize(60, 50);
+    EditCel();
+    EXPECT_EQ(view.Zoom(), CZoomLevel(0)) << "half as large";
+    EXPECT_EQ(view.horizontalScrollBar()->maximum(), 0);
+    view.resize(220, 200);
+    EXPECT_EQ(view.Zoom(), CZoomLevel(1)) << "never above its own size";
+    view.ZoomIn();
+    view.ZoomIn();
+    view.resize(60, 50);
+    doc->Views().UpdateAllViews(UpdateHint::EditedImage);
+    EXPECT_EQ(view.Zoom(), CZoomLevel(3)) << "a refresh is no opening";
+    EditCel();
+    EXPECT_EQ(view.Zoom(), CZoomLevel(0)) << "opened again";
+    Press(client, {30, 20});
+    Release(client, {30, 20});
+    view.resize(220, 200);
+    EXPECT_EQ(view.Zoom(), CZoomLevel(0)) << "not while something is done to it";
+    view.resize(350, 300);
+    view.FitToWindow();
+    EXPECT_EQ(view.Zoom(), CZoomLevel(3));
+    Image().SetModified(false);
 }
 
 } // namespace

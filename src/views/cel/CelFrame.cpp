@@ -4,6 +4,7 @@
 #include "scene/VelmorltDoc.h"
 #include "views/Icons.h"
 #include "views/cel/BrushBar.h"
+#include "views/cel/CelCaption.h"
 #include "views/cel/CelView.h"
 #include "views/cel/ColorList.h"
 #include "views/cel/ColorPair.h"
@@ -36,6 +37,7 @@ CCelFrame::CCelFrame(CVelmorltDoc& doc, IPrompter& prompter, CProfile& profile, 
            [&doc](int index) { doc.EditColor(index); }, [&doc](int index) { doc.OnDeleteColor(index); }})),
       m_colorPair(new CColorPair),
       m_brushBar(new CBrushBar(doc, actions.updateCamera)),
+      m_caption(new CCelCaption),
       m_tools(actions.tools) {
     setObjectName("celFrame");
     setContextMenuPolicy(Qt::PreventContextMenu);
@@ -44,11 +46,13 @@ CCelFrame::CCelFrame(CVelmorltDoc& doc, IPrompter& prompter, CProfile& profile, 
     AddToolBar(actions.toolBar);
     AddColorBar();
     addToolBar(Qt::RightToolBarArea, m_brushBar);
+    m_view->SetStateCallback([this] { UpdateCaption(); });
     m_doc.Views().Add(*this);
     OnUpdate(everythingHint);
 }
 
 CCelFrame::~CCelFrame() {
+    m_view->SetStateCallback(nullptr);
     m_doc.Views().Remove(*this);
 }
 
@@ -57,6 +61,8 @@ void CCelFrame::AddToolBar(const ActionList& actions) {
     bar->setObjectName("celToolBar");
     bar->setFloatable(false);
     FillToolBar(*bar, actions);
+    bar->addSeparator();
+    bar->addWidget(m_caption);
     for (std::size_t tool = 0; tool < m_tools.size(); ++tool)
         if (m_tools[tool] != nullptr)
             m_tools[tool]->setIconText(toolNames[tool]);
@@ -122,6 +128,11 @@ void CCelFrame::OnUpdate(UpdateHint hint) {
     if (Holds(hint, UpdateHint::Palette | UpdateHint::AssetLists))
         for (QToolButton* button : m_paletteButtons)
             button->setEnabled(m_doc.Model().HasFolder());
+    UpdateCaption();
+}
+
+void CCelFrame::UpdateCaption() {
+    m_caption->SetText(CaptionOf(m_doc.Model(), m_view->Zoom()));
 }
 
 void CCelFrame::UpdateBrushesandPens() {

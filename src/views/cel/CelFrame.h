@@ -14,6 +14,7 @@ class QToolButton;
 namespace velmor {
 
 class CBrushBar;
+class CCelCaption;
 class CCelView;
 class CColorList;
 class CColorPair;
@@ -52,12 +53,14 @@ private:
     QToolButton* MakePaletteButton(const char* text, const char* icon, const char* tip);
     void UpdateBrushesandPens();
     void UpdateColors();
+    void UpdateCaption();
 
     CVelmorltDoc& m_doc;
     CCelView* m_view; // children, all of them
     CColorList* m_colors;
     CColorPair* m_colorPair;
     CBrushBar* m_brushBar;
+    CCelCaption* m_caption;
     std::array<QAction*, 4> m_tools; ///< see CCelActions
     std::vector<QToolButton*> m_paletteButtons;
     int m_foregroundEntry = -1; ///< the palette's, when it was shown last

@@ -54,7 +54,8 @@ CCelView::CCelView(CVelmorltDoc& doc, IPrompter& prompter, CProfile& profile, QW
       m_prompter(prompter),
       m_profile(profile),
       m_grid(ReadGridSettings(profile)),
-      m_tool(static_cast<CelTool>(std::clamp(Get(profile, setting::lastCelTool), 0, 3))) {
+      m_tool(static_cast<CelTool>(std::clamp(Get(profile, setting::lastCelTool), 0, 3))),
+      m_openedImages(doc.Model().openedImages) {
     m_doc.Views().Add(*this);
     setObjectName("celView");
     setAccessibleName("Cel editor");
@@ -117,40 +118,10 @@ void CCelView::scrollContentsBy(int dx, int dy) {
 }
 
 void CCelView::resizeEvent(QResizeEvent*) {
-    UpdateScrollSizes();
-}
-
-void CCelView::ZoomIn() {
-    ZoomAboutCentre(m_zoom.In());
-}
-
-void CCelView::ZoomOut() {
-    ZoomAboutCentre(m_zoom.Out());
-}
-
-void CCelView::ZoomOneToOne() {
-    ZoomAboutCentre(CZoomLevel());
-}
-
-void CCelView::ZoomAboutCentre(CZoomLevel zoom) {
-    CancelDrag();
-    const CCelViewMapping before = Mapping();
-    m_zoom = zoom;
-    const CCelViewMapping now = UpdateScrollSizes();
-    const CSize total = now.Displayed();
-    ScrollTo({ScrollAfterZoom(before.scroll.x, now.client.width, total.width, before.zoom, zoom),
-              ScrollAfterZoom(before.scroll.y, now.client.height, total.height, before.zoom, zoom)});
-    RefreshOverlay();
-    viewport()->update();
-}
-
-void CCelView::ZoomAbout(CPoint anchor, CZoomLevel zoom) {
-    CancelDrag();
-    const CCelViewMapping before = Mapping();
-    m_zoom = zoom;
-    ScrollTo(UpdateScrollSizes().ScrollKeeping(anchor, before));
-    RefreshOverlay();
-    viewport()->update();
+    if (m_fit)
+        Fit(*m_fit);
+    else
+        UpdateScrollSizes();
 }
 
 void CCelView::TogglePan() {
@@ -234,6 +205,9 @@ void CCelView::OnUpdate(UpdateHint hint) {
         CancelDrag();
         CancelPick();
         RebuildDisplay();
+        const int opened = m_doc.Model().openedImages;
+        if (std::exchange(m_openedImages, opened) != opened)
+            Fit(CZoomLevel());
     }
     if (Holds(hint, UpdateHint::Tools)) {
         CancelDrag();
@@ -251,6 +225,7 @@ void CCelView::ShowResult(const CPaintResult& result) {
     }
     if (result.changed.IsEmpty())
         return;
+    TellState();
     m_display.Update(m_doc.EditedImage(), m_grid, result.changed);
     viewport()->update(ToRect(Mapping().ToClient(result.changed)) & viewport()->rect());
 }
@@ -316,6 +291,11 @@ void CCelView::RefreshCursor() {
     m_cursor = now;
     viewport()->setCursor(now.name.empty() ? QCursor(Qt::ArrowCursor)
                                            : ToolCursor(now.name.c_str(), now.hotSpot.x, now.hotSpot.y, now.scale));
+}
+
+void CCelView::TellState() const {
+    if (m_stateChanged)
+        m_stateChanged();
 }
 
 } // namespace velmor

@@ -9,6 +9,7 @@
 
 #include <QAbstractScrollArea>
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -43,6 +44,8 @@ public:
     void ZoomIn();
     void ZoomOut();
     void ZoomOneToOne();
+    /// As large as the view has room for the whole image.
+    void FitToWindow();
     CZoomLevel Zoom() const { return m_zoom; }
     void TogglePan();
     bool IsPanMode() const;
@@ -54,6 +57,8 @@ public:
     void ColorKey();
     CelPick PendingPick() const { return m_pick; }
     void CancelPick();
+    /// Called whenever the zoom has changed, or a tool the image.
+    void SetStateCallback(std::function<void()> changed) { m_stateChanged = std::move(changed); }
     /// Asks for the grid behind transparent pixels.
     void OnCelSettings();
 
@@ -89,8 +94,13 @@ private:
     /// Returns the mapping as it is when the scroll bars have come or gone, which takes them a moment.
     CCelViewMapping UpdateScrollSizes();
     void ScrollTo(CPoint position);
+    /// Shows the image whole, at up to a zoom, and goes on doing so in a view of another size until something is
+    /// done to it: the pane may be getting its size only now.
+    void Fit(CZoomLevel most);
+    CCelViewMapping SetZoom(CZoomLevel zoom);
     void ZoomAboutCentre(CZoomLevel zoom);
     void ZoomAbout(CPoint anchor, CZoomLevel zoom);
+    void ShowZoomed();
 
     void CancelDrag();
     void ContinueDrag(CPoint point);
@@ -105,6 +115,7 @@ private:
     void RefreshOverlay();
     CCelCursor CursorNow() const;
     void RefreshCursor();
+    void TellState() const;
 
     CVelmorltDoc& m_doc;
     IPrompter& m_prompter;
@@ -121,6 +132,9 @@ private:
     CCelOverlay m_overlay;           ///< as it is on the screen
     CCelCursor m_cursor;             ///< likewise
     CWheelTurn m_wheel;
+    int m_openedImages;              ///< the model's, when it was looked at last
+    std::optional<CZoomLevel> m_fit; ///< see Fit(); nothing while the zoom is chosen otherwise
+    std::function<void()> m_stateChanged;
 };
 
 } // namespace velmor

@@ -38,6 +38,7 @@ void CCelView::mousePressEvent(QMouseEvent* event) {
     const bool pans = !isLeft || m_panMode || m_isSpaceHeld;
     if (!pans && !CanUse(m_tool, m_doc.EditedImage()))
         return;
+    m_fit.reset();
     m_drag = CDrag{pans, event->button(), FormOf(m_tool, m_doc.Model().paint), *m_pointer, *m_pointer};
     RefreshCursor();
     RefreshOverlay();
@@ -113,6 +114,7 @@ void CCelView::wheelEvent(QWheelEvent* event) {
             ZoomAbout(PointOf(*event), zoom);
         return;
     }
+    m_fit.reset();
     const CPoint turn = m_wheel.PixelsOf(*event);
     ScrollTo({horizontalScrollBar()->value() - turn.x, verticalScrollBar()->value() - turn.y});
 }

@@ -2,9 +2,14 @@
 
 #include "MainFrameFixture.h"
 #include "scene/DialogRequests.h"
+#include "views/camera/CamFrame.h"
+#include "views/camera/CameraView.h"
 #include "views/cel/CelFrame.h"
 #include "views/cel/CelView.h"
 #include "views/cel/ColorList.h"
+
+#include <QAbstractItemView>
+#include <QScrollBar>
 
 namespace velmor::testing {
 namespace {
@@ -83,6 +88,44 @@ TEST_F(CCelCommandsTest, BucketAndPenAreNotOfferedForAPicture) {
         EXPECT_EQ(View().Tool(), CelTool::Eraser);
     }
     EXPECT_TRUE(prompter.TakeMessages().empty());
+}
+
+TEST_F(CCelCommandsTest, OpeningShowsTheEditorAndGivesItTheKeyboard) {
+    const auto isOpen = [this] { return Frame().Panes().IsOpen(StackedPane::CelEditor); };
+    Run(CommandId::ViewXsheet);
+    auto& assets = *Frame().findChild<QAbstractItemView*>("assets");
+    assets.setFocus();
+    Edit(SourceMode::Cels, "1");
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(isOpen());
+    EXPECT_TRUE(Frame().Panes().IsOpen(StackedPane::Xsheet)) << "what was open stays";
+    EXPECT_TRUE(HasFocus(View()));
+    Key(Qt::Key_P);
+    EXPECT_EQ(View().Tool(), CelTool::Pen);
+
+    Run(CommandId::ViewXsheet);
+    Run(CommandId::FileSaveAll);
+    doc->Views().UpdateAllViews(UpdateHint::EditedImage);
+    EXPECT_FALSE(isOpen()) << "nothing was opened";
+    doc->EditCel("missing");
+    EXPECT_FALSE(isOpen()) << "nothing could be opened";
+}
+
+TEST_F(CCelCommandsTest, ZeroFitsAndOneShowsTheTrueSize) {
+    EditCelOnCanvas();
+    const CZoomLevel camera = Frame().CameraPane().View().Zoom();
+    Key(Qt::Key_0);
+    QCoreApplication::processEvents(); // until the pane has its size
+    EXPECT_GT(View().Zoom().Level(), 1);
+    EXPECT_EQ(View().horizontalScrollBar()->maximum() + View().verticalScrollBar()->maximum(), 0);
+    View().ZoomIn();
+    EXPECT_GT(View().horizontalScrollBar()->maximum() + View().verticalScrollBar()->maximum(), 0);
+    Key(Qt::Key_1);
+    EXPECT_EQ(View().Zoom(), CZoomLevel(1));
+    Colors().setFocus();
+    Key(Qt::Key_0);
+    EXPECT_EQ(View().Zoom(), CZoomLevel(1)) << "typed elsewhere";
+    EXPECT_EQ(Frame().CameraPane().View().Zoom(), camera);
 }
 
 TEST_F(CCelCommandsTest, TheColorListHasItsKeysToItself) {

@@ -59,6 +59,12 @@ TEST_F(CMainFrameTest, NoKeyBelongsToTwoCommands) {
                 << key.toString().toStdString() << " of " << command.text;
             (focused ? ofViews : ofTheWindow).insert(key);
         }
+        const QString focusedKeys = command.focusedKeys;
+        for (const QString& key : focusedKeys.split("; ", Qt::SkipEmptyParts)) {
+            EXPECT_TRUE(owners.emplace(std::pair(QKeySequence(key), command.pane), command.text).second)
+                << command.text;
+            ofViews.insert(QKeySequence(key));
+        }
     }
     for (const QKeySequence& key : ofViews)
         EXPECT_FALSE(ofTheWindow.contains(key)) << key.toString().toStdString();

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "views/ZoomLevel.h"
+
+#include <QWidget>
+
+namespace velmor {
+
+struct CSceneModel;
+
+/// What the cel editor shows, in the words of its tool row: zoom, folder, name, an asterisk when there are changes
+/// that are not on the disk, and size. Empty without an image.
+QString CaptionOf(const CSceneModel& model, CZoomLevel zoom);
+
+/// A line of text that takes the room that is left and is cut short in less than it needs.
+class CCelCaption final : public QWidget {
+public:
+    CCelCaption();
+
+    void SetText(const QString& text);
+    const QString& Text() const { return m_text; }
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QString m_text;
+};
+
+} // namespace velmor
