@@ -109,6 +109,9 @@ void CMainFrame::CreateMenus() {
     auto* camera = new QMenu(this);
     m_commands.FillMenu(*camera, CameraMenu());
     m_cameraPane->View().SetContextMenu(camera);
+    auto* canvas = new QMenu(this);
+    m_commands.FillMenu(*canvas, CelCanvasMenu());
+    m_celPane->View().SetContextMenu(canvas);
 }
 
 void CMainFrame::CreateToolBar() {

@@ -93,6 +93,12 @@ constexpr CommandId xsheetToolBar[] = {XsheetMultipleLevels, XsheetEditCelData, 
                                        XsheetAddFrames,      XsheetDeleteFrames,    XsheetRenameLevel,
                                        EditRemoveSound};
 
+// What is at hand while drawing.
+constexpr CommandId celCanvasMenu[] = {CelBucket,    CelPen,      CelEraser,  CelLineBrush,    Separator, EditUndo,
+                                       Separator,    CelZoomIn,   CelZoomOut, CelZoomOneToOne, CelFit,    Separator,
+                                       CelPickColor, CelColorKey, Separator,  CelUpdateCamera};
+constexpr CMenu canvasMenu{"Cel Editor", celCanvasMenu};
+
 constexpr CommandId celToolBar[] = {CelZoomOut, CelZoomOneToOne, CelZoomIn,  CelFit,    CelPan,
                                     Separator,  CelBucket,       CelPen,     CelEraser, CelLineBrush,
                                     Separator,  CelPickColor,    CelColorKey};
@@ -109,6 +115,10 @@ const CMenu& AssetsMenu() {
 
 const CMenu& CameraMenu() {
     return menus[3];
+}
+
+const CMenu& CelCanvasMenu() {
+    return canvasMenu;
 }
 
 std::span<const CommandId> MainToolBar() {

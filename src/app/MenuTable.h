@@ -17,6 +17,9 @@ std::span<const CMenu> Menus();
 const CMenu& AssetsMenu();
 const CMenu& CameraMenu();
 
+/// Opens under the right mouse button in the cel editor.
+const CMenu& CelCanvasMenu();
+
 std::span<const CommandId> MainToolBar();
 std::span<const CommandId> CameraToolBar();
 std::span<const CommandId> XsheetToolBar();

@@ -7,6 +7,7 @@
 #include "scene/ViewList.h"
 
 #include <QKeyEvent>
+#include <QMenu>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QScrollBar>
@@ -462,6 +463,46 @@ TEST_F(CelViewTest, AnOpenedImageIsShownWholeUntilTheViewIsTouched) {
     view.FitToWindow();
     EXPECT_EQ(view.Zoom(), CZoomLevel(3));
     Image().SetModified(false);
+}
+
+TEST_F(CelViewTest, TheRightButtonAloneOpensTheMenu) {
+    EditCel();
+    Choose(CelTool::Pen, 0, 0);
+    QMenu menu;
+    menu.addAction("Undo");
+    view.SetContextMenu(&menu);
+    const auto isOpenAfter = [&](const std::function<void()>& gesture) {
+        gesture();
+        const bool isOpen = menu.isVisible();
+        menu.close();
+        return isOpen;
+    };
+    const auto right = [this](QEvent::Type type, Qt::MouseButtons buttons) {
+        Mouse(client, type, {50, 50}, Qt::RightButton, buttons);
+    };
+    using enum QEvent::Type;
+    EXPECT_FALSE(isOpenAfter([&] { right(MouseButtonPress, Qt::RightButton); })) << "pressed";
+    EXPECT_TRUE(isOpenAfter([&] { right(MouseButtonRelease, Qt::NoButton); })) << "and let go";
+    EXPECT_FALSE(isOpenAfter([&] {
+        Press(client, {50, 50});
+        right(MouseButtonPress, Qt::LeftButton | Qt::RightButton);
+        right(MouseButtonRelease, Qt::LeftButton);
+        right(MouseButtonPress, Qt::LeftButton | Qt::RightButton);
+        Release(client, {50, 50});
+        right(MouseButtonRelease, Qt::NoButton);
+    })) << "a stroke given up";
+    EXPECT_FALSE(isOpenAfter([&] {
+        right(MouseButtonPress, Qt::RightButton);
+        Mouse(client, MouseButtonPress, {50, 50}, Qt::LeftButton, Qt::LeftButton | Qt::RightButton);
+        right(MouseButtonRelease, Qt::LeftButton);
+        Release(client, {50, 50});
+    })) << "the left joined in";
+    EXPECT_FALSE(isOpenAfter([&] {
+        view.Pick();
+        right(MouseButtonPress, Qt::RightButton);
+        right(MouseButtonRelease, Qt::NoButton);
+    })) << "a pick called off";
+    EXPECT_FALSE(Image().IsModified());
 }
 
 } // namespace

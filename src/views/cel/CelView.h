@@ -8,10 +8,13 @@
 #include "views/cel/CelViewMapping.h"
 
 #include <QAbstractScrollArea>
+#include <QPointer>
 
 #include <functional>
 #include <optional>
 #include <string>
+
+class QMenu;
 
 namespace velmor {
 
@@ -33,8 +36,9 @@ struct CCelCursor {
 
 /// The image under edit, at a zoom level, and the mouse that paints it.
 ///
-/// The left button works with the tool; the right button, pressed while the left is down, gives up. The middle
-/// button, the space bar with the left, and pan mode move the image; the wheel scrolls, and zooms with Ctrl.
+/// The left button works with the tool; the right button, pressed while the left is down, gives up, and alone it
+/// opens the menu. The middle button, the space bar with the left, and pan mode move the image; the wheel scrolls,
+/// and zooms with Ctrl.
 class CCelView final : public QAbstractScrollArea, public IDocView {
 public:
     /// Document, prompter and profile outlive the view, which takes itself off the document's list when it dies.
@@ -57,6 +61,8 @@ public:
     void ColorKey();
     CelPick PendingPick() const { return m_pick; }
     void CancelPick();
+    /// Opens where the right button is let go; belongs to the caller.
+    void SetContextMenu(QMenu* menu);
     /// Called whenever the zoom has changed, or a tool the image.
     void SetStateCallback(std::function<void()> changed) { m_stateChanged = std::move(changed); }
     /// Asks for the grid behind transparent pixels.
@@ -77,6 +83,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
     /// The button that is held: since where, and up to where its way has been worked off. Client coordinates.
@@ -132,6 +139,8 @@ private:
     CCelOverlay m_overlay;           ///< as it is on the screen
     CCelCursor m_cursor;             ///< likewise
     CWheelTurn m_wheel;
+    QPointer<QMenu> m_menu;
+    bool m_opensMenu = false;        ///< the right button is down, and nothing was given up by it
     int m_openedImages;              ///< the model's, when it was looked at last
     std::optional<CZoomLevel> m_fit; ///< see Fit(); nothing while the zoom is chosen otherwise
     std::function<void()> m_stateChanged;

@@ -6,7 +6,9 @@
 #include "scene/VelmorltDoc.h"
 #include "views/cel/CelView.h"
 
+#include <QContextMenuEvent>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <QWheelEvent>
@@ -26,6 +28,7 @@ CPoint PointOf(const QSinglePointEvent& event) {
 
 void CCelView::mousePressEvent(QMouseEvent* event) {
     m_pointer = PointOf(*event);
+    m_opensMenu = event->buttons() == Qt::RightButton && !m_drag && m_pick == CelPick::Nothing;
     if (event->button() == Qt::RightButton) {
         CancelDrag();
         CancelPick();
@@ -78,8 +81,20 @@ void CCelView::mouseReleaseEvent(QMouseEvent* event) {
         CancelDrag();
         if (!drag.pans && !event->buttons().testFlag(Qt::RightButton))
             FinishDrag(drag, *m_pointer);
+    } else if (event->button() == Qt::RightButton && std::exchange(m_opensMenu, false) && m_menu) {
+        m_menu->popup(event->globalPosition().toPoint());
     }
     RefreshOverlay();
+}
+
+void CCelView::SetContextMenu(QMenu* menu) {
+    m_menu = menu;
+}
+
+void CCelView::contextMenuEvent(QContextMenuEvent* event) {
+    // Of the mouse, whose press may yet be a stroke given up, its release tells.
+    if (event->reason() != QContextMenuEvent::Mouse && m_menu && !m_drag)
+        m_menu->popup(event->globalPos());
 }
 
 void CCelView::FinishDrag(const CDrag& drag, CPoint point) {
