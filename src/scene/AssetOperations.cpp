@@ -84,8 +84,10 @@ void CAssetOperations::OnAssetsNewcel() {
 void CAssetOperations::ShowNewCel(const std::string& name, CCelImg image) {
     CSceneModel& model = m_context.model;
     model.DropEditedImage(image.FilePath());
-    if (m_lifecycle.CloseEditedImage())
+    if (m_lifecycle.CloseEditedImage()) {
         model.celImg = std::move(image);
+        ++model.openedImages;
+    }
     if (model.sourceMode != SourceMode::Cels)
         m_lifecycle.SetSourceMode(SourceMode::Cels);
     model.sourceSelection = {name};

@@ -354,6 +354,7 @@ TEST_F(AssetOperations, ANewCelReplacesTheOldOneOnlyWhenItIsThere) {
 }
 
 TEST_F(AssetOperations, ANewCelIsTheOneToWorkOn) {
+    const int opened = model.openedImages;
     MakePicture("Sky", red);
     Edit(PictureFile("Sky"), blue);
     Select(SourceMode::Pictures, {"Sky"});
@@ -361,6 +362,7 @@ TEST_F(AssetOperations, ANewCelIsTheOneToWorkOn) {
     assets.OnAssetsNewcel();
     EXPECT_EQ(Load(PictureFile("Sky")).ColorAt(1, 0), blue) << "saved before it was left";
     EXPECT_EQ(model.celImg.FilePath(), CelFile("1"));
+    EXPECT_EQ(model.openedImages, opened + 1) << "the canvas is to have the keyboard";
     EXPECT_EQ(model.celImg.Width(), 30);
     EXPECT_FALSE(model.celImg.IsModified());
     EXPECT_EQ(model.sourceMode, SourceMode::Cels);
