@@ -14,6 +14,7 @@
 #include "views/camera/CameraView.h"
 #include "views/cel/CelFrame.h"
 #include "views/cel/CelView.h"
+#include "views/source/SourceView.h"
 #include "views/xsheet/XSheetView.h"
 #include "views/xsheet/XsheetFrame.h"
 #include "xsheet/XSheetFile.h"
@@ -98,6 +99,21 @@ void OpenLargeDatabase(benchmark::State& state) {
     }
 }
 BENCHMARK(OpenLargeDatabase)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+/// From choosing a folder of 500 cels to its list on the screen; with thumbnails (1), as much of them as there are
+/// then.
+void ChooseLargeFolder(benchmark::State& state) {
+    const CBenchFolder folder;
+    MakeLargeDatabase(folder.Path());
+    CProgram program(folder.Path(), "Scene 77", "walk");
+    program.frame->SourceView().ShowThumbnails(state.range(0) != 0);
+    for ([[maybe_unused]] auto _ : state) {
+        program.doc->SetFolderName("");
+        program.doc->SetFolderName("walk");
+        CProgram::Settle();
+    }
+}
+BENCHMARK(ChooseLargeFolder)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 void ScrollLargeXsheet(benchmark::State& state) {
     const CBenchFolder folder;

@@ -28,7 +28,7 @@ bool IsOwnKey(const QKeyEvent& event) {
     const Qt::KeyboardModifiers modifiers = event.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier);
     if (modifiers != Qt::NoModifier)
         return false;
-    if (event.key() == Qt::Key_Delete) // with Shift it cuts, as everywhere
+    if (event.key() == Qt::Key_Delete) // with Shift it is another key for cutting
         return event.modifiers() == Qt::NoModifier || event.modifiers() == Qt::KeypadModifier;
     return std::ranges::find(ownKeys, event.key()) != std::end(ownKeys) ||
            (event.text().size() == 1 && event.text().front().isLetterOrNumber());
