@@ -53,8 +53,8 @@ protected:
     }
     void Release(QPoint point) { QTest::mouseRelease(Port(), Qt::LeftButton, {}, point); }
     // QTest's own moves do not say that a button is down.
-    void DragTo(QPoint point) {
-        QMouseEvent move(QEvent::MouseMove, point, Port()->mapToGlobal(point), Qt::NoButton, Qt::LeftButton, {});
+    void DragTo(QPoint point, Qt::MouseButton held = Qt::LeftButton) {
+        QMouseEvent move(QEvent::MouseMove, point, Port()->mapToGlobal(point), Qt::NoButton, held, {});
         QCoreApplication::sendEvent(Port(), &move);
     }
     void Click(QPoint point) {
@@ -137,17 +137,32 @@ TEST_F(XSheetViewTest, DragsSelectFromTheCursor) {
     EXPECT_EQ(told, 1);
     DragTo(At(2, 9));
     EXPECT_EQ(Selection(), (CXSheetSelection{0, 1, 5, 8})) << "the button is up";
+
+    Press(At(1, 5));
+    DragTo(At(1, 7), Qt::NoButton); // it was let go over another window
+    DragTo(At(2, 9));
+    EXPECT_EQ(Selection(), (CXSheetSelection{1, 1, 5, 5}));
 }
 
 TEST_F(XSheetViewTest, TheRowOfNamesSelectsWholeColumns) {
     Open();
     Click(At(1, 4));
-    Press({200, 30});
-    EXPECT_EQ(Selection(), (CXSheetSelection{1, 1, 0, 99})) << "the selected level stays until the drag moves";
-    EXPECT_EQ(Cursor(), (CSheetCell{1, 0}));
-    DragTo({30 + 80 * 2 + 5, 30});
+    const QPoint names[] = {{70, 30}, {150, 30}, {230, 30}};
+    Press(names[2]);
+    EXPECT_EQ(Selection(), (CXSheetSelection{2, 2, 0, 99}));
+    EXPECT_EQ(Cursor(), (CSheetCell{2, 0}));
+    DragTo(names[1]);
     EXPECT_EQ(Selection(), (CXSheetSelection{1, 2, 0, 99}));
-    Release({30 + 80 * 2 + 5, 30});
+    Release(names[1]);
+    EXPECT_EQ(Cursor(), (CSheetCell{2, 0}));
+    Press(names[0], Qt::ShiftModifier);
+    Release(names[0]);
+    EXPECT_EQ(Selection(), (CXSheetSelection{0, 2, 0, 99}));
+
+    Click(At(1, 4));
+    Click({30 + 5 * 80 + 100, 30});
+    EXPECT_EQ(Selection(), (CXSheetSelection{1, 1, 0, 99})) << "beside the names the selected level stays";
+    EXPECT_EQ(Cursor(), (CSheetCell{1, 0}));
 
     Click({200, 20});
     EXPECT_EQ(Selection(), (CXSheetSelection{2, 2, 0, 0})) << "the line between the header's rows selects a cell";

@@ -39,6 +39,10 @@ void CXSheetMouse::Press(const CXSheetGeometry& geometry, QPoint point, bool ext
     CXSheetSelection selection = m_doc.Model().selection;
     if (point.y() > geometry.buttonSize && point.y() < geometry.headerHeight) {
         m_press = Pressed::Columns;
+        if (geometry.LevelAt(point)) {
+            m_doc.SetCursorX(cell.level);
+            selection = extend ? Grown(selection, cell) : Spanning(cell, cell);
+        }
         selection.startFrame = 0;
         selection.endFrame = geometry.frameCount - 1;
         Select(m_doc, selection);

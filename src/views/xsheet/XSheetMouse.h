@@ -15,8 +15,9 @@ class CXSheetMouse {
 public:
     explicit CXSheetMouse(CVelmorltDoc& doc) : m_doc(doc) {}
 
-    /// In the button row: arms a button. In the row of names: selects all frames of the selected levels. Below:
-    /// selects the cell, or with `extend` grows the selection to it. All but the first set the cursor.
+    /// In the button row: arms a button. On a level's name: selects its column, beside the names all frames of the
+    /// selected levels. Below: selects the cell. With `extend` the selection grows instead. All but the first set
+    /// the cursor.
     void Press(const CXSheetGeometry& geometry, QPoint point, bool extend);
     /// Selects from the cursor to the point, whole columns after a press in the row of names.
     void Drag(const CXSheetGeometry& geometry, QPoint point);

@@ -219,6 +219,10 @@ void CXSheetView::mousePressEvent(QMouseEvent* event) {
 
 void CXSheetView::mouseMoveEvent(QMouseEvent* event) {
     const QPoint point = event->position().toPoint();
+    if (m_mouse.IsPressed() && !event->buttons().testFlag(Qt::LeftButton)) {
+        m_mouse.Cancel(); // let go where no event could be seen, over a message for instance
+        EndDrag();
+    }
     if (m_mouse.IsSelecting())
         DragSelection(point, true);
     else
