@@ -10,6 +10,7 @@
 #include "app/WindowSettings.h"
 #include "platform/SystemPaths.h"
 #include "scene/Prompter.h"
+#include "scene/SceneModel.h"
 #include "scene/VelmorltDoc.h"
 #include "views/Icons.h"
 #include "views/Text.h"
@@ -22,11 +23,13 @@
 #include "views/xsheet/XsheetFrame.h"
 
 #include <QAbstractEventDispatcher>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QMenuBar>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QToolBar>
+#include <utility>
 
 namespace velmor {
 
@@ -64,6 +67,7 @@ CMainFrame::CMainFrame(CVelmorltDoc& doc, IPrompter& prompter, CProfile& profile
     UpdateCommands();
     connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
             [this] { UpdateCommands(); });
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, const QWidget* now) { OnFocusMoved(now); });
 }
 
 CMainFrame::~CMainFrame() {
@@ -135,6 +139,25 @@ void CMainFrame::OnUpdate(UpdateHint) {
     const QString title = ToQt(m_doc.GetTitle()) + " - Personal Velmor";
     if (windowTitle() != title)
         setWindowTitle(title);
+}
+
+// The cel editor is left when another widget of the program gets the keyboard: not for another program, nor for a
+// menu.
+void CMainFrame::OnFocusMoved(const QWidget* focus) {
+    if (focus == nullptr || focus->window()->windowType() == Qt::Popup)
+        return;
+    const bool isInEditor = m_celPane->isAncestorOf(focus);
+    if (std::exchange(m_isInCelEditor, isInEditor) && !isInEditor)
+        QMetaObject::invokeMethod(
+            this, [this] { SaveLeftImage(); }, Qt::QueuedConnection); // no message amid a press of the mouse
+}
+
+// A file that cannot be written is told of once, and again when there is something new to lose.
+void CMainFrame::SaveLeftImage() {
+    const CCelImg& image = m_doc.Model().celImg;
+    const CUnsavedImage unsaved{image.FilePath(), image.Changes()};
+    if (image.IsModified() && m_reported != unsaved && !m_doc.SaveEditedImage())
+        m_reported = unsaved;
 }
 
 void CMainFrame::OnFilePrint() {

@@ -3,10 +3,12 @@
 #include "app/CommandActions.h"
 #include "app/PaneStack.h"
 #include "app/StatusPanes.h"
+#include "platform/Files.h"
 #include "scene/ViewList.h"
 
 #include <QMainWindow>
 #include <memory>
+#include <optional>
 
 class QSplitter;
 class QToolBar;
@@ -27,6 +29,14 @@ class IPrompter;
 /// The bars of the panes.
 enum class PaneBar : std::size_t { CameraTools, XsheetTools, CelTools, Colors, Brushes };
 inline constexpr std::size_t paneBars = 5;
+
+/// A state of the image under edit that is not on disk.
+struct CUnsavedImage {
+    Path file;
+    int changes = 0;
+
+    bool operator==(const CUnsavedImage&) const = default;
+};
 
 /// The one window: menus, the main toolbar, the status bar and the four views in their fixed arrangement.
 class CMainFrame final : public QMainWindow, public IDocView {
@@ -82,6 +92,8 @@ private:
     void ShowAlone(StackedPane pane, const PaneHeights& heights);
     void RestoreLayout();
     void SaveLayout();
+    void OnFocusMoved(const QWidget* focus);
+    void SaveLeftImage();
 
     CVelmorltDoc& m_doc;
     IPrompter& m_prompter;
@@ -102,6 +114,9 @@ private:
     CXsheetFrame* m_xsheetPane = nullptr;
     CCelFrame* m_celPane = nullptr;
     std::array<QToolBar*, paneBars> m_paneBars{}; // of the panes
+
+    bool m_isInCelEditor = false;            ///< the keyboard is
+    std::optional<CUnsavedImage> m_reported; ///< what could not be written the last time
 };
 
 } // namespace velmor

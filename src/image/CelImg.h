@@ -44,7 +44,12 @@ public:
     CStatus GetHeight(int& value) const;
 
     bool IsModified() const { return m_modified; }
-    void SetModified(bool modified) { m_modified = modified; }
+    void SetModified(bool modified) {
+        m_modified = modified;
+        m_changes += modified ? 1 : 0;
+    }
+    /// Grows with every SetModified(true): tells changes apart that are all not saved yet.
+    int Changes() const { return m_changes; }
     /// The file that the image belongs to; empty when nothing is loaded.
     const Path& FilePath() const { return m_path; }
     void SetFilePath(Path path) { m_path = std::move(path); }
@@ -115,6 +120,7 @@ private:
     int m_height = 0;
     int m_strideBits = 0;
     bool m_modified = false;
+    int m_changes = 0;
     Path m_path;
 };
 
