@@ -60,6 +60,9 @@ enum class CommandId {
     XsheetInbetweenLevel = 32893,
     XsheetInbetweenCamera = 32894,
     XsheetMultipleLevels = 32884,
+    XsheetOpenDrawing = 33121,
+    XsheetBlur = 33122,
+    XsheetTransparency = 33123,
 
     CelZoomIn = 32799,
     CelZoomOut = 32800,

@@ -255,6 +255,16 @@ constexpr CCommand commands[] = {
      "Sets either single or multiple level movement selections", "Multiple Level Move Selections", Always,
      [](const Target& target) { return target.doc.Model().moveSelection.IsMultiple(); },
      Doc<&CVelmorltDoc::OnXsheetMultiplelevelmoveselections>, sheet},
+    {CommandId::XsheetOpenDrawing, "&Open Drawing\tENTER", "edit-asset", "Return; Enter",
+     "Opens the drawing of the current cel in the cel editor", "Open Drawing", When<CanEditCelData>, nullptr,
+     [](Target& target) { target.doc.EditDrawing(target.doc.GetCursorX(), target.doc.GetCursorY()); }, sheet,
+     Focused},
+    {CommandId::XsheetBlur, "Bl&ur", "header-blur", "", "Edits the blur of the current cel", "Blur",
+     When<CanEditCelData>, nullptr, [](Target& target) { target.doc.OnXSheetDoBlur(target.doc.GetCursorX()); },
+     sheet},
+    {CommandId::XsheetTransparency, "&Transparency", "header-transparency", "",
+     "Edits the transparency of the current cel", "Transparency", When<CanEditCelData>, nullptr,
+     [](Target& target) { target.doc.OnXSheetDoTrans(target.doc.GetCursorX()); }, sheet},
 
     // Cel
     {CommandId::CelZoomIn, "Zoom &In\tCTRL +", "zoom-in", "Ctrl++; Ctrl+=", "Zooms One Level In", "Zoom In",

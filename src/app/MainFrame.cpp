@@ -116,6 +116,12 @@ void CMainFrame::CreateMenus() {
     auto* canvas = new QMenu(this);
     m_commands.FillMenu(*canvas, CelCanvasMenu());
     m_celPane->View().SetContextMenu(canvas);
+    CSheetMenus sheet;
+    for (std::size_t part = 0; part < sheet.size(); ++part) {
+        sheet[part] = new QMenu(this);
+        m_commands.FillMenu(*sheet[part], SheetMenus()[part]);
+    }
+    m_xsheetPane->View().SetContextMenus(sheet);
 }
 
 void CMainFrame::CreateToolBar() {

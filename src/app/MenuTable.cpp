@@ -17,11 +17,25 @@ constexpr CommandId assetsMenu[] = {
 constexpr CommandId cameraMenu[] = {CameraMoveMode, CameraRotateMode, CameraZoomMode,       Separator,
                                     CameraZoomIn,   CameraZoomOut,    CameraZoomOneToOne,   CameraPan,
                                     Separator,      CameraAntialias,  CameraMotionPathSetup};
-constexpr CommandId xsheetMenu[] = {XsheetAddLevel,        XsheetDeleteLevel, XsheetRenameLevel,
-                                    XsheetSwapLevels,      Separator,         XsheetAddFrames,
-                                    XsheetDeleteFrames,    Separator,         XsheetEditCelData,
-                                    XsheetEditCameraData,  Separator,         XsheetInbetweenLevel,
-                                    XsheetInbetweenCamera, Separator,         XsheetMultipleLevels};
+constexpr CommandId xsheetMenu[] = {XsheetAddLevel,
+                                    XsheetDeleteLevel,
+                                    XsheetRenameLevel,
+                                    XsheetSwapLevels,
+                                    Separator,
+                                    XsheetAddFrames,
+                                    XsheetDeleteFrames,
+                                    Separator,
+                                    XsheetEditCelData,
+                                    XsheetEditCameraData,
+                                    Separator,
+                                    XsheetInbetweenLevel,
+                                    XsheetInbetweenCamera,
+                                    Separator,
+                                    XsheetMultipleLevels,
+                                    Separator,
+                                    XsheetOpenDrawing,
+                                    XsheetBlur,
+                                    XsheetTransparency};
 constexpr CommandId celMenu[] = {CelZoomIn, CelZoomOut,  CelZoomOneToOne, CelPan,    Separator,    CelUpdateCamera,
                                  Separator, CelSettings, Separator,       CelFit,    Separator,    CelBucket,
                                  CelPen,    CelEraser,   CelLineBrush,    Separator, CelPickColor, CelColorKey};
@@ -49,6 +63,16 @@ constexpr CMenu menus[] = {{"&File", fileMenu},       {"&Edit", editMenu},      
                            {"&Camera", cameraMenu},   {"&Xsheet", xsheetMenu},       {"Ce&l", celMenu},
                            {"&Sources", sourcesMenu}, {"A&nimation", animationMenu}, {"&View", viewMenu},
                            {"&Help", helpMenu}};
+
+// Under the right mouse button, with what is hit there as the current cel, level or frame.
+constexpr CommandId sheetCellMenu[] = {XsheetOpenDrawing, Separator,  EditCut,
+                                       EditCopy,          EditPaste,  Separator,
+                                       XsheetEditCelData, XsheetBlur, XsheetTransparency};
+constexpr CommandId sheetLevelMenu[] = {
+    XsheetRenameLevel, XsheetAddLevel, XsheetDeleteLevel, XsheetSwapLevels, Separator,
+    EditCut,           EditCopy,       EditPaste,         Separator,        XsheetMultipleLevels};
+constexpr CommandId sheetCameraMenu[] = {XsheetEditCameraData, XsheetInbetweenCamera, Separator, EditRemoveSound};
+constexpr CMenu sheetMenus[] = {{"Cel", sheetCellMenu}, {"Level", sheetLevelMenu}, {"Camera", sheetCameraMenu}};
 
 constexpr CommandId mainToolBar[] = {FileNewScene,
                                      FileOpenScene,
@@ -119,6 +143,10 @@ const CMenu& CameraMenu() {
 
 const CMenu& CelCanvasMenu() {
     return canvasMenu;
+}
+
+std::span<const CMenu, 3> SheetMenus() {
+    return sheetMenus;
 }
 
 std::span<const CommandId> MainToolBar() {

@@ -16,6 +16,8 @@ std::span<const CMenu> Menus();
 /// The "&Assets" and "&Camera" menus, which also open under the right mouse button.
 const CMenu& AssetsMenu();
 const CMenu& CameraMenu();
+/// What opens under the right mouse button on cells, level headers and the camera column of the xsheet.
+std::span<const CMenu, 3> SheetMenus();
 
 /// Opens under the right mouse button in the cel editor.
 const CMenu& CelCanvasMenu();

@@ -11,10 +11,12 @@ PaneHeights SharedHeights(const PaneHeights& ideal, int total) {
 
 PaneHeights OpenedHeights(const PaneHeights& ideal, StackedPane pane, int total) {
     PaneHeights heights = ideal;
-    heights[static_cast<std::size_t>(pane)] = greedyPane;
+    int& opened = heights[static_cast<std::size_t>(pane)];
+    opened = collapsedPane;
     const auto isOpen = [](int height) { return height > leastPane; };
-    const auto open = static_cast<int>(std::ranges::count_if(heights, isOpen));
-    std::ranges::replace_if(heights, isOpen, std::max(total / open, leastPane + 1));
+    const auto others = std::max(1, static_cast<int>(std::ranges::count_if(heights, isOpen)));
+    std::ranges::replace_if(heights, isOpen, std::max(total / 2 / others, leastPane + 1));
+    opened = std::max(total / 2, leastPane + 1);
     return heights;
 }
 

@@ -23,7 +23,8 @@ PaneHeights SharedHeights(const PaneHeights& ideal, int total);
 inline constexpr PaneHeights cameraHeights = {greedyPane, collapsedPane, collapsedPane};
 inline constexpr PaneHeights xsheetHeights = {collapsedPane, greedyPane, collapsedPane};
 inline constexpr PaneHeights celEditorHeights = {collapsedPane, collapsedPane, greedyPane};
-/// Ideal heights that open a collapsed pane beside those that are open: all of these get alike of `total` pixels.
+/// Ideal heights that open a collapsed pane beside those that are open: it gets half of `total` pixels, the others
+/// share the rest.
 PaneHeights OpenedHeights(const PaneHeights& ideal, StackedPane pane, int total);
 
 /// What the panes get of `total` pixels: from the top each its ideal height, as long as all below keep their

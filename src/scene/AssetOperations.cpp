@@ -113,6 +113,29 @@ void CAssetOperations::EditCel(const std::string& name) {
     m_context.Update(UpdateHint::EditedImage);
 }
 
+void CAssetOperations::EditDrawing(int level, int frame) {
+    const CSceneModel& model = m_context.model;
+    if (!model.sceneOpen || !model.xsheet.HasLevel(level) || !model.xsheet.HasFrame(frame) ||
+        !model.xsheet.Cel(level, frame).IsUsed())
+        return;
+    const CXSheetCel cel = model.xsheet.Cel(level, frame);
+    const SourceMode kind = cel.FolderName() == picturesFolder ? SourceMode::Pictures : SourceMode::Cels;
+    const Path file = model.Paths().AssetFile(kind, cel.FolderName(), cel.CelName());
+    if (!FileExists(file)) {
+        m_context.Show(CCelImg().Load(file).Message() + ":: Reading file ->" + Utf8Of(file));
+        return;
+    }
+    if (model.sourceMode != kind)
+        m_lifecycle.SetSourceMode(kind);
+    if (kind == SourceMode::Cels && model.folderName != cel.FolderName()) {
+        m_lifecycle.SetFolderName(cel.FolderName());
+        if (model.folderName != cel.FolderName())
+            return; // the image under edit could not be left
+    }
+    m_context.model.sourceSelection = {cel.CelName()};
+    EditCel(cel.CelName());
+}
+
 void CAssetOperations::OnCelUpdatecamera() {
     CCelImg& image = m_context.model.celImg;
     if (!m_context.Require(image.GetLoadState() != LoadState::Nothing,

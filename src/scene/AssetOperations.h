@@ -37,6 +37,9 @@ public:
     void OnAssetsDuplicate();
     /// Loads an asset of the shown kind (a cel of the current folder, or a picture) into the cel editor.
     void EditCel(const std::string& name);
+    /// Loads the drawing of a cell into the cel editor. Its folder becomes the current one, or pictures are shown,
+    /// and it is selected. Nothing for an empty cell; a file that is gone is told of and nothing else changes.
+    void EditDrawing(int level, int frame);
     /// Writes the image under edit, so that the camera view shows the change.
     void OnCelUpdatecamera();
 

@@ -617,6 +617,10 @@ void CVelmorltDoc::EditCel(const std::string& name) {
         m_parts->assets.EditCel(name);
 }
 
+void CVelmorltDoc::EditDrawing(int level, int frame) {
+    m_parts->assets.EditDrawing(level, frame);
+}
+
 bool CVelmorltDoc::SaveEditedImage() {
     return CEditedImage(m_parts->context).Save();
 }

@@ -195,6 +195,8 @@ public:
     void OnAssetsFlip();
     void OnAssetsColorkey();
     void EditCel(const std::string& name);
+    /// Loads the drawing of a cell into the cel editor and goes to its folder.
+    void EditDrawing(int level, int frame);
     /// Writes the image under edit to its file when it has changes, and has the camera picture composed again;
     /// keeps it open. Shows what went wrong, with the file; true when nothing is left unsaved.
     bool SaveEditedImage();

@@ -220,10 +220,51 @@ TEST_F(XSheetViewTest, DoubleClicksEditTheCelOrTheCamera) {
     EXPECT_EQ(doc->GetCamPosX(3), 11);
     DragTo(At(1, 9));
     EXPECT_EQ(Selection().endFrame, 3) << "no drag is left over";
+    EXPECT_EQ(doc->GetCursorX(), 2) << "the level nearest to the camera";
 
-    prompter.Answer(form);
-    Key(Qt::Key_Return);
-    EXPECT_EQ(doc->Model().xsheet.Cel(2, 3).PosX(), 7) << "of the last level, which is nearest to the camera";
+    QTest::mouseDClick(Port(), Qt::LeftButton, Qt::ControlModifier, At(0, 6));
+    EXPECT_EQ(doc->Model().celImg.FilePath(), SceneFolder("Test") / "A" / "2.bit");
+}
+
+TEST_F(XSheetViewTest, ARightClickChoosesWhatItsMenuIsAbout) {
+    Open();
+    std::array<QMenu, 3> menus;
+    CSheetMenus handed{};
+    for (std::size_t i = 0; i < menus.size(); ++i) {
+        menus[i].addAction("x");
+        handed[i] = &menus[i];
+    }
+    view->SetContextMenus(handed);
+    // Which of the menus opens.
+    const auto open = [&](QPoint point) {
+        QContextMenuEvent event(QContextMenuEvent::Mouse, point, Port()->mapToGlobal(point));
+        QCoreApplication::sendEvent(Port(), &event);
+        const auto shown = std::ranges::find_if(menus, &QMenu::isVisible);
+        const auto which = static_cast<int>(shown - menus.begin());
+        for (QMenu& menu : menus)
+            menu.close();
+        return which;
+    };
+    Press(At(0, 2));
+    DragTo(At(1, 4));
+    Release(At(1, 4));
+    const CXSheetSelection block = Selection();
+    EXPECT_EQ(open(At(1, 3)), 0);
+    EXPECT_EQ(Selection(), block) << "to be cut as a whole";
+    EXPECT_EQ(Cursor(), (CSheetCell{0, 2}));
+    EXPECT_EQ(open(At(1, 5)), 0);
+    EXPECT_EQ(Selection(), (CXSheetSelection{1, 1, 5, 5}));
+    EXPECT_EQ(Cursor(), (CSheetCell{1, 5}));
+
+    EXPECT_EQ(open({30 + 2 * 80 + 40, 30}), 1);
+    EXPECT_EQ(Selection(), (CXSheetSelection{2, 2, 0, 99}));
+    EXPECT_EQ(doc->GetCursorX(), 2);
+    EXPECT_EQ(open({30 + 5 * 80 + 40, At(0, 7).y()}), 2);
+    EXPECT_EQ(doc->GetCursorY(), 0) << "a frame of the selected column";
+    Click(At(2, 1));
+    EXPECT_EQ(open({30 + 5 * 80 + 40, At(0, 7).y()}), 2);
+    EXPECT_EQ(Cursor(), (CSheetCell{2, 7}));
+    EXPECT_EQ(open({30 + 4 * 80 + 40, 30}), 3) << "no level there";
 }
 
 TEST_F(XSheetViewTest, KeysMoveTheCursorAndKeepItInView) {

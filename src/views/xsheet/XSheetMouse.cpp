@@ -92,6 +92,22 @@ void CXSheetMouse::ClickButton(const CHeaderHit& hit) {
     }
 }
 
+void SelectForMenu(CVelmorltDoc& doc, const CXSheetGeometry& geometry, QPoint point) {
+    const CXSheetSelection& selection = doc.Model().selection;
+    const CXSheetSelection before = selection;
+    const bool onHeader = point.y() < geometry.headerHeight;
+    const CSheetCell cell = geometry.CellAt(point) || onHeader
+                                ? geometry.NearestCell(point)
+                                : CSheetCell{doc.GetCursorX(), geometry.YToFrame(point.y())};
+    const CXSheetSelection wanted{cell.level, cell.level, onHeader ? 0 : cell.frame,
+                                  onHeader ? geometry.frameCount - 1 : cell.frame};
+    if (Grown(Grown(selection, {wanted.startLevel, wanted.startFrame}), {wanted.endLevel, wanted.endFrame}) ==
+        before)
+        return;
+    MoveCursor(doc, cell, false);
+    Select(doc, wanted);
+}
+
 void MoveCursor(CVelmorltDoc& doc, CSheetCell cell, bool extend) {
     const CSceneModel& model = doc.Model();
     const CXSheetSelection& selection = model.selection;

@@ -40,6 +40,9 @@ private:
     Pressed m_press = Pressed::Nothing;
 };
 
+/// What a menu at a point is to be about: the cell or camera frame there becomes the cursor, the level whose header
+/// it is gets its column selected; what is selected already stays.
+void SelectForMenu(CVelmorltDoc& doc, const CXSheetGeometry& geometry, QPoint point);
 /// Selects one cell and puts the cursor there; with `extend` the selection's corner at the cursor moves along
 /// instead and the opposite one stays.
 void MoveCursor(CVelmorltDoc& doc, CSheetCell cell, bool extend);

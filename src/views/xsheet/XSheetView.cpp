@@ -8,10 +8,12 @@
 
 #include <QGuiApplication>
 #include <QHelpEvent>
+#include <QMenu>
 #include <QPainter>
 #include <QScrollBar>
 #include <QSignalBlocker>
 #include <QToolTip>
+#include <algorithm>
 #include <cmath>
 
 namespace velmor {
@@ -286,7 +288,9 @@ void CXSheetView::mouseDoubleClickEvent(QMouseEvent* event) {
         return;
     // The release goes to the dialog, or comes when it is closed.
     m_mouse.Cancel();
-    if (onCell)
+    if (onCell && event->modifiers().testFlag(Qt::ControlModifier))
+        m_doc.EditDrawing(m_doc.GetCursorX(), m_doc.GetCursorY());
+    else if (onCell)
         m_doc.OnXsheetEditceldata();
     else
         m_doc.OnXsheetEditcameradata();
@@ -306,16 +310,41 @@ void CXSheetView::wheelEvent(QWheelEvent* event) {
     event->accept();
 }
 
+void CXSheetView::SetContextMenus(const CSheetMenus& menus) {
+    std::ranges::copy(menus, m_menus.begin());
+}
+
+QMenu* CXSheetView::MenuAt(QPoint point) const {
+    if (m_geometry.CellAt(point))
+        return m_menus[0];
+    if (point.y() < m_geometry.headerHeight && m_geometry.LevelAt(point))
+        return m_menus[1];
+    return m_geometry.CameraFrameAt(point) ? m_menus[2] : nullptr;
+}
+
+void CXSheetView::contextMenuEvent(QContextMenuEvent* event) {
+    if (!m_look.sceneOpen || m_mouse.IsPressed())
+        return;
+    const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
+    const QPoint point = byKey ? m_geometry.CellRect(m_shownCursor).center() : event->pos();
+    QMenu* menu = byKey ? m_menus[0].data() : MenuAt(point);
+    if (menu == nullptr)
+        return;
+    if (!byKey)
+        SelectForMenu(m_doc, m_geometry, point);
+    Refresh();
+    const QRect seen = viewport()->rect();
+    menu->popup(viewport()->mapToGlobal(QPoint(std::clamp(point.x(), seen.left(), seen.right()),
+                                               std::clamp(point.y(), seen.top(), seen.bottom()))));
+}
+
 void CXSheetView::keyPressEvent(QKeyEvent* event) {
     const Qt::KeyboardModifiers modifiers = event->modifiers() & ~Qt::KeypadModifier;
     const bool extend = modifiers == Qt::ShiftModifier;
     event->ignore();
     if (!m_look.sceneOpen || m_mouse.IsPressed() || (modifiers != Qt::NoModifier && !extend))
         return;
-    if (!extend && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {
-        event->accept();
-        m_doc.OnXsheetEditceldata();
-    } else if (const auto cell = CursorAfterKey(event->key(), m_shownCursor, m_geometry)) {
+    if (const auto cell = CursorAfterKey(event->key(), m_shownCursor, m_geometry)) {
         event->accept();
         MoveCursor(m_doc, *cell, extend);
     }

@@ -8,17 +8,23 @@
 
 #include <QAbstractScrollArea>
 #include <QBasicTimer>
+#include <QPointer>
+#include <array>
 #include <functional>
 #include <memory>
 #include <string>
 
 class QHelpEvent;
+class QMenu;
 
 namespace velmor {
 
 class CVelmorltDoc;
 class CXSheetStyle;
 class IPrompter;
+
+/// Of cells, level headers and the camera column. They belong to the caller.
+using CSheetMenus = std::array<QMenu*, 3>;
 
 /// The exposure sheet as a grid, levels across and frames down: sets cursor and selection, opens the dialogs of a
 /// level's header and takes dropped assets.
@@ -33,6 +39,8 @@ public:
     void DropSounds(const QPoint& screenPoint);
     /// Called when a drag has changed the selection, of which the document tells nobody.
     void SetSelectionCallback(std::function<void()> changed) { m_selectionChanged = std::move(changed); }
+    /// Shown at a right click.
+    void SetContextMenus(const CSheetMenus& menus);
     /// The grid on the viewport as it is scrolled now.
     const CXSheetGeometry& Geometry() const { return m_geometry; }
 
@@ -52,6 +60,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
@@ -78,6 +87,7 @@ private:
     void EndDrag();
     std::optional<CDropMark> DropMarkAt(QPoint point) const;
     QString ToolTipAt(QPoint point);
+    QMenu* MenuAt(QPoint point) const;
 
     CVelmorltDoc& m_doc;
     CXSheetGeometry m_geometry;
@@ -88,6 +98,7 @@ private:
     CXSheetMouse m_mouse;
     CAssetThumbnails m_thumbnails;
     std::function<void()> m_selectionChanged;
+    std::array<QPointer<QMenu>, 3> m_menus;
 
     QBasicTimer m_scrollTimer; ///< runs while a drag is held where it scrolls
     QPoint m_dragPoint;

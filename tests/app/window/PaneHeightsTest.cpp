@@ -25,7 +25,7 @@ TEST(PaneHeightsTest, APaneOpensBesideThoseThatAreOpen) {
     EXPECT_EQ(DividePanes(OpenedHeights(cameraHeights, StackedPane::CelEditor, 800), 800),
               (PaneHeights{400, 20, 380}));
     EXPECT_EQ(DividePanes(OpenedHeights({400, 400, 10}, StackedPane::CelEditor, 900), 900),
-              (PaneHeights{300, 300, 300}));
+              (PaneHeights{225, 225, 450}));
 }
 
 } // namespace velmor::testing
