@@ -48,6 +48,7 @@ enum class CommandId {
     CameraPan = 32828,
     CameraAntialias = 32886,
     CameraMotionPathSetup = 32889,
+    CameraFit = 33120,
 
     XsheetAddLevel = 32812,
     XsheetDeleteLevel = 32814,

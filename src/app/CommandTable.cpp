@@ -213,7 +213,7 @@ constexpr CCommand commands[] = {
     {CommandId::CameraZoomOut, "Zoom &Out\t -", "zoom-out", "-", "Zooms one level out", "Zoom Out", HasScene,
      nullptr, Camera<&CCameraView::ZoomOut>, camera, Shown},
     {CommandId::CameraZoomOneToOne, "Zoom &1:1\t *", "zoom-one", "*", "Zooms to 100%", "Zoom 1:1", HasScene,
-     nullptr, Camera<&CCameraView::ZoomOneToOne>, camera, Shown},
+     nullptr, Camera<&CCameraView::ZoomOneToOne>, camera, Shown, CommandGroup::None, "1"},
     {CommandId::CameraPan, "&Pan", "pan", "", "Toggles Pan Mode", "Pan", HasScene,
      [](const Target& target) { return target.camera.IsPanMode(); }, Camera<&CCameraView::TogglePan>, camera},
     {CommandId::CameraAntialias, "&Antialias", "antialias", "",
@@ -223,6 +223,9 @@ constexpr CCommand commands[] = {
     {CommandId::CameraMotionPathSetup, "Motion Path Setup", "motion-path", "",
      "Show Motion Path Setup Dialog for the Camera View", "Motion Path Setup", HasScene, nullptr,
      Doc<&CVelmorltDoc::OnCameraMotionpathsetup>, camera},
+    {CommandId::CameraFit, "&Fit to Window\t0", "zoom-fit", "0",
+     "Shows the whole picture, as large as there is room", "Fit to Window", HasScene, nullptr,
+     Camera<&CCameraView::FitToWindow>, camera, Focused},
 
     // Xsheet
     {CommandId::XsheetAddLevel, "&Add Level\tINS", "add-level", "Ins", "Adds another level to the xsheet",

@@ -14,9 +14,10 @@ constexpr CommandId editMenu[] = {EditUndo,     Separator,  EditCut,     EditCop
 constexpr CommandId assetsMenu[] = {
     AssetsNewFolder, AssetsNewCel, Separator,       AssetsDelete, AssetsDeleteFolder, Separator,  AssetsEdit,
     AssetsPlaySound, AssetsRename, AssetsDuplicate, Separator,    AssetsRotate,       AssetsFlip, AssetsColorKey};
-constexpr CommandId cameraMenu[] = {CameraMoveMode, CameraRotateMode, CameraZoomMode,       Separator,
-                                    CameraZoomIn,   CameraZoomOut,    CameraZoomOneToOne,   CameraPan,
-                                    Separator,      CameraAntialias,  CameraMotionPathSetup};
+constexpr CommandId cameraMenu[] = {CameraMoveMode, CameraRotateMode, CameraZoomMode,        Separator,
+                                    CameraZoomIn,   CameraZoomOut,    CameraZoomOneToOne,    CameraPan,
+                                    Separator,      CameraAntialias,  CameraMotionPathSetup, Separator,
+                                    CameraFit};
 constexpr CommandId xsheetMenu[] = {XsheetAddLevel,
                                     XsheetDeleteLevel,
                                     XsheetRenameLevel,
@@ -110,7 +111,8 @@ constexpr CommandId mainToolBar[] = {FileNewScene,
                                      AnimationPlaySelectedSound};
 constexpr CommandId cameraToolBar[] = {CameraPan, CameraZoomIn,    CameraZoomOut,    CameraZoomOneToOne,
                                        Separator, CameraMoveMode,  CameraRotateMode, CameraZoomMode,
-                                       Separator, CameraAntialias, Separator,        CameraMotionPathSetup};
+                                       Separator, CameraAntialias, Separator,        CameraMotionPathSetup,
+                                       Separator, CameraFit};
 constexpr CommandId xsheetToolBar[] = {XsheetMultipleLevels, XsheetEditCelData,     XsheetEditCameraData,
                                        XsheetInbetweenLevel, XsheetInbetweenCamera, Separator,
                                        XsheetAddLevel,       XsheetDeleteLevel,     XsheetSwapLevels,

@@ -8,6 +8,7 @@
 #include "views/camera/CamFrame.h"
 
 #include <QCursor>
+#include <QLabel>
 #include <QMenu>
 #include <QScrollBar>
 #include <QTest>
@@ -138,6 +139,7 @@ TEST_F(CameraView, ShowsTheComposedFramePixelForPixel) {
 TEST_F(CameraView, ScrollSizesFollowTheZoomAndTheCentreStays) {
     NewScene("Wide", 3, 640, 480);
     ShowView();
+    view->ZoomOneToOne();
     const QScrollBar& across = *view->horizontalScrollBar();
     const QScrollBar& down = *view->verticalScrollBar();
     view->ZoomIn();
@@ -166,6 +168,55 @@ TEST_F(CameraView, ScrollSizesFollowTheZoomAndTheCentreStays) {
     view->ZoomOut();
     EXPECT_EQ(view->Zoom().Percent(), 33);
     EXPECT_EQ(across.maximum(), 0) << "213 columns fit";
+}
+
+TEST_F(CameraView, APictureThatIsOpenedFitsUntilItIsZoomed) {
+    NewScene("Wide", 3, 640, 480);
+    ShowView(330, 330);
+    EXPECT_EQ(view->Zoom().Percent(), 50);
+    view->resize(220, 220);
+    EXPECT_EQ(view->Zoom().Percent(), 33);
+    view->resize(3000, 2000);
+    EXPECT_EQ(view->Zoom().Percent(), 100) << "not more by itself";
+    view->FitToWindow();
+    EXPECT_EQ(view->Zoom().Percent(), 400);
+    view->ZoomOneToOne();
+    view->resize(220, 220);
+    EXPECT_EQ(view->Zoom().Percent(), 100) << "it was chosen";
+    NewScene("Wider", 3, 1280, 480);
+    EXPECT_EQ(view->Zoom().Percent(), 16);
+    EXPECT_EQ(view->horizontalScrollBar()->maximum(), 0);
+}
+
+TEST_F(CameraView, ArrowsAndPageKeysGoToOtherFrames) {
+    NewScene("Long", 100);
+    ShowView();
+    const std::pair<Qt::Key, int> steps[] = {
+        {Qt::Key_Down, 1},   {Qt::Key_Right, 2}, {Qt::Key_PageDown, 26}, {Qt::Key_Left, 25},     {Qt::Key_Up, 24},
+        {Qt::Key_PageUp, 0}, {Qt::Key_Up, 0},    {Qt::Key_End, 99},      {Qt::Key_PageDown, 99}, {Qt::Key_Home, 0}};
+    ASSERT_EQ(doc->GetFPS(), 24);
+    for (const auto& [key, frame] : steps) {
+        QTest::keyClick(view.get(), key);
+        EXPECT_EQ(doc->GetCursorY(), frame) << key;
+    }
+    EXPECT_EQ(doc->Model().selection, (CXSheetSelection{0, 0, 0, 0}));
+    QTest::keyClick(view.get(), Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_EQ(doc->GetCursorY(), 0);
+}
+
+TEST_F(CameraView, TheWheelScrollsByThePixelsOfTheDevice) {
+    NewScene("Wide", 3, 640, 480);
+    ShowView();
+    view->ZoomOneToOne();
+    view->verticalScrollBar()->setValue(100);
+    QWheelEvent pad({50, 50}, view->viewport()->mapToGlobal(QPointF(50, 50)), {0, -7}, {0, -15}, Qt::NoButton,
+                    Qt::NoModifier, Qt::ScrollUpdate, false);
+    QApplication::sendEvent(view->viewport(), &pad);
+    EXPECT_EQ(Scroll(), QPoint(0, 107));
+    Wheel({50, 50}, -120, {});
+    EXPECT_EQ(Scroll(), QPoint(0, 155)) << "a notch as in the cel editor";
+    Wheel({50, 50}, -120, Qt::ShiftModifier);
+    EXPECT_EQ(Scroll(), QPoint(48, 155));
 }
 
 TEST_F(CameraView, DragsMoveCelsAndCameraInFramePixels) {
@@ -417,6 +468,10 @@ TEST_F(CameraView, FrameHoldsToolsMenuAndShrinks) {
     const auto* bar = frame.findChild<QToolBar*>();
     EXPECT_EQ(bar->windowTitle(), "Camera Tools");
     EXPECT_EQ(bar->actions().front(), &action);
+    const auto* zoom = frame.findChild<QLabel*>("camera zoom");
+    EXPECT_EQ(zoom->text(), "100 %");
+    frame.View().ZoomOut();
+    EXPECT_EQ(zoom->text(), "50 %");
     QContextMenuEvent event(QContextMenuEvent::Mouse, {5, 5}, {5, 5});
     QApplication::sendEvent(frame.View().viewport(), &event);
     EXPECT_TRUE(menu.isVisible());

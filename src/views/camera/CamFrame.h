@@ -4,6 +4,8 @@
 
 #include <QMainWindow>
 
+class QLabel;
+
 namespace velmor {
 
 class CCameraView;
@@ -14,11 +16,15 @@ class IPrompter;
 class CCamFrame final : public QMainWindow {
 public:
     CCamFrame(CVelmorltDoc& doc, IPrompter& prompter, const ActionList& toolBar, QWidget* parent = nullptr);
+    ~CCamFrame() override;
 
     CCameraView& View() { return *m_view; }
 
 private:
-    CCameraView* m_view; ///< a child
+    void ShowZoom();
+
+    CCameraView* m_view; // children
+    QLabel* m_zoom;
 };
 
 } // namespace velmor

@@ -19,6 +19,7 @@ namespace velmor {
 namespace {
 
 constexpr QRgb waitingColor = 0xff404040;
+constexpr CZoomLevel largestFit{64};
 
 const char* CursorNameOf(const CSceneModel& model, bool panning) {
     if (!model.sceneOpen)
@@ -59,15 +60,44 @@ void CCameraView::SetContextMenu(QMenu* menu) {
 }
 
 void CCameraView::ZoomIn() {
-    SetZoom(m_zoom.In());
+    ZoomTo(m_zoom.In());
 }
 
 void CCameraView::ZoomOut() {
-    SetZoom(m_zoom.Out());
+    ZoomTo(m_zoom.Out());
 }
 
 void CCameraView::ZoomOneToOne() {
-    SetZoom(CZoomLevel());
+    ZoomTo(CZoomLevel());
+}
+
+void CCameraView::ZoomTo(CZoomLevel zoom) {
+    m_largestFit.reset();
+    SetZoom(zoom);
+}
+
+void CCameraView::FitToWindow() {
+    m_largestFit = largestFit;
+    Fit();
+}
+
+void CCameraView::Fit() {
+    if (!m_largestFit || !IsSceneOpen())
+        return;
+    const QSize room = maximumViewportSize();
+    const CZoomLevel zoom =
+        FittingZoom(m_doc.Model().geometry.Frame(), {room.width(), room.height()}, *m_largestFit);
+    if (zoom != m_zoom)
+        SetZoom(zoom);
+}
+
+void CCameraView::ShowOpenedScene() {
+    const CSceneModel& model = m_doc.Model();
+    const std::string scene = model.sceneOpen ? model.databaseFolder + model.sceneName : std::string();
+    if (m_scene == scene)
+        return;
+    m_scene = scene;
+    m_largestFit = CZoomLevel(); // more would show pixels rather than a picture
 }
 
 void CCameraView::TogglePan() {
@@ -86,6 +116,7 @@ void CCameraView::OnUpdate(UpdateHint hint) {
         }
         return;
     }
+    ShowOpenedScene();
     if (!IsSceneOpen()) {
         m_drag.reset();
         m_feed.Forget();
@@ -94,6 +125,7 @@ void CCameraView::OnUpdate(UpdateHint hint) {
     } else {
         m_feed.Follow();
     }
+    Fit();
     SetScrolls();
     UpdateCursor();
     viewport()->update();
@@ -146,12 +178,14 @@ void CCameraView::SetZoom(CZoomLevel zoom) {
     if (m_drag && m_drag->input)
         m_drag->input = NewInput(m_drag->last);
     TakePicture();
+    if (m_zoomChanged)
+        m_zoomChanged();
 }
 
 // Keeps what is under `point` there.
 void CCameraView::SetZoomAt(CZoomLevel zoom, QPoint point) {
     const QPointF inPicture = QPointF(point - PictureRect().topLeft()) * (zoom.Factor() / m_zoom.Factor());
-    SetZoom(zoom);
+    ZoomTo(zoom);
     ScrollTo(inPicture.toPoint() - point);
     if (m_drag && m_drag->input)
         m_drag->input = NewInput(m_drag->last);
@@ -202,6 +236,7 @@ bool CCameraView::viewportEvent(QEvent* event) {
 }
 
 void CCameraView::resizeEvent(QResizeEvent*) {
+    Fit();
     SetScrolls();
 }
 

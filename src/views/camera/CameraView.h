@@ -1,6 +1,7 @@
 #pragma once
 
 #include "scene/ViewList.h"
+#include "views/WheelTurn.h"
 #include "views/ZoomLevel.h"
 #include "views/camera/CameraDrag.h"
 #include "views/camera/CameraMarks.h"
@@ -11,7 +12,9 @@
 #include <QPoint>
 #include <QPointer>
 #include <QRect>
+#include <functional>
 #include <optional>
+#include <string>
 
 class QMenu;
 
@@ -22,7 +25,9 @@ class IPrompter;
 
 /// The current frame through the camera: shows the composed picture, motion paths and selection marks over it, and
 /// turns drags into camera input or, in pan mode, into scrolling. Besides pan mode the middle button, or the space
-/// bar held down, scrolls; the wheel with Ctrl zooms about the pointer.
+/// bar held down, scrolls; the wheel scrolls, and with Ctrl zooms about the pointer. The picture of a scene that is
+/// opened is shown whole, and stays so in a view of another size until it is zoomed. Arrows and page keys go to
+/// other frames.
 class CCameraView final : public QAbstractScrollArea, public IDocView {
 public:
     /// Document and prompter outlive the view, which takes itself off the document's list when it dies.
@@ -35,7 +40,11 @@ public:
     void ZoomIn();
     void ZoomOut();
     void ZoomOneToOne();
+    /// Shows the whole picture as large as there is room.
+    void FitToWindow();
     CZoomLevel Zoom() const { return m_zoom; }
+    /// Called whenever the zoom has changed.
+    void SetZoomCallback(std::function<void()> changed) { m_zoomChanged = std::move(changed); }
     void TogglePan();
     bool IsPanMode() const { return m_panMode; }
 
@@ -70,8 +79,13 @@ private:
     bool IsSceneOpen() const;
     QRect PictureRect() const;
     void SetScrolls();
+    /// As the user wants it: the picture need not fit any longer.
+    void ZoomTo(CZoomLevel zoom);
     void SetZoom(CZoomLevel zoom);
     void SetZoomAt(CZoomLevel zoom, QPoint point);
+    /// Zooms so that the picture fits, if it is to.
+    void Fit();
+    void ShowOpenedScene();
     void ScrollTo(QPoint position);
     QPoint ScrollPosition() const;
     void TakePicture();
@@ -91,13 +105,16 @@ private:
     CPictureFeed m_feed;
     QImage m_picture; ///< as it is painted at the zoom
     CZoomLevel m_zoom;
+    std::optional<CZoomLevel> m_largestFit; ///< up to which the picture is kept fitting; nothing once it was zoomed
+    std::string m_scene;                    ///< the one that is shown
+    std::function<void()> m_zoomChanged;
     bool m_panMode = false;
     bool m_spaceHeld = false;
     std::optional<CDrag> m_drag;
     std::optional<CCameraMarks> m_marks; ///< nothing when they are to be collected again
     double m_cursorScale = 0;
     const char* m_cursorName = nullptr;
-    int m_wheelAngle = 0; ///< of turning with Ctrl, short of a zoom step
+    CWheelTurn m_wheel;
     QPointer<QMenu> m_menu;
 };
 

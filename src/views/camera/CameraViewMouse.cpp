@@ -3,6 +3,7 @@
 #include "scene/SceneModel.h"
 #include "scene/VelmorltDoc.h"
 #include "views/camera/CameraView.h"
+#include "views/xsheet/XSheetMouse.h"
 
 #include <QContextMenuEvent>
 #include <QKeyEvent>
@@ -17,15 +18,39 @@ namespace velmor {
 
 namespace {
 
-constexpr int notch = 120; // of a wheel, as Qt counts its angle
-// A wheel that runs on does not carry the picture out of reach.
-constexpr int smallestByWheel = -14;
-constexpr int largestByWheel = 64;
-
 // Only moving turns the mouse's motion into the camera's rotation.
 double TurnOfInput(const CSceneModel& model) {
     const double rotation = model.camera.At(model.cursorFrame).rotation;
     return model.inputMode == InputMode::Move && std::isfinite(rotation) ? rotation : 0;
+}
+
+// To the next frames with the arrows, by a second with the page keys, to the ends with Home and End.
+std::optional<int> FrameAfterKey(int key, int frame, int frameCount, int frameRate) {
+    switch (key) {
+    case Qt::Key_Left:
+    case Qt::Key_Up:
+        frame -= 1;
+        break;
+    case Qt::Key_Right:
+    case Qt::Key_Down:
+        frame += 1;
+        break;
+    case Qt::Key_PageUp:
+        frame -= frameRate;
+        break;
+    case Qt::Key_PageDown:
+        frame += frameRate;
+        break;
+    case Qt::Key_Home:
+        frame = 0;
+        break;
+    case Qt::Key_End:
+        frame = frameCount - 1;
+        break;
+    default:
+        return std::nullopt;
+    }
+    return std::max(0, std::min(frame, frameCount - 1));
 }
 
 } // namespace
@@ -102,27 +127,29 @@ void CCameraView::wheelEvent(QWheelEvent* event) {
     if (!IsSceneOpen())
         return;
     if (event->modifiers().testFlag(Qt::ControlModifier)) {
-        m_wheelAngle += event->angleDelta().y();
-        const int steps = m_wheelAngle / notch;
-        m_wheelAngle %= notch;
-        if (steps != 0)
-            SetZoomAt(CZoomLevel(std::clamp(m_zoom.Level() + steps, smallestByWheel, largestByWheel)),
-                      event->position().toPoint());
+        if (const CZoomLevel zoom = m_wheel.ZoomAfter(*event, m_zoom); zoom != m_zoom)
+            SetZoomAt(zoom, event->position().toPoint());
         return;
     }
-    QPoint distance = event->angleDelta() / 2;
-    if (event->modifiers().testFlag(Qt::ShiftModifier))
-        distance = distance.transposed();
-    ScrollTo(ScrollPosition() - distance);
+    const CPoint turn = m_wheel.PixelsOf(*event);
+    ScrollTo(ScrollPosition() - QPoint(turn.x, turn.y));
 }
 
 void CCameraView::keyPressEvent(QKeyEvent* event) {
-    if (event->key() != Qt::Key_Space) {
-        QAbstractScrollArea::keyPressEvent(event);
+    if (event->key() == Qt::Key_Space) {
+        m_spaceHeld = true;
+        UpdateCursor();
         return;
     }
-    m_spaceHeld = true;
-    UpdateCursor();
+    const bool plain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+    const CSceneModel& model = m_doc.Model();
+    const std::optional<int> frame =
+        FrameAfterKey(event->key(), model.cursorFrame, model.xsheet.FrameCount(), model.geometry.frameRate);
+    if (!plain || !frame || !model.sceneOpen) {
+        event->ignore();
+    } else if (!m_drag && *frame != model.cursorFrame) {
+        MoveCursor(m_doc, {model.cursorLevel, *frame}, false);
+    }
 }
 
 void CCameraView::keyReleaseEvent(QKeyEvent* event) {
