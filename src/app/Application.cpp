@@ -7,6 +7,8 @@
 #include "scene/VelmorltDoc.h"
 #include "views/dialogs/QtPrompter.h"
 
+#include <QSocketNotifier>
+
 namespace velmor {
 
 CProgramFolders CProgramFolders::OfThisUser() {
@@ -22,6 +24,7 @@ bool CApplication::Start(bool showSplash) {
     CreateFolder(m_folders.configuration);
     m_guard = CInstanceGuard::Acquire(m_folders.configuration);
     if (!m_guard) {
+        CInstanceBell::Ring(m_folders.configuration);
         m_prompter->ShowMessage("Personal Velmor is already running");
         return false;
     }
@@ -35,7 +38,19 @@ bool CApplication::Start(bool showSplash) {
     m_prompter->SetParent(*m_frame, m_profile.get());
     m_doc->ReopenLastScene();
     m_frame->show();
+    AnswerBell();
     return true;
+}
+
+void CApplication::AnswerBell() {
+    m_bell.emplace(m_folders.configuration);
+    if (m_bell->Descriptor() < 0)
+        return;
+    m_bellNotifier = std::make_unique<QSocketNotifier>(m_bell->Descriptor(), QSocketNotifier::Read);
+    QObject::connect(m_bellNotifier.get(), &QSocketNotifier::activated, m_frame.get(), [this] {
+        if (m_bell->WasRung())
+            m_frame->BringToFront();
+    });
 }
 
 } // namespace velmor

@@ -1,11 +1,14 @@
 #pragma once
 
+#include "platform/InstanceBell.h"
 #include "platform/InstanceGuard.h"
 #include "platform/Profile.h"
 #include "platform/Trash.h"
 
 #include <memory>
 #include <optional>
+
+class QSocketNotifier;
 
 namespace velmor {
 
@@ -30,18 +33,23 @@ public:
     explicit CApplication(CProgramFolders folders);
     ~CApplication();
 
-    /// False when start-up fails, because the program is running already; nothing has been made then.
+    /// False when start-up fails, because the program is running already; nothing has been made then, and the one
+    /// that runs has been asked to come to the front.
     bool Start(bool showSplash);
     CMainFrame& Frame() { return *m_frame; }
     CVelmorltDoc& Document() { return *m_doc; }
 
 private:
+    void AnswerBell();
+
     CProgramFolders m_folders;
     std::optional<CInstanceGuard> m_guard;
+    std::optional<CInstanceBell> m_bell;
     std::unique_ptr<CProfile> m_profile;
     std::unique_ptr<CQtPrompter> m_prompter;
     std::unique_ptr<CVelmorltDoc> m_doc;
     std::unique_ptr<CMainFrame> m_frame;
+    std::unique_ptr<QSocketNotifier> m_bellNotifier;
 };
 
 } // namespace velmor

@@ -131,6 +131,15 @@ void CMainFrame::CreateToolBar() {
     FillToolBar(*m_toolBar, m_commands.List(MainToolBar()));
 }
 
+void CMainFrame::BringToFront() {
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    raise();
+    QWidget* dialog = QApplication::activeModalWidget();
+    QWidget& front = dialog != nullptr ? *dialog : *this;
+    front.raise();
+    front.activateWindow();
+}
+
 void CMainFrame::UpdateCommands() {
     m_commands.Update();
     m_statusPanes.Update(m_doc.Model());

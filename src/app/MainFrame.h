@@ -54,6 +54,8 @@ public:
     void ShowPane(StackedPane pane) { m_panes->Open(pane); }
     CCapturing& Capturing() { return *m_capturing; }
     QAction* Action(CommandId id) const { return m_commands.Action(id); }
+    /// Over the windows of other programs, with the dialog that is open, if one is.
+    void BringToFront();
     /// Brings enabling, check marks and status panes up to date; done by itself whenever the program is idle.
     void UpdateCommands();
 
