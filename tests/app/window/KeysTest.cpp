@@ -11,6 +11,8 @@
 #include "views/xsheet/XsheetFrame.h"
 
 #include <QAbstractItemView>
+#include <algorithm>
+#include <map>
 #include <set>
 
 namespace velmor::testing {
@@ -47,7 +49,114 @@ protected:
     CTestScene scene{Database()};
 };
 
+/// What keys could change, by the part of the window that it belongs to.
+struct CWindowState {
+    CXSheet grid;
+    CXSheetSelection selection;
+    int cursorFrame = 0;
+    CZoomLevel cameraZoom;
+    InputMode cameraMode{};
+    CZoomLevel celZoom;
+    CelTool tool{};
+    CelPick pick{};
+    Path image;
+    std::vector<std::string> colors = {};
+    std::vector<Path> files = {};
+    std::string folder = {};
+    std::array<bool, stackedPanes> open{};
+
+    std::set<std::string> Differences(const CWindowState& other) const {
+        std::set<std::string> parts;
+        const auto compare = [&](bool same, const char* part) {
+            if (!same)
+                parts.insert(part);
+        };
+        compare(grid == other.grid && selection == other.selection, "sheet");
+        // The camera view shows the cursor's frame: its keys go to other frames as well.
+        compare(cursorFrame == other.cursorFrame, "frame");
+        compare(cameraZoom == other.cameraZoom && cameraMode == other.cameraMode, "camera");
+        compare(celZoom == other.celZoom && tool == other.tool && pick == other.pick, "cel editor");
+        compare(image == other.image, "image");
+        compare(colors == other.colors, "colors");
+        compare(files == other.files && folder == other.folder, "assets");
+        compare(open == other.open, "arrangement");
+        return parts;
+    }
+};
+
 } // namespace
+
+TEST_F(CKeysTest, OnlyWhatHasTheFocusReacts) {
+    for (const StackedPane pane : {StackedPane::Xsheet, StackedPane::CelEditor})
+        Frame().ShowPane(pane);
+    QCoreApplication::processEvents();
+    const auto state = [this] {
+        const CSceneModel& model = doc->Model();
+        CWindowState now{Grid(),
+                         model.selection,
+                         model.cursorFrame,
+                         Camera().Zoom(),
+                         model.inputMode,
+                         CelEditor().Zoom(),
+                         CelEditor().Tool(),
+                         CelEditor().PendingPick(),
+                         model.celImg.FilePath()};
+        for (int color = 0; color < doc->GetColorCount(); ++color)
+            now.colors.push_back(doc->GetColorName(color));
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(SceneFolder("Test")))
+            now.files.push_back(entry.path());
+        std::ranges::sort(now.files);
+        now.folder = model.folderName;
+        for (std::size_t pane = 0; pane < stackedPanes; ++pane)
+            now.open[pane] = IsOpen(static_cast<StackedPane>(pane));
+        return now;
+    };
+    const std::vector<std::pair<const QWidget*, std::set<std::string>>> own = {
+        {&Frame().SourceView(), {"assets"}},
+        {&Frame().CameraPane(), {"camera", "frame"}},
+        {&Frame().XsheetPane(), {"sheet", "frame"}},
+        {Frame().findChild<QWidget*>("colorList"), {"colors"}},
+        {&Frame().CelPane(), {"cel editor"}}};
+    std::vector<QWidget*> widgets;
+    for (QWidget* widget : Frame().findChildren<QWidget*>())
+        if (widget->isVisible() && widget->isEnabled() && (widget->focusPolicy() & Qt::TabFocus) != 0 &&
+            widget->focusProxy() == nullptr)
+            widgets.push_back(widget);
+    std::map<std::string, int> reactions;
+    for (QWidget* widget : widgets)
+        for (const Qt::Key key : {Qt::Key_Delete, Qt::Key_F2, Qt::Key_Return, Qt::Key_Escape, Qt::Key_0, Qt::Key_1,
+                                  Qt::Key_2, Qt::Key_A, Qt::Key_B, Qt::Key_I, Qt::Key_L, Qt::Key_P}) {
+            prompter.confirmations = {false};
+            widget->setFocus();
+            if (!HasFocus(*widget))
+                continue; // taken away by what a key before has changed
+            const auto part = std::ranges::find_if(
+                own, [&](const auto& entry) { return entry.first == widget || entry.first->isAncestorOf(widget); });
+            ASSERT_NE(part, own.end()) << widget->objectName().toStdString();
+            const CWindowState before = state();
+            const bool isList = qobject_cast<QAbstractItemView*>(widget) != nullptr;
+            Key(key);
+            std::set<std::string> others = before.Differences(state());
+            reactions[*part->second.begin()] += others.empty() ? 0 : 1;
+            for (const std::string& mine : part->second)
+                others.erase(mine);
+            if (key == Qt::Key_F2 && !isList)
+                others.erase("arrangement"); // the view command
+            if (key == Qt::Key_Return)       // opens drawings, in the sheet and in the list
+                for (const char* opened : {"image", "arrangement", "assets", "cel editor"})
+                    others.erase(opened);
+            EXPECT_TRUE(others.empty())
+                << *others.begin() << " by key " << key << " in " << widget->metaObject()->className() << " "
+                << widget->objectName().toStdString();
+            if (IsOpen(StackedPane::Xsheet) && IsOpen(StackedPane::Camera) && IsOpen(StackedPane::CelEditor))
+                continue;
+            for (const StackedPane pane : {StackedPane::Camera, StackedPane::Xsheet, StackedPane::CelEditor})
+                Frame().ShowPane(pane);
+            QCoreApplication::processEvents();
+        }
+    for (const char* part : {"camera", "sheet", "cel editor"})
+        EXPECT_GT(reactions[part], 0) << part << " has keys of its own";
+}
 
 TEST_F(CKeysTest, OnlyTheSheetTakesTheEditingKeys) {
     doc->OnEditCopy();
