@@ -115,6 +115,12 @@ void TogglePick(Target& target) {
         (target.cel.*Start)();
 }
 
+// What it changes is seen in the sheet, and of the current frame in the camera view as well.
+void Undo(Target& target) {
+    if (!target.frame.Panes().IsOpen(camera) || !IsUndoInPicture(target.doc.Model()))
+        target.frame.ShowPane(sheet);
+    target.doc.OnEditUndo();
+}
 void EditFirstSelected(Target& target) {
     // A copy: editing may change the selection.
     const std::string name = target.doc.Model().sourceSelection.front();
@@ -148,7 +154,7 @@ constexpr CCommand commands[] = {
 
     // Edit
     {CommandId::EditUndo, "&Undo\tCtrl+Z", "undo", "Ctrl+Z; Alt+Backspace", "Undo the last action", "Undo",
-     When<CanUndo>, nullptr, Doc<&CVelmorltDoc::OnEditUndo>, sheet},
+     When<CanUndo>, nullptr, Undo},
     {CommandId::EditCut, "Cu&t\tCtrl+X,DEL", "cut", "Ctrl+X; Del; Shift+Del",
      "Cut the selection and put it on the Clipboard", "Cut", HasScene, nullptr, Doc<&CVelmorltDoc::OnEditCut>,
      sheet, Focused},

@@ -1,5 +1,7 @@
 #include "scene/CommandState.h"
 
+#include <algorithm>
+
 namespace velmor {
 
 bool HasSelectedAssets(const CSceneModel& model) {
@@ -37,6 +39,21 @@ bool CanPaste(const CSceneModel& model) {
 
 bool CanUndo(const CSceneModel& model) {
     return model.sceneOpen && model.undo.has_value();
+}
+
+bool IsUndoInPicture(const CSceneModel& model) {
+    const int frame = model.cursorFrame;
+    if (!CanUndo(model) || !model.undo->xsheet.HasFrame(frame) ||
+        model.undo->xsheet.LevelCount() != model.xsheet.LevelCount() ||
+        model.undo->geometry != model.geometry ||
+        !std::ranges::equal(model.undo->sounds.All(), model.sounds.All()))
+        return false;
+    CXSheet xsheet = model.xsheet;
+    for (int level = 0; level < xsheet.LevelCount(); ++level)
+        xsheet.MutableCel(level, frame) = model.undo->xsheet.Cel(level, frame);
+    CCameraTrack camera = model.camera;
+    camera.MutableAt(frame) = model.undo->camera.At(frame);
+    return xsheet == model.undo->xsheet && camera == model.undo->camera;
 }
 
 bool CanEditCelData(const CSceneModel& model) {

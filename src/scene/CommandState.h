@@ -19,6 +19,8 @@ bool CanSwapLevels(const CSceneModel& model);
 bool CanEditRange(const CSceneModel& model);
 bool CanPaste(const CSceneModel& model);
 bool CanUndo(const CSceneModel& model);
+/// All that undo would change are cells and camera of the current frame, which its picture shows.
+bool IsUndoInPicture(const CSceneModel& model);
 /// The cursor's cell is used.
 bool CanEditCelData(const CSceneModel& model);
 /// The selection spans at least three frames.

@@ -200,6 +200,12 @@ TEST_F(CKeysTest, WhatIsChangedIsShownFirst) {
     EXPECT_TRUE(IsOpen(StackedPane::CelEditor)) << "what was open stays open";
 
     Run(CommandId::ViewCamera);
+    doc->StartCamInput();
+    doc->EndCamInput(5, 0);
+    Key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_FALSE(IsOpen(StackedPane::Xsheet)) << "the picture shows what a drag in it changed";
+    EXPECT_EQ(Grid().Cel(0, 0).PosX(), 20);
+
     Run(CommandId::EditCut); // with the mouse
     EXPECT_FALSE(Grid().Cel(0, 0).IsUsed());
     EXPECT_TRUE(IsOpen(StackedPane::Xsheet));
