@@ -163,8 +163,7 @@ std::vector<CCaptureFormat> CV4l2Node::Formats() const {
     const auto same = [](const CCaptureFormat& a, const CCaptureFormat& b) {
         return a.width == b.width && a.height == b.height && a.rate == b.rate;
     };
-    const auto twice = std::ranges::unique(formats, same);
-    formats.erase(twice.begin(), twice.end());
+    formats.erase(std::unique(formats.begin(), formats.end(), same), formats.end());
     return formats;
 }
 

@@ -98,7 +98,7 @@ HWY_INLINE VU64 GatherPairs(const std::uint32_t* pixels, const volatile std::int
 #elif HWY_TARGET == HWY_AVX2
     const auto load = [&](int lane) HWY_ATTR { return static_cast<long long>(PairAt(pixels, at[lane])); };
     return VU64{_mm256_set_epi64x(load(3), load(2), load(1), load(0))};
-#elif HWY_ARCH_X86
+#elif HWY_TARGET <= HWY_SSSE3 && HWY_ARCH_X86
     const auto load = [&](int lane) HWY_ATTR { return static_cast<long long>(PairAt(pixels, at[lane])); };
     return VU64{_mm_set_epi64x(load(1), load(0))};
 #else

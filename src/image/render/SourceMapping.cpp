@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
-#include <ranges>
 
 namespace velmor {
 
@@ -44,8 +43,15 @@ int FirstColumnPast(const CLine& line, double bound, int columns, bool isEstimab
                 return column;
         }
     }
-    const auto all = std::views::iota(0, columns);
-    return static_cast<int>(std::ranges::partition_point(all, std::not_fn(isPast)) - all.begin());
+    int first = 0;
+    for (int end = columns; first < end;) {
+        const int middle = first + (end - first) / 2;
+        if (isPast(middle))
+            end = middle;
+        else
+            first = middle + 1;
+    }
+    return first;
 }
 
 /// The columns where 0 <= coordinate < limit. `coordinate` is the exact one.
