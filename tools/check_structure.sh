@@ -5,7 +5,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 faults=0
 roots=()
-for root in src tests bench; do
+for root in src tests bench fuzz; do
     if [[ -d $root ]]; then roots+=("$root"); fi
 done
 
@@ -39,7 +39,7 @@ sane/;src/platform/;SANE is used outside src/platform
 gtest/|gmock/;tests/;GoogleTest is used outside the tests
 benchmark/;bench/;Google Benchmark is used outside bench
 Q[A-Z][A-Za-z]*[>"/]|Qt[A-Z];src/views/|src/app/[^/:]*:|src/app/manual/|tests/views/|tests/app/window/|tests/app/native/|bench/window/|tests/support/qt/;Qt is used outside src/views and the windowed part of src/app
-unistd\.h|fcntl\.h|dlfcn\.h|pthread\.h|signal\.h|csignal|pwd\.h|sys/|windows\.h;src/platform/|tests/|bench/;The operating system is called outside src/platform
+unistd\.h|fcntl\.h|dlfcn\.h|pthread\.h|signal\.h|csignal|pwd\.h|sys/|windows\.h;src/platform/|tests/|bench/|fuzz/;The operating system is called outside src/platform
 END
 
 report 'An #include climbs out of its folder' "$(places "${include}[^\">]*\\.\\." "$nowhere")"

@@ -107,6 +107,14 @@ CStatus ParseWave(Bytes file, CWaveSound& sound) {
 
 } // namespace
 
+CStatus DecodeWave(Bytes file, CWaveSound& sound) {
+    try {
+        return ParseWave(file, sound);
+    } catch (const std::bad_alloc&) {
+        return Corrupt();
+    }
+}
+
 CStatus ReadWaveFile(const Path& path, CWaveSound& sound) {
     const std::string name = Utf8Of(path);
     if (name.size() < 5 || !name.ends_with(".wav"))
@@ -114,11 +122,7 @@ CStatus ReadWaveFile(const Path& path, CWaveSound& sound) {
     const std::optional<CFileBytes> file = ReadWholeFile(path);
     if (!file)
         return CStatus::Failure("Could not open audio file!");
-    try {
-        return ParseWave(file->Span(), sound);
-    } catch (const std::bad_alloc&) {
-        return Corrupt();
-    }
+    return DecodeWave(file->Span(), sound);
 }
 
 } // namespace velmor

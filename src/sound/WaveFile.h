@@ -4,6 +4,7 @@
 #include "platform/Status.h"
 
 #include <cstdint>
+#include <span>
 #include <vector>
 
 namespace velmor {
@@ -13,8 +14,11 @@ struct CWaveSound {
     std::vector<std::uint8_t> samples;
 };
 
-/// Reads an 8-bit mono PCM wave file (RIFF form WAVE) of any rate. The extension must be ".wav" in lower case. On
-/// failure `sound` is unchanged.
+/// Takes the bytes of an 8-bit mono PCM wave file (RIFF form WAVE) of any rate apart. On failure `sound` is
+/// unchanged.
+CStatus DecodeWave(std::span<const std::uint8_t> file, CWaveSound& sound);
+
+/// Reads such a file. The extension must be ".wav" in lower case.
 CStatus ReadWaveFile(const Path& path, CWaveSound& sound);
 
 } // namespace velmor

@@ -1,0 +1,5 @@
+#include "StoredImage.h"
+
+void velmor::fuzz::Read(Bytes input) {
+    ReadStoredImage(input);
+}
