@@ -46,7 +46,7 @@ public:
 private:
     template<class Make>
     Path File(const std::string& name, CSize size, const Make& make) {
-        const Path path = m_folder.Path() / (name + "-" + std::to_string(size.width));
+        Path path = m_folder.Path() / (name + "-" + std::to_string(size.width));
         if (!std::filesystem::exists(path)) {
             CCelImg image;
             make(image, path, size);
@@ -64,7 +64,7 @@ CFrameRequest MakeRequest(CImageFiles& files, const CFrameKind& kind, Scene scen
     request.backgroundWidth = kind.size.width;
     request.height = kind.size.height;
     request.background = MakeColorRef(10, 20, 30);
-    CPlacement at{kind.size.width / 2 + 12.25, kind.size.height / 2 - 7.5};
+    CPlacement at{kind.size.width / 2.0 + 12.25, kind.size.height / 2.0 - 7.5};
     at.antialias = antialias;
     request.layers.push_back({files.Background(kind.size), at});
     for (int level = 0; level < kind.levels; ++level) {

@@ -25,7 +25,7 @@ void Draw(CCelImg& image) {
     const int unit = image.Height() / 8;
     for (int i = 0; i < circleCount; ++i) {
         const int centerX = (i * 7 + 3) % 19 * image.Width() / 19, centerY = (i * 5 + 2) % 11 * image.Height() / 11;
-        const double radius = unit / 2 + i % 5 * unit / 4;
+        const int radius = unit / 2 + i % 5 * unit / 4;
         const bool painted = i % 3 != 0;
         for (int y = 0; y < image.Height(); ++y)
             for (int x = 0; x < image.Width(); ++x) {

@@ -136,7 +136,7 @@ CMovieStream CAviReader::CDecoder::Describe(const Path& path) {
     if (frames <= 0 && video.duration > 0)
         frames = av_rescale_q(video.duration, video.time_base, m_frameTime);
     if (frames <= 0 && m_format->duration > 0)
-        frames = av_rescale_q(m_format->duration, AV_TIME_BASE_Q, m_frameTime);
+        frames = av_rescale_q(m_format->duration, av_make_q(1, AV_TIME_BASE), m_frameTime);
     stream.frameCount = static_cast<int>(std::clamp<std::int64_t>(frames, 0, std::numeric_limits<int>::max()));
 
     const CFrameRectangle rectangle =
@@ -226,9 +226,10 @@ bool CAviReader::CDecoder::Convert(CMoviePicture& picture) {
         return false;
     // What a codec needs beside the frame lies below it and at its right.
     if (m_width != frame.width || m_height != frame.height) {
-        std::vector<std::uint8_t> cut(static_cast<std::size_t>(m_width) * static_cast<std::size_t>(m_height) * 4);
-        for (int row = 0; row < m_height; ++row)
-            std::copy_n(decoded.bytes.begin() + row * rowBytes, m_width * 4, cut.begin() + row * m_width * 4);
+        const std::ptrdiff_t cutBytes = std::ptrdiff_t{m_width} * 4;
+        std::vector<std::uint8_t> cut(static_cast<std::size_t>(cutBytes * m_height));
+        for (std::ptrdiff_t row = 0; row < m_height; ++row)
+            std::copy_n(decoded.bytes.begin() + row * rowBytes, cutBytes, cut.begin() + row * cutBytes);
         decoded = {m_width, m_height, std::move(cut)};
     }
     picture = std::move(decoded);

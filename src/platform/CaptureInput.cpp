@@ -134,7 +134,7 @@ void CCaptureInput::TakeTime() {
     if (m_firstTime == AV_NOPTS_VALUE)
         m_firstTime = time;
     m_time = std::chrono::microseconds(
-        av_rescale_q(time - m_firstTime, m_format->streams[m_stream]->time_base, AV_TIME_BASE_Q));
+        av_rescale_q(time - m_firstTime, m_format->streams[m_stream]->time_base, av_make_q(1, AV_TIME_BASE)));
 }
 
 } // namespace velmor

@@ -154,7 +154,9 @@ bool CVideoStream::MakeFrame(const CMovieFormat& movie) {
     m_width = movie.width;
     m_height = movie.height;
     if (codec.width != m_width || codec.height != m_height)
-        for (std::size_t i = 0, pixels = static_cast<std::size_t>(codec.width) * codec.height; i < pixels; ++i)
+        for (std::size_t i = 0,
+                         pixels = static_cast<std::size_t>(codec.width) * static_cast<std::size_t>(codec.height);
+             i < pixels; ++i)
             m_padded.insert(m_padded.end(), movie.background.begin(), movie.background.end());
     m_scaler = MakeScaler(codec);
     m_frame.reset(av_frame_alloc());

@@ -60,20 +60,30 @@ bool CanBeSet(const v4l2_queryctrl& query) {
     return isKnown && (query.flags & unusable) == 0 && query.minimum <= query.maximum;
 }
 
+class COpenNode {
+public:
+    explicit COpenNode(int descriptor) : m_descriptor(descriptor) {}
+    COpenNode(const COpenNode&) = delete;
+    COpenNode& operator=(const COpenNode&) = delete;
+    ~COpenNode() { ::close(m_descriptor); }
+
+    int Descriptor() const { return m_descriptor; }
+
+private:
+    int m_descriptor;
+};
+
 } // namespace
 
 std::optional<CV4l2Node> CV4l2Node::Open(const std::string& node) {
     const int descriptor = ::open(node.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC);
     if (descriptor < 0)
         return std::nullopt;
-    const std::shared_ptr<const int> owner(new int(descriptor), [](const int* held) {
-        ::close(*held);
-        delete held;
-    });
+    const auto owner = std::make_shared<const COpenNode>(descriptor);
     return CV4l2Node([owner](unsigned long request, void* argument) {
         int result = 0;
         do
-            result = ::ioctl(*owner, request, argument);
+            result = ::ioctl(owner->Descriptor(), request, argument);
         while (result < 0 && errno == EINTR);
         return result;
     });

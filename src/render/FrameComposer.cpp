@@ -157,8 +157,8 @@ private:
 
 CPlacement PlaceCel(const CXSheetCel& cel, const CCameraFrame& camera, const COutputGeometry& geometry,
                     bool antialias) {
-    const double centreX = geometry.output.width / 2;
-    const double centreY = geometry.output.height / 2;
+    const int centreX = geometry.output.width / 2;
+    const int centreY = geometry.output.height / 2;
     const double zoom = camera.zoom * geometry.factor;
     // Taken relative to the centre of the scene's frame, of which the output is a scaled copy.
     const double x = cel.PosX() + camera.panX - (geometry.scene.width - geometry.output.width) / 2.0 - centreX;

@@ -1,7 +1,6 @@
 #include "render/FrameRequests.h"
 
 #include <numeric>
-#include <ranges>
 
 namespace velmor {
 
@@ -15,8 +14,8 @@ CFrameRequest RequestFrame(const CShot& shot, std::span<const int> levels, int f
                            const COutputGeometry& output) {
     CFrameRequest request{
         output.output.width, output.output.width, output.output.height, shot.geometry.background, {}};
-    for (const int level : levels | std::views::reverse) {
-        const CXSheetCel& cel = shot.xsheet.Cel(level, frame);
+    for (auto level = levels.rbegin(); level != levels.rend(); ++level) { // the one in front comes last
+        const CXSheetCel& cel = shot.xsheet.Cel(*level, frame);
         if (cel.IsUsed())
             request.layers.push_back({AssetFilePath(shot.sceneFolder, cel.FolderName(), cel.CelName()),
                                       PlaceCel(cel, camera, output, shot.antialias)});

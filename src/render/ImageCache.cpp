@@ -52,17 +52,17 @@ std::shared_ptr<const CRenderSource> CImageCache::Find(const Path& path, const C
                                                        const CPlacement& placement) {
     const std::lock_guard lock(m_mutex);
     for (auto entry = m_entries.begin(); entry != m_entries.end();) {
-        if (entry->path.native() != path.native()) {
-            ++entry;
-        } else if (entry->identity != identity) {
+        const bool isOfPath = entry->path.native() == path.native();
+        if (isOfPath && entry->identity != identity) {
             m_byteCount -= entry->source->ByteCount();
             entry = m_entries.erase(entry);
-        } else if (entry->preparation == PreparationFor(placement, entry->source->Kind())) {
+            continue;
+        }
+        if (isOfPath && entry->preparation == PreparationFor(placement, entry->source->Kind())) {
             m_entries.splice(m_entries.begin(), m_entries, entry);
             return entry->source;
-        } else {
-            ++entry;
         }
+        ++entry;
     }
     return nullptr;
 }

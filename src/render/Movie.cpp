@@ -50,7 +50,7 @@ CStatus CheckName(const std::string& name) {
 
 CStatus CMovie::Open(const Path& file, const TellUser& tell) {
     Close();
-    if (const CStatus named = CheckName(Utf8Of(file)); !named)
+    if (CStatus named = CheckName(Utf8Of(file)); !named)
         return named;
     if (const MovieError error = m_reader.Open(file); error != MovieError::None)
         return CStatus::Failure(TextOf(error));
@@ -58,7 +58,7 @@ CStatus CMovie::Open(const Path& file, const TellUser& tell) {
         Close();
         return CStatus::Failure("Empty Movie File!");
     }
-    const CStatus withSound = OpenSound(tell);
+    CStatus withSound = OpenSound(tell);
     if (!withSound)
         Close();
     return withSound;

@@ -42,7 +42,7 @@ CStatus CheckRenderSetup(const CRenderSetup& setup, int frameCount, CSize scene)
         return CStatus::Failure("Invalid start or end frame!");
     if (setup.step < 1)
         return CStatus::Failure("Invalid step value!");
-    if (const CStatus size = CheckRenderSize(setup.format, setup.scaling, scene); !size)
+    if (CStatus size = CheckRenderSize(setup.format, setup.scaling, scene); !size)
         return size;
     if (setup.quality < 0 || setup.quality > 100)
         return CStatus::Failure("Invalid quality value!");

@@ -27,6 +27,7 @@ struct CCelNumber {
     int number = 0;
     char letter = 0;
 
+    // NOLINTNEXTLINE(modernize-use-nullptr): it takes the 0 that the compiler compares with for a pointer
     auto operator<=>(const CCelNumber&) const = default;
 };
 

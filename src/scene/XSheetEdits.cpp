@@ -19,6 +19,7 @@ constexpr int mostFramesAtOnce = 5000;
 
 std::vector<std::string> LevelNames(const CXSheet& xsheet) {
     std::vector<std::string> names;
+    names.reserve(static_cast<std::size_t>(xsheet.LevelCount()));
     for (int level = 0; level < xsheet.LevelCount(); ++level)
         names.push_back(xsheet.LevelName(level));
     return names;

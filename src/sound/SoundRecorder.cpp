@@ -43,7 +43,7 @@ CStatus CSoundRecorder::Record() {
 CStatus CSoundRecorder::Play(const TellUser& tell) {
     if (!CanUseRecording())
         return {};
-    if (const CStatus started = m_playback.Start(m_samples, tell); !started)
+    if (CStatus started = m_playback.Start(m_samples, tell); !started)
         return started;
     m_position = 0;
     m_state = State::Playing;

@@ -47,8 +47,9 @@ constexpr CZoomLevel FittingZoom(CSize image, CSize room, CZoomLevel most) {
 /// The scroll position that keeps the point at the centre of a client area `client` long in place when the zoom
 /// changes; `total` is the displayed length at the new zoom.
 constexpr int ScrollAfterZoom(int scroll, int client, int total, CZoomLevel before, CZoomLevel after) {
-    const double centre = (scroll + client / 2) * after.Factor() / before.Factor();
-    return std::max(0, std::min(static_cast<int>(centre) - client / 2, total - client));
+    const int half = client / 2;
+    const double centre = (scroll + half) * after.Factor() / before.Factor();
+    return std::max(0, std::min(static_cast<int>(centre) - half, total - client));
 }
 
 } // namespace velmor

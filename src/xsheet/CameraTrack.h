@@ -2,8 +2,10 @@
 
 #include "platform/Shared.h"
 
+#include <array>
+#include <bit>
 #include <cstddef>
-#include <cstring>
+#include <cstdint>
 
 namespace velmor {
 
@@ -16,9 +18,11 @@ struct CCameraFrame {
 
     bool operator==(const CCameraFrame&) const = default;
     /// To the bit, so that -0 is not 0: files keep the difference.
-    bool IsIdenticalTo(const CCameraFrame& other) const { return std::memcmp(this, &other, sizeof *this) == 0; }
+    bool IsIdenticalTo(const CCameraFrame& other) const {
+        using Bits = std::array<std::uint64_t, 4>;
+        return std::bit_cast<Bits>(*this) == std::bit_cast<Bits>(other);
+    }
 };
-static_assert(sizeof(CCameraFrame) == 4 * sizeof(double), "is compared as it stands in memory");
 
 /// What camera input and mouse drags change.
 enum class InputMode { Move = 0, Rotate = 1, Zoom = 2 };

@@ -42,8 +42,10 @@ CStatus CXSheetCel::Set(const Path& sceneFolder, const std::string& folder, cons
     CXSheetCel cel;
     cel.m_folderName = folder;
     cel.m_celName = name;
-    cel.m_transform.posX = frame.width / 2;
-    cel.m_transform.posY = frame.height / 2;
+    const int middleX = frame.width / 2;
+    const int middleY = frame.height / 2;
+    cel.m_transform.posX = middleX;
+    cel.m_transform.posY = middleY;
     CStatus status = CCelImg::GetDimensions(AssetFilePath(sceneFolder, folder, name), cel.m_size);
     *this = std::move(cel);
     return status;

@@ -71,7 +71,7 @@ TEST(ScanAssemblerTest, PiecesOfAnyLengthMakeTheSamePage) {
     const CScanLayout layout{ScanFrame::Rgb, 21, 7, 5, 8};
     const Bytes whole = RowsOf(PageOf(ScanMode::Color, {{layout, bytes}}));
     ASSERT_EQ(whole.size(), bytes.size());
-    for (const std::size_t piece : {1, 2, 20, 21, 22, 50})
+    for (const std::size_t piece : {1u, 2u, 20u, 21u, 22u, 50u})
         EXPECT_EQ(RowsOf(PageOf(ScanMode::Color, {{layout, bytes}}, piece)), whole) << piece;
 }
 

@@ -74,11 +74,11 @@ CPicture MakeDrawing(int width, int height) {
     CPicture picture(width, height);
     for (int y = 0; y < height; ++y)
         for (int x = 0; x < width; ++x) {
-            const double ring = std::abs(std::hypot(x - width / 2, y - height / 2) - height / 3);
+            const double ring = std::abs(std::hypot(x - width / 2.0, y - height / 2.0) - height / 3.0);
             const double paper = std::min(ring / 2, 1.0);
-            picture.At(x, y)[0] = static_cast<std::uint8_t>(paper * (200 - x * 100 / width));
-            picture.At(x, y)[1] = static_cast<std::uint8_t>(paper * (100 + y * 150 / height));
-            picture.At(x, y)[2] = static_cast<std::uint8_t>(paper * (150 + x * 90 / width));
+            picture.At(x, y)[0] = static_cast<std::uint8_t>(paper * (200 - x * 100.0 / width));
+            picture.At(x, y)[1] = static_cast<std::uint8_t>(paper * (100 + y * 150.0 / height));
+            picture.At(x, y)[2] = static_cast<std::uint8_t>(paper * (150 + x * 90.0 / width));
         }
     return picture;
 }

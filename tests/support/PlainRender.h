@@ -22,6 +22,8 @@ inline void PlainRender(const CCelImg& image, const CPlacement& at, CFrameView f
     copy.SetModified(false);
     const int w = copy.Width();
     const int h = copy.Height();
+    const int middleX = w / 2;
+    const int middleY = h / 2;
     for (int row = 0; row < frame.height; ++row)
         for (int column = 0; column < frame.width; ++column) {
             double dx = column - at.centreX;
@@ -32,8 +34,8 @@ inline void PlainRender(const CCelImg& image, const CPlacement& at, CFrameView f
                 dx = x;
                 dy = y;
             }
-            const double sx = dx / at.scaleX + w / 2;
-            const double sy = dy / at.scaleY + h / 2;
+            const double sx = dx / at.scaleX + middleX;
+            const double sy = dy / at.scaleY + middleY;
             if (!(sx >= 0 && sy >= 0 && sx < w && sy < h))
                 continue;
             const int ix = static_cast<int>(std::floor(sx));

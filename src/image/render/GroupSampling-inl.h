@@ -39,13 +39,13 @@ using VF64 = hn::Vec<DF64>;
 using VHalfI32 = hn::Vec<DHalfI32>;
 using MU32 = hn::Mask<DU32>;
 
-constexpr DU32 du32;
-constexpr DI32 di32;
-constexpr DF32 df32;
-constexpr DU64 du64;
-constexpr DI64 di64;
-constexpr DF64 df64;
-constexpr DHalfI32 dhalf;
+inline constexpr DU32 du32;
+inline constexpr DI32 di32;
+inline constexpr DF32 df32;
+inline constexpr DU64 du64;
+inline constexpr DI64 di64;
+inline constexpr DF64 df64;
+inline constexpr DHalfI32 dhalf;
 
 HWY_INLINE int GroupSize() {
     return static_cast<int>(hn::Lanes(du32));
@@ -369,8 +369,8 @@ HWY_INLINE VU32 ExactNearestGroup(const CRowWork& work, int column, int count) {
 }
 
 // Rough interpolation works on values times 2^14, so that conversion to integers leaves 14 bits of fraction.
-constexpr int roughBits = 14;
-constexpr std::uint32_t roughMask = (1U << roughBits) - 1;
+inline constexpr int roughBits = 14;
+inline constexpr std::uint32_t roughMask = (1U << roughBits) - 1;
 
 /// A plane times 2^14, plus 2^37: a small whole number in the low bits of a float of that size.
 template<int shift>

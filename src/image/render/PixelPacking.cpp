@@ -42,7 +42,7 @@ bool Interleave(const std::uint8_t* blue, const std::uint8_t* green, const std::
 constexpr std::uint8_t skip = 0x80;
 
 void Unpack(const std::uint8_t* bytes, int count, std::uint32_t* pixels) {
-    int at = 0;
+    std::ptrdiff_t at = 0;
 #if HWY_TARGET != HWY_SCALAR
     const hn::CappedTag<std::uint8_t, 16> du8;
     HWY_ALIGN static constexpr std::uint8_t spread[16] = {0, 1, 2, skip, 3, 4,  5,  skip,
@@ -61,7 +61,7 @@ void Unpack(const std::uint8_t* bytes, int count, std::uint32_t* pixels) {
 }
 
 void Pack(const std::uint32_t* pixels, int count, std::uint8_t* bytes) {
-    int at = 0;
+    std::ptrdiff_t at = 0;
 #if HWY_TARGET != HWY_SCALAR
     const hn::CappedTag<std::uint8_t, 16> du8;
     HWY_ALIGN static constexpr std::uint8_t gather[16] = {0,  1,  2,  4,  5,    6,    8,    9,

@@ -11,6 +11,11 @@ namespace {
 constexpr int mostEstimableColumns = 1 << 15;
 constexpr double mostEstimable = 0x1p20;
 
+/// A whole number of pixels.
+constexpr int MiddleOf(int length) {
+    return length / 2;
+}
+
 /// Largest term that occurs in one coordinate: everything that the roundings of a coordinate are relative to.
 double LargestTerm(double reachAlong, double along, double reachAcross, double across, double scale, double half) {
     return (reachAlong * std::abs(along) + reachAcross * std::abs(across)) / std::abs(scale) + half;
@@ -74,8 +79,8 @@ CSourceMapping::CSourceMapping(const CPlacement& placement, CSize image, CSize d
       m_centreY(placement.centreY),
       m_scaleX(placement.scaleX),
       m_scaleY(placement.scaleY),
-      m_halfWidth(image.width / 2),
-      m_halfHeight(image.height / 2),
+      m_halfWidth(MiddleOf(image.width)),
+      m_halfHeight(MiddleOf(image.height)),
       m_isRotated(placement.angle != 0),
       m_columns(destination.width) {
     if (m_isRotated) {

@@ -45,7 +45,7 @@ public:
     std::size_t ByteCount() const { return m_size * sizeof(std::uint32_t); }
 
 private:
-    static constexpr std::size_t margin = 2 * rowPitch;
+    static constexpr std::size_t margin = std::size_t{2} * rowPitch;
 
     int m_width = 0;
     int m_stripes = 0;

@@ -40,7 +40,7 @@ CStatus ColorKey(CCelImg& image, const CColorKey& key) {
     const std::size_t count = image.PlaneOf(Channel::Red).size();
     for (std::size_t i = 0; i < count; ++i) {
         // All bits set for a keyed pixel: without branches the loop is done on many pixels at a time.
-        const int keyed = -static_cast<int>(reds.Holds(red[i]) & greens.Holds(green[i]) & blues.Holds(blue[i]));
+        const int keyed = -(int{reds.Holds(red[i])} & int{greens.Holds(green[i])} & int{blues.Holds(blue[i])});
         alpha[i] = static_cast<std::uint8_t>((keyed & keyedAlpha) | (~keyed & (alpha[i] | othersAlpha)));
         red[i] = under(red[i], keyed);
         green[i] = under(green[i], keyed);

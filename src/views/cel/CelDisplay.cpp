@@ -29,7 +29,7 @@ CStatus CCelDisplay::Rebuild(const CCelImg& image, const CGridSettings& grid) {
         m_bitmap = {};
         return {};
     }
-    const CStatus status = CreateBitmap(image, grid, m_bitmap);
+    CStatus status = CreateBitmap(image, grid, m_bitmap);
     if (status)
         m_size = {image.Width(), image.Height()};
     return status;

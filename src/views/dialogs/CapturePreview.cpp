@@ -25,7 +25,7 @@ const auto surroundText = QColor::fromRgb(0xc8, 0xcb, 0xd0);
 
 // The frame's own bytes.
 QImage PictureOf(const CCaptureFrame& frame) {
-    return QImage(frame.bytes.data(), frame.width, frame.height, frame.width * 4, QImage::Format_RGB32);
+    return QImage(frame.bytes.data(), frame.width, frame.height, qsizetype{frame.width} * 4, QImage::Format_RGB32);
 }
 
 void FillLines(QImage& image, const CCaptureFrame& frame, int threshold, QRgb line, QRgb paper) {

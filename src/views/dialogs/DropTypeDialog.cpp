@@ -57,7 +57,7 @@ void CDropTypeDialog::AddTypes() {
     freeStep->addStretch();
     Body().addLayout(freeStep);
     group->checkedButton()->setFocus();
-    connect(group, &QButtonGroup::idToggled, this, [this, group](int type, bool on) {
+    connect(group, &QButtonGroup::idToggled, this, [this](int type, bool on) {
         if (!on)
             return;
         m_choices.ChooseType(type);

@@ -33,8 +33,8 @@ void CGridSample::Show(const CGridSettings& grid) {
 void CGridSample::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     if (!m_bitmap.bytes.empty()) {
-        const QImage upsideDown(m_bitmap.bytes.data(), sampleWidth, sampleHeight, m_bitmap.width * bytesPerPixel,
-                                QImage::Format_BGR888);
+        const QImage upsideDown(m_bitmap.bytes.data(), sampleWidth, sampleHeight,
+                                qsizetype{m_bitmap.width} * bytesPerPixel, QImage::Format_BGR888);
         painter.drawImage(0, 0, upsideDown.mirrored(false, true));
     }
     qDrawPlainRect(&painter, rect(), palette().color(QPalette::Mid));

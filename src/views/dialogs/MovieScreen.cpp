@@ -42,8 +42,8 @@ void CMovieScreen::paintEvent(QPaintEvent* event) {
     if (m_picture.bytes.empty())
         return;
     // A view on the bytes, which copies nothing.
-    const QImage image(m_picture.bytes.data(), m_picture.width, m_picture.height, m_picture.width * bytesPerPixel,
-                       QImage::Format_RGB32);
+    const QImage image(m_picture.bytes.data(), m_picture.width, m_picture.height,
+                       qsizetype{m_picture.width} * bytesPerPixel, QImage::Format_RGB32);
     QPainter painter(this);
     painter.setClipRect(contentsRect());
     // On a screen between the scales, doubling only some of the lines would tear them.

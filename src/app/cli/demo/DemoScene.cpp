@@ -53,7 +53,7 @@ CCelDataForm FormOf(const CLevelKey& key) {
 
 /// The middle of the fox's cel when the ground point is there.
 CLevelKey FoxKey(int frame, double x, double height) {
-    const CSpot middle{foxCel.width / 2 - foxGround.x, foxCel.height / 2 - foxGround.y};
+    const CSpot middle{foxCel.width / 2.0 - foxGround.x, foxCel.height / 2.0 - foxGround.y};
     return {frame, x + middle.x * foxScale, ground + height + middle.y * foxScale, foxScale};
 }
 
