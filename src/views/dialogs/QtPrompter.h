@@ -14,8 +14,8 @@ class CQtPrompter final : public IPrompter {
 public:
     CQtPrompter() = default;
     explicit CQtPrompter(QWidget& parent) { SetParent(parent); }
-    /// `parent` outlives the prompter's last dialog. `profile` keeps the dialogs' sizes, the filters of files and how
-    /// the player was left from one run to the next; without one they are kept for the run.
+    /// `parent` outlives the prompter's last dialog. `profile` keeps the dialogs' sizes, the filters of files and
+    /// how the player was left from one run to the next; without one they are kept for the run.
     void SetParent(QWidget& parent, CProfile* profile = nullptr) {
         m_parent = &parent;
         m_profile = profile != nullptr ? profile : &m_ownProfile;
