@@ -77,7 +77,7 @@ void MakeFlipbook(benchmark::State& state, CSize size) {
                      0,
                      track};
     job.settings.levels = AllLevels(scene.data.xsheet);
-    job.settings.endFrame = frameCount;
+    job.settings.lastFrame = frameCount;
     job.settings.scaling = static_cast<int>(state.range(0));
     CNoProgress progress;
     for (auto _ : state) {

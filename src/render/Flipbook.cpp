@@ -32,8 +32,8 @@ public:
         : m_job(job),
           m_cache(cache),
           m_geometry(FlipbookGeometryOf(job.shot.geometry.Frame(), job.settings.scaling)),
-          m_first(job.settings.startFrame - 1),
-          m_last(job.settings.endFrame - 1) {}
+          m_first(job.settings.firstFrame - 1),
+          m_last(job.settings.lastFrame - 1) {}
 
     CFlipbookOutcome Generate(IProgress& progress, const std::function<bool()>& askStop) {
         if (const CStatus opened = Open(); !opened)

@@ -7,8 +7,8 @@ namespace velmor {
 CStatus CheckFlipbookSettings(const CFlipbookSettings& settings, int frameCount) {
     if (settings.levels.empty())
         return CStatus::Failure("You should select at least one level to generate a flipbook!");
-    const int start = settings.startFrame;
-    const int end = settings.endFrame;
+    const int start = settings.firstFrame;
+    const int end = settings.lastFrame;
     if (start <= 0 || end <= 0 || start > end || start > frameCount || end > frameCount)
         return CStatus::Failure("Invalid start or end frame!");
     if (settings.step < 1 || settings.step > std::max(1, (end - start) / 2))

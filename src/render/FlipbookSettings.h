@@ -12,8 +12,8 @@ struct CFlipbookSettings {
     static constexpr int mostLevels = 50;
 
     std::vector<int> levels; ///< chosen levels, 0-based, in list order
-    int startFrame = 1;      ///< from 1, inclusive
-    int endFrame = 1;
+    int firstFrame = 1;      ///< from 1, inclusive
+    int lastFrame = 1;
     int step = 1;
     int scaling = 50; ///< percent, 10 to 100
     int quality = 50; ///< percent, 10 to 100

@@ -38,7 +38,7 @@ CStatus CheckRenderSize(RenderFormat format, int scaling, CSize scene) {
 CStatus CheckRenderSetup(const CRenderSetup& setup, int frameCount, CSize scene) {
     if (setup.levels.empty())
         return CStatus::Failure("You should select at least one level to render!");
-    if (setup.startFrame < 1 || setup.startFrame > setup.endFrame || setup.endFrame > frameCount)
+    if (setup.firstFrame < 1 || setup.firstFrame > setup.lastFrame || setup.lastFrame > frameCount)
         return CStatus::Failure("Invalid start or end frame!");
     if (setup.step < 1)
         return CStatus::Failure("Invalid step value!");
@@ -56,7 +56,7 @@ CStatus CheckRenderSetup(const CRenderSetup& setup, int frameCount, CSize scene)
 CRenderSettings RenderSettingsOf(const CRenderSetup& setup) {
     CRenderSettings settings;
     settings.levels = setup.levels;
-    for (int frame = setup.startFrame - 1; frame < setup.endFrame; frame += setup.step)
+    for (int frame = setup.firstFrame - 1; frame < setup.lastFrame; frame += setup.step)
         settings.frames.push_back(frame);
     settings.step = setup.step;
     settings.scaling = setup.scaling;

@@ -12,8 +12,8 @@ namespace velmor {
 /// What the dialog "Render Setup" edits.
 struct CRenderSetup {
     std::vector<int> levels; ///< 0-based, in list order
-    int startFrame = 1;      ///< from 1, inclusive
-    int endFrame = 1;
+    int firstFrame = 1;      ///< from 1, inclusive
+    int lastFrame = 1;
     int step = 1;
     int scaling = 100; ///< percent, 1 to 400
     bool antialias = true;

@@ -162,7 +162,7 @@ void CCameraOperations::OnXsheetInbetweencameradata() {
         return;
     // Before the dialog: Cancel leaves the snapshot.
     m_context.TakeSnapshot();
-    const CInbetweenKeys keys{model.selection.startFrame, model.selection.endFrame};
+    const CInbetweenKeys keys{model.selection.firstFrame, model.selection.lastFrame};
     const std::optional<CInbetweenChoice> choice =
         AskInbetween(m_context, cameraDialog, {true, "", keys.first + 1, keys.last + 1, {}});
     if (!choice)

@@ -106,7 +106,7 @@ void CCelOperations::OnXsheetInbetweenleveldata() {
     // Before anything is asked: a refusal or Cancel leaves the snapshot.
     m_context.TakeSnapshot();
     const std::optional<CInbetweenKeys> keys =
-        FindLevelKeys(model.xsheet, level, model.selection.startFrame, model.selection.endFrame);
+        FindLevelKeys(model.xsheet, level, model.selection.firstFrame, model.selection.lastFrame);
     if (!keys) {
         m_context.prompter.ShowVelmorMessage(
             "Sorry, we need at least three used cels to inbetween from the first to the last!");

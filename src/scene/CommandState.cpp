@@ -30,7 +30,7 @@ bool CanSwapLevels(const CSceneModel& model) {
 }
 
 bool CanEditRange(const CSceneModel& model) {
-    return model.sceneOpen && model.selection.endFrame > model.selection.startFrame;
+    return model.sceneOpen && model.selection.lastFrame > model.selection.firstFrame;
 }
 
 bool CanPaste(const CSceneModel& model) {
@@ -64,8 +64,8 @@ bool CanEditCelData(const CSceneModel& model) {
 
 bool CanInbetween(const CSceneModel& model) {
     const CXSheetSelection& selection = model.selection;
-    return model.sceneOpen && model.xsheet.HasFrame(selection.startFrame) &&
-           model.xsheet.HasFrame(selection.endFrame) && selection.endFrame - selection.startFrame >= 2;
+    return model.sceneOpen && model.xsheet.HasFrame(selection.firstFrame) &&
+           model.xsheet.HasFrame(selection.lastFrame) && selection.lastFrame - selection.firstFrame >= 2;
 }
 
 bool CanPlaySelectedSound(const CSceneModel& model) {

@@ -101,8 +101,8 @@ struct CInbetweenChoice {
 struct CInbetweenRequest {
     bool camera = false;
     std::string levelName; ///< empty for the camera
-    int startFrame = 1;    ///< from 1
-    int endFrame = 1;
+    int firstFrame = 1;    ///< from 1
+    int lastFrame = 1;
     CInbetweenChoice initial;
 };
 

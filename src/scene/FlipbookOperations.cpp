@@ -21,10 +21,10 @@ bool CFlipbookOperations::HasLastFlipbook() const {
 CFlipbookSettings CFlipbookOperations::RememberedSettings() const {
     const CSceneModel& model = m_context.model;
     CFlipbookSettings settings;
-    for (int level = model.selection.startLevel; level <= model.selection.endLevel; ++level)
+    for (int level = model.selection.firstLevel; level <= model.selection.lastLevel; ++level)
         settings.levels.push_back(level);
-    settings.startFrame = model.selection.startFrame + 1;
-    settings.endFrame = model.selection.endFrame + 1;
+    settings.firstFrame = model.selection.firstFrame + 1;
+    settings.lastFrame = model.selection.lastFrame + 1;
     settings.step = Get(m_context.profile, setting::lastFlipbookStep);
     settings.scaling = std::clamp(Get(m_context.profile, setting::lastFlipbookScaling), 10, 100);
     settings.quality = std::clamp(Get(m_context.profile, setting::lastFlipbookQuality), 10, 100);
@@ -67,7 +67,7 @@ bool CFlipbookOperations::Generate(const CFlipbookSettings& settings, const Path
                      model.camera,
                      settings,
                      model.cursorFrame,
-                     model.selection.startFrame,
+                     model.selection.firstFrame,
                      {}};
     if (model.soundBuffer)
         job.sound = *model.soundBuffer;

@@ -37,8 +37,8 @@ void CMediaOperations::OnAnimationPlayselectedsound() {
     if (!track)
         return;
     const auto frameSamples = static_cast<std::size_t>(SamplesPerFrame(m_sounds.GetFPS()));
-    const auto first = static_cast<std::size_t>(std::max(model.selection.startFrame, 0));
-    const auto end = static_cast<std::size_t>(std::max(model.selection.endFrame, 0)) + 1;
+    const auto first = static_cast<std::size_t>(std::max(model.selection.firstFrame, 0));
+    const auto end = static_cast<std::size_t>(std::max(model.selection.lastFrame, 0)) + 1;
     // The track of a sheet that has just been set up is longer than its frames; one of few frames may be shorter.
     const std::size_t from = std::min(first * frameSamples, track->size());
     const std::size_t to = std::clamp(end * frameSamples, from, track->size());

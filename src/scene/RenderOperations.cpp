@@ -41,8 +41,8 @@ CRenderSetup CRenderOperations::RememberedSetup() const {
     const CProfile& profile = m_context.profile;
     CRenderSetup setup;
     setup.levels = AllLevels(model.xsheet);
-    setup.startFrame = 1;
-    setup.endFrame = model.xsheet.FrameCount();
+    setup.firstFrame = 1;
+    setup.lastFrame = model.xsheet.FrameCount();
     setup.step = std::max(1, Get(profile, setting::lastRenderStep));
     setup.scaling = std::clamp(Get(profile, setting::lastRenderScaling), 1, 400);
     setup.antialias = Get(profile, setting::lastRenderAntialias) != 0;

@@ -60,7 +60,7 @@ void CSoundOperations::DropSound(int frame) {
 void CSoundOperations::OnEditRemovesound() {
     CSceneModel& model = m_context.model;
     bool removed = false;
-    for (int frame = model.selection.startFrame; frame <= model.selection.endFrame; ++frame) {
+    for (int frame = model.selection.firstFrame; frame <= model.selection.lastFrame; ++frame) {
         if (model.sounds.NameAt(frame) == nullptr)
             continue;
         if (!removed)

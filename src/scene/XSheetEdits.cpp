@@ -29,10 +29,10 @@ std::vector<std::string> LevelNames(const CXSheet& xsheet) {
 // the wrong way round.
 std::optional<CXSheetSelection> SelectedCels(const CSceneModel& model) {
     const CXSheetSelection& selection = model.selection;
-    const bool isRange = selection.startLevel <= selection.endLevel && selection.startFrame <= selection.endFrame;
-    if (!model.sceneOpen || !isRange || !model.xsheet.HasLevel(selection.startLevel) ||
-        !model.xsheet.HasLevel(selection.endLevel) || !model.xsheet.HasFrame(selection.startFrame) ||
-        !model.xsheet.HasFrame(selection.endFrame))
+    const bool isRange = selection.firstLevel <= selection.lastLevel && selection.firstFrame <= selection.lastFrame;
+    if (!model.sceneOpen || !isRange || !model.xsheet.HasLevel(selection.firstLevel) ||
+        !model.xsheet.HasLevel(selection.lastLevel) || !model.xsheet.HasFrame(selection.firstFrame) ||
+        !model.xsheet.HasFrame(selection.lastFrame))
         return std::nullopt;
     return selection;
 }

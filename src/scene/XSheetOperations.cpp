@@ -52,22 +52,22 @@ void CXSheetOperations::SetCursorY(int frame) {
 
 void CXSheetOperations::SetSelStartX(int level) {
     if (RequireLevel(level, "Internal Error : nlvl out of range in SetSelStartX"))
-        m_context.model.selection.startLevel = level;
+        m_context.model.selection.firstLevel = level;
 }
 
 void CXSheetOperations::SetSelEndX(int level) {
     if (RequireLevel(level, "Internal Error : nlvl out of range in SetSelEndX"))
-        m_context.model.selection.endLevel = level;
+        m_context.model.selection.lastLevel = level;
 }
 
 void CXSheetOperations::SetSelStartY(int frame) {
     if (RequireFrame(frame, "Internal Error : nfrm out of range in SetSelStartY"))
-        m_context.model.selection.startFrame = frame;
+        m_context.model.selection.firstFrame = frame;
 }
 
 void CXSheetOperations::SetSelEndY(int frame) {
     if (RequireFrame(frame, "Internal Error : nfrm out of range in SetSelEndY"))
-        m_context.model.selection.endFrame = frame;
+        m_context.model.selection.lastFrame = frame;
 }
 
 void CXSheetOperations::SetLevelCanMove(int level) {

@@ -157,8 +157,8 @@ void InbetweenCamera(CCameraTrack& camera, CInbetweenKeys keys, CameraSource sou
     }
 }
 
-std::optional<CInbetweenKeys> FindLevelKeys(const CXSheet& xsheet, int level, int startFrame, int endFrame) {
-    CInbetweenKeys keys{startFrame, endFrame};
+std::optional<CInbetweenKeys> FindLevelKeys(const CXSheet& xsheet, int level, int firstFrame, int lastFrame) {
+    CInbetweenKeys keys{firstFrame, lastFrame};
     while (keys.last - keys.first >= 2 && !xsheet.Cel(level, keys.first).IsUsed())
         ++keys.first;
     while (keys.last - keys.first >= 2 && !xsheet.Cel(level, keys.last).IsUsed())

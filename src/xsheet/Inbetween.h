@@ -38,9 +38,9 @@ private:
 /// below keys.last, here and for a level.
 void InbetweenCamera(CCameraTrack& camera, CInbetweenKeys keys, CameraSource source, InbetweenType type);
 
-/// Keys of a level inbetween: the first used cell from startFrame on, the last one from endFrame back. Nothing when
-/// they are less than two frames apart.
-std::optional<CInbetweenKeys> FindLevelKeys(const CXSheet& xsheet, int level, int startFrame, int endFrame);
+/// Keys of a level inbetween: the first used cell from firstFrame on, the last one from lastFrame back. Nothing
+/// when they are less than two frames apart.
+std::optional<CInbetweenKeys> FindLevelKeys(const CXSheet& xsheet, int level, int firstFrame, int lastFrame);
 
 /// Writes the used cells between the keys of a level; empty cells stay empty.
 void InbetweenLevel(CXSheet& xsheet, int level, CInbetweenKeys keys, LevelSource source, InbetweenType type);

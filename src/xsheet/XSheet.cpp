@@ -13,10 +13,10 @@ constexpr std::string_view dittoMark = "\"";
 
 // Every frame is looked at as it was before the first one went: what has gone shows the same as what stands before
 // it, so the last kept cell serves for the comparison.
-void CondenseCels(std::vector<CXSheetCel>& cels, std::size_t startFrame, std::size_t endFrame) {
-    std::size_t kept = std::max<std::size_t>(startFrame, 1); // frame 0 has nothing before it
+void CondenseCels(std::vector<CXSheetCel>& cels, std::size_t firstFrame, std::size_t lastFrame) {
+    std::size_t kept = std::max<std::size_t>(firstFrame, 1); // frame 0 has nothing before it
     for (std::size_t frame = kept; frame < cels.size(); ++frame) {
-        const bool endsHold = frame < endFrame && cels[frame].ShowsSameAs(cels[kept - 1]) &&
+        const bool endsHold = frame < lastFrame && cels[frame].ShowsSameAs(cels[kept - 1]) &&
                               !cels[frame].ShowsSameAs(cels[frame + 1]);
         if (endsHold)
             continue;
@@ -28,12 +28,12 @@ void CondenseCels(std::vector<CXSheetCel>& cels, std::size_t startFrame, std::si
         cels[kept] = cels[kept - 1];
 }
 
-void ExpandCels(std::vector<CXSheetCel>& cels, std::size_t startFrame, std::size_t endFrame) {
+void ExpandCels(std::vector<CXSheetCel>& cels, std::size_t firstFrame, std::size_t lastFrame) {
     std::vector<CXSheetCel> expanded;
     expanded.reserve(cels.size());
     for (std::size_t frame = 0; expanded.size() < cels.size(); ++frame) {
-        const bool endsExposure = frame == endFrame || (frame >= startFrame && frame < endFrame &&
-                                                        !cels[frame].ShowsSameAs(cels[frame + 1]));
+        const bool endsExposure = frame == lastFrame || (frame >= firstFrame && frame < lastFrame &&
+                                                         !cels[frame].ShowsSameAs(cels[frame + 1]));
         if (endsExposure && expanded.size() + 1 < cels.size())
             expanded.push_back(cels[frame]);
         expanded.push_back(std::move(cels[frame]));
@@ -64,7 +64,7 @@ void CXSheet::EditLevel(int level, Edit edit) {
 
 template<class Edit>
 void CXSheet::EditLevels(const CXSheetSelection& selection, Edit edit) {
-    for (int level = selection.startLevel; level <= selection.endLevel; ++level)
+    for (int level = selection.firstLevel; level <= selection.lastLevel; ++level)
         EditLevel(level, edit);
 }
 
@@ -102,18 +102,18 @@ void CXSheet::SetFrameCount(int frames) {
 
 CCelClipboard CXSheet::Copy(const CXSheetSelection& selection) const {
     CCelClipboard clipboard;
-    clipboard.width = selection.endLevel - selection.startLevel + 1;
-    clipboard.height = selection.endFrame - selection.startFrame + 1;
+    clipboard.width = selection.lastLevel - selection.firstLevel + 1;
+    clipboard.height = selection.lastFrame - selection.firstFrame + 1;
     clipboard.cels.reserve(static_cast<std::size_t>(clipboard.width) * static_cast<std::size_t>(clipboard.height));
-    for (int frame = selection.startFrame; frame <= selection.endFrame; ++frame)
-        for (int level = selection.startLevel; level <= selection.endLevel; ++level)
+    for (int frame = selection.firstFrame; frame <= selection.lastFrame; ++frame)
+        for (int level = selection.firstLevel; level <= selection.lastLevel; ++level)
             clipboard.cels.push_back(Cel(level, frame));
     return clipboard;
 }
 
 void CXSheet::ClearCels(const CXSheetSelection& selection) {
-    for (int level = selection.startLevel; level <= selection.endLevel; ++level)
-        for (int frame = selection.startFrame; frame <= selection.endFrame; ++frame)
+    for (int level = selection.firstLevel; level <= selection.lastLevel; ++level)
+        for (int frame = selection.firstFrame; frame <= selection.lastFrame; ++frame)
             MutableCel(level, frame).Clear();
 }
 
@@ -129,21 +129,21 @@ void CXSheet::Paste(const CCelClipboard& clipboard, int level, int frame) {
 
 void CXSheet::Reverse(const CXSheetSelection& selection) {
     EditLevels(selection, [&](std::vector<CXSheetCel>& cels) {
-        std::reverse(cels.begin() + selection.startFrame, cels.begin() + selection.endFrame + 1);
+        std::reverse(cels.begin() + selection.firstFrame, cels.begin() + selection.lastFrame + 1);
     });
 }
 
 void CXSheet::Condense(const CXSheetSelection& selection) {
     EditLevels(selection, [&](std::vector<CXSheetCel>& cels) {
-        CondenseCels(cels, static_cast<std::size_t>(selection.startFrame),
-                     static_cast<std::size_t>(selection.endFrame));
+        CondenseCels(cels, static_cast<std::size_t>(selection.firstFrame),
+                     static_cast<std::size_t>(selection.lastFrame));
     });
 }
 
 void CXSheet::Expand(const CXSheetSelection& selection) {
     EditLevels(selection, [&](std::vector<CXSheetCel>& cels) {
-        ExpandCels(cels, static_cast<std::size_t>(selection.startFrame),
-                   static_cast<std::size_t>(selection.endFrame));
+        ExpandCels(cels, static_cast<std::size_t>(selection.firstFrame),
+                   static_cast<std::size_t>(selection.lastFrame));
     });
 }
 

@@ -12,10 +12,10 @@ namespace velmor {
 
 /// An inclusive range of levels and frames.
 struct CXSheetSelection {
-    int startLevel = 0;
-    int endLevel = 0;
-    int startFrame = 0;
-    int endFrame = 0;
+    int firstLevel = 0;
+    int lastLevel = 0;
+    int firstFrame = 0;
+    int lastFrame = 0;
 
     bool operator==(const CXSheetSelection&) const = default;
 };

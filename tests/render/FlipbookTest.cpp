@@ -21,8 +21,8 @@ TEST(FlipbookSettings, AreAcceptedOrRefusedWithTheirTexts) {
     const auto check = [](std::vector<int> levels, int start, int end, int step) {
         CFlipbookSettings settings;
         settings.levels = std::move(levels);
-        settings.startFrame = start;
-        settings.endFrame = end;
+        settings.firstFrame = start;
+        settings.lastFrame = end;
         settings.step = step;
         return CheckFlipbookSettings(settings, 10).Message();
     };
@@ -78,7 +78,7 @@ protected:
         CFlipbookJob job{
             output, {scene.data.xsheet, scene.data.geometry, scene.folder, true}, scene.data.camera, {}, 0, 0, {}};
         job.settings.levels = {0, 2};
-        job.settings.endFrame = CTestScene::frames;
+        job.settings.lastFrame = CTestScene::frames;
         job.settings.scaling = 100;
         job.settings.quality = 100;
         return job;
@@ -112,7 +112,7 @@ TEST_F(Flipbook, HoldsTheComposedFramesAndTheSound) {
     for (std::size_t i = 0; i < track.size(); ++i)
         track[i] = static_cast<std::uint8_t>(i * 3);
     CFlipbookJob job = Job();
-    job.settings.startFrame = 3;
+    job.settings.firstFrame = 3;
     job.sound = track;
     job.soundFrame = 1; // the xsheet's selection, not the movie's start, says where the sound begins
     ASSERT_EQ(Generate(job).end, FlipbookEnd::Complete);

@@ -143,7 +143,7 @@ TEST_F(CCameraOperationsTest, SurvivesDamagedTracksAndHugeMotion) {
 
 TEST_F(CCameraOperationsTest, NothingWorksWithoutAScene) {
     model.sceneOpen = false;
-    model.selection.endFrame = 10;
+    model.selection.lastFrame = 10;
     model.motionPathSetup = 2;
     camera.StartCamInput();
     EXPECT_FALSE(camera.ProcessCamInput(1, 1));

@@ -92,7 +92,7 @@ TEST_F(CCelOperationsTest, InbetweensTheCursorLevelFromUsedKeyToUsedKey) {
     prompter.Answer(CInbetweenAnswer{true, {0, 0}});
     cels.OnXsheetInbetweenleveldata();
     const CInbetweenRequest request = std::any_cast<CInbetweenRequest>(prompter.lastRequest);
-    EXPECT_EQ(std::pair(request.startFrame, request.endFrame), std::pair(2, 6));
+    EXPECT_EQ(std::pair(request.firstFrame, request.lastFrame), std::pair(2, 6));
     EXPECT_NEAR(model.xsheet.Cel(1, 3).PosX(), 50, 1e-4);
     EXPECT_EQ(Row(1, 6), ".111.1");
     EXPECT_EQ(TakeHints(), Hints{4});
@@ -104,11 +104,11 @@ TEST_F(CCelOperationsTest, InbetweensTheCursorLevelFromUsedKeyToUsedKey) {
 }
 
 TEST_F(CCelOperationsTest, InbetweenRemembersChoicesAndSnapshotOnCancelToo) {
-    model.selection.endFrame = 1;
+    model.selection.lastFrame = 1;
     EXPECT_FALSE(CanInbetween(model));
     cels.OnXsheetInbetweenleveldata();
     EXPECT_FALSE(model.undo.has_value());
-    model.selection.endFrame = 2;
+    model.selection.lastFrame = 2;
     EXPECT_TRUE(CanInbetween(model));
     Put(0, 0, "1");
     Put(0, 1, "1");

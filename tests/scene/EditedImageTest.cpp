@@ -23,7 +23,7 @@ protected:
     void Render() {
         CRenderSetup setup;
         setup.levels = {0};
-        setup.startFrame = setup.endFrame = 1;
+        setup.firstFrame = setup.lastFrame = 1;
         setup.format = RenderFormat::Bitmap;
         setup.directory = Utf8Of(folder / "out");
         setup.name = "shot";

@@ -27,8 +27,8 @@ TEST_F(FlipbookOperations, DialogStartsFromTheSelectionAndRemembersItsChoicesEit
     const auto& first = std::any_cast<const CFlipbookRequest&>(prompter.lastRequest);
     EXPECT_EQ(first.levelNames, Texts{"Default"});
     EXPECT_EQ(first.initial.levels, std::vector<int>{0});
-    EXPECT_EQ(first.initial.startFrame, 3);
-    EXPECT_EQ(first.initial.endFrame, 7);
+    EXPECT_EQ(first.initial.firstFrame, 3);
+    EXPECT_EQ(first.initial.lastFrame, 7);
     EXPECT_EQ(first.initial.step, 1);
     EXPECT_EQ(first.initial.scaling, 50);
     EXPECT_EQ(first.initial.quality, 50);

@@ -18,8 +18,8 @@ protected:
     CRenderSetup Setup(RenderFormat format = RenderFormat::Bitmap) {
         CRenderSetup setup;
         setup.levels = {0};
-        setup.startFrame = 2;
-        setup.endFrame = 8;
+        setup.firstFrame = 2;
+        setup.lastFrame = 8;
         setup.step = 3;
         setup.scaling = 50;
         setup.antialias = false;
@@ -49,7 +49,7 @@ TEST_F(RenderOperations, RendersWhatWasSetUpAndRemembersIt) {
     prompter.Cancel();
     doc->OnAnimationRender();
     EXPECT_EQ(Initial().levels, std::vector<int>{0});
-    EXPECT_EQ(Initial().endFrame, 10);
+    EXPECT_EQ(Initial().lastFrame, 10);
     EXPECT_EQ(Initial().scaling, 100);
     EXPECT_EQ(Initial().directory, (Database() / "Renders").string());
     EXPECT_EQ(Initial().name, "S");
@@ -99,9 +99,9 @@ TEST_F(RenderOperations, RefusesInItsOwnDialogWhatCannotBeRendered) {
         return RefusalOf(setup);
     };
     EXPECT_EQ(refusal([](auto& s) { s.levels.clear(); }), "You should select at least one level to render!");
-    EXPECT_EQ(refusal([](auto& s) { s.startFrame = 0; }), "Invalid start or end frame!");
-    EXPECT_EQ(refusal([](auto& s) { s.startFrame = 9; }), "Invalid start or end frame!");
-    EXPECT_EQ(refusal([](auto& s) { s.endFrame = 11; }), "Invalid start or end frame!");
+    EXPECT_EQ(refusal([](auto& s) { s.firstFrame = 0; }), "Invalid start or end frame!");
+    EXPECT_EQ(refusal([](auto& s) { s.firstFrame = 9; }), "Invalid start or end frame!");
+    EXPECT_EQ(refusal([](auto& s) { s.lastFrame = 11; }), "Invalid start or end frame!");
     EXPECT_EQ(refusal([](auto& s) { s.step = 0; }), "Invalid step value!");
     EXPECT_EQ(refusal([](auto& s) { s.scaling = 0; }), "Invalid scaling value!");
     EXPECT_EQ(refusal([](auto& s) { s.scaling = 401; }), "Invalid scaling value!");
@@ -128,7 +128,7 @@ TEST_F(RenderOperations, RefusesInItsOwnDialogWhatCannotBeRendered) {
 TEST_F(RenderOperations, FramesTooLargeForTheFormatAreRefused) {
     NewScene("Wide", 3, 2048, 10);
     CRenderSetup setup = Setup(RenderFormat::Mp4);
-    setup.startFrame = setup.endFrame = setup.step = 1;
+    setup.firstFrame = setup.lastFrame = setup.step = 1;
     setup.scaling = 400;
     EXPECT_TRUE(CheckRenderSetup(setup, 3, {2048, 10}));
     EXPECT_EQ(CheckRenderSetup(setup, 3, {8000, 10}).Message(),

@@ -395,7 +395,7 @@ TEST_F(SceneLifecycle, SceneSettingsResizeTheSheetAndKeepTheCursorInside) {
     EXPECT_EQ(doc->Model().geometry, settings.geometry);
     EXPECT_EQ(doc->GetFrameCount(), 20);
     EXPECT_EQ(doc->GetCursorY(), 19);
-    EXPECT_EQ(doc->Model().selection.endFrame, 19);
+    EXPECT_EQ(doc->Model().selection.lastFrame, 19);
     EXPECT_EQ(doc->GetSoundBuffer()->size(), 20U * (22050 / 30));
 }
 

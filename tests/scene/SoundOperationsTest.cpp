@@ -51,8 +51,8 @@ TEST_F(CSoundOperationsTest, DroppedSoundsStandInTheTrackUntilRemoved) {
     EXPECT_EQ("Boo", sounds.GetSoundName(9));
 
     Drop("Boo", 20);
-    model.selection.startFrame = 9;
-    model.selection.endFrame = 19;
+    model.selection.firstFrame = 9;
+    model.selection.lastFrame = 19;
     sounds.OnEditRemovesound();
     EXPECT_EQ((std::vector<CSoundPlacement>{{20, "Boo"}}), model.sounds.All());
     EXPECT_EQ(3, model.undo.value().sounds.Count()); // one snapshot, from before the first removal

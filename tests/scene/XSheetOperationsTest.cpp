@@ -69,7 +69,7 @@ TEST_F(CXSheetOperationsTest, NewLevelStandsInFrontAndKeepsTheFlag) {
     sheet.OnEditUndo();
     EXPECT_EQ(model.xsheet.LevelCount(), 1);
     EXPECT_EQ(model.cursorLevel, 0);
-    EXPECT_EQ(model.selection.endLevel, 0);
+    EXPECT_EQ(model.selection.lastLevel, 0);
 }
 
 TEST_F(CXSheetOperationsTest, RefusesTheFiftiethLevelAfterItsName) {
@@ -195,7 +195,7 @@ TEST_F(CXSheetOperationsTest, EditsTheSelectedCells) {
     EXPECT_EQ(Row(0, 7), "111000.");
     sheet.OnEditCondensecels();
     EXPECT_EQ(TakeHints(), (Hints{8, 8, 8}));
-    model.selection.endFrame = 1;
+    model.selection.lastFrame = 1;
     sheet.OnEditCopy();
     model.cursorFrame = 5;
     sheet.OnEditPaste();

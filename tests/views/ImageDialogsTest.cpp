@@ -200,8 +200,8 @@ TEST_F(CImageDialogsTest, FlipbookTakesLevelsFramesAndQuality) {
                });
     EXPECT_TRUE(answer.confirmed);
     EXPECT_EQ(answer.settings.levels, (std::vector<int>{0, 2}));
-    EXPECT_EQ(answer.settings.startFrame, 2);
-    EXPECT_EQ(answer.settings.endFrame, 10);
+    EXPECT_EQ(answer.settings.firstFrame, 2);
+    EXPECT_EQ(answer.settings.lastFrame, 10);
     EXPECT_EQ(answer.settings.step, 2);
     EXPECT_EQ(answer.settings.scaling, 75);
     EXPECT_EQ(answer.settings.quality, 100);

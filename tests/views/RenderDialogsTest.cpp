@@ -19,7 +19,7 @@ protected:
         request.frameCount = 100;
         request.scene = {768, 576};
         request.initial.levels = {0, 1, 2};
-        request.initial.endFrame = 100;
+        request.initial.lastFrame = 100;
         request.initial.compressor = "MSVC";
         request.initial.directory = "/renders";
         request.initial.name = "Demo";
@@ -69,8 +69,8 @@ TEST_F(CRenderDialogsTest, SetupIsTakenAsEntered) {
     });
     ASSERT_TRUE(answer);
     EXPECT_EQ(answer->levels, (std::vector<int>{0, 2}));
-    EXPECT_EQ(answer->startFrame, 5);
-    EXPECT_EQ(answer->endFrame, 25);
+    EXPECT_EQ(answer->firstFrame, 5);
+    EXPECT_EQ(answer->lastFrame, 25);
     EXPECT_EQ(answer->step, 10);
     EXPECT_EQ(answer->scaling, 200);
     EXPECT_FALSE(answer->antialias);
@@ -82,15 +82,15 @@ TEST_F(CRenderDialogsTest, SetupIsTakenAsEntered) {
 }
 
 TEST_F(CRenderDialogsTest, AllFramesPutsTheWholeSceneIn) {
-    request.initial.startFrame = 7;
-    request.initial.endFrame = 9;
+    request.initial.firstFrame = 7;
+    request.initial.lastFrame = 9;
     const std::optional<CRenderSetup> answer = Ask([](QDialog& dialog) {
         Child<QPushButton>(dialog, "allFrames").click();
         PressOk(dialog);
     });
     ASSERT_TRUE(answer);
-    EXPECT_EQ(answer->startFrame, 1);
-    EXPECT_EQ(answer->endFrame, 100);
+    EXPECT_EQ(answer->firstFrame, 1);
+    EXPECT_EQ(answer->lastFrame, 100);
 }
 
 TEST_F(CRenderDialogsTest, WhatIsRenderedCanBePlayedAndItsFolderOpened) {

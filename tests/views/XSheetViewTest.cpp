@@ -175,8 +175,8 @@ TEST_F(XSheetViewTest, SelectionsHeldOutsideKeepScrolling) {
     EXPECT_EQ(view->Geometry().firstFrame, 2);
     DragTo({60, 240 + 145});
     EXPECT_TRUE(QTest::qWaitFor([&] { return view->Geometry().firstFrame == 91; }));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return Selection().endFrame == 99; }));
-    EXPECT_EQ(Selection().startFrame, 2);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Selection().lastFrame == 99; }));
+    EXPECT_EQ(Selection().firstFrame, 2);
     EXPECT_EQ(view->verticalScrollBar()->value(), 91);
     DragTo({60, 35});
     EXPECT_EQ(view->Geometry().firstFrame, 89);
@@ -219,7 +219,7 @@ TEST_F(XSheetViewTest, DoubleClicksEditTheCelOrTheCamera) {
     QTest::mouseDClick(Port(), Qt::LeftButton, {}, {30 + 5 * 80 + 40, At(0, 3).y()});
     EXPECT_EQ(doc->GetCamPosX(3), 11);
     DragTo(At(1, 9));
-    EXPECT_EQ(Selection().endFrame, 3) << "no drag is left over";
+    EXPECT_EQ(Selection().lastFrame, 3) << "no drag is left over";
     EXPECT_EQ(doc->GetCursorX(), 2) << "the level nearest to the camera";
 
     QTest::mouseDClick(Port(), Qt::LeftButton, Qt::ControlModifier, At(0, 6));

@@ -12,9 +12,9 @@ namespace {
 
 using Edit = void (CXSheet::*)(const CXSheetSelection&);
 
-std::string After(Edit edit, const std::string& level, int startFrame, int endFrame) {
+std::string After(Edit edit, const std::string& level, int firstFrame, int lastFrame) {
     CXSheet xsheet = SheetOf({level});
-    (xsheet.*edit)({0, 0, startFrame, endFrame});
+    (xsheet.*edit)({0, 0, firstFrame, lastFrame});
     return RowsOf(xsheet).front();
 }
 

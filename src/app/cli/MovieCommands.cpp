@@ -110,8 +110,8 @@ bool RunFlipbook(const CFlipbookArguments& arguments) {
     const CNumberRange range = arguments.frames.value_or(CNumberRange{1, model.xsheet.FrameCount()});
     CFlipbookSettings settings;
     settings.levels = ChosenLevels(arguments.levels, model.xsheet);
-    settings.startFrame = range.first;
-    settings.endFrame = std::min(range.last, model.xsheet.FrameCount());
+    settings.firstFrame = range.first;
+    settings.lastFrame = std::min(range.last, model.xsheet.FrameCount());
     settings.step = arguments.step;
     settings.scaling = arguments.scaling;
     settings.quality = arguments.quality;
@@ -123,7 +123,7 @@ bool RunFlipbook(const CFlipbookArguments& arguments) {
         return false;
     }
     model.cursorFrame = arguments.cursor - 1;
-    model.selection.startFrame = settings.startFrame - 1; // where the sound starts
+    model.selection.firstFrame = settings.firstFrame - 1; // where the sound starts
     PrepareSound(*scene);
     CImageCache cache(CImageCache::usualBytes);
     CFlipbookOperations flipbooks(scene->context, cache);

@@ -94,8 +94,8 @@ void CFlipbookDialog::AddRange(const CFlipbookSettings& initial, int frameCount)
     grid->addWidget(all, 0, 6);
     grid->setColumnStretch(7, 1);
     Body().addLayout(grid);
-    m_start->SetValue(initial.startFrame);
-    m_end->SetValue(initial.endFrame);
+    m_start->SetValue(initial.firstFrame);
+    m_end->SetValue(initial.lastFrame);
     m_step->SetValue(initial.step);
 }
 
@@ -115,8 +115,8 @@ CFlipbookSettings CFlipbookDialog::Values(const CFlipbookSettings& unreadable) c
     for (int row = 0; row < m_levels->count(); ++row)
         if (m_levels->item(row)->isSelected() && settings.levels.size() < CFlipbookSettings::mostLevels)
             settings.levels.push_back(row);
-    settings.startFrame = m_start->Whole().value_or(unreadable.startFrame);
-    settings.endFrame = m_end->Whole().value_or(unreadable.endFrame);
+    settings.firstFrame = m_start->Whole().value_or(unreadable.firstFrame);
+    settings.lastFrame = m_end->Whole().value_or(unreadable.lastFrame);
     settings.step = m_step->Whole().value_or(unreadable.step);
     settings.scaling = m_scaling->Edit().Whole().value_or(unreadable.scaling);
     settings.quality = m_quality->Edit().Whole().value_or(unreadable.quality);

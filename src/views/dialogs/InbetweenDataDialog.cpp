@@ -32,7 +32,7 @@ CInbetweenDataDialog::CInbetweenDataDialog(QWidget* parent, const CInbetweenRequ
     : CDialog(parent, request.camera ? "Inbetween Camera Data" : "Inbetween Level Data"),
       m_source(new CRadioGroup(SourcesOf(request.camera), request.initial.source)),
       m_type(new CRadioGroup(Types(), request.initial.type)),
-      m_plot(new CInbetweenPlot({request.startFrame - 1, request.endFrame - 1})) {
+      m_plot(new CInbetweenPlot({request.firstFrame - 1, request.lastFrame - 1})) {
     m_source->setObjectName("source");
     m_type->setObjectName("type");
     AddRange(request);
@@ -51,8 +51,8 @@ CInbetweenDataDialog::CInbetweenDataDialog(QWidget* parent, const CInbetweenRequ
 void CInbetweenDataDialog::AddRange(const CInbetweenRequest& request) {
     auto* grid = new QGridLayout;
     Body().addLayout(grid);
-    AddShown(*grid, 0, 0, "Start Frame :", "startFrame", QString::number(request.startFrame));
-    AddShown(*grid, 0, 2, "End Frame :", "endFrame", QString::number(request.endFrame));
+    AddShown(*grid, 0, 0, "Start Frame :", "startFrame", QString::number(request.firstFrame));
+    AddShown(*grid, 0, 2, "End Frame :", "endFrame", QString::number(request.lastFrame));
     if (!request.camera)
         AddShown(*grid, 0, 4, "Level :", "level", ToQt(request.levelName));
     for (const int column : {1, 3, 5})

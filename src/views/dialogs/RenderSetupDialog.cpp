@@ -179,8 +179,8 @@ void CRenderSetupDialog::Show(const CRenderSetup& setup) {
     for (const int level : setup.levels)
         if (QListWidgetItem* item = m_levels->item(level))
             item->setSelected(true);
-    m_start->SetValue(setup.startFrame);
-    m_end->SetValue(setup.endFrame);
+    m_start->SetValue(setup.firstFrame);
+    m_end->SetValue(setup.lastFrame);
     m_step->SetValue(setup.step);
     m_scaling->Edit().SetValue(setup.scaling);
     m_antialias->setChecked(setup.antialias);
@@ -214,8 +214,8 @@ void CRenderSetupDialog::ShowResult() {
 }
 
 QString CRenderSetupDialog::ResultOf(const CRenderSetup& setup) const {
-    const bool isReadable = setup.startFrame > 0 && setup.startFrame <= setup.endFrame &&
-                            setup.endFrame <= m_request.frameCount && setup.step > 0 &&
+    const bool isReadable = setup.firstFrame > 0 && setup.firstFrame <= setup.lastFrame &&
+                            setup.lastFrame <= m_request.frameCount && setup.step > 0 &&
                             setup.scaling >= leastScaling && setup.scaling <= mostScaling;
     if (!isReadable || setup.name.empty())
         return {};
@@ -254,8 +254,8 @@ CRenderSetup CRenderSetupDialog::Values() const {
     for (int row = 0; row < m_levels->count(); ++row)
         if (m_levels->item(row)->isSelected())
             setup.levels.push_back(row);
-    setup.startFrame = m_start->Whole().value_or(0);
-    setup.endFrame = m_end->Whole().value_or(0);
+    setup.firstFrame = m_start->Whole().value_or(0);
+    setup.lastFrame = m_end->Whole().value_or(0);
     setup.step = m_step->Whole().value_or(0);
     setup.scaling = m_scaling->Edit().Whole().value_or(0);
     setup.antialias = m_antialias->isChecked();

@@ -18,8 +18,8 @@ bool IsTransparent(const CXSheetCel& cel) {
 }
 
 bool IsSelected(const CXSheetSelection& selection, int level, int frame) {
-    return level >= selection.startLevel && level <= selection.endLevel && frame >= selection.startFrame &&
-           frame <= selection.endFrame;
+    return level >= selection.firstLevel && level <= selection.lastLevel && frame >= selection.firstFrame &&
+           frame <= selection.lastFrame;
 }
 
 CellFill FillOf(const CSceneModel& model, int level, int frame) {
@@ -59,7 +59,7 @@ CLevelLook LevelLook(const CSceneModel& model, int level) {
 CFrameLook FrameLook(const CSceneModel& model, const CXSheetSounds& sounds, int frame) {
     CFrameLook look;
     look.current = frame == model.cursorFrame;
-    look.selected = frame >= model.selection.startFrame && frame <= model.selection.endFrame;
+    look.selected = frame >= model.selection.firstFrame && frame <= model.selection.lastFrame;
     look.camera = model.camera.At(frame);
     look.cameraHeld = frame > 0 && look.camera == model.camera.At(frame - 1);
     const int heard = sounds.HeardAt(frame);

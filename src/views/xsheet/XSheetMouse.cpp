@@ -11,10 +11,10 @@ namespace velmor {
 namespace {
 
 void Select(CVelmorltDoc& doc, const CXSheetSelection& selection) {
-    doc.SetSelStartX(selection.startLevel);
-    doc.SetSelEndX(selection.endLevel);
-    doc.SetSelStartY(selection.startFrame);
-    doc.SetSelEndY(selection.endFrame);
+    doc.SetSelStartX(selection.firstLevel);
+    doc.SetSelEndX(selection.lastLevel);
+    doc.SetSelStartY(selection.firstFrame);
+    doc.SetSelEndY(selection.lastFrame);
 }
 
 CXSheetSelection Spanning(CSheetCell a, CSheetCell b) {
@@ -24,8 +24,8 @@ CXSheetSelection Spanning(CSheetCell a, CSheetCell b) {
 }
 
 CXSheetSelection Grown(const CXSheetSelection& selection, CSheetCell cell) {
-    return {std::min(selection.startLevel, cell.level), std::max(selection.endLevel, cell.level),
-            std::min(selection.startFrame, cell.frame), std::max(selection.endFrame, cell.frame)};
+    return {std::min(selection.firstLevel, cell.level), std::max(selection.lastLevel, cell.level),
+            std::min(selection.firstFrame, cell.frame), std::max(selection.lastFrame, cell.frame)};
 }
 
 } // namespace
@@ -43,8 +43,8 @@ void CXSheetMouse::Press(const CXSheetGeometry& geometry, QPoint point, bool ext
             m_doc.SetCursorX(cell.level);
             selection = extend ? Grown(selection, cell) : Spanning(cell, cell);
         }
-        selection.startFrame = 0;
-        selection.endFrame = geometry.frameCount - 1;
+        selection.firstFrame = 0;
+        selection.lastFrame = geometry.frameCount - 1;
         Select(m_doc, selection);
     } else {
         m_press = Pressed::Cells;
@@ -59,8 +59,8 @@ void CXSheetMouse::Drag(const CXSheetGeometry& geometry, QPoint point) {
         return;
     CXSheetSelection selection = Spanning(geometry.NearestCell(point), {m_doc.GetCursorX(), m_doc.GetCursorY()});
     if (IsSelectingColumns()) {
-        selection.startFrame = 0;
-        selection.endFrame = geometry.frameCount - 1;
+        selection.firstFrame = 0;
+        selection.lastFrame = geometry.frameCount - 1;
     }
     Select(m_doc, selection);
 }
@@ -111,9 +111,9 @@ void SelectForMenu(CVelmorltDoc& doc, const CXSheetGeometry& geometry, QPoint po
 void MoveCursor(CVelmorltDoc& doc, CSheetCell cell, bool extend) {
     const CSceneModel& model = doc.Model();
     const CXSheetSelection& selection = model.selection;
-    const CSheetCell opposite{model.cursorLevel == selection.startLevel ? selection.endLevel : selection.startLevel,
-                              model.cursorFrame == selection.startFrame ? selection.endFrame
-                                                                        : selection.startFrame};
+    const CSheetCell opposite{
+        model.cursorLevel == selection.firstLevel ? selection.lastLevel : selection.firstLevel,
+        model.cursorFrame == selection.firstFrame ? selection.lastFrame : selection.firstFrame};
     Select(doc, Spanning(cell, extend ? opposite : cell));
     if (cell.level != model.cursorLevel)
         doc.SetCursorX(cell.level);
