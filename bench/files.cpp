@@ -65,7 +65,7 @@ void Load(benchmark::State& state, LoadState kind) {
         benchmark::DoNotOptimize(loaded);
     }
     state.counters["fileBytes"] = static_cast<double>(std::filesystem::file_size(file));
-    RemoveFile(file);
+    static_cast<void>(RemoveFile(file));
 }
 
 void Save(benchmark::State& state, LoadState kind) {
@@ -73,7 +73,7 @@ void Save(benchmark::State& state, LoadState kind) {
     for (auto _ : state)
         if (!image.Save())
             state.SkipWithError("not saved");
-    RemoveFile(image.FilePath());
+    static_cast<void>(RemoveFile(image.FilePath()));
 }
 
 void Display(benchmark::State& state, LoadState kind) {

@@ -69,9 +69,10 @@ public:
 /// 200 scenes; one with a folder of 500 cels and an xsheet of 49 levels and 1999 frames, all used.
 void MakeLargeDatabase(const Path& database) {
     for (int scene = 0; scene < 200; ++scene)
-        CreateFolder(CScenePaths(WithSeparator(Utf8Of(database)), "Scene " + std::to_string(scene)).SceneFolder());
+        static_cast<void>(CreateFolder(
+            CScenePaths(WithSeparator(Utf8Of(database)), "Scene " + std::to_string(scene)).SceneFolder()));
     const CScenePaths paths(WithSeparator(Utf8Of(database)), "Scene 77");
-    CreateFolder(paths.CelFolder("walk"));
+    static_cast<void>(CreateFolder(paths.CelFolder("walk")));
     CCelImg cel;
     static_cast<void>(cel.CreateCel(64, 48, paths.CelFile("walk", "1")));
     static_cast<void>(cel.SaveCel());
@@ -132,7 +133,7 @@ BENCHMARK(ScrollLargeXsheet)->Unit(benchmark::kMillisecond)->UseRealTime();
 void PaintPenSegment(benchmark::State& state) {
     const CBenchFolder folder;
     const CScenePaths paths(WithSeparator(Utf8Of(folder.Path())), "Pen");
-    CreateFolder(paths.CelFolder("walk"));
+    static_cast<void>(CreateFolder(paths.CelFolder("walk")));
     CCelImg cel;
     static_cast<void>(cel.CreateCel(celWidth, celHeight, paths.CelFile("walk", "1")));
     static_cast<void>(cel.SaveCel());

@@ -34,7 +34,7 @@ void CCaptureSession::OpenSetup(const CCaptureChoice& saved) {
     if (saved.driver == noCaptureDriver)
         return;
     if (std::ranges::find(m_descriptions, saved.driver) != m_descriptions.end())
-        Connect(saved);
+        static_cast<void>(Connect(saved)); // what failed has been told
     else
         m_tell("The last open capture device is not available, please select an available driver from list.");
 }
@@ -44,7 +44,7 @@ bool CCaptureSession::Select(const std::string& description) {
 }
 
 bool CCaptureSession::Connect(CCaptureChoice choice) {
-    Disconnect();
+    static_cast<void>(Disconnect()); // of a device that is gone, or of none
     m_choice = std::move(choice);
     return CreateWindow();
 }
@@ -179,7 +179,7 @@ bool CCaptureSession::GrabStopped(const HandOver& handOver) {
     }
     const bool kept = handOver(file);
     // Left in a folder that all users share, it would be in the next one's way.
-    RemoveFile(file);
+    static_cast<void>(RemoveFile(file));
     if (kept) {
         m_lastGrabbed = frame;
         ++m_grabbedCount;

@@ -48,18 +48,18 @@ public:
     const CCaptureChoice& Choice() const { return m_choice; }
     /// Selects a driver and connects it, in place of the one before. A driver that cannot be connected is selected
     /// all the same.
-    bool Select(const std::string& description);
+    [[nodiscard]] bool Select(const std::string& description);
     /// Whether the setup dialog may close with OK.
-    bool AcceptSetup() const;
+    [[nodiscard]] bool AcceptSetup() const;
 
     /// The capture dialog opens with the driver that was chosen in setup.
-    bool OpenCapture(const CCaptureChoice& saved);
+    [[nodiscard]] bool OpenCapture(const CCaptureChoice& saved);
 
     bool IsConnected() const { return m_device != nullptr; }
     /// The device was connected and gives no more frames.
     bool HasFailed() const { return m_device && m_device->HasFailed(); }
     /// Also when it fails, and then it says so, the device is let go.
-    bool Disconnect();
+    [[nodiscard]] bool Disconnect();
     /// Size of the device's picture, which the windows are laid out around.
     std::optional<CSize> WindowSize() const;
     /// Not to be called while nothing is connected.
@@ -79,19 +79,19 @@ public:
     std::vector<CCaptureControl> SourceControls() const;
     std::vector<CCaptureFormat> Formats() const;
     /// Tells when the device does not take it.
-    bool SetFormat(const CCaptureFormat& format);
+    [[nodiscard]] bool SetFormat(const CCaptureFormat& format);
 
     /// Grabs one frame and hands it over. False when one of the steps failed, which has been told.
-    bool Grab(const HandOver& handOver);
+    [[nodiscard]] bool Grab(const HandOver& handOver);
     /// The last frame that was grabbed and kept.
     std::shared_ptr<const CCaptureFrame> LastGrabbed() const { return m_lastGrabbed; }
     int GrabbedCount() const { return m_grabbedCount; }
 
 private:
-    bool CreateWindow();
-    bool Connect(CCaptureChoice choice);
-    bool GrabStopped(const HandOver& handOver);
-    bool Save(const CCaptureFrame& frame, const Path& file) const;
+    [[nodiscard]] bool CreateWindow();
+    [[nodiscard]] bool Connect(CCaptureChoice choice);
+    [[nodiscard]] bool GrabStopped(const HandOver& handOver);
+    [[nodiscard]] bool Save(const CCaptureFrame& frame, const Path& file) const;
 
     ICaptureDrivers& m_drivers;
     Tell m_tell;

@@ -42,9 +42,9 @@ private:
     std::uint16_t TransferImage(void** handle);
     std::uint16_t Fail(std::uint16_t conditionCode);
 
-    bool FindScanners();
-    bool OpenScanner(const CScannerDevice& scanner);
-    bool WaitForScanner(const std::string& text);
+    [[nodiscard]] bool FindScanners();
+    [[nodiscard]] bool OpenScanner(const CScannerDevice& scanner);
+    [[nodiscard]] bool WaitForScanner(const std::string& text);
     void StartJob(Job job, const CScanSettings& settings);
     void CancelJob();
     void TakePages();

@@ -49,12 +49,12 @@ CTwainSession::CTwainSession(ISourceManager& manager, void* parentWindow)
     : m_manager(manager), m_parentWindow(parentWindow), m_application(ApplicationIdentity()) {}
 
 CTwainSession::~CTwainSession() {
-    DropToState(TwainState::PreSession);
+    static_cast<void>(DropToState(TwainState::PreSession)); // nobody is left to be told
 }
 
 std::uint16_t CTwainSession::ConditionCode() {
     CStatusRecord status;
-    CallManager(DG_CONTROL, DAT_STATUS, MSG_GET, &status);
+    static_cast<void>(CallManager(DG_CONTROL, DAT_STATUS, MSG_GET, &status)); // else it says nothing
     return status.conditionCode;
 }
 
@@ -78,7 +78,7 @@ bool CTwainSession::SelectSource() {
         return false;
     // The dialog opens on the default; where there is none yet, it has nothing to open on.
     CIdentity choice;
-    CallManager(DG_CONTROL, DAT_IDENTITY, MSG_GETDEFAULT, &choice);
+    static_cast<void>(CallManager(DG_CONTROL, DAT_IDENTITY, MSG_GETDEFAULT, &choice));
     if (!CallManager(DG_CONTROL, DAT_IDENTITY, MSG_USERSELECT, &choice))
         return false;
     m_source = choice;
@@ -100,13 +100,13 @@ bool CTwainSession::DisableSource() {
 
 bool CTwainSession::CloseSource() {
     if (m_state == TwainState::SourceEnabled)
-        DisableSource();
+        static_cast<void>(DisableSource()); // the state says what came of it
     return m_state == TwainState::SourceOpen && CallManager(DG_CONTROL, DAT_IDENTITY, MSG_CLOSEDS, &m_source);
 }
 
 bool CTwainSession::CloseSourceManager() {
     if (m_state > TwainState::ManagerOpen)
-        DropToState(TwainState::ManagerOpen);
+        static_cast<void>(DropToState(TwainState::ManagerOpen)); // the state says what came of it
     return m_state == TwainState::ManagerOpen && CallManager(DG_CONTROL, DAT_PARENT, MSG_CLOSEDSM, &m_parentWindow);
 }
 
@@ -167,7 +167,8 @@ bool CTwainSession::TransferImage(const ImageHandler& handle) {
         return false;
     void* image = nullptr;
     const std::uint16_t type = m_fileTransfer ? DAT_IMAGEFILEXFER : DAT_IMAGENATIVEXFER;
-    CallSource(DG_IMAGE, type, MSG_GET, m_fileTransfer ? nullptr : static_cast<void*>(&image));
+    // The return code says what came of it.
+    static_cast<void>(CallSource(DG_IMAGE, type, MSG_GET, m_fileTransfer ? nullptr : static_cast<void*>(&image)));
     const bool done = m_entry && m_returnCode == TWRC_XFERDONE;
     if (done && !m_fileTransfer)
         HandOver(image, handle);
@@ -179,13 +180,13 @@ bool CTwainSession::ProcessEvent(void* message) {
         return false;
     CEvent event;
     event.event = message;
-    CallSource(DG_CONTROL, DAT_EVENT, MSG_PROCESSEVENT, &event);
+    static_cast<void>(CallSource(DG_CONTROL, DAT_EVENT, MSG_PROCESSEVENT, &event)); // likewise
     return m_returnCode == TWRC_DSEVENT;
 }
 
 void CTwainSession::TransferImages(const ImageHandler& handle) {
     while (m_state == TwainState::TransferReady) {
-        TransferImage(handle);
+        static_cast<void>(TransferImage(handle)); // the state says what came of it
         // A transfer that failed has not begun and cannot be ended: what is pending is given up.
         if (m_state == TwainState::Transferring ? !EndTransfer() : !ResetTransfers())
             return;
@@ -204,7 +205,7 @@ bool CTwainSession::Acquire(const MessageStep& step, const ImageHandler& handle)
         if (m_closeRequested)
             break;
     }
-    DropToState(TwainState::ManagerLoaded);
+    static_cast<void>(DropToState(TwainState::ManagerLoaded)); // the state says what came of it
     return enabled;
 }
 

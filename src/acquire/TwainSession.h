@@ -41,41 +41,41 @@ public:
     /// Why the last call that failed did, as the source manager says.
     std::uint16_t ConditionCode();
 
-    bool LoadSourceManager();
-    bool OpenSourceManager();
+    [[nodiscard]] bool LoadSourceManager();
+    [[nodiscard]] bool OpenSourceManager();
     /// Lets the user choose the scanner that the next session opens.
-    bool SelectSource();
-    bool OpenSource();
-    bool EnableSource();
-    bool DisableSource();
-    bool CloseSource();
-    bool CloseSourceManager();
-    bool UnloadSourceManager();
-    bool EndTransfer();
-    bool ResetTransfers();
+    [[nodiscard]] bool SelectSource();
+    [[nodiscard]] bool OpenSource();
+    [[nodiscard]] bool EnableSource();
+    [[nodiscard]] bool DisableSource();
+    [[nodiscard]] bool CloseSource();
+    [[nodiscard]] bool CloseSourceManager();
+    [[nodiscard]] bool UnloadSourceManager();
+    [[nodiscard]] bool EndTransfer();
+    [[nodiscard]] bool ResetTransfers();
     /// Goes down until the state is `state` or lower; stops at a step that fails.
-    bool DropToState(TwainState state);
+    [[nodiscard]] bool DropToState(TwainState state);
 
     /// Images go to files from now on, until a source is opened again.
     void UseFileTransfer() { m_fileTransfer = true; }
     /// Fetches the next image and hands it over; false when there was none.
-    bool TransferImage(const ImageHandler& handle);
+    [[nodiscard]] bool TransferImage(const ImageHandler& handle);
     /// Shows a message to the enabled source; true when it was the source's own.
     bool ProcessEvent(void* message);
 
     /// From opening to closing: shows the source's window, waits with `step`, and hands over every page, until the
     /// user closes that window or the messages end. False when the source could not be shown.
-    bool Acquire(const MessageStep& step, const ImageHandler& handle);
+    [[nodiscard]] bool Acquire(const MessageStep& step, const ImageHandler& handle);
 
 private:
-    bool CallManager(std::uint32_t group, std::uint16_t type, std::uint16_t message, void* record);
-    bool CallSource(std::uint32_t group, std::uint16_t type, std::uint16_t message, void* record);
-    bool Call(twain::CIdentity* source, std::uint32_t group, std::uint16_t type, std::uint16_t message,
-              void* record);
+    [[nodiscard]] bool CallManager(std::uint32_t group, std::uint16_t type, std::uint16_t message, void* record);
+    [[nodiscard]] bool CallSource(std::uint32_t group, std::uint16_t type, std::uint16_t message, void* record);
+    [[nodiscard]] bool Call(twain::CIdentity* source, std::uint32_t group, std::uint16_t type,
+                            std::uint16_t message, void* record);
     void FollowControl(std::uint16_t type, std::uint16_t message);
     void FollowEvent(const twain::CEvent& event);
-    bool SetUserInterface(std::uint16_t message);
-    bool StepDown();
+    [[nodiscard]] bool SetUserInterface(std::uint16_t message);
+    [[nodiscard]] bool StepDown();
     void TransferImages(const ImageHandler& handle);
 
     ISourceManager& m_manager;

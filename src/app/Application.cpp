@@ -21,7 +21,8 @@ CApplication::~CApplication() = default;
 
 bool CApplication::Start(bool showSplash) {
     m_prompter = std::make_unique<CQtPrompter>();
-    CreateFolder(m_folders.configuration);
+    static_cast<void>(
+        CreateFolder(m_folders.configuration)); // without it nothing is remembered, which is no reason not to start
     m_guard = CInstanceGuard::Acquire(m_folders.configuration);
     if (!m_guard) {
         CInstanceBell::Ring(m_folders.configuration);

@@ -35,7 +35,7 @@ public:
 
     /// False when start-up fails, because the program is running already; nothing has been made then, and the one
     /// that runs has been asked to come to the front.
-    bool Start(bool showSplash);
+    [[nodiscard]] bool Start(bool showSplash);
     CMainFrame& Frame() { return *m_frame; }
     CVelmorltDoc& Document() { return *m_doc; }
 

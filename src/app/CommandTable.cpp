@@ -140,7 +140,7 @@ constexpr CCommand commands[] = {
      "Changed the global parameters of the current scene", "Scene Settings", HasScene, nullptr,
      Doc<&CVelmorltDoc::OnFileScenesettings>},
     {CommandId::FileSaveAll, "Save All", "save-all", "Ctrl+S", "Saves all unsaved in memory data to the database",
-     "Save All", HasScene, nullptr, [](Target& target) { target.doc.OnFileSaveall(); }},
+     "Save All", HasScene, nullptr, [](Target& target) { static_cast<void>(target.doc.OnFileSaveall()); }},
     {CommandId::FileSettings, "&Settings", "settings", "", "General Settings", "", Always, nullptr,
      Doc<&CVelmorltDoc::OnFileSettings>},
     {CommandId::FilePrint, "&Print XSheet\tCtrl+P", "print", "Ctrl+P", "Print the active document", "Print",

@@ -30,14 +30,15 @@ QPrinter& CPrinting::Printer() {
 void CPrinting::Print() {
     QPrintDialog dialog(&Printer(), &m_parent);
     if (dialog.exec() == QDialog::Accepted)
-        PrintXSheet(m_doc.Model(), m_prompter, Printer());
+        static_cast<void>(PrintXSheet(m_doc.Model(), m_prompter, Printer())); // it has shown why not
 }
 
 void CPrinting::Preview() {
     QPrintPreviewDialog dialog(&Printer(), &m_parent);
     dialog.resize(m_parent.size() * 0.9);
-    QObject::connect(&dialog, &QPrintPreviewDialog::paintRequested, &dialog,
-                     [this](QPrinter* printer) { PrintXSheet(m_doc.Model(), m_prompter, *printer); });
+    QObject::connect(&dialog, &QPrintPreviewDialog::paintRequested, &dialog, [this](QPrinter* printer) {
+        static_cast<void>(PrintXSheet(m_doc.Model(), m_prompter, *printer));
+    });
     dialog.exec();
 }
 

@@ -160,7 +160,7 @@ void CScanning::Acquire(SourceMode kind, ScanMode mode) {
     };
     CTwainSession session(Scanners().manager, WindowHandle());
     const auto handOver = [this, kind](std::span<const std::uint8_t> page) {
-        m_doc.Grabs().GetDataFromDIB(page, kind);
+        static_cast<void>(m_doc.Grabs().GetDataFromDIB(page, kind)); // it has shown what went wrong
     };
     if (!session.Acquire(step, handOver))
         m_prompter.ShowStatus(session.ConditionCode() == twain::TWCC_NODS ? notFound : notOpened);

@@ -17,7 +17,7 @@ QByteArray Bytes(const CProfile& profile, const char* key) {
 }
 
 void WriteBytes(CProfile& profile, const char* key, const QByteArray& bytes) {
-    profile.WriteString(section, key, bytes.toBase64().toStdString());
+    static_cast<void>(profile.WriteString(section, key, bytes.toBase64().toStdString()));
 }
 
 } // namespace
@@ -46,7 +46,7 @@ int CWindowSettings::Number(const char* key, int usual) const {
 }
 
 void CWindowSettings::SetNumber(const char* key, int value) {
-    m_profile.WriteInt(section, key, value);
+    static_cast<void>(m_profile.WriteInt(section, key, value));
 }
 
 } // namespace velmor

@@ -14,7 +14,7 @@ public:
     explicit CWindowSettings(CProfile& profile) : m_profile(profile) {}
 
     /// False when there is nothing to restore.
-    bool RestoreGeometry(QWidget& window, const char* key) const;
+    [[nodiscard]] bool RestoreGeometry(QWidget& window, const char* key) const;
     void SaveGeometry(const QWidget& window, const char* key);
     /// Of the window's tool bars.
     void RestoreState(QMainWindow& window, const char* key) const;

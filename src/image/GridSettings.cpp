@@ -34,13 +34,13 @@ CGridSettings ReadGridSettings(const CProfile& profile) {
 
 void WriteGridSettings(CProfile& profile, const CGridSettings& grid) {
     const auto write = [&profile](const char* section, ColorRef color) {
-        profile.WriteInt(section, "RED", RedOf(color));
-        profile.WriteInt(section, "GREEN", GreenOf(color));
-        profile.WriteInt(section, "BLUE", BlueOf(color));
+        static_cast<void>(profile.WriteInt(section, "RED", RedOf(color)));
+        static_cast<void>(profile.WriteInt(section, "GREEN", GreenOf(color)));
+        static_cast<void>(profile.WriteInt(section, "BLUE", BlueOf(color)));
     };
     write(color1Section, grid.color1);
     write(color2Section, grid.color2);
-    profile.WriteInt(sizeSection, "GRIDSIZE", grid.size);
+    static_cast<void>(profile.WriteInt(sizeSection, "GRIDSIZE", grid.size));
 }
 
 } // namespace velmor

@@ -35,7 +35,7 @@ public:
     const CNamedColor& At(int index) const { return m_colors[static_cast<std::size_t>(index)]; }
     void Set(int index, CNamedColor color) { m_colors[static_cast<std::size_t>(index)] = std::move(color); }
     /// False when the palette is full.
-    bool Add(CNamedColor color);
+    [[nodiscard]] bool Add(CNamedColor color);
     /// Later entries move down by one.
     void Remove(int index);
     /// This palette's colours followed by all of the other's, without comparing them or holding the limit.

@@ -26,6 +26,6 @@ constexpr std::size_t LeastRunBytes(std::size_t pixels) {
 
 /// Fills `plane` from the pairs at the start of `bytes` and removes these from `bytes`. A run that would pass the
 /// end of the plane is cut there. False when the bytes end before the plane is full.
-bool DecodeRuns(std::span<const std::uint8_t>& bytes, std::span<std::uint8_t> plane);
+[[nodiscard]] bool DecodeRuns(std::span<const std::uint8_t>& bytes, std::span<std::uint8_t> plane);
 
 } // namespace velmor

@@ -14,17 +14,17 @@ public:
     virtual ~IAudioOutput() = default;
     /// Whether there is a device at all.
     virtual bool CanPlay() = 0;
-    virtual bool Open() = 0;
+    [[nodiscard]] virtual bool Open() = 0;
     /// Copies the samples and begins to play them from the first; what was playing stops. False when the device is
     /// not open or there is no memory.
-    virtual bool Play(std::span<const std::uint8_t> samples) = 0;
+    [[nodiscard]] virtual bool Play(std::span<const std::uint8_t> samples) = 0;
     /// Samples that the device has really taken since Play(): the clock of whatever runs beside the sound. Reaches
     /// the number of samples when all have been heard.
     virtual std::size_t Position() const = 0;
     /// Stops what is playing; the position is 0 again.
     virtual void Reset() = 0;
     /// False when the device could not be closed. Closing a closed device succeeds.
-    virtual bool Close() = 0;
+    [[nodiscard]] virtual bool Close() = 0;
 };
 
 /// Records sound of the same format.
@@ -32,9 +32,9 @@ class IAudioInput {
 public:
     virtual ~IAudioInput() = default;
     virtual bool CanRecord() = 0;
-    virtual bool Open() = 0;
+    [[nodiscard]] virtual bool Open() = 0;
     /// Begins to record, at most `capacity` samples. False when the device is not open or there is no memory.
-    virtual bool Start(std::size_t capacity) = 0;
+    [[nodiscard]] virtual bool Start(std::size_t capacity) = 0;
     /// Samples recorded so far.
     virtual std::size_t Position() const = 0;
     /// Largest deviation from silence among the samples of the last moment, 0 to 128: for a level meter.

@@ -52,7 +52,7 @@ public:
     /// The frame at a position, 0 to frameCount - 1; an empty sample shows the picture before it. Going on to the
     /// next frame is cheap, going back decodes from the key frame before. False when nothing can be decoded there;
     /// `picture` is then unchanged.
-    bool ReadFrame(int position, CMoviePicture& picture);
+    [[nodiscard]] bool ReadFrame(int position, CMoviePicture& picture);
     bool HasSound() const;
     /// All of the sound as 8-bit unsigned mono at `rate` samples a second; empty when there is none.
     MovieError ReadSound(int rate, std::vector<std::uint8_t>& samples);

@@ -58,7 +58,7 @@ bool CCaptureDevice::Disconnect() {
 bool CCaptureDevice::SetFormat(const CCaptureFormat& format) {
     const CCaptureFormat old = m_wanted;
     if (!Start(format)) {
-        Start(old);
+        static_cast<void>(Start(old)); // or the device counts as failed
         return false;
     }
     m_wanted = format;

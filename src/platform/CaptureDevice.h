@@ -17,14 +17,14 @@ public:
         : m_source(std::move(source)), m_wanted(std::move(wanted)) {}
     ~CCaptureDevice() override { Stop(); }
 
-    bool Connect() override { return Start(m_wanted) || (m_wanted.width > 0 && Start({})); }
-    bool Disconnect() override;
+    [[nodiscard]] bool Connect() override { return Start(m_wanted) || (m_wanted.width > 0 && Start({})); }
+    [[nodiscard]] bool Disconnect() override;
     bool HasFailed() const override;
     CCaptureFormat Format() const override { return m_format; }
     std::shared_ptr<const CCaptureFrame> LatestFrame() const override;
     std::shared_ptr<const CCaptureFrame> GrabFrame() override;
     int DroppedFrames() const override;
-    bool SetFormat(const CCaptureFormat& format) override;
+    [[nodiscard]] bool SetFormat(const CCaptureFormat& format) override;
 
 protected:
     const CCaptureSource& Source() const { return m_source; }
@@ -32,7 +32,7 @@ protected:
 private:
     using Clock = CCaptureInput::Clock;
 
-    bool Start(const CCaptureFormat& wanted);
+    [[nodiscard]] bool Start(const CCaptureFormat& wanted);
     void Stop();
     // On the device's thread.
     void Read();

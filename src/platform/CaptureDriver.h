@@ -48,9 +48,9 @@ public:
     virtual ~ICaptureDevice() = default;
 
     /// Opens the device and starts its frames. A device that is connected or has failed is opened anew.
-    virtual bool Connect() = 0;
+    [[nodiscard]] virtual bool Connect() = 0;
     /// False when the device could not be closed. Closing a closed device succeeds.
-    virtual bool Disconnect() = 0;
+    [[nodiscard]] virtual bool Disconnect() = 0;
     /// True once the device has ended, vanished or fallen silent. It stays so until it is connected again.
     virtual bool HasFailed() const = 0;
 
@@ -69,11 +69,11 @@ public:
 
     /// With their present values; empty when nothing can be set.
     virtual std::vector<CCaptureControl> Controls() const { return {}; }
-    virtual bool SetControl(std::uint32_t, int) { return false; }
+    [[nodiscard]] virtual bool SetControl(std::uint32_t, int) { return false; }
     /// The largest first; empty when there is nothing to choose.
     virtual std::vector<CCaptureFormat> Formats() const { return {}; }
     /// Starts the frames again in another format. On failure the old one goes on.
-    virtual bool SetFormat(const CCaptureFormat&) { return false; }
+    [[nodiscard]] virtual bool SetFormat(const CCaptureFormat&) { return false; }
 };
 
 /// The capture drivers of this machine, told apart by their descriptions.

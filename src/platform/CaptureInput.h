@@ -39,9 +39,9 @@ public:
 
 private:
     CCaptureInput() = default;
-    bool OpenSource(const CCaptureSource& source, const CCaptureFormat& wanted);
-    bool OpenDecoder(const CCaptureSource& source);
-    bool Convert(CCaptureFrame& frame);
+    [[nodiscard]] bool OpenSource(const CCaptureSource& source, const CCaptureFormat& wanted);
+    [[nodiscard]] bool OpenDecoder(const CCaptureSource& source);
+    [[nodiscard]] bool Convert(CCaptureFrame& frame);
     void TakeTime();
 
     Clock::time_point m_deadline; ///< for FFmpeg, which asks while it waits

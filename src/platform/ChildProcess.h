@@ -14,7 +14,7 @@ public:
     CChildProcess& operator=(const CChildProcess&) = delete;
     ~CChildProcess() { Kill(); }
 
-    bool Start(const Path& program);
+    [[nodiscard]] bool Start(const Path& program);
     bool IsRunning() const { return m_process > 0; }
     CMessageChannel& Channel() { return m_channel; }
     /// Hangs up and gives it so many milliseconds to end by itself.

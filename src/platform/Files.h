@@ -55,7 +55,7 @@ std::optional<CFileIdentity> IdentifyFile(const Path& path);
 /// Replaces a file by `bytes`: whole, to a temporary file beside it, flushed to disk, renamed over it. A link
 /// stays, and the file that it leads to is replaced or made. On failure the old file is untouched and the temporary
 /// one is gone.
-bool WriteFileAtomically(const Path& path, std::span<const std::uint8_t> bytes);
+[[nodiscard]] bool WriteFileAtomically(const Path& path, std::span<const std::uint8_t> bytes);
 
 /// A file that appears under its name only when it is complete. Until Commit() the bytes stand in a temporary file
 /// beside the target; destroying the object without Commit() removes that file.
@@ -72,15 +72,15 @@ public:
     ~CAtomicFile();
 
     /// Appends at the end. After a failure every further call fails.
-    bool Append(std::span<const std::uint8_t> bytes);
+    [[nodiscard]] bool Append(std::span<const std::uint8_t> bytes);
     /// Overwrites bytes that were appended before.
-    bool Overwrite(std::uint64_t offset, std::span<const std::uint8_t> bytes);
+    [[nodiscard]] bool Overwrite(std::uint64_t offset, std::span<const std::uint8_t> bytes);
     /// Number of bytes appended so far.
     std::uint64_t Size() const { return m_size; }
     /// Where the bytes stand until Commit(), for who has to read them back.
     const Path& Temporary() const { return m_temporary; }
     /// Flushes to disk and renames over the target.
-    bool Commit();
+    [[nodiscard]] bool Commit();
 
 private:
     CAtomicFile(int descriptor, Path temporary, Path target);
@@ -100,18 +100,18 @@ void DiscardUnfinishedFiles() noexcept;
 bool FileExists(const Path& path);
 bool FolderExists(const Path& path);
 /// Makes one folder (and the folders above it). True also when it exists already.
-bool CreateFolder(const Path& path);
-bool RemoveFile(const Path& path);
+[[nodiscard]] bool CreateFolder(const Path& path);
+[[nodiscard]] bool RemoveFile(const Path& path);
 /// Removes what is in a folder except the folders. Links are removed, never followed. What cannot be removed is
 /// told to `resists`, if there is one, and stays; false then.
-bool RemoveFilesIn(const Path& folder, const std::function<void(const Path&)>& resists = {});
+[[nodiscard]] bool RemoveFilesIn(const Path& folder, const std::function<void(const Path&)>& resists = {});
 /// Removes an empty folder: 0, or the system's error number.
 int RemoveEmptyFolder(const Path& folder);
 /// Removes a folder with all it holds, as RemoveFilesIn() does; a folder in which something stays, stays as well.
-bool RemoveFolderTree(const Path& folder, const std::function<void(const Path&)>& resists = {});
+[[nodiscard]] bool RemoveFolderTree(const Path& folder, const std::function<void(const Path&)>& resists = {});
 /// Copies a file; fails when the destination exists. A failed copy leaves nothing behind.
-bool CopyFileIfAbsent(const Path& from, const Path& to);
-bool MoveFile(const Path& from, const Path& to);
+[[nodiscard]] bool CopyFileIfAbsent(const Path& from, const Path& to);
+[[nodiscard]] bool MoveFile(const Path& from, const Path& to);
 
 /// Names (without directory) of the folders or of the files whose extension is `extension` (".bit"; empty: all),
 /// sorted by their bytes. Empty when the folder cannot be read.

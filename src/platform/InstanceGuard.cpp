@@ -9,7 +9,7 @@
 namespace velmor {
 
 std::optional<CInstanceGuard> CInstanceGuard::Acquire(const Path& folder) {
-    CreateFolder(folder);
+    static_cast<void>(CreateFolder(folder)); // without it no lock can be had, below
     const Path file = folder / "personal_velmor";
     CInstanceGuard guard(::open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
     if (guard.m_descriptor >= 0 && ::flock(guard.m_descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK)

@@ -26,14 +26,14 @@ public:
     bool IsOpen() const { return m_descriptor >= 0; }
     void Close();
     /// Waits until the other end has room. False when it is gone.
-    bool Send(const CChannelMessage& message);
+    [[nodiscard]] bool Send(const CChannelMessage& message);
     /// Waits for a whole message, but no longer than that many milliseconds for each of its pieces. `Closed` when
     /// the other end is gone or sends what cannot be.
     Result Receive(CChannelMessage& message, int milliseconds);
 
 private:
-    bool SendBytes(const std::uint8_t* bytes, std::size_t count);
-    bool Take(CChannelMessage& message);
+    [[nodiscard]] bool SendBytes(const std::uint8_t* bytes, std::size_t count);
+    [[nodiscard]] bool Take(CChannelMessage& message);
 
     int m_descriptor = -1;
     std::vector<std::uint8_t> m_received;

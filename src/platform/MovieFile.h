@@ -16,16 +16,16 @@ public:
     ~CMovieFile();
 
     /// False when the file cannot be made. Without a Commit() nothing appears under its name.
-    bool Create(const Path& path);
+    [[nodiscard]] bool Create(const Path& path);
     AVIOContext* Stream() { return m_stream; }
     /// Where FFmpeg finds what has been written so far.
     std::string Address() const;
     /// Whether everything written up to now has reached the file.
     bool IsSound();
-    bool Commit();
+    [[nodiscard]] bool Commit();
 
 private:
-    bool Write(std::span<const std::uint8_t> bytes);
+    [[nodiscard]] bool Write(std::span<const std::uint8_t> bytes);
     std::int64_t Seek(std::int64_t offset, int whence);
 
     std::optional<CAtomicFile> m_file;

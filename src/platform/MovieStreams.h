@@ -11,10 +11,10 @@ namespace velmor {
 class CEncodedStream {
 public:
     /// Opens `codec`, which has been set up, and adds its stream to `format`, which outlives this.
-    bool Start(AVFormatContext& format, CFfmpegHandle<AVCodecContext> codec);
+    [[nodiscard]] bool Start(AVFormatContext& format, CFfmpegHandle<AVCodecContext> codec);
     /// Encodes a frame and hands over the packets that are ready; null for the end. `unitsPerPacket` is the time
     /// that a packet takes where the encoder does not say.
-    bool Encode(const AVFrame* frame, std::int64_t unitsPerPacket);
+    [[nodiscard]] bool Encode(const AVFrame* frame, std::int64_t unitsPerPacket);
     const AVCodecContext& Codec() const { return *m_codec; }
 
 private:
@@ -29,12 +29,12 @@ class CVideoStream {
 public:
     MovieWriteError Open(AVFormatContext& format, const CMovieFormat& movie);
     /// Converts a frame; Encode() then writes it once a call.
-    bool Convert(std::span<const std::uint8_t> frame);
-    bool Encode(int position);
-    bool Finish() { return m_stream.Encode(nullptr, 1); }
+    [[nodiscard]] bool Convert(std::span<const std::uint8_t> frame);
+    [[nodiscard]] bool Encode(int position);
+    [[nodiscard]] bool Finish() { return m_stream.Encode(nullptr, 1); }
 
 private:
-    bool MakeFrame(const CMovieFormat& movie);
+    [[nodiscard]] bool MakeFrame(const CMovieFormat& movie);
     const std::uint8_t* Padded(std::span<const std::uint8_t> frame);
 
     CEncodedStream m_stream;
@@ -51,12 +51,12 @@ class CSoundStream {
 public:
     MovieWriteError Open(AVFormatContext& format, const CMovieSoundTrack& sound, MovieContainer container);
     /// Writes the samples before `end` that fill whole frames of the encoder.
-    bool WriteUpTo(std::size_t end);
+    [[nodiscard]] bool WriteUpTo(std::size_t end);
     /// Writes what is left before `end` and drops what comes after: a movie may end sooner than was meant.
-    bool Finish(std::size_t end);
+    [[nodiscard]] bool Finish(std::size_t end);
 
 private:
-    bool Write(std::size_t count);
+    [[nodiscard]] bool Write(std::size_t count);
 
     CEncodedStream m_stream;
     CFfmpegHandle<AVFrame> m_frame{av_frame_alloc()};

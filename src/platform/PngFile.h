@@ -16,6 +16,6 @@ struct CPngPixels {
 };
 
 /// Writes a PNG atomically; false when it cannot be written. `level` is the zlib level, 1 (fast) to 9 (small).
-bool WritePng(const Path& path, const CPngPixels& pixels, int level = 3);
+[[nodiscard]] bool WritePng(const Path& path, const CPngPixels& pixels, int level = 3);
 
 } // namespace velmor

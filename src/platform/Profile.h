@@ -23,12 +23,12 @@ public:
     std::string GetString(const std::string& section, const std::string& key,
                           const std::string& defaultValue) const;
     /// False when the file could not be written; the value is kept in memory all the same.
-    bool WriteInt(const std::string& section, const std::string& key, int value);
-    bool WriteString(const std::string& section, const std::string& key, const std::string& value);
+    [[nodiscard]] bool WriteInt(const std::string& section, const std::string& key, int value);
+    [[nodiscard]] bool WriteString(const std::string& section, const std::string& key, const std::string& value);
 
 private:
     class CStore;
-    bool Save() const;
+    [[nodiscard]] bool Save() const;
 
     Path m_file;
     std::unique_ptr<CStore> m_store;

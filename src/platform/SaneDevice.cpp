@@ -118,7 +118,7 @@ void CSaneDevice::SetSource(bool feeder) {
     if (!option)
         return;
     if (const auto value = FirstWith(TextsOf(*option.descriptor), feeder ? feederSources : glassSources))
-        SetText("source", *value);
+        static_cast<void>(SetText("source", *value)); // a scanner that refuses keeps its own
 }
 
 void CSaneDevice::SetArea(const CScanArea& area, int resolution) {

@@ -42,7 +42,7 @@ private:
 
     COption Find(const char* name) const;
     void SetNumber(const char* name, double value);
-    bool SetText(const char* name, const std::string& value);
+    [[nodiscard]] bool SetText(const char* name, const std::string& value);
     void SetMode(ScanMode mode);
     void SetSource(bool feeder);
     void SetArea(const CScanArea& area, int resolution);

@@ -148,7 +148,8 @@ bool CSaneScanner::CConversation::IsTooLate(Clock::duration patience) {
         return false;
     if (!m_stoppedAt) {
         m_stoppedAt = Clock::now();
-        m_process.Channel().Send(MessageOf(ScannerMessage::Cancel));
+        static_cast<void>(
+            m_process.Channel().Send(MessageOf(ScannerMessage::Cancel))); // or it has died, which is noticed
     }
     return Clock::now() - *m_stoppedAt >= (m_end ? std::min<Clock::duration>(patience, endPatience) : patience);
 }

@@ -27,7 +27,7 @@ public:
     CScanAssembler(ScanMode mode, int threshold) : m_threshold(threshold) { m_page.mode = mode; }
 
     /// False when the layout makes no sense, or does not continue the frames before.
-    bool BeginFrame(const CScanLayout& layout);
+    [[nodiscard]] bool BeginFrame(const CScanLayout& layout);
     /// Bytes after the last line are dropped.
     void Append(std::span<const std::uint8_t> bytes);
     /// Whether the frame has all lines that it can have.

@@ -32,7 +32,7 @@ public:
     ~CSdlDevice() { Close(); }
 
     static bool Exists(bool capture);
-    bool Open(bool capture, int rate, Callback callback, void* owner);
+    [[nodiscard]] bool Open(bool capture, int rate, Callback callback, void* owner);
     void Close();
     bool IsOpen() const { return m_device != 0; }
     /// Samples that the device asks for at once.
@@ -49,11 +49,11 @@ class CSdlOutput final : public IAudioOutput {
 public:
     explicit CSdlOutput(int rate) : m_rate(rate) {}
     bool CanPlay() override { return CSdlDevice::Exists(false); }
-    bool Open() override;
-    bool Play(std::span<const std::uint8_t> samples) override;
+    [[nodiscard]] bool Open() override;
+    [[nodiscard]] bool Play(std::span<const std::uint8_t> samples) override;
     std::size_t Position() const override;
     void Reset() override;
-    bool Close() override;
+    [[nodiscard]] bool Close() override;
 
 private:
     void Fill(std::span<std::uint8_t> buffer);
@@ -70,8 +70,8 @@ class CSdlInput final : public IAudioInput {
 public:
     explicit CSdlInput(int rate) : m_rate(rate) {}
     bool CanRecord() override { return CSdlDevice::Exists(true); }
-    bool Open() override;
-    bool Start(std::size_t capacity) override;
+    [[nodiscard]] bool Open() override;
+    [[nodiscard]] bool Start(std::size_t capacity) override;
     std::size_t Position() const override;
     int Level() const override;
     std::vector<std::uint8_t> Stop() override;

@@ -66,7 +66,7 @@ Noted MakeNote(const Path& note, const Path& path) {
     const bool isWritten = ::write(descriptor, text.data(), text.size()) == static_cast<ssize_t>(text.size());
     if (::close(descriptor) == 0 && isWritten)
         return Noted::Yes;
-    RemoveFile(note);
+    static_cast<void>(RemoveFile(note)); // a note about nothing does no harm
     return Noted::No;
 }
 
@@ -108,7 +108,7 @@ bool CTrash::Take(const Path& path) const {
         if (noted == Noted::Yes && MoveFile(whole, place))
             return true;
         if (noted == Noted::Yes)
-            RemoveFile(note);
+            static_cast<void>(RemoveFile(note)); // a note about nothing does no harm
         return false;
     }
 }

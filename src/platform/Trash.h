@@ -17,7 +17,7 @@ public:
 
     /// Moves a file, or a folder with all that it holds, into the trash. False, and nothing moved, when there is no
     /// trash, when it is on another file system, or when it cannot be written.
-    bool Take(const Path& path) const;
+    [[nodiscard]] bool Take(const Path& path) const;
 
 private:
     Path m_folder;

@@ -22,7 +22,7 @@ public:
     /// The name of the device; nothing when frames cannot be captured from this node.
     std::optional<std::string> CardName() const;
     std::vector<CCaptureControl> Controls() const;
-    bool SetControl(std::uint32_t id, int value) const;
+    [[nodiscard]] bool SetControl(std::uint32_t id, int value) const;
     /// Those that can be decoded, the largest and fastest first. Of the codings of one size and rate, the one that
     /// loses least.
     std::vector<CCaptureFormat> Formats() const;

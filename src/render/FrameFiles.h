@@ -15,7 +15,8 @@ using AlphaPlane = std::vector<std::uint8_t>;
 
 /// Writes a frame atomically: top row first in a PNG, 24 bits a pixel, or 32 where `alpha` is not empty (a bitmap
 /// has none). False when it cannot be written.
-bool WriteFrameFile(const Path& path, FrameFormat format, const CFrameBuffer& frame, const AlphaPlane& alpha);
+[[nodiscard]] bool WriteFrameFile(const Path& path, FrameFormat format, const CFrameBuffer& frame,
+                                  const AlphaPlane& alpha);
 
 /// Turns a frame composed over black into the same frame without its background, with the help of the frame
 /// composed over white: the difference of the two is what shows through. `frame` becomes the colours alone, not

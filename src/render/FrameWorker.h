@@ -31,7 +31,7 @@ public:
     void SetFinishedCallback(std::function<void()> finished) { m_finished = std::move(finished); }
 
     /// Gives up the picture there is and starts the next. False when no thread could be started.
-    bool Start(CFrameRequest request);
+    [[nodiscard]] bool Start(CFrameRequest request);
     /// Gives up the picture there is and what is being composed.
     void Cancel();
     /// Null while a picture is being composed, and before the first.

@@ -198,7 +198,7 @@ void CAssetOperations::OnAssetsDeletefolder() {
         return;
     const Path folder = model.Paths().CelFolder(model.folderName);
     if (!m_trash.Take(folder)) {
-        RemoveFilesIn(folder);
+        static_cast<void>(RemoveFilesIn(folder)); // what resists keeps the folder from going
         if (const int error = RemoveEmptyFolder(folder); error != 0) {
             m_context.Update(UpdateHint::AssetLists);
             m_context.Show("Internal Error: Problem deleting folder in OnAssetsDeletecels");
@@ -214,7 +214,7 @@ void CAssetOperations::ForgetFolder() {
     CAssetReferences(model).ClearFolder(model.folderName);
     if (model.celImg.FilePath().parent_path() == model.Paths().CelFolder(model.folderName))
         model.celImg.SetModified(false); // gone with its folder
-    m_lifecycle.CloseEditedImage();
+    static_cast<void>(m_lifecycle.CloseEditedImage());
     if (model.sourceMode == SourceMode::Cels)
         model.sourceSelection.clear();
     model.folderName.clear();

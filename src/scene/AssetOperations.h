@@ -44,17 +44,17 @@ public:
     void OnCelUpdatecamera();
 
 private:
-    bool AcceptFolderName(const std::string& name) const;
-    bool AcceptNewCel(const CNewCelValues& cel) const;
+    [[nodiscard]] bool AcceptFolderName(const std::string& name) const;
+    [[nodiscard]] bool AcceptNewCel(const CNewCelValues& cel) const;
     /// Tells of a cel that was just written. It comes into the cel editor, unless what is there cannot be saved.
     void ShowNewCel(const std::string& name, CCelImg image);
     /// The rule for the name of an asset of the shown kind.
-    bool AcceptAssetName(const std::string& name) const;
+    [[nodiscard]] bool AcceptAssetName(const std::string& name) const;
     /// The title that an asset of the shown kind gets when its name is entered.
     std::string StoredName(const std::string& entered) const;
     /// The file of an asset of the shown kind.
     Path AssetFile(const std::string& name) const;
-    bool DeleteFile(const Path& file) const;
+    [[nodiscard]] bool DeleteFile(const Path& file) const;
     // What follows when files are gone or moved. They return what the views are to be told.
     UpdateHint ForgetAsset(const std::string& name);
     UpdateHint FollowRename(const std::string& oldName, const std::string& newName, bool replaced);

@@ -36,7 +36,7 @@ public:
 private:
     bool Apply(int dx, int dy);
     void SetMode(InputMode mode);
-    bool RequireFrame(int frame, const char* message) const;
+    [[nodiscard]] bool RequireFrame(int frame, const char* message) const;
 
     CSceneContext m_context;
     CXSheetOperations& m_xsheet;

@@ -76,7 +76,7 @@ void CCelOperations::OnXSheetDoTrans(int level) {
     if (!transparency)
         return;
     m_context.TakeSnapshot();
-    m_context.Report(model.xsheet.MutableCel(level, model.cursorFrame).SetTrans(*transparency));
+    static_cast<void>(m_context.Report(model.xsheet.MutableCel(level, model.cursorFrame).SetTrans(*transparency)));
     m_context.Update(pictureHint);
 }
 

@@ -44,8 +44,7 @@ bool CanUndo(const CSceneModel& model) {
 bool IsUndoInPicture(const CSceneModel& model) {
     const int frame = model.cursorFrame;
     if (!CanUndo(model) || !model.undo->xsheet.HasFrame(frame) ||
-        model.undo->xsheet.LevelCount() != model.xsheet.LevelCount() ||
-        model.undo->geometry != model.geometry ||
+        model.undo->xsheet.LevelCount() != model.xsheet.LevelCount() || model.undo->geometry != model.geometry ||
         !std::ranges::equal(model.undo->sounds.All(), model.sounds.All()))
         return false;
     CXSheet xsheet = model.xsheet;

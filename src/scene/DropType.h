@@ -22,7 +22,7 @@ public:
     /// Ones to fours set the step; `free` keeps the one that stands. Other types do nothing.
     void ChooseType(int type);
     /// False, and nothing changed, when there is no free step or `step` is out of range.
-    bool EnterStep(int step);
+    [[nodiscard]] bool EnterStep(int step);
     void ChooseInsert(bool insert);
 
 private:

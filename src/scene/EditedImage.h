@@ -11,14 +11,14 @@ public:
 
     /// Writes the image's changes, if it has any; it stays open. Shows what went wrong, with the file; true when
     /// nothing is left unsaved. The views are not told.
-    bool Write() const;
+    [[nodiscard]] bool Write() const;
     /// As Write(), and has the camera picture composed again when something was written.
-    bool Save() const;
+    [[nodiscard]] bool Save() const;
     /// As Save(); what cannot be written may be left so, and stays in the editor, if the user wants to go on.
-    bool SaveOrAsk() const;
+    [[nodiscard]] bool SaveOrAsk() const;
     /// Empties the editor after Write(), or without it if the user wants that. The views are not told. False when
     /// the image stays.
-    bool Close() const;
+    [[nodiscard]] bool Close() const;
     /// Empties the editor without writing.
     void Discard() const;
     /// Reads the file of an image without changes again. Where that fails the message is shown and the image stays.

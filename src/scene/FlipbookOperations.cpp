@@ -56,7 +56,8 @@ bool CFlipbookOperations::OnAnimationMakeflipbook() {
     Remember(answer.settings);
     if (!answer.confirmed || !CEditedImage(m_context).SaveOrAsk())
         return false;
-    CSoundOperations(m_context).PrepareMissingTrack();
+    static_cast<void>(CSoundOperations(m_context)
+                          .PrepareMissingTrack()); // it names what is missing; the pictures are made all the same
     return Generate(answer.settings, LastFlipbook());
 }
 

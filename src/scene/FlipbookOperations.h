@@ -16,14 +16,14 @@ public:
     Path LastFlipbook() const;
     bool HasLastFlipbook() const;
     /// Asks for the settings and makes the flipbook; true when there is one to be played.
-    bool OnAnimationMakeflipbook();
+    [[nodiscard]] bool OnAnimationMakeflipbook();
     /// The path to play; nothing, with its message, when there is no last flipbook.
     std::optional<Path> OnAnimationPlaylastflipbook();
     void OnAnimationSavelastflipbook();
 
     /// The generation itself, from accepted settings to a file. False when it failed (its messages have been
     /// shown).
-    bool Generate(const CFlipbookSettings& settings, const Path& output);
+    [[nodiscard]] bool Generate(const CFlipbookSettings& settings, const Path& output);
 
 private:
     CFlipbookSettings RememberedSettings() const;

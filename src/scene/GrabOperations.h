@@ -20,12 +20,12 @@ public:
     bool CanGrab(SourceMode kind) const;
     /// A captured frame, in a bitmap file of any depth. Asks for a name; a cel's lines are the pixels darker than
     /// `threshold` (0 to 255). False when the user gave up or something failed, which has been shown.
-    bool GetDataFromDIB(const Path& bitmapFile, SourceMode kind, int threshold);
+    [[nodiscard]] bool GetDataFromDIB(const Path& bitmapFile, SourceMode kind, int threshold);
     /// A scanned page: a packed bitmap, which must have 1 bit a pixel for a cel and 24 for a picture.
-    bool GetDataFromDIB(std::span<const std::uint8_t> packedBitmap, SourceMode kind);
+    [[nodiscard]] bool GetDataFromDIB(std::span<const std::uint8_t> packedBitmap, SourceMode kind);
 
 private:
-    bool Store(CCelImg& image, SourceMode kind, const char* failure);
+    [[nodiscard]] bool Store(CCelImg& image, SourceMode kind, const char* failure);
 
     CSceneContext m_context;
     CImportOperations& m_imports;

@@ -72,7 +72,7 @@ void CImportOperations::ImportFiles(const CFileRequest& request, SourceMode kind
     m_lifecycle.SetSourceMode(kind);
     for (const Path& file : files) {
         if (const std::optional<std::string> name = AskAssetName(kind))
-            Store(file, kind, *name);
+            static_cast<void>(Store(file, kind, *name)); // it has said why not
         else if (m_context.prompter.AskYesNo("Do you want to cancel the import operation ?"))
             break;
     }
@@ -156,7 +156,7 @@ CStatus CImportOperations::Read(CCelImg& image, const Path& file, SourceMode kin
 CStatus CImportOperations::Write(CCelImg& image, SourceMode kind, const std::string& name) const {
     const CScenePaths paths = m_context.model.Paths();
     if (kind == SourceMode::Pictures)
-        CreateFolder(paths.PicturesFolder());
+        static_cast<void>(CreateFolder(paths.PicturesFolder())); // or saving fails, and says so
     image.SetFilePath(paths.AssetFile(kind, m_context.model.folderName, name));
     return image.Save();
 }

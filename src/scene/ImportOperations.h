@@ -24,20 +24,20 @@ public:
     /// its number). An asset of that name is
     /// replaced: the cells that show it take the new size, and the cel editor, when it holds it, is emptied without
     /// saving. On failure the reader's text and then "Error in import" have been shown and nothing is changed.
-    bool ImportCel(const Path& file, const std::string& name);
-    bool ImportPicture(const Path& file, const std::string& name);
+    [[nodiscard]] bool ImportCel(const Path& file, const std::string& name);
+    [[nodiscard]] bool ImportPicture(const Path& file, const std::string& name);
 
     /// The name dialog of a cel or picture; a cel's proposes the next number. The name to store it under, or
     /// nothing when it was cancelled.
     std::optional<std::string> AskAssetName(SourceMode kind) const;
     /// Writes an image as an asset, replacing one of that name, tells the views, and shows the assets of its kind.
     /// When it cannot be written its text and then `failure` are shown.
-    bool StoreImage(CCelImg& image, SourceMode kind, const std::string& name, const char* failure);
+    [[nodiscard]] bool StoreImage(CCelImg& image, SourceMode kind, const std::string& name, const char* failure);
 
     // The rules that name dialogs apply: naming rule, and the question before something is overwritten. What is
     // accepted for a cel is stored under its StoredCelName().
-    bool AcceptCelName(const std::string& name) const;
-    bool AcceptPictureName(const std::string& name) const;
+    [[nodiscard]] bool AcceptCelName(const std::string& name) const;
+    [[nodiscard]] bool AcceptPictureName(const std::string& name) const;
 
 private:
     bool CanImportCels() const;
@@ -45,7 +45,7 @@ private:
     /// Asks for the files and for a name for each. `kind` is that of the new assets.
     void ImportFiles(const CFileRequest& request, SourceMode kind);
     /// Reads a file and writes it as an asset, without the closing update of the views.
-    bool Store(const Path& file, SourceMode kind, const std::string& name);
+    [[nodiscard]] bool Store(const Path& file, SourceMode kind, const std::string& name);
     CStatus Read(CCelImg& image, const Path& file, SourceMode kind) const;
     CStatus Write(CCelImg& image, SourceMode kind, const std::string& name) const;
     void ShowReplaced(SourceMode kind, const std::string& name);

@@ -18,7 +18,7 @@ void CMediaOperations::Play(std::span<const std::uint8_t> samples) {
         return;
     m_context.prompter.WaitWhilePlaying("Playing Sound...     Press any key to stop",
                                         [&playback] { return playback.IsPlaying(); });
-    m_context.Report(playback.End());
+    static_cast<void>(m_context.Report(playback.End()));
     m_context.prompter.ShowStatus("Stopped.");
 }
 

@@ -33,16 +33,16 @@ public:
     void SetBucketMode(int mode);
     /// Brush, pen and bucket mode as they were last chosen.
     void ReadChoices();
-    bool SaveColors() const;
+    [[nodiscard]] bool SaveColors() const;
     /// From a damaged file, which is told, come the entries that can be read, or the default palette; false then.
-    bool LoadColors();
+    [[nodiscard]] bool LoadColors();
     /// The default palette, with black and white as the current colours.
     void ClearPalette();
 
 private:
     /// A damaged file of the folder is set aside first.
-    bool Save(const CPalette& palette) const;
-    bool SetDamagedFileAside(const Path& file) const;
+    [[nodiscard]] bool Save(const CPalette& palette) const;
+    [[nodiscard]] bool SetDamagedFileAside(const Path& file) const;
     CColorRequest Request(const CColorValues& initial) const;
     /// Writes the changed palette and only then takes it over, so that the file always matches what is shown.
     /// `foregroundEntry` is where the foreground's entry stands in it. Returns whether it could be written.

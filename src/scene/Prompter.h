@@ -65,9 +65,9 @@ public:
     /// The application's own dialog, titled "Velmor Message!", with an OK button only.
     virtual void ShowVelmorMessage(const std::string& text) = 0;
     /// The same dialog with OK and Cancel; true for OK. What is final does not happen by a press of Return alone.
-    virtual bool Confirm(const std::string& text, Consequence consequence = Consequence::Final) = 0;
+    [[nodiscard]] virtual bool Confirm(const std::string& text, Consequence consequence = Consequence::Final) = 0;
     /// Yes and No; true for Yes. Asked before something is overwritten, stopped or left, so Return means No.
-    virtual bool AskYesNo(const std::string& text) = 0;
+    [[nodiscard]] virtual bool AskYesNo(const std::string& text) = 0;
     /// Long work begins; it ends when the object dies. `title` is the progress dialog's.
     virtual std::unique_ptr<IProgress> BeginProgress(const std::string& title) = 0;
     /// A moment of work without progress: a wait cursor until the handle dies.
@@ -106,7 +106,7 @@ public:
     virtual std::optional<FlipDirection> AskFlip() = 0;
     virtual std::optional<CColorKeyValues> AskColorKey(const CColorKeyRequest& request) = 0;
     /// True for "Drop"; the choices are then in the request's CDropType.
-    virtual bool AskDropType(const CDropTypeRequest& request) = 0;
+    [[nodiscard]] virtual bool AskDropType(const CDropTypeRequest& request) = 0;
     virtual std::optional<CGridSettings> AskGridSettings(const CGridSettingsRequest& request) = 0;
     /// Light, dark, or as the system has it; shown as it is chosen.
     virtual std::optional<Appearance> AskAppearance(const CAppearanceRequest& request) = 0;
@@ -119,7 +119,7 @@ public:
     /// pressed.
     virtual void WaitWhilePlaying(const std::string& status, const std::function<bool()>& isPlaying) = 0;
     /// The record dialog; true when the recording is to be saved.
-    virtual bool RunRecorder(CSoundRecorder& recorder) = 0;
+    [[nodiscard]] virtual bool RunRecorder(CSoundRecorder& recorder) = 0;
     /// The movie player; returns when it is closed.
     virtual void PlayMovie(CMovie& movie) = 0;
 };

@@ -89,7 +89,7 @@ bool CRenderOperations::OnAnimationRender() {
     if (!CEditedImage(m_context).SaveOrAsk())
         return false;
     if (IsMovie(setup->format))
-        CSoundOperations(m_context).PrepareMissingTrack();
+        static_cast<void>(CSoundOperations(m_context).PrepareMissingTrack()); // it names what is missing
     return Render(*setup);
 }
 

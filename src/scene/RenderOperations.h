@@ -17,18 +17,18 @@ public:
         : m_context(context), m_cache(cache), m_play(std::move(play)) {}
 
     /// Asks for the setup and renders; true when there is output, of a stopped rendering as well.
-    bool OnAnimationRender();
+    [[nodiscard]] bool OnAnimationRender();
 
     /// The rule of the dialog: says what is wrong with the setup, makes its directory, asks before files that are
     /// there are overwritten.
-    bool Accept(const CRenderSetup& setup) const;
+    [[nodiscard]] bool Accept(const CRenderSetup& setup) const;
 
 private:
     CRenderSetup RememberedSetup() const;
     void Remember(const CRenderSetup& setup);
     CStatus CheckTarget(const CRenderSettings& settings) const;
     bool MayOverwrite(const CRenderSettings& settings) const;
-    bool Render(const CRenderSetup& setup);
+    [[nodiscard]] bool Render(const CRenderSetup& setup);
     /// Shows where complete output is.
     void Offer(const CRenderSettings& settings) const;
 

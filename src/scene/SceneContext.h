@@ -20,13 +20,13 @@ struct CSceneContext {
     void Update(UpdateHint hint) const { views.UpdateAllViews(hint); }
     void Show(const std::string& text) const { prompter.ShowMessage(text); }
     /// Shows the status' text when it failed and has one; returns whether it succeeded.
-    bool Report(const CStatus& status) const {
+    [[nodiscard]] bool Report(const CStatus& status) const {
         if (!status && !status.Message().empty())
             Show(status.Message());
         return static_cast<bool>(status);
     }
     /// Shows `text` unless `condition` holds; returns the condition.
-    bool Require(bool condition, const char* text) const {
+    [[nodiscard]] bool Require(bool condition, const char* text) const {
         if (!condition)
             Show(text);
         return condition;

@@ -22,7 +22,7 @@ void CSceneLifecycle::ConstructFromSettings(const Path& programFolder, const Pat
         Set(m_context.profile, setting::databaseDir, model.databaseFolder);
     }
     model.databaseFolder = WithSeparator(model.databaseFolder);
-    CreateFolder(PathOf(model.databaseFolder));
+    static_cast<void>(CreateFolder(PathOf(model.databaseFolder))); // or the first scene fails, and says so
     ReadSettings();
     ResetXSheet();
     m_palettes.ClearPalette();
@@ -73,9 +73,9 @@ void CSceneLifecycle::SetFolderName(const std::string& folder) {
     if (!folder.empty()) {
         if (!FileExists(model.Paths().PaletteFile(folder))) {
             m_palettes.ClearPalette();
-            m_palettes.SaveColors();
+            static_cast<void>(m_palettes.SaveColors());
         }
-        m_palettes.LoadColors();
+        static_cast<void>(m_palettes.LoadColors()); // it has shown what is wrong and set a palette
     }
     m_context.Update(folderHint);
 }
@@ -157,7 +157,7 @@ CSceneLifecycle::OpenResult CSceneLifecycle::TryToOpen(const std::string& name) 
     if (sheet)
         AdoptXSheet(std::move(*sheet));
     else
-        WriteXSheetFile();
+        static_cast<void>(WriteXSheetFile()); // it has shown why not; Save All tries again
     m_sounds.PrepareSoundBuffer();
     m_context.Update(everythingHint);
     return OpenResult::Opened;
@@ -234,7 +234,7 @@ void CSceneLifecycle::OnFileNewscene() {
     model.geometry.background = settings->geometry.background;
     // The rate is not taken from the answer: a new scene has the default one, and Scene Settings changes it.
     m_sounds.PrepareSoundBuffer();
-    WriteXSheetFile();
+    static_cast<void>(WriteXSheetFile()); // it has shown why not; Save All tries again
     m_context.Update(everythingHint);
 }
 
@@ -265,7 +265,7 @@ void CSceneLifecycle::OnFileSettings() {
     if (!chosen || chosen->empty() || WithSeparator(*chosen) == model.databaseFolder || !SaveAllOrAsk("go on"))
         return;
     model.databaseFolder = WithSeparator(*chosen);
-    CreateFolder(PathOf(model.databaseFolder));
+    static_cast<void>(CreateFolder(PathOf(model.databaseFolder))); // or the first scene fails, and says so
     Set(m_context.profile, setting::databaseDir, model.databaseFolder);
     ResetToNoScene();
     ReadSettings();
@@ -297,7 +297,7 @@ void CSceneLifecycle::OnFileScenemanager() {
     }
     // Its file may have been replaced.
     if (model.HasFolder())
-        m_palettes.LoadColors();
+        static_cast<void>(m_palettes.LoadColors()); // it has shown what is wrong and set a palette
     m_context.Update(paletteReloadHint);
 }
 

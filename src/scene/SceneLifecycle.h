@@ -32,13 +32,13 @@ public:
     std::string FindNextCelName() const;
     /// False when there is no such scene or its xsheet cannot be read: nothing has changed then. The scene that is
     /// left is saved first; false as well when it cannot be and the user would rather stay.
-    bool OpenScene(const std::string& name);
-    bool LoadXSheet();
+    [[nodiscard]] bool OpenScene(const std::string& name);
+    [[nodiscard]] bool LoadXSheet();
     /// Writes the xsheet of the open scene; shows what went wrong.
-    bool SaveXSheet();
+    [[nodiscard]] bool SaveXSheet();
     /// Closes the image under edit, writing it when it has changes. Where it cannot be written the message is shown
     /// and the user asked; false when the image stays.
-    bool CloseEditedImage();
+    [[nodiscard]] bool CloseEditedImage();
     /// Empties the document after its database folder changed or its scene was deleted.
     void ResetToNoScene();
 
@@ -47,9 +47,9 @@ public:
     void OnFileScenesettings();
     /// Writes the xsheet and the image under edit, which is then read again. False when something could not be
     /// written.
-    bool OnFileSaveall();
+    [[nodiscard]] bool OnFileSaveall();
     /// Saves all. What could not be written is named in the question whether to do something ("exit") all the same.
-    bool SaveAllOrAsk(const std::string& deed);
+    [[nodiscard]] bool SaveAllOrAsk(const std::string& deed);
     void OnFileSettings();
     void OnFileScenemanager();
     void SetSourceMode(SourceMode mode);
@@ -59,8 +59,8 @@ private:
 
     OpenResult TryToOpen(const std::string& name);
     /// Reads a scene without touching the open one; no sheet when it has none yet.
-    bool ReadScene(const std::string& name, std::optional<CXSheetData>& sheet) const;
-    bool WriteXSheetFile() const;
+    [[nodiscard]] bool ReadScene(const std::string& name, std::optional<CXSheetData>& sheet) const;
+    [[nodiscard]] bool WriteXSheetFile() const;
     /// As SaveAll(), with the image left as it is. The views are not told.
     std::vector<Path> WriteAll();
     /// Returns what could not be written.
@@ -69,7 +69,7 @@ private:
     void AdoptXSheet(CXSheetData data);
     void ResetXSheet();
     void EnterScene(const std::string& name);
-    bool AcceptNewScene(const CSceneSettings& settings) const;
+    [[nodiscard]] bool AcceptNewScene(const CSceneSettings& settings) const;
     void ReadSettings();
 
     CSceneContext m_context;

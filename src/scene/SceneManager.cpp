@@ -63,7 +63,7 @@ void CSceneManager::TransferAssets(SourceMode kind, const CSide& left, const CSi
     setTitle("Transferring...");
     const CScenePaths from = PathsOf(left), to = PathsOf(right);
     if (FolderExists(to.SceneFolder())) // a scene that is gone does not come back
-        CreateFolder(AssetFolder(to, kind, right.folder));
+        static_cast<void>(CreateFolder(AssetFolder(to, kind, right.folder))); // or each asset fails, and says so
     for (const std::string& name : names) {
         setTitle("Transferring.." + name);
         TransferAsset(name, from.AssetFile(kind, left.folder, name), to.AssetFile(kind, right.folder, name));
@@ -117,9 +117,9 @@ bool CSceneManager::DeleteScene(const std::string& scene) {
     m_deletedScenes.insert(scene);
     const Path folder = CScenePaths(m_databaseFolder, scene).SceneFolder();
     if (!m_trash.Take(folder))
-        RemoveFolderTree(folder, [this](const Path& file) {
+        static_cast<void>(RemoveFolderTree(folder, [this](const Path& file) { // each file is told by itself
             m_prompter.ShowMessage("Problem Deleting file :: " + Utf8Of(file));
-        });
+        }));
     return true;
 }
 

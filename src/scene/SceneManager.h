@@ -43,7 +43,7 @@ public:
     void MergePalette(const CSide& left, const CSide& right);
     /// Asks, and deletes a scene with all its files; nothing for an empty name. Without a trash to take it, a file
     /// that cannot be deleted has its message and the others still go. True when something was deleted.
-    bool DeleteScene(const std::string& scene);
+    [[nodiscard]] bool DeleteScene(const std::string& scene);
     /// The scenes whose deletion was confirmed.
     const std::set<std::string>& DeletedScenes() const { return m_deletedScenes; }
 

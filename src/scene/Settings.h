@@ -83,10 +83,10 @@ inline std::string Get(const CProfile& profile, const CStringSetting& which) {
 }
 // A setting that cannot be written is still in force until the program ends, so nobody is told.
 inline void Set(CProfile& profile, const CIntSetting& which, int value) {
-    profile.WriteInt(which.section, which.key, value);
+    static_cast<void>(profile.WriteInt(which.section, which.key, value));
 }
 inline void Set(CProfile& profile, const CStringSetting& which, const std::string& value) {
-    profile.WriteString(which.section, which.key, value);
+    static_cast<void>(profile.WriteString(which.section, which.key, value));
 }
 
 } // namespace velmor

@@ -9,8 +9,8 @@ namespace velmor {
 class CSilentPrompter : public IPrompter {
 public:
     void ShowVelmorMessage(const std::string& text) override { ShowMessage(text); }
-    bool Confirm(const std::string& text, Consequence consequence) override;
-    bool AskYesNo(const std::string& text) override;
+    [[nodiscard]] bool Confirm(const std::string& text, Consequence consequence) override;
+    [[nodiscard]] bool AskYesNo(const std::string& text) override;
     std::unique_ptr<IProgress> BeginProgress(const std::string& title) override;
     std::shared_ptr<void> BeginWait() override { return nullptr; }
 
@@ -40,13 +40,13 @@ public:
     std::optional<CRotationValues> AskRotation() override;
     std::optional<FlipDirection> AskFlip() override;
     std::optional<CColorKeyValues> AskColorKey(const CColorKeyRequest& request) override;
-    bool AskDropType(const CDropTypeRequest& request) override;
+    [[nodiscard]] bool AskDropType(const CDropTypeRequest& request) override;
     std::optional<CGridSettings> AskGridSettings(const CGridSettingsRequest& request) override;
     std::optional<Appearance> AskAppearance(const CAppearanceRequest& request) override;
     void RunSceneManager(CSceneManager& manager) override;
     void ShowStatus(const std::string&) override {}
     void WaitWhilePlaying(const std::string& status, const std::function<bool()>& isPlaying) override;
-    bool RunRecorder(CSoundRecorder& recorder) override;
+    [[nodiscard]] bool RunRecorder(CSoundRecorder& recorder) override;
     void PlayMovie(CMovie& movie) override;
 };
 

@@ -79,7 +79,7 @@ void CSoundOperations::PrepareSoundBuffer() {
     const CSceneModel& model = m_context.model;
     if (!m_context.Require(model.sceneOpen, "Internal Error : Scene not open at PrepareSoundBuffer"))
         return;
-    m_context.Report(Prepare(nullptr));
+    static_cast<void>(m_context.Report(Prepare(nullptr))); // without a track there is silence
 }
 
 CStatus CSoundOperations::Prepare(Path* resisting) const {
@@ -143,7 +143,7 @@ void CSoundOperations::OnSourcesImportsound() {
         !m_context.Require(!m_canPlay || m_canPlay(), "There are no audio devices to play this sound!"))
         return;
     if (const std::optional<std::string> name = AskSoundName())
-        StoreSound(*name, wave.rate, wave.samples);
+        static_cast<void>(StoreSound(*name, wave.rate, wave.samples)); // it has said why not
 }
 
 bool CSoundOperations::ImportSound(const Path& file, const std::string& name) {
@@ -167,7 +167,7 @@ std::optional<std::string> CSoundOperations::AskSoundName() const {
 
 bool CSoundOperations::StoreSound(const std::string& name, int rate, std::span<const std::uint8_t> samples) {
     const CSceneModel& model = m_context.model;
-    CreateFolder(model.Paths().SoundsFolder());
+    static_cast<void>(CreateFolder(model.Paths().SoundsFolder())); // or writing fails, and says so
     const CSoundWriteResult result = WriteSound(model.Paths().SoundFile(name), rate, samples);
     if (!result.message.empty())
         m_context.Show(result.message);

@@ -19,7 +19,7 @@ public:
     void SetCanPlay(std::function<bool()> canPlay) { m_canPlay = std::move(canPlay); }
 
     /// On failure `samples` is empty.
-    bool LoadSound(const std::string& name, std::vector<std::uint8_t>& samples) const;
+    [[nodiscard]] bool LoadSound(const std::string& name, std::vector<std::uint8_t>& samples) const;
     /// Name of the sound that starts at `frame`; nothing when none does.
     std::optional<std::string> GetSoundName(int frame) const;
     /// Places the selected sound asset.
@@ -30,7 +30,7 @@ public:
     void PrepareSoundBuffer();
     /// For what plays or writes the track: rebuilds it if a placed sound was missing, whose file may be back. Shows
     /// which one resists, with its file; false then.
-    bool PrepareMissingTrack();
+    [[nodiscard]] bool PrepareMissingTrack();
     /// A second of silence a frame, for an xsheet that has just been set up.
     void ResetSoundBuffer();
     /// Nothing without a scene or while a placed sound cannot be loaded. Valid until the next change.
@@ -39,15 +39,15 @@ public:
     void OnSourcesImportsound();
     /// The import without its file and name dialogs; an existing sound of that name is replaced. False when it
     /// failed.
-    bool ImportSound(const Path& file, const std::string& name);
+    [[nodiscard]] bool ImportSound(const Path& file, const std::string& name);
 
     /// The rule of the name dialog of a new sound: naming rule, and the question before one is overwritten.
-    bool AcceptSoundName(const std::string& name) const;
+    [[nodiscard]] bool AcceptSoundName(const std::string& name) const;
     /// Nothing when the dialog was cancelled.
     std::optional<std::string> AskSoundName() const;
     /// Writes a sound of any rate (samples per second) as an asset of the scene, replacing one of that name. False
     /// when it could not be written.
-    bool StoreSound(const std::string& name, int rate, std::span<const std::uint8_t> samples);
+    [[nodiscard]] bool StoreSound(const std::string& name, int rate, std::span<const std::uint8_t> samples);
 
 private:
     bool CanDropSound(int frame) const;

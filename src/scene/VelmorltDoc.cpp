@@ -630,7 +630,7 @@ void CVelmorltDoc::OnCelUpdatecamera() {
 }
 
 void CVelmorltDoc::OnAnimationMakeflipbook() {
-    m_parts->media.OnAnimationMakeflipbook();
+    static_cast<void>(m_parts->media.OnAnimationMakeflipbook());
 }
 
 void CVelmorltDoc::OnAnimationPlaylastflipbook() {
@@ -638,7 +638,7 @@ void CVelmorltDoc::OnAnimationPlaylastflipbook() {
 }
 
 void CVelmorltDoc::OnAnimationRender() {
-    m_parts->renders.OnAnimationRender();
+    static_cast<void>(m_parts->renders.OnAnimationRender());
 }
 
 void CVelmorltDoc::OnAnimationSavelastflipbook() {

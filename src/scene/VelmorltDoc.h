@@ -64,17 +64,17 @@ public:
     std::string GetFolderName() const;
     void SetFolderName(const std::string& folder);
     std::string FindNextCelName() const;
-    bool OpenScene(const std::string& name);
-    bool LoadXSheet();
+    [[nodiscard]] bool OpenScene(const std::string& name);
+    [[nodiscard]] bool LoadXSheet();
     SourceMode GetSourceMode() const;
     void SetSourceMode(SourceMode mode);
     void SetSourceSelection(std::vector<std::string> names);
     void OnFileNewscene();
     void OnFileOpenscene();
     void OnFileScenesettings();
-    bool OnFileSaveall();
+    [[nodiscard]] bool OnFileSaveall();
     /// Saves all; true when nothing is left unsaved, or when the user wants to do it ("exit") all the same.
-    bool SaveAllOrAsk(const std::string& deed);
+    [[nodiscard]] bool SaveAllOrAsk(const std::string& deed);
     void OnFileSettings();
     void OnFileScenemanager();
 
@@ -167,11 +167,11 @@ public:
     void SetBrush(int brush);
     void SetPen(int pen);
     void SetBucketMode(int mode);
-    bool SaveColors() const;
-    bool LoadColors();
+    [[nodiscard]] bool SaveColors() const;
+    [[nodiscard]] bool LoadColors();
 
     // Sounds.
-    bool LoadSound(const std::string& name, std::vector<std::uint8_t>& samples) const;
+    [[nodiscard]] bool LoadSound(const std::string& name, std::vector<std::uint8_t>& samples) const;
     std::optional<std::string> GetSoundName(int frame) const;
     void DropSound(int frame);
     void OnEditRemovesound();
@@ -199,7 +199,7 @@ public:
     void EditDrawing(int level, int frame);
     /// Writes the image under edit to its file when it has changes, and has the camera picture composed again;
     /// keeps it open. Shows what went wrong, with the file; true when nothing is left unsaved.
-    bool SaveEditedImage();
+    [[nodiscard]] bool SaveEditedImage();
     void OnCelUpdatecamera();
     /// Asks for tolerance and process and keys the picture under edit; its pixels change in memory only.
     void OnCelColorkey(CColor key);

@@ -69,7 +69,7 @@ void CXSheetOperations::OnXsheetAddlevel() {
     m_context.TakeSnapshot();
     const std::shared_ptr<void> wait = m_context.prompter.BeginWait();
     model.moveSelection.InsertLevel(model.xsheet.LevelCount());
-    model.xsheet.AddLevel(*name);
+    static_cast<void>(model.xsheet.AddLevel(*name)); // there is room, above
     m_context.Update(structureHint);
 }
 
@@ -256,7 +256,8 @@ void CXSheetOperations::FillWithSelectedAssets(int level, int frame, int held) {
         // Set once for all its frames: the size is read from disk. A cell whose size cannot be read shows its asset
         // all the same, as the file may be mended.
         CXSheetCel cel;
-        m_context.Report(cel.Set(model.Paths().SceneFolder(), folder, asset, model.geometry.Frame()));
+        static_cast<void>(
+            m_context.Report(cel.Set(model.Paths().SceneFolder(), folder, asset, model.geometry.Frame())));
         for (; frame < end; ++frame)
             model.xsheet.MutableCel(level, frame) = cel;
     }

@@ -54,8 +54,8 @@ public:
     void AskAndDropCels(int level, int frame, CPoint screenPoint);
 
 private:
-    bool RequireLevel(int level, const char* message) const;
-    bool RequireFrame(int frame, const char* message) const;
+    [[nodiscard]] bool RequireLevel(int level, const char* message) const;
+    [[nodiscard]] bool RequireFrame(int frame, const char* message) const;
     std::optional<int> AskLevel(const char* prompt) const;
     std::optional<std::string> AskLevelName(const std::string& initial) const;
     std::optional<int> AskFrameCount(const char* prompt) const;

@@ -23,7 +23,7 @@ public:
     /// Name of the sound that starts at `frame`; null when none does. Valid until the next change.
     const std::string* NameAt(int frame) const;
     /// False when full or when a sound already starts at the frame.
-    bool Place(int frame, std::string name);
+    [[nodiscard]] bool Place(int frame, std::string name);
     /// False when no sound starts at the frame.
     bool RemoveAt(int frame);
     /// Removes every placement of a sound; returns how many there were.

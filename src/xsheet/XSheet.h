@@ -78,7 +78,7 @@ public:
     ///     0  A A B        0  . . .
     ///     1  C C C   ->   1  A A B
     ///                     2  C C C
-    bool AddLevel(std::string name);
+    [[nodiscard]] bool AddLevel(std::string name);
     /// Removes a level, here level 1:
     ///
     ///     0  A A B        0  A A B

@@ -197,9 +197,9 @@ TEST_F(CCaptureSessionTest, SourceAndFormatAreOfferedOrRefused) {
     camera.canSetFormat = false;
     EXPECT_FALSE(session.SetFormat(camera.formats.front()));
     EXPECT_EQ(TakeMessages().size(), 1U);
-    session.Select("Table camera");
+    static_cast<void>(session.Select("Table camera"));
     EXPECT_EQ(session.Choice().format.width, 0) << "another camera, another format";
-    session.OpenCapture({"Stand camera", {320, 200, 15, {}}});
+    static_cast<void>(session.OpenCapture({"Stand camera", {320, 200, 15, {}}}));
     EXPECT_EQ(session.WindowSize(), (CSize{320, 200}));
 }
 

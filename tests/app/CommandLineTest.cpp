@@ -101,7 +101,7 @@ TEST_F(CommandLine, DamagedFilesAreFoundAndLeaveThePreviousFlipbook) {
     auto bytes = ReadBytes(cel);
     bytes.resize(bytes.size() - 3);
     WriteBytes(cel, bytes);
-    RemoveFile(scene.folder / "_Sounds_" / "tick.sound");
+    static_cast<void>(RemoveFile(scene.folder / "_Sounds_" / "tick.sound"));
     const auto before = Contents();
 
     const CRun check = Run("check " + Database() + "Test");
@@ -214,7 +214,7 @@ TEST_F(CommandLine, AFullDiskIsToldAndLeavesNothingHalfWritten) {
         }
         EXPECT_TRUE(ListFiles(output, ".tmp").empty()) << format;
         std::filesystem::remove_all(output);
-        CreateFolder(output);
+        static_cast<void>(CreateFolder(output));
     }
     std::filesystem::create_directory(output / "f.mp4"); // where the movie is to stand
     EXPECT_EQ(Run("render " + Database() + "Test --format mp4 -o " + (output / "f").string()).error,

@@ -97,6 +97,6 @@ TEST(GridSettingsTest, RedOfColor2DoesNotComeBack) {
     EXPECT_EQ(ReadGridSettings(profile), CGridSettings());
     WriteGridSettings(profile, {MakeColorRef(1, 2, 3), MakeColorRef(4, 5, 6), 7});
     EXPECT_EQ(ReadGridSettings(profile), (CGridSettings{MakeColorRef(1, 2, 3), MakeColorRef(255, 5, 6), 7}));
-    profile.WriteInt("CELVIEW_GRIDSIZE", "GRIDSIZE", 0);
+    static_cast<void>(profile.WriteInt("CELVIEW_GRIDSIZE", "GRIDSIZE", 0));
     EXPECT_EQ(ReadGridSettings(profile).size, 1);
 }

@@ -54,12 +54,12 @@ TEST(PaletteTest, HoldsTheLimitWhenAddingOnly) {
 
 TEST_F(PaletteFileTest, WritesToTheByteAndReadsBack) {
     CPalette saved;
-    saved.Add({CColor{1, 2, 3, 4}, "\xc3\xa9"});
-    saved.Add({CColor{5, 6, 7, 8}, ""});
+    static_cast<void>(saved.Add({CColor{1, 2, 3, 4}, "\xc3\xa9"}));
+    static_cast<void>(saved.Add({CColor{5, 6, 7, 8}, ""}));
     ASSERT_TRUE(SavePalette(file, saved));
     EXPECT_EQ(ReadBytes(file), FileOf({2, 0, 0, 0, 3, 2, 1, 4, 1, 0xe9, 7, 6, 5, 8, 0}));
 
-    saved.Add({CColor{}, std::string(300, 'x')});
+    static_cast<void>(saved.Add({CColor{}, std::string(300, 'x')}));
     ASSERT_TRUE(SavePalette(file, saved));
     const Bytes bytes = ReadBytes(file);
     EXPECT_EQ(Bytes(bytes.end() - 303, bytes.end() - 299), (Bytes{255, 44, 1, 'x'}));

@@ -47,7 +47,7 @@ TEST(InstanceBell, NobodyWaitsForOneThatDoesNotAnswer) {
 TEST(InstanceBell, WithoutASocketTheBellIsSilent) {
     const CTempFolder folder;
     const Path deep = folder / std::string(200, 'x');
-    CreateFolder(deep);
+    static_cast<void>(CreateFolder(deep));
     CInstanceBell bell(deep);
     EXPECT_LT(bell.Descriptor(), 0);
     EXPECT_FALSE(bell.WasRung());

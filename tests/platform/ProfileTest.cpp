@@ -59,10 +59,10 @@ TEST(Profile, SectionsAndKeysStandInTheFileAsTheyAre) {
     const CTempFolder folder;
     const Path file = folder / "p.ini";
     CProfile profile(file);
-    profile.WriteInt("CELVIEW_GRID2COLOR", "RED", 7);
-    profile.WriteInt("GRID2COLOR", "Red", 1);
-    profile.WriteInt("GRID2COLOR", "RED", -2);
-    profile.WriteString("Settings", "Database Dir", "/films/");
+    static_cast<void>(profile.WriteInt("CELVIEW_GRID2COLOR", "RED", 7));
+    static_cast<void>(profile.WriteInt("GRID2COLOR", "Red", 1));
+    static_cast<void>(profile.WriteInt("GRID2COLOR", "RED", -2));
+    static_cast<void>(profile.WriteString("Settings", "Database Dir", "/films/"));
     const auto bytes = ReadBytes(file);
     EXPECT_EQ(
         std::string(bytes.begin(), bytes.end()),

@@ -16,7 +16,7 @@ namespace {
 class TrashTest : public ::testing::Test {
 protected:
     Path MakeFile(const Path& path, char contents) {
-        CreateFolder(path.parent_path());
+        static_cast<void>(CreateFolder(path.parent_path()));
         WriteBytes(path, std::vector{static_cast<std::uint8_t>(contents)});
         return path;
     }

@@ -95,7 +95,7 @@ TEST_F(FinalRender, RangesDividedAmongProcessesAndResumedRendersGiveTheSameBytes
         EXPECT_EQ(ReadBytes(RenderFrameFile(part.settings, frame)),
                   ReadBytes(RenderFrameFile(whole.settings, frame)));
 
-    RemoveFile(RenderFrameFile(whole.settings, 3));
+    static_cast<void>(RemoveFile(RenderFrameFile(whole.settings, 3)));
     const auto before = IdentifyFile(RenderFrameFile(whole.settings, 4));
     whole.settings.resume = true;
     EXPECT_EQ(Render(whole).framesWritten, 1);
@@ -104,7 +104,7 @@ TEST_F(FinalRender, RangesDividedAmongProcessesAndResumedRendersGiveTheSameBytes
 }
 
 TEST_F(FinalRender, FailuresSayWhyAndLeaveNothingHalfWritten) {
-    RemoveFile(scene.folder / "A" / "2.bit");
+    static_cast<void>(RemoveFile(scene.folder / "A" / "2.bit"));
     const CRenderOutcome missing = Render(Job(RenderFormat::Avi));
     EXPECT_EQ(missing.end, RenderEnd::Failed);
     EXPECT_EQ(missing.message,

@@ -36,10 +36,11 @@ protected:
     }
     void PlaceSounds() {
         for (const char* name : {"Boo", "Hey"})
-            sounds.StoreSound(name, 22050, std::vector<std::uint8_t>(100, static_cast<std::uint8_t>(name[0])));
-        model.sounds.Place(0, "Boo");
-        model.sounds.Place(2, "Hey");
-        model.sounds.Place(4, "Boo");
+            static_cast<void>(
+                sounds.StoreSound(name, 22050, std::vector<std::uint8_t>(100, static_cast<std::uint8_t>(name[0]))));
+        static_cast<void>(model.sounds.Place(0, "Boo"));
+        static_cast<void>(model.sounds.Place(2, "Hey"));
+        static_cast<void>(model.sounds.Place(4, "Boo"));
         sounds.PrepareSoundBuffer();
         TakeHints();
     }
@@ -141,7 +142,7 @@ TEST_F(AssetOperations, DeletedAndRenamedSoundsAreHeardSo) {
 TEST_F(AssetOperations, ADeletedFolderTakesItsCelsWithIt) {
     ExposeThreeAndFive();
     palettes.ClearPalette();
-    palettes.SaveColors();
+    static_cast<void>(palettes.SaveColors());
     Select(SourceMode::Cels, {"3"});
     Edit(CelFile("3"), red);
     Set(profile, setting::lastFolder, "Man");
@@ -186,7 +187,7 @@ TEST_F(AssetOperations, AFolderThatResistsStaysTheCurrentOne) {
     MakePicture("Sky", white);
     Edit(PictureFile("Sky"), red);
     const Path folderPath = model.Paths().CelFolder("Man");
-    CreateFolder(folderPath / "inner");
+    static_cast<void>(CreateFolder(folderPath / "inner"));
     assets.OnAssetsDeletefolder();
     EXPECT_EQ(Texts(prompter.messages.begin() + 1, prompter.messages.end()),
               (Texts{"Internal Error: Problem deleting folder in OnAssetsDeletecels",
@@ -339,7 +340,7 @@ TEST_F(AssetOperations, ACopyNeverReplacesAnything) {
     EXPECT_EQ(hints, Hints{});
 
     for (const char* name : {"Boo9", "Boo10"})
-        sounds.StoreSound(name, 22050, std::vector<std::uint8_t>(9));
+        static_cast<void>(sounds.StoreSound(name, 22050, std::vector<std::uint8_t>(9)));
     Select(SourceMode::Sounds, {"Boo9"});
     prompter.Answer(std::string("Copy"));
     assets.OnAssetsDuplicate();

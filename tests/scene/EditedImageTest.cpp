@@ -18,7 +18,7 @@ class EditedImage : public CAssetScene {
 protected:
     void MakeFlipbook() {
         prompter.Answer(CFlipbookAnswer{true, {{0}, 1, 1, 1, 50, 50, false}});
-        flipbooks.OnAnimationMakeflipbook();
+        static_cast<void>(flipbooks.OnAnimationMakeflipbook());
     }
     void Render() {
         CRenderSetup setup;
@@ -28,7 +28,7 @@ protected:
         setup.directory = Utf8Of(folder / "out");
         setup.name = "shot";
         prompter.Answer(setup);
-        renders.OnAnimationRender();
+        static_cast<void>(renders.OnAnimationRender());
     }
     bool AnythingMade() const { return flipbooks.HasLastFlipbook() || FileExists(folder / "out" / "shot0001.bmp"); }
 

@@ -19,7 +19,7 @@ class CImportOperationsTest : public velmor::testing::CSceneFixture {
 protected:
     CImportOperationsTest() {
         model.folderName = "Walk";
-        CreateFolder(model.Paths().CelFolder("Walk"));
+        static_cast<void>(CreateFolder(model.Paths().CelFolder("Walk")));
     }
 
     /// A grey Targa file, all of one value.

@@ -17,7 +17,7 @@ using Texts = std::vector<std::string>;
 class CMediaOperationsTest : public CSceneFixture {
 protected:
     CMediaOperationsTest() {
-        sounds.StoreSound("Hey", 22050, Bytes(1000, 2));
+        static_cast<void>(sounds.StoreSound("Hey", 22050, Bytes(1000, 2)));
         model.sourceMode = SourceMode::Sounds;
         model.sourceSelection = {"Hey"};
         sounds.DropSound(10);
@@ -101,7 +101,7 @@ TEST_F(CMediaOperationsTest, ARecordingIsSavedUnderItsNameOrDiscarded) {
     EXPECT_EQ(prompter.TakeMessages(), Texts{question});
     EXPECT_FALSE(FileExists(model.Paths().SoundFile("Clap"))) << "no name was given";
     // Cancelled by mistake, and under a name that cannot be written: the recording is still there.
-    CreateFolder(model.Paths().SoundFile("Full"));
+    static_cast<void>(CreateFolder(model.Paths().SoundFile("Full")));
     prompter.confirmations = {false, false};
     prompter.Cancel();
     prompter.Answer(std::string("Full"));

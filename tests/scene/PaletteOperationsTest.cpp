@@ -12,7 +12,7 @@ class CPaletteOperationsTest : public velmor::testing::CSceneFixture {
 protected:
     CPaletteOperationsTest() {
         model.folderName = "Walk";
-        CreateFolder(model.Paths().CelFolder("Walk"));
+        static_cast<void>(CreateFolder(model.Paths().CelFolder("Walk")));
         palettes.ClearPalette();
     }
 
@@ -82,7 +82,7 @@ TEST_F(CPaletteOperationsTest, TheForegroundFollowsTheEntryThatItWasTakenFrom) {
 
 TEST_F(CPaletteOperationsTest, HoldsItsLimits) {
     while (model.palette.Count() < 498)
-        model.palette.Add({});
+        static_cast<void>(model.palette.Add({}));
     prompter.Answer(CColorValues{"Last", rose});
     palettes.OnAddColor();
     EXPECT_EQ("Last", palettes.GetColorName(498));

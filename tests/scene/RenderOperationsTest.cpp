@@ -119,8 +119,8 @@ TEST_F(RenderOperations, RefusesInItsOwnDialogWhatCannotBeRendered) {
 
     WriteBytes(folder / "a", std::vector<std::uint8_t>{1}); // in the way of the directory
     EXPECT_EQ(RefusalOf(Setup()), "Could not create the directory " + (folder / "a" / "b").string());
-    RemoveFile(folder / "a");
-    CreateFolder(folder / "a" / "b" / "shot.avi"); // in the way of the movie
+    static_cast<void>(RemoveFile(folder / "a"));
+    static_cast<void>(CreateFolder(folder / "a" / "b" / "shot.avi")); // in the way of the movie
     EXPECT_EQ(RefusalOf(Setup(RenderFormat::Avi)),
               "Could not write to " + (folder / "a" / "b" / "shot.avi").string());
 }

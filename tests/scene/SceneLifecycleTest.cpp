@@ -39,7 +39,7 @@ protected:
     /// Something that cannot be replaced by a file, whoever the user is.
     static void PutInTheWay(const Path& file) {
         std::filesystem::remove(file);
-        CreateFolder(file / "x");
+        static_cast<void>(CreateFolder(file / "x"));
     }
     static std::string NotWritten(const std::string& reason, const Path& file) {
         return reason + ":: Writing file ->" + Utf8Of(file);
@@ -111,7 +111,7 @@ TEST_F(SceneLifecycle, OpenCommandListsScenesAndRefusesTheOpenOne) {
               Texts{"There are no scenes avaliable yet.\nUse 'New Scene' to create a new scene"});
     NewScene("B");
     NewScene("A");
-    CreateFolder(Database() / ".scene");
+    static_cast<void>(CreateFolder(Database() / ".scene"));
     TakeHints();
 
     prompter.Answer(std::string("A"));
@@ -143,13 +143,13 @@ TEST_F(SceneLifecycle, LeavingASceneSavesItsSheet) {
 }
 
 TEST_F(SceneLifecycle, SceneWithoutASheetGetsOneAndDamagedOnesLeaveTheOpenScene) {
-    CreateFolder(SceneFolder("Bare"));
+    static_cast<void>(CreateFolder(SceneFolder("Bare")));
     ASSERT_TRUE(doc->OpenScene("Bare"));
     EXPECT_EQ(doc->GetFrameCount(), 100);
     const auto sheet = ReadBytes(SceneFolder("Bare") / "Bare.xsheet");
     EXPECT_EQ(sheet.size(), 10663U);
 
-    CreateFolder(SceneFolder("Hurt"));
+    static_cast<void>(CreateFolder(SceneFolder("Hurt")));
     const std::span<const std::uint8_t> half(sheet.data(), sheet.size() / 2);
     WriteBytes(SceneFolder("Hurt") / "Hurt.xsheet", half);
     EXPECT_FALSE(doc->OpenScene("Hurt"));
@@ -181,7 +181,7 @@ TEST_F(SceneLifecycle, ReopensSceneAndFolderOfTheLastRun) {
 
 TEST_F(SceneLifecycle, ChoosingAFolderGivesItAPalette) {
     NewScene("Paint");
-    CreateFolder(SceneFolder("Paint") / "Head");
+    static_cast<void>(CreateFolder(SceneFolder("Paint") / "Head"));
     TakeHints();
     doc->SetFolderName("Head");
     EXPECT_EQ(TakeHints(), std::vector<int>{19});
@@ -304,7 +304,7 @@ TEST_F(SceneLifecycle, WorkThatCannotBeSavedIsGivenUpWhenAskedAlone) {
         EXPECT_EQ(prompter.TakeMessages(), (Texts{CelNotWritten(), question}));
         EXPECT_NE(doc->GetTitle(), "S");
         EXPECT_EQ(doc->EditedImage().GetLoadState(), LoadState::Nothing);
-        doc->OpenScene("S");
+        static_cast<void>(doc->OpenScene("S"));
         doc->SetFolderName("A");
     }
 }
@@ -317,7 +317,7 @@ TEST_F(SceneLifecycle, ASceneWhoseFolderVanishedCanBeLeft) {
                           Utf8Of(Sheet()) + "\n" + Utf8Of(PaintedCel())};
     int opened = 0;
     prompter.useSceneManager = [&](CSceneManager&) { ++opened; };
-    CreateFolder(SceneFolder("Other"));
+    static_cast<void>(CreateFolder(SceneFolder("Other")));
     prompter.confirmations = {false, true};
     doc->OnFileScenemanager();
     EXPECT_EQ(opened, 0);
@@ -338,7 +338,7 @@ TEST_F(SceneLifecycle, AnImageThatCannotBeSavedDoesNotHoldTheEditor) {
     const Texts shown{CelNotWritten(),
                       "The image could not be saved.\nDo you want to go on without saving it ?\n\n" +
                           Utf8Of(PaintedCel())};
-    CreateFolder(SceneFolder("S") / "B");
+    static_cast<void>(CreateFolder(SceneFolder("S") / "B"));
     prompter.confirmations = {false, false, true};
     doc->EditCel("2");
     EXPECT_EQ(prompter.TakeMessages(), shown);
@@ -355,7 +355,7 @@ TEST_F(SceneLifecycle, ASceneThatCannotBeOpenedChangesNothing) {
     PaintACel();
     prompter.Answer(7);
     doc->OnXsheetAddframes();
-    CreateFolder(SceneFolder("Hurt"));
+    static_cast<void>(CreateFolder(SceneFolder("Hurt")));
     WriteBytes(SceneFolder("Hurt") / "Hurt.xsheet", std::vector<std::uint8_t>(100, 7));
     TakeHints();
     for (const char* name : {"Hurt", "Gone"}) {

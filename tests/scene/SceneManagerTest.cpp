@@ -17,10 +17,10 @@ using Side = CSceneManager::CSide;
 class SceneManager : public ::testing::Test {
 protected:
     SceneManager() {
-        CreateFolder(left.CelFolder("Man"));
-        CreateFolder(right.CelFolder("Cat"));
-        CreateFolder(left.PicturesFolder());
-        CreateFolder(left.SoundsFolder());
+        static_cast<void>(CreateFolder(left.CelFolder("Man")));
+        static_cast<void>(CreateFolder(right.CelFolder("Cat")));
+        static_cast<void>(CreateFolder(left.PicturesFolder()));
+        static_cast<void>(CreateFolder(left.SoundsFolder()));
     }
 
     static void Write(const Path& file, const std::string& text) { std::ofstream(file) << text; }
@@ -31,7 +31,7 @@ protected:
     static CPalette MakePalette(int colors, std::uint8_t shade) {
         CPalette palette;
         for (int i = 0; i < colors; ++i)
-            palette.Add({{shade, shade, static_cast<std::uint8_t>(i), 255}, std::to_string(i)});
+            static_cast<void>(palette.Add({{shade, shade, static_cast<std::uint8_t>(i), 255}, std::to_string(i)}));
         return palette;
     }
     void Transfer(SourceMode kind, const Texts& names) {
@@ -55,7 +55,7 @@ TEST_F(SceneManager, ListsWhatIsOnDisk) {
         Write(left.CelFile("Man", name), name);
     Write(left.PictureFile("Sky"), "");
     Write(left.SoundFile("Boo"), "");
-    CreateFolder(folder / ".scene");
+    static_cast<void>(CreateFolder(folder / ".scene"));
     EXPECT_EQ(manager.Scenes(), (Texts{"Left", "Right"}));
     EXPECT_EQ(manager.Folders("Left"), Texts{"Man"});
     EXPECT_EQ(manager.Assets(man, SourceMode::Cels), (Texts{"2", "2b", "007", "10"}));
@@ -203,7 +203,7 @@ TEST_F(SceneManagerOfADocument, NeedsASceneAndSavedFiles) {
     doc->EditCel("1");
     doc->EditedImage().SetModified(true);
     std::filesystem::remove(SceneFolder("S") / "A" / "1.bit");
-    CreateFolder(SceneFolder("S") / "A" / "1.bit" / "x");
+    static_cast<void>(CreateFolder(SceneFolder("S") / "A" / "1.bit" / "x"));
     TakeHints();
     prompter.confirmations = {false}; // to go on without saving
     doc->OnFileScenemanager();
@@ -232,7 +232,7 @@ TEST_F(SceneManagerOfADocument, ThePaletteIsReadAgain) {
     const Path palette = SceneFolder("T") / "B" / "B.colors";
     prompter.useSceneManager = [](CSceneManager& manager) {
         manager.MergePalette({"S", "A"}, {"T", "B"});
-        manager.DeleteScene("S");
+        static_cast<void>(manager.DeleteScene("S"));
     };
     TakeHints();
     doc->OnFileScenemanager();
@@ -246,7 +246,7 @@ TEST_F(SceneManagerOfADocument, TheOpenSceneIsClosedWhenItIsDeleted) {
     NewScene("S");
     MakeFolder("A");
     Set(profile, setting::importThreshold, 77);
-    prompter.useSceneManager = [](CSceneManager& manager) { manager.DeleteScene("S"); };
+    prompter.useSceneManager = [](CSceneManager& manager) { static_cast<void>(manager.DeleteScene("S")); };
     TakeHints();
     doc->OnFileScenemanager();
     EXPECT_EQ(TakeHints(), std::vector<int>{511});

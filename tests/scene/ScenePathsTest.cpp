@@ -12,7 +12,7 @@ namespace {
 class CScenePathsTest : public ::testing::Test {
 protected:
     static void MakeFiles(const Path& parent, const Names& names) {
-        CreateFolder(parent);
+        static_cast<void>(CreateFolder(parent));
         for (const std::string& name : names)
             velmor::testing::WriteBytes(parent / name, {});
     }
@@ -33,9 +33,9 @@ protected:
 
 TEST_F(CScenePathsTest, ListsScenesAndCelFolders) {
     for (const char* name : {".scene", "B c.scene", "other"})
-        CreateFolder(folder / name);
+        static_cast<void>(CreateFolder(folder / name));
     for (const char* name : {"_Pictures_", "_Sounds_", "Run 2", "my_folder", "Walk"})
-        CreateFolder(folder / "Test.scene" / name);
+        static_cast<void>(CreateFolder(folder / "Test.scene" / name));
     MakeFiles(folder.Path(), {"file.scene"});
     MakeFiles(folder / "Test.scene", {"NoFolder"});
     EXPECT_EQ((Names{"B c", "Test"}), ListScenes(WithSeparator(folder.Path().string())));

@@ -13,8 +13,8 @@ namespace {
 class CSoundOperationsTest : public velmor::testing::CSceneFixture {
 protected:
     CSoundOperationsTest() {
-        sounds.StoreSound("Boo", 22050, Bytes(1000, 1));
-        sounds.StoreSound("Hey", 22050, Bytes(1000, 2));
+        static_cast<void>(sounds.StoreSound("Boo", 22050, Bytes(1000, 1)));
+        static_cast<void>(sounds.StoreSound("Hey", 22050, Bytes(1000, 2)));
         model.sourceMode = SourceMode::Sounds;
         TakeHints();
     }

@@ -106,7 +106,7 @@ TEST_F(CXSheetOperationsTest, DeletesALevelAfterConfirmationAndBringsItBack) {
     EXPECT_EQ(model.selection, (CXSheetSelection{1, 1, 0, 0}));
     EXPECT_EQ(TakeHints(), Hints{396});
 
-    model.sounds.Place(3, "Gone");
+    static_cast<void>(model.sounds.Place(3, "Gone"));
     model.camera.MutableAt(5).panX = 8;
     sheet.OnEditUndo();
     EXPECT_EQ(sheet.GetLevelName(1), "1");
@@ -227,7 +227,7 @@ TEST_F(CXSheetOperationsTest, DropCelsChecksInOrder) {
 
 TEST_F(CXSheetOperationsTest, DropsAssetsInOrderAndStopsAtTheEnd) {
     SetLevels(1, 6);
-    CreateFolder(model.Paths().CelFolder("Man"));
+    static_cast<void>(CreateFolder(model.Paths().CelFolder("Man")));
     WriteBytes(model.Paths().CelFile("Man", "1"), CelHeader(30, 20));
     WriteBytes(model.Paths().CelFile("Man", "2"), CelHeader(40, 20));
     Put(0, 1, "8");

@@ -19,7 +19,7 @@ protected:
     CAssetScene() {
         model.folderName = "Man";
         for (const char* name : {"Man", "Cat", "_Pictures_", "_Sounds_"})
-            CreateFolder(model.Paths().SceneFolder() / name);
+            static_cast<void>(CreateFolder(model.Paths().SceneFolder() / name));
     }
 
     Path CelFile(const std::string& name) const { return model.Paths().CelFile("Man", name); }
@@ -59,7 +59,7 @@ protected:
     /// Something that no user can write, replace or delete like a file.
     static void PutInTheWay(const Path& file) {
         std::filesystem::remove(file);
-        CreateFolder(file / "x");
+        static_cast<void>(CreateFolder(file / "x"));
     }
 
     static constexpr CColor red{0, 0, 255, 255};

@@ -18,7 +18,7 @@ protected:
         model.databaseFolder = WithSeparator(folder.Path().string());
         model.sceneName = "Test";
         model.sceneOpen = true;
-        CreateFolder(model.Paths().SceneFolder());
+        static_cast<void>(CreateFolder(model.Paths().SceneFolder()));
         views.Add(*this);
     }
 

@@ -23,9 +23,9 @@ public:
         : folder(database / (sceneName + ".scene")), name(sceneName) {
         data.geometry = {width, height, 24, MakeColorRef(250, 240, 230)};
         data.xsheet = CXSheet(3, frames);
-        CreateFolder(folder / "A");
-        CreateFolder(folder / "_Pictures_");
-        CreateFolder(folder / "_Sounds_");
+        static_cast<void>(CreateFolder(folder / "A"));
+        static_cast<void>(CreateFolder(folder / "_Pictures_"));
+        static_cast<void>(CreateFolder(folder / "_Sounds_"));
         SaveSquare("1", {0, 0, 255, 255});
         SaveSquare("2", {0, 255, 0, 255});
         SavePicture();

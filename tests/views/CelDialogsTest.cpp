@@ -346,7 +346,7 @@ TEST_F(CCelDialogsTest, ADropWaitsForAStepThatCanBe) {
     CProfile profile;
     CDropType choices(profile);
     choices.ChooseType(CDropType::free);
-    choices.EnterStep(7);
+    static_cast<void>(choices.EnterStep(7));
     bool dropped = false;
     WithDialog(
         [&] {

@@ -21,7 +21,7 @@ protected:
     CCelEditorFixture() {
         NewScene("Test");
         const CScenePaths paths = doc->Model().Paths();
-        CreateFolder(paths.CelFolder("A"));
+        static_cast<void>(CreateFolder(paths.CelFolder("A")));
         doc->SetFolderName("A");
         CCelImg cel = RandomCel(m_random, width, height);
         Sprinkle(cel, m_random, 20);
@@ -29,7 +29,7 @@ protected:
         EXPECT_TRUE(cel.Save());
         CCelImg picture = RandomPicture(m_random, width, height);
         picture.SetFilePath(paths.AssetFile(SourceMode::Pictures, "", "back"));
-        CreateFolder(picture.FilePath().parent_path());
+        static_cast<void>(CreateFolder(picture.FilePath().parent_path()));
         EXPECT_TRUE(picture.Save());
     }
 

@@ -27,7 +27,7 @@ protected:
 
     void Put(const std::string& scene, const std::string& where, const std::string& name, const char* extension) {
         const Path target = database.Path() / (scene + ".scene") / where;
-        CreateFolder(target);
+        static_cast<void>(CreateFolder(target));
         WriteBytes(target / (name + extension), {});
     }
     bool Exists(const char* file) const { return FileExists(database / file); }

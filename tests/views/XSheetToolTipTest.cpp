@@ -49,7 +49,7 @@ TEST(AssetThumbnailsTest, ThumbnailsFitAndFollowTheirFiles) {
 
     WriteBytes(file, std::vector<std::uint8_t>(100));
     EXPECT_TRUE(thumbnails.Find(file).isNull());
-    RemoveFile(file);
+    static_cast<void>(RemoveFile(file));
     EXPECT_TRUE(thumbnails.Find(file).isNull());
 }
 

@@ -32,7 +32,7 @@ protected:
         CTestScene scene(Database());
         scene.data.xsheet.SetFrameCount(frames);
         scene.Save();
-        doc->OpenScene("Test");
+        static_cast<void>(doc->OpenScene("Test"));
         view = std::make_unique<CXSheetView>(*doc, prompter);
         Show({30 + 5 * 80 + 140, 40 + 10 * 20});
         TakeHints();

@@ -61,7 +61,7 @@ TEST(XSheetCel, ScalesByPixelGrowth) {
 
 TEST(XSheetCel, TakesItsSizeFromTheImageFile) {
     const CTempFolder scene;
-    CreateFolder(scene / "_Pictures_");
+    static_cast<void>(CreateFolder(scene / "_Pictures_"));
     CCelImg image;
     ASSERT_TRUE(image.CreatePicture(40, 30, scene / "_Pictures_/sky.rgba") && image.Save());
     CXSheetCel cel = CelAt(7, 7, {1, 1}, 1);

@@ -165,7 +165,7 @@ TEST(XSheet, ReferencesFollowTheirAssets) {
 
     const CTempFolder scene;
     CCelImg image;
-    CreateFolder(scene / "F");
+    static_cast<void>(CreateFolder(scene / "F"));
     EXPECT_EQ(xsheet.ResizeReferences("F", "D", scene.Path()), 0);
     EXPECT_EQ(xsheet.Cel(1, 0).Size(), (CSize{10, 10}));
     ASSERT_TRUE(image.CreateCel(33, 21, AssetFilePath(scene.Path(), "F", "D")) && image.Save());

@@ -61,15 +61,15 @@ struct CImportArguments {
     std::vector<std::string> files;
 };
 
-bool RunScenes(const CSceneArguments& arguments);
-bool RunInfo(const CSceneArguments& arguments, bool json);
-bool RunCompose(const CComposeArguments& arguments);
-bool RunFlipbook(const CFlipbookArguments& arguments);
-bool RunRender(const CRenderArguments& arguments);
-bool RunImport(const CImportArguments& arguments);
-bool RunCheck(const CSceneArguments& arguments);
+[[nodiscard]] bool RunScenes(const CSceneArguments& arguments);
+[[nodiscard]] bool RunInfo(const CSceneArguments& arguments, bool json);
+[[nodiscard]] bool RunCompose(const CComposeArguments& arguments);
+[[nodiscard]] bool RunFlipbook(const CFlipbookArguments& arguments);
+[[nodiscard]] bool RunRender(const CRenderArguments& arguments);
+[[nodiscard]] bool RunImport(const CImportArguments& arguments);
+[[nodiscard]] bool RunCheck(const CSceneArguments& arguments);
 /// Makes the scene "Demo" in the database folder, which is made when it is missing. Refuses when there is one
 /// already.
-bool RunDemo(const CSceneArguments& arguments);
+[[nodiscard]] bool RunDemo(const CSceneArguments& arguments);
 
 } // namespace velmor

@@ -26,6 +26,6 @@ struct CReadScene {
 std::unique_ptr<CReadScene> ReadScene(const std::string& database, const std::string& scene, IPrompter& prompter);
 
 /// False, after the message, when there is no such database folder.
-bool RequireDatabase(const std::string& database, IPrompter& prompter);
+[[nodiscard]] bool RequireDatabase(const std::string& database, IPrompter& prompter);
 
 } // namespace velmor

@@ -40,7 +40,7 @@ public:
     int BitsPerPixel() const { return m_bitsPerPixel; }
     /// Colours of the pixel values of a bitmap of up to 8 bits a pixel.
     std::span<const CColor> ColorTable() const { return m_colors; }
-    bool ReadRow(std::span<CColor> row) override;
+    [[nodiscard]] bool ReadRow(std::span<CColor> row) override;
 
 private:
     /// One channel of a pixel of 16 or 32 bits, widened or cut to 8 bits.
@@ -56,15 +56,15 @@ private:
     enum class RowOrder { BottomFirst, Either };
 
     DibResult ReadFormat(std::span<const std::uint8_t> info, RowOrder allowed);
-    bool ReadMasks(std::span<const std::uint8_t> info);
+    [[nodiscard]] bool ReadMasks(std::span<const std::uint8_t> info);
     void ReadColorTable(std::span<const std::uint8_t> info);
     DibResult CheckBits() const;
     void ReadIndexedRow(std::span<const std::uint8_t> stored, std::span<CColor> row) const;
     void ReadBytesRow(std::span<const std::uint8_t> stored, std::span<CColor> row) const;
     void ReadMaskedRow(std::span<const std::uint8_t> stored, std::span<CColor> row) const;
-    bool ReadRunsRow(std::span<CColor> row);
-    bool ReadEscape(std::span<CColor> row, bool& rowEnds);
-    bool ReadAbsolute(std::size_t count, std::span<CColor> row);
+    [[nodiscard]] bool ReadRunsRow(std::span<CColor> row);
+    [[nodiscard]] bool ReadEscape(std::span<CColor> row, bool& rowEnds);
+    [[nodiscard]] bool ReadAbsolute(std::size_t count, std::span<CColor> row);
     void PutPixel(std::span<CColor> row, std::size_t index);
 
     CSize m_size;

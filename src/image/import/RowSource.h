@@ -16,7 +16,7 @@ public:
 
     virtual CSize Size() const = 0;
     /// Fills `row` (one colour a pixel) with the next row. False when the data ends before the row does.
-    virtual bool ReadRow(std::span<CColor> row) = 0;
+    [[nodiscard]] virtual bool ReadRow(std::span<CColor> row) = 0;
 };
 
 enum class ImportKind { Picture, Cel };

@@ -12,9 +12,9 @@ namespace velmor {
 void FindTileColors(std::span<const std::uint32_t> pixels, int width, TileColor* colors);
 
 /// Packs planes of one size into pixels, blue in the low byte. Returns whether every alpha is 255.
-bool InterleavePlanes(std::span<const std::uint8_t> blue, std::span<const std::uint8_t> green,
-                      std::span<const std::uint8_t> red, std::span<const std::uint8_t> alpha,
-                      std::span<std::uint32_t> pixels);
+[[nodiscard]] bool InterleavePlanes(std::span<const std::uint8_t> blue, std::span<const std::uint8_t> green,
+                                    std::span<const std::uint8_t> red, std::span<const std::uint8_t> alpha,
+                                    std::span<std::uint32_t> pixels);
 
 /// Between 3 bytes a pixel and a word a pixel.
 void UnpackPixels(std::span<const std::uint8_t> bytes, std::uint32_t* pixels);

@@ -50,13 +50,13 @@ public:
     bool IsOpen() const { return m_file.has_value(); }
 
 private:
-    bool Start();
-    bool AppendFrame(int position, std::span<const std::uint8_t> encoded);
-    bool AppendSoundUpTo(std::uint64_t sample);
-    bool AppendChunk(std::string_view name, std::span<const std::uint8_t> data, std::uint32_t flags);
-    bool Append(std::span<const std::uint8_t> bytes);
-    bool Flush();
-    bool Finish();
+    [[nodiscard]] bool Start();
+    [[nodiscard]] bool AppendFrame(int position, std::span<const std::uint8_t> encoded);
+    [[nodiscard]] bool AppendSoundUpTo(std::uint64_t sample);
+    [[nodiscard]] bool AppendChunk(std::string_view name, std::span<const std::uint8_t> data, std::uint32_t flags);
+    [[nodiscard]] bool Append(std::span<const std::uint8_t> bytes);
+    [[nodiscard]] bool Flush();
+    [[nodiscard]] bool Finish();
     /// Size of the list of chunks so far, its type included.
     std::uint64_t MoviBytes() const;
     CAviCounts Counts() const;

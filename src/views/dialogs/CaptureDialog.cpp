@@ -179,7 +179,7 @@ void CCaptureDialog::showEvent(QShowEvent* event) {
 void CCaptureDialog::Open() {
     {
         const CWaitCursor wait;
-        m_session.OpenCapture(m_request.camera);
+        static_cast<void>(m_session.OpenCapture(m_request.camera)); // the session tells of a failure
     }
     ShowState();
     if (!m_session.IsConnected())
@@ -225,7 +225,7 @@ void CCaptureDialog::ShowState() {
 }
 
 void CCaptureDialog::done(int result) {
-    m_session.Disconnect();
+    static_cast<void>(m_session.Disconnect()); // whatever comes of it, the dialog closes
     CDialog::done(result);
 }
 

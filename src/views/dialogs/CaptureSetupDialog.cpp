@@ -132,7 +132,7 @@ void CCaptureSetupDialog::Open() {
 void CCaptureSetupDialog::Select(const QString& description) {
     {
         const CWaitCursor wait;
-        m_session.Select(FromQt(description));
+        static_cast<void>(m_session.Select(FromQt(description))); // the session tells of a failure
     }
     ShowState();
     ShowWindow();
@@ -171,7 +171,7 @@ void CCaptureSetupDialog::OpenVideoFormat() {
     CVideoFormatDialog dialog(this, formats, m_session.Device().Format());
     if (dialog.exec() == QDialog::Accepted) {
         const CWaitCursor wait;
-        m_session.SetFormat(dialog.Values());
+        static_cast<void>(m_session.SetFormat(dialog.Values())); // the session tells of a failure
         ShowWindow();
     }
 }
@@ -181,7 +181,7 @@ bool CCaptureSetupDialog::Accepts() {
 }
 
 void CCaptureSetupDialog::done(int result) {
-    m_session.Disconnect();
+    static_cast<void>(m_session.Disconnect()); // whatever comes of it, the dialog closes
     CDialog::done(result);
 }
 

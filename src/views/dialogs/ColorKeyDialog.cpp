@@ -73,7 +73,7 @@ CColorKeyValues CColorKeyDialog::Values() const {
 bool CColorKeyDialog::Accepts() {
     if (IsAccepted(m_accept, Values()))
         return true;
-    m_tolerance->Edit().Require(0, mostTolerance);
+    static_cast<void>(m_tolerance->Edit().Require(0, mostTolerance)); // leads to the number that was refused
     return false;
 }
 

@@ -48,8 +48,8 @@ void CDialogSizes::Keep(const QDialog& dialog) {
     // A size that the user did not choose is not kept: another font or language may want another one.
     if (dialog.size() == dialog.property(sizeWhenShown).toSize() || dialog.isMaximized())
         return;
-    m_profile.WriteInt(section, KeyOf(dialog, "Width"), dialog.width());
-    m_profile.WriteInt(section, KeyOf(dialog, "Height"), dialog.height());
+    static_cast<void>(m_profile.WriteInt(section, KeyOf(dialog, "Width"), dialog.width()));
+    static_cast<void>(m_profile.WriteInt(section, KeyOf(dialog, "Height"), dialog.height()));
 }
 
 } // namespace velmor

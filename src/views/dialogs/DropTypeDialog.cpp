@@ -35,7 +35,7 @@ CDropTypeDialog::CDropTypeDialog(QWidget* parent, CDropType& choices)
     ShowStep();
     if (m_choices.HasFreeStep())
         m_step->BeFirst();
-    connect(m_step, &QLineEdit::textChanged, this, [this] { TakeStep(); });
+    connect(m_step, &QLineEdit::textChanged, this, [this] { static_cast<void>(TakeStep()); });
 }
 
 void CDropTypeDialog::AddTypes() {

@@ -26,7 +26,7 @@ private:
     void AddTypes();
     void AddInsert();
     void ShowStep();
-    bool TakeStep();
+    [[nodiscard]] bool TakeStep();
 
     CDropType& m_choices;
     CNumberEdit* m_step;

@@ -68,7 +68,7 @@ std::vector<Path> CFileChooser::Ask(QWidget* parent, const CFileRequest& request
     if (dialog.exec() != QDialog::Accepted)
         return {};
     folder = dialog.directory().absolutePath();
-    Filters().WriteString(section, FilterKey(request), FromQt(dialog.selectedNameFilter()));
+    static_cast<void>(Filters().WriteString(section, FilterKey(request), FromQt(dialog.selectedNameFilter())));
     QStringList files = dialog.selectedFiles();
     // Of any language: the one of a plain environment compares bytes.
     QCollator byNumber{QLocale(QLocale::English)};

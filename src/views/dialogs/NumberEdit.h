@@ -27,9 +27,9 @@ public:
     double ValueOrNan() const;
 
     /// Whether the field holds a number (a whole one, by its kind) from `least` to `most`. If not, it is refused.
-    bool Require(double least, double most);
+    [[nodiscard]] bool Require(double least, double most);
     /// The same without a range.
-    bool RequireNumber();
+    [[nodiscard]] bool RequireNumber();
     /// Shows the field as wrong, with the reason for those who point at it, until its text changes.
     void Mark(const QString& reason);
     /// Marks the field, says why and brings the user there.

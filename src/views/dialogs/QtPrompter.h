@@ -25,8 +25,8 @@ public:
 
     void ShowMessage(const std::string& text) override;
     void ShowVelmorMessage(const std::string& text) override;
-    bool Confirm(const std::string& text, Consequence consequence = Consequence::Final) override;
-    bool AskYesNo(const std::string& text) override;
+    [[nodiscard]] bool Confirm(const std::string& text, Consequence consequence = Consequence::Final) override;
+    [[nodiscard]] bool AskYesNo(const std::string& text) override;
     std::unique_ptr<IProgress> BeginProgress(const std::string& title) override;
     std::shared_ptr<void> BeginWait() override;
     std::optional<CSceneSettings> AskSceneSettings(const CSceneSettingsRequest& request) override;
@@ -55,13 +55,13 @@ public:
     std::optional<CRotationValues> AskRotation() override;
     std::optional<FlipDirection> AskFlip() override;
     std::optional<CColorKeyValues> AskColorKey(const CColorKeyRequest& request) override;
-    bool AskDropType(const CDropTypeRequest& request) override;
+    [[nodiscard]] bool AskDropType(const CDropTypeRequest& request) override;
     std::optional<CGridSettings> AskGridSettings(const CGridSettingsRequest& request) override;
     std::optional<Appearance> AskAppearance(const CAppearanceRequest& request) override;
     void RunSceneManager(CSceneManager& manager) override;
     void ShowStatus(const std::string& text) override;
     void WaitWhilePlaying(const std::string& status, const std::function<bool()>& isPlaying) override;
-    bool RunRecorder(CSoundRecorder& recorder) override;
+    [[nodiscard]] bool RunRecorder(CSoundRecorder& recorder) override;
     void PlayMovie(CMovie& movie) override;
 
 private:

@@ -133,7 +133,7 @@ void CSceneManagerDialog::MergePalette() {
 }
 
 void CSceneManagerDialog::DeleteScene() {
-    m_manager.DeleteScene(m_left->Chosen().scene);
+    static_cast<void>(m_manager.DeleteScene(m_left->Chosen().scene));
     // Also after a failure: part of the scene may be gone.
     m_left->RefreshScenes();
     m_right->RefreshScenes();

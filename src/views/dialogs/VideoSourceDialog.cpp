@@ -111,7 +111,7 @@ QWidget* CVideoSourceDialog::MenuField(const CCaptureControl& control) {
 void CVideoSourceDialog::Set(std::uint32_t id, int value) {
     if (m_isShowing)
         return;
-    m_device.SetControl(id, value);
+    static_cast<void>(m_device.SetControl(id, value)); // what it has become is shown
     m_controls = m_device.Controls();
     ShowAll();
 }
@@ -121,7 +121,7 @@ void CVideoSourceDialog::SetUsual() {
     for (int pass = 0; pass < 2; ++pass)
         for (const CCaptureControl& control : m_device.Controls())
             if (control.isActive)
-                m_device.SetControl(control.id, control.usual);
+                static_cast<void>(m_device.SetControl(control.id, control.usual)); // what it has become is shown
     m_controls = m_device.Controls();
     ShowAll();
 }

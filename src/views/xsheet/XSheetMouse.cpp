@@ -101,7 +101,7 @@ void SelectForMenu(CVelmorltDoc& doc, const CXSheetGeometry& geometry, QPoint po
                                 : CSheetCell{doc.GetCursorX(), geometry.YToFrame(point.y())};
     const CXSheetSelection wanted{cell.level, cell.level, onHeader ? 0 : cell.frame,
                                   onHeader ? geometry.frameCount - 1 : cell.frame};
-    if (Grown(Grown(selection, {wanted.startLevel, wanted.startFrame}), {wanted.endLevel, wanted.endFrame}) ==
+    if (Grown(Grown(selection, {wanted.firstLevel, wanted.firstFrame}), {wanted.lastLevel, wanted.lastFrame}) ==
         before)
         return;
     MoveCursor(doc, cell, false);

@@ -19,8 +19,8 @@ protected:
     CCelCommandsTest() {
         NewScene("Test", 20, 320, 240);
         const CScenePaths paths = doc->Model().Paths();
-        CreateFolder(paths.CelFolder("walk"));
-        CreateFolder(paths.PicturesFolder());
+        static_cast<void>(CreateFolder(paths.CelFolder("walk")));
+        static_cast<void>(CreateFolder(paths.PicturesFolder()));
         doc->SetFolderName("walk");
         prompter.Answer(CNewCelValues{"1", {200, 160}});
         doc->OnAssetsNewcel();

@@ -8,6 +8,6 @@ inline constexpr const char* demoScene = "Demo";
 
 /// Makes the scene with everything in it: a fox walks through a meadow after a butterfly, leaps for it and lands,
 /// and the butterfly settles on its head. False when anything failed; the messages have been shown.
-bool MakeDemoScene(CAnimator& animator);
+[[nodiscard]] bool MakeDemoScene(CAnimator& animator);
 
 } // namespace velmor::demo

@@ -29,8 +29,8 @@ private:
 };
 
 /// An uncompressed 24-bit Targa file, bottom row first. False when it cannot be written.
-bool WriteTarga(const Path& path, const CPainting& painting);
+[[nodiscard]] bool WriteTarga(const Path& path, const CPainting& painting);
 /// An 8-bit mono PCM wave file of soundRate samples per second. False when it cannot be written.
-bool WriteWave(const Path& path, const std::vector<std::uint8_t>& samples);
+[[nodiscard]] bool WriteWave(const Path& path, const std::vector<std::uint8_t>& samples);
 
 } // namespace velmor::demo
