@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Installs what building and testing need on Debian 12. Does nothing, and needs no rights, when it is all there.
+# install.sh [--gates]: installs what building and testing need on Debian 12, with --gates also what .ci/run needs
+# besides. Does nothing, and needs no rights, when it is all there.
 set -euo pipefail
 
 packages=(
@@ -10,6 +11,14 @@ packages=(
     libavdevice-dev libavformat-dev libavcodec-dev libswscale-dev libswresample-dev libavutil-dev
     libsane-dev libsane1
 )
+case ${1:-} in
+'') ;;
+--gates) packages+=(git clang clang-format clang-tidy libclang-rt-dev) ;;
+*)
+    echo "usage: install.sh [--gates]" >&2
+    exit 2
+    ;;
+esac
 
 if ! command -v apt-get >/dev/null || ! command -v dpkg-query >/dev/null; then
     echo "This is no Debian system; it is taken to have what Debian calls: ${packages[*]}" >&2
