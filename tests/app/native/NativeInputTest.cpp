@@ -93,7 +93,7 @@ TEST_F(CNativeInputTest, TheKeypadZoomsCameraAndCelEditor) {
     doc->EditCel("1");
     Frame().UpdateCommands();
     CCameraView& camera = Frame().CameraPane().View();
-    EXPECT_TRUE(Input({"key KP_Add"}, [&] { return camera.Zoom() == CZoomLevel(2); }));
+    EXPECT_TRUE(Input({"key KP_Multiply key KP_Add"}, [&] { return camera.Zoom() == CZoomLevel(2); }));
     EXPECT_TRUE(Input({"key KP_Multiply key KP_Subtract"}, [&] { return camera.Zoom() == CZoomLevel(0); }));
     CCelView& cel = Frame().CelPane().View();
     Frame().OnViewCeleditor();

@@ -134,14 +134,12 @@ TEST_F(CKeysTest, OnlyWhatHasTheFocusReacts) {
                 own, [&](const auto& entry) { return entry.first == widget || entry.first->isAncestorOf(widget); });
             ASSERT_NE(part, own.end()) << widget->objectName().toStdString();
             const CWindowState before = state();
-            const bool isList = qobject_cast<QAbstractItemView*>(widget) != nullptr;
             Key(key);
             std::set<std::string> others = before.Differences(state());
-            reactions[*part->second.begin()] += others.empty() ? 0 : 1;
             for (const std::string& mine : part->second)
-                others.erase(mine);
-            if (key == Qt::Key_F2 && !isList)
-                others.erase("arrangement"); // the view command
+                reactions[mine] += static_cast<int>(others.erase(mine));
+            if (key == Qt::Key_F2 && widget->objectName() != "colorList")
+                others.erase("arrangement"); // the view command, where it means nothing else
             if (key == Qt::Key_Return)       // opens drawings, in the sheet and in the list
                 for (const char* opened : {"image", "arrangement", "assets", "cel editor"})
                     others.erase(opened);

@@ -10,7 +10,9 @@
 
 #include <QAbstractItemView>
 #include <QDialog>
+#include <QLineEdit>
 #include <QMenu>
+#include <QTest>
 
 namespace velmor::testing {
 namespace {
@@ -49,6 +51,7 @@ private:
 
 TEST_F(CLeavingCelEditorTest, AChangedDrawingIsWrittenWhateverItIsLeftFor) {
     QDialog window(&Frame());
+    QLineEdit field(&window);
     QAbstractItemView& list = *Frame().SourceView().findChild<QAbstractItemView*>("assets");
     const std::function<void()> leave[] = {[&] { Key(Qt::Key_F1); }, [&] { Key(Qt::Key_F2); },
                                            [&] { Key(Qt::Key_F3); }, [&] { list.setFocus(); },
@@ -56,7 +59,7 @@ TEST_F(CLeavingCelEditorTest, AChangedDrawingIsWrittenWhateverItIsLeftFor) {
                                                window.show();
                                                window.activateWindow();
                                                EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
-                                               window.setFocus();
+                                               field.setFocus();
                                            }};
     for (std::size_t i = 0; i < std::size(leave); ++i) {
         Frame().activateWindow();
@@ -66,7 +69,7 @@ TEST_F(CLeavingCelEditorTest, AChangedDrawingIsWrittenWhateverItIsLeftFor) {
         Paint();
         TakeHints();
         leave[i]();
-        EXPECT_TRUE(IsSaved()) << i;
+        EXPECT_TRUE(QTest::qWaitFor([this] { return IsSaved(); })) << i;
         EXPECT_EQ(TakeHints(), std::vector<int>{260}) << i;
         EXPECT_EQ(doc->EditedImage().FilePath(), file) << "it stays under edit";
     }
