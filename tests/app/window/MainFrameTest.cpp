@@ -5,9 +5,12 @@
 #include "views/source/SourceView.h"
 #include "views/xsheet/XsheetFrame.h"
 
+#include <QBuffer>
+#include <QImage>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
+#include <QScrollBar>
 #include <QStatusBar>
 #include <QTest>
 #include <QTextBrowser>
@@ -242,13 +245,20 @@ TEST_F(CMainFrameTest, WithoutAReaderTheManualHasAWindowOfItsOwn) {
     EXPECT_EQ(open(true), nullptr);
     EXPECT_EQ(open(false), nullptr);
     EXPECT_TRUE(prompter.velmorMessages.back().ends_with("Error Code :31"));
-    write("manual.md", "# Commands\n\nWhat there is.");
+    QByteArray picture;
+    QBuffer buffer(&picture);
+    QImage(3000, 20, QImage::Format_RGB32).save(&buffer, "PNG");
+    write("manual.md", "# Commands\n\nWhat there is.\n\n![A picture](data:image/png;base64," +
+                           picture.toBase64().toStdString() + ")\n");
     prompter.TakeMessages();
     QDialog* window = open(false);
     ASSERT_NE(window, nullptr);
     EXPECT_TRUE(window->isVisible());
     EXPECT_FALSE(window->isModal());
-    EXPECT_TRUE(window->findChild<QTextBrowser*>()->toPlainText().contains("What there is."));
+    auto& page = *window->findChild<QTextBrowser*>();
+    EXPECT_TRUE(page.toPlainText().contains("What there is."));
+    EXPECT_GT(page.document()->size().height(), 20) << "the picture is there";
+    EXPECT_EQ(page.horizontalScrollBar()->maximum(), 0) << "and no wider than the window";
     EXPECT_EQ(open(false), window) << "a second one would lie over the first";
     EXPECT_EQ(prompter.TakeMessages(), std::vector<std::string>{});
 }
