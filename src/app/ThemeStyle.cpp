@@ -2,8 +2,10 @@
 
 #include "views/Brightness.h"
 
+#include <QGroupBox>
 #include <QPainter>
 #include <QStyleOption>
+#include <algorithm>
 
 namespace velmor {
 
@@ -51,6 +53,16 @@ void DrawRadio(QPainter& painter, const QStyleOption& option) {
     painter.restore();
 }
 
+// Below the title, where Fusion has its frame.
+QRect GroupFrame(const QStyle& style, const QStyleOption& option, const QWidget* widget) {
+    constexpr int aboveFrame = 3;
+    const auto* group = qobject_cast<const QGroupBox*>(widget);
+    const bool hasTitle = group == nullptr || group->isCheckable() || !group->title().isEmpty();
+    const int indicator = style.pixelMetric(QStyle::PM_IndicatorHeight, &option, widget);
+    const int title = hasTitle ? std::max(indicator, option.fontMetrics.height()) : 0;
+    return option.rect.adjusted(0, title + aboveFrame, 0, 0);
+}
+
 bool HasFrame(QStyle::ComplexControl control, const QStyleOptionComplex& option) {
     if (control == QStyle::CC_ComboBox)
         return qstyleoption_cast<const QStyleOptionComboBox*>(&option)->frame;
@@ -87,9 +99,11 @@ void CThemeStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
     case PE_IndicatorCheckBox:
         return DrawOutline(*painter, option->rect, OutlineOf(*option), 0);
     case PE_Frame:
-    case PE_FrameGroupBox:
+        return DrawOutline(*painter, option->rect, OutlineOf(*option), 0);
     case PE_FrameLineEdit:
-        return DrawOutline(*painter, option->rect, OutlineOf(*option), element == PE_Frame ? 0 : corner);
+        return DrawOutline(*painter, option->rect, OutlineOf(*option), corner);
+    case PE_FrameGroupBox:
+        return DrawOutline(*painter, GroupFrame(*this, *option, widget), OutlineOf(*option), corner);
     case PE_PanelButtonCommand:
         if (!IsFlat(*option))
             DrawOutline(*painter, option->rect,
