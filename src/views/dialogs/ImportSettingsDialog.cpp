@@ -24,6 +24,7 @@ CImportSettingsDialog::CImportSettingsDialog(QWidget* parent, int threshold)
     m_threshold->Slider().setMinimumWidth(mostThreshold + 1);
     m_threshold->Edit().SetValue(threshold);
     m_threshold->Edit().setAccessibleName("Gray level threshold");
+    m_threshold->Slider().setAccessibleName("Gray level threshold");
     Body().addWidget(label);
     Body().addWidget(m_threshold);
     AddHint("What is darker becomes a line, what is lighter becomes paper.");

@@ -1,0 +1,222 @@
+#include "DialogDriver.h"
+#include "TempFolder.h"
+#include "scene/DialogRequests.h"
+#include "scene/SceneManager.h"
+
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QRadioButton>
+#include <map>
+
+namespace velmor::testing {
+namespace {
+
+/// What a dialog needs to open.
+struct CStage {
+    CQtPrompter& prompter;
+    CProfile& profile;
+    CSceneManager& manager;
+};
+
+struct CDialogRow {
+    const char* name;
+    void (*open)(CStage& stage);
+};
+
+const CCelIdentity cel{"12", "Fox", "Face", 3};
+const std::vector<std::string> levels{"Ink", "Paint", "Sky"};
+
+const CDialogRow dialogs[] = {
+    {"message", [](CStage& s) { s.prompter.ShowVelmorMessage("Could not write to /a/b"); }},
+    {"question", [](CStage& s) { static_cast<void>(s.prompter.Confirm("Are you sure?", Consequence::Undoable)); }},
+    {"grave question", [](CStage& s) { static_cast<void>(s.prompter.Confirm("Are you sure?")); }},
+    {"yes or no",
+     [](CStage& s) { static_cast<void>(s.prompter.AskYesNo("Cel Exists, Do you want to overwrite it ?")); }},
+    {"new scene",
+     [](CStage& s) {
+         s.prompter.AskSceneSettings({true, {}, {}});
+     }},
+    {"scene settings",
+     [](CStage& s) {
+         s.prompter.AskSceneSettings({false, {}, {}});
+     }},
+    {"open scene",
+     [](CStage& s) {
+         s.prompter.AskSceneToOpen({"Run", "Walk"});
+     }},
+    {"database folder", [](CStage& s) { s.prompter.AskDatabaseFolder("/home/me/Database/"); }},
+    {"name",
+     [](CStage& s) {
+         s.prompter.AskName({NameKind::Cel, "1", {}});
+     }},
+    {"new cel",
+     [](CStage& s) {
+         s.prompter.AskNewCel({{"1", {768, 576}}, {}});
+     }},
+    {"level",
+     [](CStage& s) {
+         s.prompter.AskLevel({"Delete which level?", levels});
+     }},
+    {"swap levels", [](CStage& s) { s.prompter.AskLevelsToSwap(levels); }},
+    {"frame count",
+     [](CStage& s) {
+         s.prompter.AskFrameCount({"Add how many frames to the end ?", 1, {}});
+     }},
+    {"cel data",
+     [](CStage& s) {
+         s.prompter.AskCelData({cel, {}, {}});
+     }},
+    {"blur",
+     [](CStage& s) {
+         s.prompter.AskBlur({cel, {}, {}});
+     }},
+    {"transparency",
+     [](CStage& s) {
+         s.prompter.AskTransparency({cel, 50, {}});
+     }},
+    {"camera data",
+     [](CStage& s) {
+         s.prompter.AskCameraData({3, {}});
+     }},
+    {"motion path", [](CStage& s) { s.prompter.AskMotionPathSetup(1); }},
+    {"inbetween level",
+     [](CStage& s) {
+         s.prompter.AskInbetween({false, "Face", 1, 25, {}});
+     }},
+    {"inbetween camera",
+     [](CStage& s) {
+         s.prompter.AskInbetween({true, "", 1, 25, {}});
+     }},
+    {"line check",
+     [](CStage& s) {
+         s.prompter.RunLineCheck({100, 5, [](int) {}});
+     }},
+    {"color", [](CStage& s) { s.prompter.AskColor({}); }},
+    {"import settings", [](CStage& s) { s.prompter.AskImportThreshold(128); }},
+    {"flipbook",
+     [](CStage& s) {
+         s.prompter.AskFlipbook({levels, {{1}, 2, 9, 1, 50, 60, true}, {}, 10});
+     }},
+    {"render setup",
+     [](CStage& s) {
+         CRenderSetupRequest request;
+         request.levelNames = levels;
+         request.initial.directory = "/home/me/Database/Renders";
+         request.initial.name = "Walk";
+         s.prompter.AskRenderSetup(request);
+     }},
+    {"rendered",
+     [](CStage& s) {
+         s.prompter.OfferRendered({"/home/me/Renders/Walk.avi", true, 100, {}});
+     }},
+    {"compressor",
+     [](CStage& s) {
+         s.prompter.AskCompressor({AvailableCompressors(), "MSVC"});
+     }},
+    {"rotate", [](CStage& s) { s.prompter.AskRotation(); }},
+    {"flip", [](CStage& s) { s.prompter.AskFlip(); }},
+    {"color key", [](CStage& s) { s.prompter.AskColorKey({}); }},
+    {"drop type",
+     [](CStage& s) {
+         CDropType choices(s.profile);
+         static_cast<void>(s.prompter.AskDropType({{20, 20}, choices}));
+     }},
+    {"grid settings", [](CStage& s) { s.prompter.AskGridSettings({}); }},
+    {"appearance",
+     [](CStage& s) {
+         s.prompter.AskAppearance({Appearance::Light, [](Appearance) {}});
+     }},
+    {"scene manager", [](CStage& s) { s.prompter.RunSceneManager(s.manager); }},
+};
+
+class CDialogTableTest : public CDialogFixture {
+protected:
+    void ForEach(const std::function<void(QDialog&)>& use) {
+        for (const CDialogRow& row : dialogs) {
+            SCOPED_TRACE(row.name);
+            WithDialog([&] { row.open(stage); },
+                       [&](QDialog& dialog) {
+                           EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
+                           use(dialog);
+                       });
+        }
+    }
+    template<class Widget>
+    static std::vector<Widget*> Visible(QDialog& dialog) {
+        std::vector<Widget*> found;
+        for (Widget* widget : dialog.findChildren<Widget*>())
+            if (widget->isVisible())
+                found.push_back(widget);
+        return found;
+    }
+    static std::string Described(const QWidget& widget) {
+        return std::string(widget.metaObject()->className()) + " " + widget.objectName().toStdString();
+    }
+
+    CTempFolder folder;
+    CProfile profile;
+    CSceneManager manager{folder.Path().string() + "/", prompter};
+    CStage stage{prompter, profile, manager};
+};
+
+TEST_F(CDialogTableTest, EscapeLeavesAndReturnPressesOneButtonAtMost) {
+    ForEach([](QDialog& dialog) {
+        int defaults = 0;
+        for (const QPushButton* button : Visible<QPushButton>(dialog))
+            defaults += button->isDefault();
+        EXPECT_LE(defaults, 1);
+        ASSERT_NE(dialog.focusWidget(), nullptr);
+        EXPECT_TRUE(dialog.focusWidget()->isEnabled());
+        QTest::keyClick(dialog.focusWidget(), Qt::Key_Escape);
+        EXPECT_FALSE(dialog.isVisible());
+    });
+}
+
+TEST_F(CDialogTableTest, NoMnemonicBelongsToTwo) {
+    ForEach([](QDialog& dialog) {
+        std::map<QKeySequence, QString> owners;
+        const auto take = [&](const QString& text) {
+            const QKeySequence key = QKeySequence::mnemonic(text);
+            const bool isFree = key.isEmpty() || owners.emplace(key, text).second;
+            EXPECT_TRUE(isFree) << text.toStdString() << " and " << owners[key].toStdString();
+        };
+        for (const QAbstractButton* button : Visible<QAbstractButton>(dialog))
+            take(button->text());
+        for (const QLabel* label : Visible<QLabel>(dialog))
+            if (label->buddy() != nullptr)
+                take(label->text());
+    });
+}
+
+TEST_F(CDialogTableTest, EveryFieldSaysWhatItIs) {
+    ForEach([](QDialog& dialog) {
+        for (QWidget* widget : Visible<QWidget>(dialog)) {
+            if ((widget->focusPolicy() & Qt::TabFocus) == 0 || widget->focusProxy() != nullptr)
+                continue;
+            const auto* button = qobject_cast<QAbstractButton*>(widget);
+            const auto names = [&](const QLabel* label) { return label->buddy() == widget; };
+            const bool isNamed = !widget->accessibleName().isEmpty() ||
+                                 (button != nullptr && !button->text().isEmpty()) ||
+                                 std::ranges::any_of(Visible<QLabel>(dialog), names);
+            EXPECT_TRUE(isNamed) << Described(*widget);
+        }
+    });
+}
+
+TEST_F(CDialogTableTest, NoTextIsCutOff) {
+    ForEach([](QDialog& dialog) {
+        const auto expectRoom = [](const QWidget& widget, QSize needed) {
+            EXPECT_GE(widget.width(), needed.width()) << Described(widget);
+            EXPECT_GE(widget.height(), needed.height()) << Described(widget);
+        };
+        for (const QAbstractButton* button : Visible<QAbstractButton>(dialog))
+            expectRoom(*button, button->minimumSizeHint());
+        for (const QLabel* label : Visible<QLabel>(dialog))
+            expectRoom(*label, label->wordWrap() ? QSize(0, label->heightForWidth(label->width()))
+                                                 : label->minimumSizeHint());
+    });
+}
+
+} // namespace
+} // namespace velmor::testing
