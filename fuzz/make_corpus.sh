@@ -132,7 +132,7 @@ done
 cat >"$corpus/settings/usual" <<'END'
 ; by hand
 [Settings]
-Database Dir = /home/user/Database/
+Database Dir = /mnt/Database/
 ImportThres = 140
 [Remember]
 Last Scene = "with \"marks\" and\x0aa line"

@@ -86,7 +86,7 @@ report 'Memory is owned by hand (Qt owns its objects; a driver frees what it is 
         'src/views/|src/app/[^/:]*:|src/platform/SourceManagerLibrary\.cpp|tests/|bench/' | grep -v 'unique_ptr<.*new ' || true)"
 
 # A comment gives the reason; "it was always so" and "somebody wants it so" are none.
-authority='laid down|\bspec\b|specification (says|wants|demands)|established (one|text|name|behaviou?r)|existing profiles'
+authority='laid down|\bspec\b|specificat(ion) (says|wants|demands)|established (one|text|name|behaviou?r)|existing profiles'
 authority+='|as it always (has|was|did)|for historical reasons|must be kept|(deliberately|purposely) kept|on purpose'
 authority+='|\b(issue|ticket|requirement) #?[0-9]+'
 report 'Words that give an authority instead of a reason' "$(

@@ -45,7 +45,7 @@ const CDialogRow dialogs[] = {
      [](CStage& s) {
          s.prompter.AskSceneToOpen({"Run", "Walk"});
      }},
-    {"database folder", [](CStage& s) { s.prompter.AskDatabaseFolder("/home/me/Database/"); }},
+    {"database folder", [](CStage& s) { s.prompter.AskDatabaseFolder("/mnt/Database/"); }},
     {"name",
      [](CStage& s) {
          s.prompter.AskName({NameKind::Cel, "1", {}});
@@ -102,13 +102,13 @@ const CDialogRow dialogs[] = {
      [](CStage& s) {
          CRenderSetupRequest request;
          request.levelNames = levels;
-         request.initial.directory = "/home/me/Database/Renders";
+         request.initial.directory = "/mnt/Database/Renders";
          request.initial.name = "Walk";
          s.prompter.AskRenderSetup(request);
      }},
     {"rendered",
      [](CStage& s) {
-         s.prompter.OfferRendered({"/home/me/Renders/Walk.avi", true, 100, {}});
+         s.prompter.OfferRendered({"/mnt/Renders/Walk.avi", true, 100, {}});
      }},
     {"compressor",
      [](CStage& s) {
