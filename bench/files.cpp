@@ -1,6 +1,6 @@
 // Loading and saving of cels and pictures, and the bitmap that the cel editor shows.
 
-#include "platform/Files.h"
+#include "platform/files/Files.h"
 #include "image/CelImg.h"
 #include "image/DisplayBitmap.h"
 

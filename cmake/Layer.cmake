@@ -16,6 +16,7 @@ set(VELMOR_MAY_USE_views platform image sound xsheet render scene acquire)
 
 # Makes the include root `root` with a link for each of the named folders of src/: a layer, or a part of app.
 function(velmor_include_root root)
+  file(REMOVE_RECURSE ${root}) # links of a former layout would lead elsewhere
   foreach(folder IN LISTS ARGN)
     cmake_path(GET folder PARENT_PATH parent)
     file(MAKE_DIRECTORY ${root}/${parent})

@@ -1,6 +1,6 @@
 #include "FuzzTarget.h"
 #include "MemoryFile.h"
-#include "platform/AviReader.h"
+#include "platform/movie/AviReader.h"
 
 void velmor::fuzz::Read(Bytes input) {
     const CMemoryFile file(input);

@@ -1,6 +1,6 @@
 #include "FuzzTarget.h"
 #include "acquire/Bitmap.h"
-#include "platform/ScannerMessages.h"
+#include "platform/scanner/ScannerMessages.h"
 
 #include <sys/socket.h>
 #include <unistd.h>

@@ -1,6 +1,6 @@
 #include "FuzzTarget.h"
 #include "MemoryFile.h"
-#include "platform/Profile.h"
+#include "platform/files/Profile.h"
 
 void velmor::fuzz::Read(Bytes input) {
     const CMemoryFile file(input);

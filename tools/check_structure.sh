@@ -38,7 +38,7 @@ libav[a-z]+/|libsw[a-z]+/;src/platform/|tests/;The FFmpeg libraries are used out
 sane/;src/platform/;SANE is used outside src/platform
 gtest/|gmock/;tests/;GoogleTest is used outside the tests
 benchmark/;bench/;Google Benchmark is used outside bench
-Q[A-Z][A-Za-z]*[>"/]|Qt[A-Z];src/views/|src/app/[^/:]*:|src/app/manual/|tests/views/|tests/app/window/|tests/app/native/|bench/window/|tests/support/qt/;Qt is used outside src/views and the windowed part of src/app
+Q[A-Z][A-Za-z]*[>"/]|Qt[A-Z];src/views/|src/app/window/|src/app/manual/|tests/views/|tests/app/window/|tests/app/native/|bench/window/|tests/support/qt/;Qt is used outside src/views and the windowed part of src/app
 unistd\.h|fcntl\.h|dlfcn\.h|pthread\.h|signal\.h|csignal|pwd\.h|sys/|windows\.h;src/platform/|tests/|bench/|fuzz/;The operating system is called outside src/platform
 END
 
@@ -46,7 +46,7 @@ report 'An #include climbs out of its folder' "$(places "${include}[^\">]*\\.\\.
 
 report 'Output or a message box outside the command-line tool' "$(
     places '\bstd::(cerr|cout|clog)\b|\b(printf|fprintf|puts|fputs|perror|vprintf)[[:space:]]*\(|\bQ?MessageBoxA?\b' \
-        'src/app/cli/|src/views/dialogs/QtPrompter[A-Za-z]*\.|tests/|bench/')"
+        'src/app/cli/|src/views/prompter/QtPrompter[A-Za-z]*\.|tests/|bench/')"
 
 # A variable that stands at the start of a line is one of a namespace: clang-format indents everything else.
 mutable_globals() {
@@ -64,7 +64,7 @@ report 'A variable of a namespace can change' "$(mutable_globals)"
 # What stands indented with "static" or "thread_local" before it, is no function and can change. Two things belong to
 # the whole process: what a signal handler reads, and the threads that divide work.
 mutable_statics() {
-    find src -name '*.cpp' -o -name '*.h' | sort | grep -vE '^src/platform/(UnfinishedFiles|Parallel)\.cpp$' |
+    find src -name '*.cpp' -o -name '*.h' | sort | grep -vE '^src/platform/(files/UnfinishedFiles|process/Parallel)\.cpp$' |
         while read -r file; do
             awk -v file="$file" '
                 /^[ \t]+(inline |static |thread_local )*(static|thread_local) / {
@@ -83,7 +83,7 @@ report 'A static variable can change' "$(mutable_statics)"
 
 report 'Memory is owned by hand (Qt owns its objects; a driver frees what it is given)' "$(
     places '^[^"/]*(\bnew [A-Za-z]|\bdelete [a-z]|\b(malloc|calloc|realloc|free)[[:space:]]*\()' \
-        'src/views/|src/app/[^/:]*:|src/platform/SourceManagerLibrary\.cpp|tests/|bench/' | grep -v 'unique_ptr<.*new ' || true)"
+        'src/views/|src/app/window/|src/platform/scanner/SourceManagerLibrary\.cpp|tests/|bench/' | grep -v 'unique_ptr<.*new ' || true)"
 
 # A comment gives the reason; "it was always so" and "somebody wants it so" are none.
 authority='laid down|\bspec\b|specificat(ion) (says|wants|demands)|established (one|text|name|behaviou?r)|existing profiles'

@@ -2,9 +2,9 @@
 // is not in the figures.
 
 #include "BenchImages.h"
-#include "app/MainFrame.h"
 #include "app/cli/Commands.h"
-#include "platform/Memory.h"
+#include "app/window/MainFrame.h"
+#include "platform/process/Memory.h"
 #include "render/FrameWorker.h"
 #include "scene/SceneModel.h"
 #include "scene/Settings.h"

@@ -1,6 +1,6 @@
 #include "acquire/Bitmap.h"
 
-#include "platform/Archive.h"
+#include "platform/files/Archive.h"
 
 #include <algorithm>
 

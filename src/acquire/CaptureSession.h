@@ -1,8 +1,8 @@
 #pragma once
 
 #include "image/Geometry.h"
-#include "platform/CaptureDriver.h"
-#include "platform/Files.h"
+#include "platform/camera/CaptureDriver.h"
+#include "platform/files/Files.h"
 
 #include <functional>
 #include <memory>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "acquire/SourceManager.h"
-#include "platform/SourceManagerLibrary.h"
+#include "platform/scanner/SourceManagerLibrary.h"
 
 namespace velmor {
 

@@ -1,6 +1,6 @@
 #include "acquire/SaneSourceManager.h"
 
-#include "platform/SourceManagerLibrary.h"
+#include "platform/scanner/SourceManagerLibrary.h"
 
 #include <algorithm>
 #include <string_view>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Scanner.h"
+#include "platform/scanner/Scanner.h"
 
 #include <cstddef>
 #include <functional>

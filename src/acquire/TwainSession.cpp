@@ -1,7 +1,7 @@
 #include "acquire/TwainSession.h"
 
 #include "acquire/Bitmap.h"
-#include "platform/SourceManagerLibrary.h"
+#include "platform/scanner/SourceManagerLibrary.h"
 
 #include <algorithm>
 #include <string_view>

@@ -3,8 +3,8 @@
 #include "image/Color.h"
 #include "image/Geometry.h"
 #include "image/Plane.h"
-#include "platform/Files.h"
 #include "platform/Status.h"
+#include "platform/files/Files.h"
 
 #include <array>
 #include <cstdint>

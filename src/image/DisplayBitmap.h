@@ -2,8 +2,8 @@
 
 #include "image/CelImg.h"
 #include "image/Color.h"
-#include "platform/Profile.h"
 #include "platform/Status.h"
+#include "platform/files/Profile.h"
 
 #include <cstdint>
 #include <vector>

@@ -1,5 +1,5 @@
 #include "image/Palette.h"
-#include "platform/Archive.h"
+#include "platform/files/Archive.h"
 
 #include <exception>
 #include <optional>

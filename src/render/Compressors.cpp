@@ -1,6 +1,6 @@
 #include "render/Compressors.h"
 
-#include "platform/MovieWriter.h"
+#include "platform/movie/MovieWriter.h"
 
 #include <algorithm>
 #include <array>

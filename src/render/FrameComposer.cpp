@@ -2,7 +2,7 @@
 
 #include "image/render/PixelRow.h"
 #include "image/render/PlacedImage.h"
-#include "platform/Parallel.h"
+#include "platform/process/Parallel.h"
 
 #include <algorithm>
 #include <atomic>

@@ -1,6 +1,6 @@
 #include "render/FrameFiles.h"
 
-#include "platform/PngFile.h"
+#include "platform/files/PngFile.h"
 
 #include <algorithm>
 #include <limits>

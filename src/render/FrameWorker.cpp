@@ -1,6 +1,6 @@
 #include "render/FrameWorker.h"
 
-#include "platform/Threads.h"
+#include "platform/process/Threads.h"
 
 #include <system_error>
 

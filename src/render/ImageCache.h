@@ -1,8 +1,8 @@
 #pragma once
 
 #include "image/render/RenderSource.h"
-#include "platform/Files.h"
 #include "platform/Status.h"
+#include "platform/files/Files.h"
 
 #include <cstddef>
 #include <list>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/Audio.h"
-#include "platform/AviReader.h"
 #include "platform/Status.h"
+#include "platform/movie/AviReader.h"
+#include "platform/sound/Audio.h"
 #include "sound/SoundPlayback.h"
 
 #include <string>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Parallel.h"
+#include "platform/process/Parallel.h"
 
 #include <algorithm>
 #include <condition_variable>

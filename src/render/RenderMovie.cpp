@@ -1,6 +1,6 @@
 #include "render/RenderMovie.h"
 
-#include "platform/MovieWriter.h"
+#include "platform/movie/MovieWriter.h"
 #include "render/Compressors.h"
 #include "render/FrameComposer.h"
 #include "render/avi/AviWriter.h"

@@ -2,8 +2,8 @@
 
 #include "image/Color.h"
 #include "image/Geometry.h"
-#include "platform/Files.h"
 #include "platform/Status.h"
+#include "platform/files/Files.h"
 
 #include <cstdint>
 #include <memory>

@@ -1,6 +1,6 @@
 #include "scene/AssetOperations.h"
 
-#include "platform/Memory.h"
+#include "platform/process/Memory.h"
 #include "scene/AssetReferences.h"
 #include "scene/CommandState.h"
 #include "scene/DialogRequests.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Trash.h"
+#include "platform/files/Trash.h"
 #include "scene/SceneContext.h"
 
 #include <string>

@@ -1,6 +1,6 @@
 #include "scene/MediaOperations.h"
 
-#include "platform/Audio.h"
+#include "platform/sound/Audio.h"
 #include "render/Movie.h"
 #include "scene/FlipbookOperations.h"
 #include "scene/SoundOperations.h"

@@ -1,6 +1,6 @@
 #include "scene/NamingRules.h"
 
-#include "platform/TextEncoding.h"
+#include "platform/files/TextEncoding.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Files.h"
 #include "platform/Progress.h"
+#include "platform/files/Files.h"
 
 #include <functional>
 #include <memory>

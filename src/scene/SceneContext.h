@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Profile.h"
+#include "platform/files/Profile.h"
 #include "scene/Prompter.h"
 #include "scene/SceneModel.h"
 #include "scene/ViewList.h"

@@ -1,6 +1,6 @@
 #include "scene/SceneLifecycle.h"
 
-#include "platform/SystemPaths.h"
+#include "platform/files/SystemPaths.h"
 #include "scene/DialogRequests.h"
 #include "scene/EditedImage.h"
 #include "scene/NamingRules.h"

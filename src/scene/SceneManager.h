@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/Status.h"
-#include "platform/Trash.h"
+#include "platform/files/Trash.h"
 #include "scene/ScenePaths.h"
 
 #include <functional>

@@ -1,7 +1,7 @@
 #include "scene/VelmorltDoc.h"
 
 #include "image/Palette.h"
-#include "platform/Audio.h"
+#include "platform/sound/Audio.h"
 #include "render/FrameRequests.h"
 #include "render/FrameWorker.h"
 #include "render/ImageCache.h"

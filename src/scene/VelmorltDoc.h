@@ -2,9 +2,9 @@
 
 #include "image/Color.h"
 #include "image/Geometry.h"
-#include "platform/Files.h"
 #include "platform/Status.h"
-#include "platform/Trash.h"
+#include "platform/files/Files.h"
+#include "platform/files/Trash.h"
 
 #include <array>
 #include <cstdint>

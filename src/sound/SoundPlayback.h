@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Audio.h"
 #include "platform/Status.h"
+#include "platform/sound/Audio.h"
 
 #include <cstdint>
 #include <functional>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Files.h"
 #include "platform/Status.h"
+#include "platform/files/Files.h"
 
 #include <cstdint>
 #include <span>

@@ -1,6 +1,6 @@
 #include "xsheet/XSheetFile.h"
 
-#include "platform/Archive.h"
+#include "platform/files/Archive.h"
 
 #include <exception>
 #include <string>

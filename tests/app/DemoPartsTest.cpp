@@ -1,6 +1,7 @@
-#include "app/cli/demo/CelDrawing.h"
-#include "app/cli/demo/DemoPrompter.h"
-#include "app/cli/demo/Region.h"
+#include "app/cli/ConsolePrompter.h"
+#include "app/demo/CelDrawing.h"
+#include "app/demo/DemoPrompter.h"
+#include "app/demo/Region.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -87,7 +88,8 @@ protected:
     void SetUp() override { ::testing::internal::CaptureStderr(); }
     void TearDown() override { EXPECT_EQ(::testing::internal::GetCapturedStderr().empty(), !prompter.HasFailed()); }
 
-    CDemoPrompter prompter;
+    CConsolePrompter console;
+    CDemoPrompter prompter{console};
 };
 
 TEST_F(DemoPrompter, AnswersInOrder) {
@@ -121,7 +123,7 @@ TEST_F(DemoPrompter, FailsOnRefusedValuesAndQuestions) {
                                 }}),
               std::nullopt);
     EXPECT_TRUE(prompter.HasFailed());
-    CDemoPrompter asked;
+    CDemoPrompter asked(console);
     EXPECT_FALSE(asked.AskYesNo("Cel Exists, Do you want to overwrite it ?"));
     EXPECT_TRUE(asked.HasFailed());
 }

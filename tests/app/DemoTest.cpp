@@ -1,6 +1,6 @@
 #include "TempFolder.h"
 #include "app/cli/Commands.h"
-#include "app/cli/demo/FoxPose.h"
+#include "app/demo/FoxPose.h"
 #include "image/CelImg.h"
 #include "scene/ScenePaths.h"
 #include "sound/SoundFile.h"

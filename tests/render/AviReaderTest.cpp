@@ -1,4 +1,4 @@
-#include "platform/AviReader.h"
+#include "platform/movie/AviReader.h"
 
 #include "DecodedMovie.h"
 #include "TempFolder.h"

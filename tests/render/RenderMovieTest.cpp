@@ -1,8 +1,8 @@
 #include "DecodedMovie.h"
 #include "TestScene.h"
 
-#include "platform/AviReader.h"
-#include "platform/MovieWriter.h"
+#include "platform/movie/AviReader.h"
+#include "platform/movie/MovieWriter.h"
 #include "render/Compressors.h"
 #include "render/FinalRender.h"
 #include "render/Flipbook.h"

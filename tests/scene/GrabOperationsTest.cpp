@@ -1,7 +1,7 @@
 #include "scene/GrabOperations.h"
 
 #include "DocumentFixture.h"
-#include "platform/Archive.h"
+#include "platform/files/Archive.h"
 
 namespace velmor::testing {
 namespace {

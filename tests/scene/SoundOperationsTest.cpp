@@ -1,7 +1,7 @@
 #include "scene/SoundOperations.h"
 
 #include "SceneFixture.h"
-#include "platform/Archive.h"
+#include "platform/files/Archive.h"
 
 using namespace velmor;
 using Bytes = std::vector<std::uint8_t>;

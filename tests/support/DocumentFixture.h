@@ -2,7 +2,7 @@
 
 #include "ScriptedPrompter.h"
 #include "TempFolder.h"
-#include "platform/Profile.h"
+#include "platform/files/Profile.h"
 #include "scene/SceneModel.h"
 #include "scene/VelmorltDoc.h"
 #include "scene/ViewList.h"

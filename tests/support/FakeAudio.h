@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Audio.h"
+#include "platform/sound/Audio.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/CaptureDriver.h"
+#include "platform/camera/CaptureDriver.h"
 
 #include <algorithm>
 #include <memory>

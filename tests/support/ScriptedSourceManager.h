@@ -2,7 +2,7 @@
 
 #include "acquire/Bitmap.h"
 #include "acquire/SourceManager.h"
-#include "platform/SourceManagerLibrary.h"
+#include "platform/scanner/SourceManagerLibrary.h"
 
 #include <algorithm>
 #include <deque>

@@ -3,10 +3,10 @@
 #include "ScriptedPrompter.h"
 #include "TempFolder.h"
 #include "acquire/CaptureSession.h"
-#include "views/dialogs/CaptureDialog.h"
-#include "views/dialogs/CapturePreview.h"
-#include "views/dialogs/CaptureSetupDialog.h"
-#include "views/dialogs/VideoFormatDialog.h"
+#include "views/capture/CaptureDialog.h"
+#include "views/capture/CapturePreview.h"
+#include "views/capture/CaptureSetupDialog.h"
+#include "views/capture/VideoFormatDialog.h"
 
 #include <QCheckBox>
 #include <QComboBox>

@@ -3,7 +3,7 @@
 #include "scene/DialogRequests.h"
 #include "scene/Settings.h"
 #include "views/camera/CameraView.h"
-#include "views/dialogs/NumberEdit.h"
+#include "views/widgets/NumberEdit.h"
 
 #include <QCheckBox>
 #include <cmath>

@@ -5,7 +5,7 @@
 #include "views/cel/CelCaption.h"
 #include "views/cel/CelView.h"
 #include "views/cel/ColorList.h"
-#include "views/dialogs/ColorSwatch.h"
+#include "views/widgets/ColorSwatch.h"
 
 #include <QAction>
 #include <QCheckBox>

@@ -2,7 +2,7 @@
 
 #include "qt/ModalDriver.h"
 #include "views/dialogs/Dialog.h"
-#include "views/dialogs/QtPrompter.h"
+#include "views/prompter/QtPrompter.h"
 
 #include <QLabel>
 #include <QLineEdit>

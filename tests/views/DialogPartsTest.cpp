@@ -1,9 +1,9 @@
 #include "qt/ModalDriver.h"
-#include "views/dialogs/ColorSwatch.h"
 #include "views/dialogs/DialogPlacement.h"
-#include "views/dialogs/InbetweenPlot.h"
-#include "views/dialogs/NumberEdit.h"
-#include "views/dialogs/NumberText.h"
+#include "views/widgets/ColorSwatch.h"
+#include "views/widgets/InbetweenPlot.h"
+#include "views/widgets/NumberEdit.h"
+#include "views/widgets/NumberText.h"
 
 #include <QColorDialog>
 #include <QTest>

@@ -1,7 +1,7 @@
 #include "DialogDriver.h"
 #include "scene/DialogRequests.h"
-#include "views/dialogs/ColorSwatch.h"
-#include "views/dialogs/NumberEdit.h"
+#include "views/widgets/ColorSwatch.h"
+#include "views/widgets/NumberEdit.h"
 
 #include <QCheckBox>
 #include <QColorDialog>

@@ -1,4 +1,4 @@
-#include "views/dialogs/MoviePlayerDialog.h"
+#include "views/player/MoviePlayerDialog.h"
 
 #include "FakeAudio.h"
 #include "ScriptedPrompter.h"
@@ -6,7 +6,7 @@
 #include "qt/ModalDriver.h"
 #include "render/Movie.h"
 #include "render/avi/AviWriter.h"
-#include "views/dialogs/MovieScreen.h"
+#include "views/player/MovieScreen.h"
 
 #include <QCheckBox>
 #include <QImage>

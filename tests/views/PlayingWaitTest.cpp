@@ -1,6 +1,6 @@
-#include "views/dialogs/PlayingWait.h"
+#include "views/prompter/PlayingWait.h"
 
-#include "views/dialogs/QtPrompter.h"
+#include "views/prompter/QtPrompter.h"
 
 #include <QAction>
 #include <QApplication>

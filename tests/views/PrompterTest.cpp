@@ -1,10 +1,10 @@
 #include "TempFolder.h"
-#include "platform/Profile.h"
+#include "platform/files/Profile.h"
 #include "qt/ModalDriver.h"
 #include "scene/DialogRequests.h"
 #include "views/dialogs/Dialog.h"
-#include "views/dialogs/QtPrompter.h"
-#include "views/dialogs/TimeLeft.h"
+#include "views/prompter/QtPrompter.h"
+#include "views/prompter/TimeLeft.h"
 
 #include <QDir>
 #include <QElapsedTimer>

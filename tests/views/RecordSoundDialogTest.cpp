@@ -1,4 +1,4 @@
-#include "views/dialogs/RecordSoundDialog.h"
+#include "views/player/RecordSoundDialog.h"
 
 #include "FakeAudio.h"
 #include "ScriptedPrompter.h"

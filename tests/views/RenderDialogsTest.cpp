@@ -1,8 +1,8 @@
 #include "DialogDriver.h"
 #include "TempFolder.h"
 #include "scene/DialogRequests.h"
-#include "views/dialogs/NumberEdit.h"
 #include "views/dialogs/RenderedDialog.h"
+#include "views/widgets/NumberEdit.h"
 
 #include <QCheckBox>
 #include <QComboBox>

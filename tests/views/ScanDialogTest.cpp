@@ -1,9 +1,9 @@
-#include "views/dialogs/ScanDialog.h"
+#include "views/scan/ScanDialog.h"
 
 #include "DialogDriver.h"
-#include "views/dialogs/ScanForm.h"
-#include "views/dialogs/ScanPreview.h"
-#include "views/dialogs/ScanUi.h"
+#include "views/scan/ScanForm.h"
+#include "views/scan/ScanPreview.h"
+#include "views/scan/ScanUi.h"
 
 #include <QCheckBox>
 #include <QComboBox>

@@ -2,7 +2,7 @@
 #include "qt/ModalDriver.h"
 #include "scene/DialogRequests.h"
 #include "scene/SceneSettings.h"
-#include "views/dialogs/QtPrompter.h"
+#include "views/prompter/QtPrompter.h"
 
 #include <QColorDialog>
 #include <QComboBox>

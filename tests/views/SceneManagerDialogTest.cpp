@@ -2,7 +2,7 @@
 #include "image/Palette.h"
 #include "qt/ModalDriver.h"
 #include "scene/SceneManager.h"
-#include "views/dialogs/QtPrompter.h"
+#include "views/prompter/QtPrompter.h"
 
 #include <QComboBox>
 #include <QListView>

@@ -1,7 +1,7 @@
 #include "views/source/SourceView.h"
 #include "DocumentFixture.h"
 #include "image/CelImg.h"
-#include "platform/Files.h"
+#include "platform/files/Files.h"
 #include "qt/ModalDriver.h"
 #include "qt/PaletteChange.h"
 #include "views/Text.h"

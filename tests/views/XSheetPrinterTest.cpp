@@ -2,7 +2,7 @@
 #include "ScriptedPrompter.h"
 #include "TempFolder.h"
 #include "TestScene.h"
-#include "platform/Files.h"
+#include "platform/files/Files.h"
 #include "scene/SceneModel.h"
 #include "views/print/XSheetNotation.h"
 #include "views/print/XSheetPagePainter.h"

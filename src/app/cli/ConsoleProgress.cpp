@@ -1,6 +1,6 @@
 #include "app/cli/ConsoleProgress.h"
 
-#include "platform/Terminal.h"
+#include "platform/process/Terminal.h"
 
 #include <algorithm>
 #include <iostream>

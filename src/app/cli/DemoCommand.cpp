@@ -1,7 +1,8 @@
 #include "app/cli/Commands.h"
-#include "app/cli/demo/Animator.h"
-#include "app/cli/demo/DemoScene.h"
-#include "platform/Profile.h"
+#include "app/cli/ConsolePrompter.h"
+#include "app/demo/Animator.h"
+#include "app/demo/DemoScene.h"
+#include "platform/files/Profile.h"
 #include "scene/ScenePaths.h"
 #include "scene/Settings.h"
 
@@ -10,7 +11,8 @@ namespace velmor {
 bool RunDemo(const CSceneArguments& arguments) {
     CProfile profile;
     Set(profile, setting::databaseDir, arguments.database);
-    demo::CDemoPrompter prompter;
+    CConsolePrompter console;
+    demo::CDemoPrompter prompter(console);
     CVelmorltDoc document(prompter, profile, {});
     const CScenePaths paths(WithSeparator(arguments.database), demo::demoScene);
     std::error_code ignored;

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Profile.h"
 #include "platform/Status.h"
+#include "platform/files/Profile.h"
 #include "scene/SceneContext.h"
 
 #include <memory>

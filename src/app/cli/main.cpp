@@ -1,7 +1,7 @@
 #include "app/cli/CommandLine.h"
-#include "platform/Interrupt.h"
-#include "platform/Memory.h"
-#include "platform/Parallel.h"
+#include "platform/process/Interrupt.h"
+#include "platform/process/Memory.h"
+#include "platform/process/Parallel.h"
 
 int main(int argc, char** argv) {
     velmor::KeepFreedMemory();

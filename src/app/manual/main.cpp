@@ -5,8 +5,8 @@
 //
 // The second form is for machines without a reader of the first.
 
-#include "app/CommandTable.h"
-#include "app/MenuTable.h"
+#include "app/window/CommandTable.h"
+#include "app/window/MenuTable.h"
 #include "views/Text.h"
 
 #include <QDir>

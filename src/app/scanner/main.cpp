@@ -1,4 +1,4 @@
-#include "platform/ScannerServer.h"
+#include "platform/scanner/ScannerServer.h"
 
 int main() {
     return velmor::ServeScanners();

@@ -1,6 +1,6 @@
 #include "image/paint/Filters.h"
 
-#include "platform/Parallel.h"
+#include "platform/process/Parallel.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,7 +1,7 @@
 #include "image/transform/Transforms.h"
 
 #include "image/paint/MaskWords.h"
-#include "platform/Parallel.h"
+#include "platform/process/Parallel.h"
 
 #include <algorithm>
 #include <array>

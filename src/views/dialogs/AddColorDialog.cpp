@@ -1,10 +1,10 @@
 #include "views/dialogs/AddColorDialog.h"
 
 #include "views/Text.h"
-#include "views/dialogs/ColorSwatch.h"
-#include "views/dialogs/FormParts.h"
-#include "views/dialogs/NumberSlider.h"
 #include "views/dialogs/RunDialog.h"
+#include "views/widgets/ColorSwatch.h"
+#include "views/widgets/FormParts.h"
+#include "views/widgets/NumberSlider.h"
 
 #include <QGridLayout>
 #include <QLabel>

@@ -1,8 +1,8 @@
 #include "views/dialogs/BlurDialog.h"
 
-#include "views/dialogs/FormParts.h"
-#include "views/dialogs/NumberSlider.h"
 #include "views/dialogs/RunDialog.h"
+#include "views/widgets/FormParts.h"
+#include "views/widgets/NumberSlider.h"
 
 #include <QCheckBox>
 #include <QGridLayout>

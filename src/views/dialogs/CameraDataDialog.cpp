@@ -1,7 +1,7 @@
 #include "views/dialogs/CameraDataDialog.h"
 
-#include "views/dialogs/FormParts.h"
-#include "views/dialogs/NumberEdit.h"
+#include "views/widgets/FormParts.h"
+#include "views/widgets/NumberEdit.h"
 
 #include <QGridLayout>
 #include <QPushButton>

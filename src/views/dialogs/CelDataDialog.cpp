@@ -1,8 +1,8 @@
 #include "views/dialogs/CelDataDialog.h"
 
-#include "views/dialogs/FormParts.h"
-#include "views/dialogs/NumberEdit.h"
 #include "views/dialogs/RunDialog.h"
+#include "views/widgets/FormParts.h"
+#include "views/widgets/NumberEdit.h"
 
 #include <QCheckBox>
 #include <QGridLayout>

@@ -2,7 +2,7 @@
 
 #include "scene/DialogRequests.h"
 #include "views/dialogs/Dialog.h"
-#include "views/dialogs/TurnsEdit.h"
+#include "views/widgets/TurnsEdit.h"
 
 class QCheckBox;
 

@@ -1,7 +1,7 @@
 #include "views/dialogs/CompressorDialog.h"
 
 #include "views/Text.h"
-#include "views/dialogs/FormParts.h"
+#include "views/widgets/FormParts.h"
 
 #include <QLabel>
 #include <QListWidget>

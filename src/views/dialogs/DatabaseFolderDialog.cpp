@@ -1,7 +1,7 @@
 #include "views/dialogs/DatabaseFolderDialog.h"
 
 #include "views/Text.h"
-#include "views/dialogs/ChooseFolder.h"
+#include "views/prompter/ChooseFolder.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

@@ -1,6 +1,6 @@
 #include "views/dialogs/Dialog.h"
 
-#include "views/dialogs/WaitCursor.h"
+#include "views/widgets/WaitCursor.h"
 
 #include <QDialogButtonBox>
 #include <QFormLayout>

@@ -1,7 +1,7 @@
 #include "views/dialogs/DropTypeDialog.h"
 
 #include "views/dialogs/DialogPlacement.h"
-#include "views/dialogs/NumberEdit.h"
+#include "views/widgets/NumberEdit.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>

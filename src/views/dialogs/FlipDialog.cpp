@@ -1,6 +1,6 @@
 #include "views/dialogs/FlipDialog.h"
 
-#include "views/dialogs/RadioGroup.h"
+#include "views/widgets/RadioGroup.h"
 
 #include <QVBoxLayout>
 

@@ -1,10 +1,10 @@
 #include "views/dialogs/FlipbookDialog.h"
 
 #include "views/Text.h"
-#include "views/dialogs/FormParts.h"
-#include "views/dialogs/NumberSlider.h"
-#include "views/dialogs/RadioGroup.h"
 #include "views/dialogs/RunDialog.h"
+#include "views/widgets/FormParts.h"
+#include "views/widgets/NumberSlider.h"
+#include "views/widgets/RadioGroup.h"
 
 #include <QGridLayout>
 #include <QGroupBox>

@@ -1,8 +1,8 @@
 #include "views/dialogs/FrameCountDialog.h"
 
 #include "views/Text.h"
-#include "views/dialogs/NumberEdit.h"
 #include "views/dialogs/RunDialog.h"
+#include "views/widgets/NumberEdit.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

@@ -1,6 +1,6 @@
 #include "views/dialogs/ImportSettingsDialog.h"
 
-#include "views/dialogs/NumberSlider.h"
+#include "views/widgets/NumberSlider.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

@@ -1,9 +1,9 @@
 #include "views/dialogs/InbetweenDataDialog.h"
 
 #include "views/Text.h"
-#include "views/dialogs/FormParts.h"
-#include "views/dialogs/InbetweenPlot.h"
-#include "views/dialogs/RadioGroup.h"
+#include "views/widgets/FormParts.h"
+#include "views/widgets/InbetweenPlot.h"
+#include "views/widgets/RadioGroup.h"
 
 #include <QGridLayout>
 #include <QGroupBox>

@@ -1,7 +1,7 @@
 #include "views/dialogs/LineCheckDialog.h"
 
 #include "views/dialogs/DialogPlacement.h"
-#include "views/dialogs/FrameSlider.h"
+#include "views/widgets/FrameSlider.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

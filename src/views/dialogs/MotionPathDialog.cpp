@@ -1,7 +1,7 @@
 #include "views/dialogs/MotionPathDialog.h"
 
-#include "views/dialogs/FormParts.h"
-#include "views/dialogs/RadioGroup.h"
+#include "views/widgets/FormParts.h"
+#include "views/widgets/RadioGroup.h"
 
 #include <QGroupBox>
 #include <QVBoxLayout>

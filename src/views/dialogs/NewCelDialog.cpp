@@ -2,8 +2,8 @@
 
 #include "scene/NewCelSize.h"
 #include "views/Text.h"
-#include "views/dialogs/NumberEdit.h"
 #include "views/dialogs/RunDialog.h"
+#include "views/widgets/NumberEdit.h"
 
 #include <QFormLayout>
 #include <QHBoxLayout>

@@ -1,11 +1,11 @@
 #include "views/dialogs/RenderSetupDialog.h"
 
 #include "views/Text.h"
-#include "views/dialogs/ChooseFolder.h"
-#include "views/dialogs/FormParts.h"
-#include "views/dialogs/LevelListWidget.h"
-#include "views/dialogs/NumberSlider.h"
 #include "views/dialogs/RunDialog.h"
+#include "views/prompter/ChooseFolder.h"
+#include "views/widgets/FormParts.h"
+#include "views/widgets/LevelListWidget.h"
+#include "views/widgets/NumberSlider.h"
 
 #include <QCheckBox>
 #include <QComboBox>

@@ -1,6 +1,6 @@
 #include "views/dialogs/RotateDialog.h"
 
-#include "views/dialogs/NumberEdit.h"
+#include "views/widgets/NumberEdit.h"
 
 #include <QButtonGroup>
 #include <QHBoxLayout>

@@ -2,7 +2,7 @@
 
 #include "views/Text.h"
 #include "views/dialogs/SceneManagerSide.h"
-#include "views/dialogs/WaitCursor.h"
+#include "views/widgets/WaitCursor.h"
 
 #include <QHBoxLayout>
 #include <QPushButton>

@@ -1,7 +1,7 @@
 #include "views/dialogs/SelectLevelDialog.h"
 
 #include "views/Text.h"
-#include "views/dialogs/LevelListWidget.h"
+#include "views/widgets/LevelListWidget.h"
 
 #include <QLabel>
 #include <QPushButton>

@@ -1,6 +1,6 @@
 #include "views/dialogs/SwapLevelsDialog.h"
 
-#include "views/dialogs/LevelListWidget.h"
+#include "views/widgets/LevelListWidget.h"
 
 #include <QLabel>
 #include <QPushButton>

@@ -1,8 +1,8 @@
 #include "views/dialogs/TransparencyDialog.h"
 
-#include "views/dialogs/FormParts.h"
-#include "views/dialogs/NumberSlider.h"
 #include "views/dialogs/RunDialog.h"
+#include "views/widgets/FormParts.h"
+#include "views/widgets/NumberSlider.h"
 
 #include <QGridLayout>
 #include <QLabel>

@@ -2,7 +2,7 @@
 // input comes from xdotool, outside this process.
 
 #include "DocumentFixture.h"
-#include "app/MainFrame.h"
+#include "app/window/MainFrame.h"
 #include "views/camera/CamFrame.h"
 #include "views/camera/CameraView.h"
 #include "views/cel/CelFrame.h"

@@ -1,7 +1,7 @@
-#include "app/Application.h"
+#include "app/window/Application.h"
 
 #include "TempFolder.h"
-#include "app/MainFrame.h"
+#include "app/window/MainFrame.h"
 #include "qt/ModalDriver.h"
 
 #include <QLabel>

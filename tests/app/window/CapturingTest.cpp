@@ -1,12 +1,12 @@
-#include "app/Capturing.h"
+#include "app/window/Capturing.h"
 
 #include "DocumentFixture.h"
 #include "FakeCapture.h"
 #include "acquire/CaptureSession.h"
-#include "app/MainFrame.h"
+#include "app/window/MainFrame.h"
 #include "qt/ModalDriver.h"
 #include "scene/Settings.h"
-#include "views/dialogs/CapturePreview.h"
+#include "views/capture/CapturePreview.h"
 
 #include <QAbstractButton>
 #include <QLineEdit>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "DocumentFixture.h"
-#include "app/MainFrame.h"
+#include "app/window/MainFrame.h"
 
 #include <QAction>
 #include <QApplication>

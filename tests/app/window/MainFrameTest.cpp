@@ -1,5 +1,5 @@
 #include "MainFrameFixture.h"
-#include "app/OnlineManual.h"
+#include "app/window/OnlineManual.h"
 #include "views/camera/CamFrame.h"
 #include "views/cel/CelFrame.h"
 #include "views/source/SourceView.h"

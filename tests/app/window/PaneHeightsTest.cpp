@@ -1,4 +1,4 @@
-#include "app/PaneHeights.h"
+#include "app/window/PaneHeights.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "app/Theme.h"
+#include "app/window/Theme.h"
 
 #include "DocumentFixture.h"
 #include "qt/PaletteChange.h"

@@ -1,0 +1,57 @@
+#include "app/window/Application.h"
+
+#include "app/window/MainFrame.h"
+#include "app/window/SplashWindow.h"
+#include "app/window/Theme.h"
+#include "platform/files/SystemPaths.h"
+#include "scene/VelmorltDoc.h"
+#include "views/prompter/QtPrompter.h"
+
+#include <QSocketNotifier>
+
+namespace velmor {
+
+CProgramFolders CProgramFolders::OfThisUser() {
+    return {ProgramFolder(), UserConfigurationFolder(), UserDataFolder(), CTrash::OfThisUser()};
+}
+
+CApplication::CApplication(CProgramFolders folders) : m_folders(std::move(folders)) {}
+
+CApplication::~CApplication() = default;
+
+bool CApplication::Start(bool showSplash) {
+    m_prompter = std::make_unique<CQtPrompter>();
+    static_cast<void>(
+        CreateFolder(m_folders.configuration)); // without it nothing is remembered, which is no reason not to start
+    m_guard = CInstanceGuard::Acquire(m_folders.configuration);
+    if (!m_guard) {
+        CInstanceBell::Ring(m_folders.configuration);
+        m_prompter->ShowMessage("Personal Velmor is already running");
+        return false;
+    }
+    m_profile = std::make_unique<CProfile>(m_folders.configuration / "personal-velmor.ini");
+    ApplyTheme(*m_profile);
+    if (showSplash)
+        CSplashWindow::Show();
+    m_doc = std::make_unique<CVelmorltDoc>(*m_prompter, *m_profile,
+                                           CDocumentFolders{m_folders.program, m_folders.data, m_folders.trash});
+    m_frame = std::make_unique<CMainFrame>(*m_doc, *m_prompter, *m_profile);
+    m_prompter->SetParent(*m_frame, m_profile.get());
+    m_doc->ReopenLastScene();
+    m_frame->show();
+    AnswerBell();
+    return true;
+}
+
+void CApplication::AnswerBell() {
+    m_bell.emplace(m_folders.configuration);
+    if (m_bell->Descriptor() < 0)
+        return;
+    m_bellNotifier = std::make_unique<QSocketNotifier>(m_bell->Descriptor(), QSocketNotifier::Read);
+    QObject::connect(m_bellNotifier.get(), &QSocketNotifier::activated, m_frame.get(), [this] {
+        if (m_bell->WasRung())
+            m_frame->BringToFront();
+    });
+}
+
+} // namespace velmor

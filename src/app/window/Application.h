@@ -1,0 +1,55 @@
+#pragma once
+
+#include "platform/files/Profile.h"
+#include "platform/files/Trash.h"
+#include "platform/process/InstanceBell.h"
+#include "platform/process/InstanceGuard.h"
+
+#include <memory>
+#include <optional>
+
+class QSocketNotifier;
+
+namespace velmor {
+
+class CMainFrame;
+class CQtPrompter;
+class CVelmorltDoc;
+
+/// Where the program lives and keeps what belongs to the user.
+struct CProgramFolders {
+    Path program;
+    Path configuration; ///< of the settings and the instance lock
+    Path data;
+    CTrash trash = {};
+
+    static CProgramFolders OfThisUser();
+};
+
+/// The application object: owns the instance guard, the settings, the one document and the main frame, in the order
+/// in which they start.
+class CApplication {
+public:
+    explicit CApplication(CProgramFolders folders);
+    ~CApplication();
+
+    /// False when start-up fails, because the program is running already; nothing has been made then, and the one
+    /// that runs has been asked to come to the front.
+    [[nodiscard]] bool Start(bool showSplash);
+    CMainFrame& Frame() { return *m_frame; }
+    CVelmorltDoc& Document() { return *m_doc; }
+
+private:
+    void AnswerBell();
+
+    CProgramFolders m_folders;
+    std::optional<CInstanceGuard> m_guard;
+    std::optional<CInstanceBell> m_bell;
+    std::unique_ptr<CProfile> m_profile;
+    std::unique_ptr<CQtPrompter> m_prompter;
+    std::unique_ptr<CVelmorltDoc> m_doc;
+    std::unique_ptr<CMainFrame> m_frame;
+    std::unique_ptr<QSocketNotifier> m_bellNotifier;
+};
+
+} // namespace velmor

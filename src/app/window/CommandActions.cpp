@@ -1,0 +1,124 @@
+#include "app/window/CommandActions.h"
+
+#include "app/window/MainFrame.h"
+#include "app/window/MenuTable.h"
+#include "views/Icons.h"
+
+#include <QAction>
+#include <QActionGroup>
+#include <QKeySequence>
+#include <QMenu>
+
+namespace velmor {
+
+namespace {
+
+QString PlainText(const char* text) {
+    QString plain = QString::fromUtf8(text).section('\t', 0, 0);
+    plain.replace("&&", "\a").remove('&').replace('\a', '&');
+    return plain;
+}
+
+QList<QKeySequence> KeysOf(const char* keys) {
+    return *keys != '\0' ? QKeySequence::listFromString(keys) : QList<QKeySequence>();
+}
+
+QAction* MakeAction(const CCommand& command, QObject& owner) {
+    auto* action = new QAction(command.text, &owner);
+    action->setObjectName(QString::number(static_cast<int>(command.id)));
+    if (*command.icon != '\0')
+        action->setIcon(Icon(command.icon));
+    action->setShortcuts(KeysOf(command.keys));
+    action->setStatusTip(command.status);
+    const QString tip = *command.toolTip != '\0' ? QString(command.toolTip) : PlainText(command.text);
+    const QList<QKeySequence> keys = action->shortcuts() + KeysOf(command.focusedKeys);
+    action->setToolTip(keys.isEmpty() ? tip : tip + " (" + keys.front().toString(QKeySequence::NativeText) + ")");
+    action->setCheckable(command.isChecked != nullptr);
+    return action;
+}
+
+// Of a view's own keys Qt asks whether that very widget has the focus; one that is out of sight never has it.
+Qt::ShortcutContext ContextOf(const CCommand& command, const CCommandTarget& target) {
+    const bool inWindow =
+        command.reach == KeyReach::Everywhere ||
+        (command.reach == KeyReach::Shown && command.pane && target.frame.Panes().IsOpen(*command.pane));
+    return inWindow ? Qt::WindowShortcut : Qt::WidgetShortcut;
+}
+
+} // namespace
+
+CCommandActions::CCommandActions(QObject& owner) {
+    std::map<CommandGroup, QActionGroup*> groups;
+    for (const CCommand& command : Commands()) {
+        QAction* action = MakeAction(command, owner);
+        QObject::connect(action, &QAction::triggered, &owner, [this, &command] { Run(command); });
+        m_actions.emplace(command.id, action);
+        if (command.group == CommandGroup::None)
+            continue;
+        QActionGroup*& group = groups[command.group];
+        if (group == nullptr)
+            group = new QActionGroup(&owner);
+        group->addAction(action);
+    }
+}
+
+void CCommandActions::SetTarget(CCommandTarget target) {
+    m_target.emplace(target);
+    for (const CCommand& command : Commands()) {
+        if (!command.pane)
+            continue;
+        QWidget& view = target.frame.Panes().View(*command.pane);
+        view.addAction(Action(command.id));
+        if (*command.focusedKeys != '\0')
+            AddFocusedKeys(command, view);
+    }
+}
+
+// An action has one context for all of its shortcuts.
+void CCommandActions::AddFocusedKeys(const CCommand& command, QWidget& view) {
+    auto* keys = new QAction(&view);
+    keys->setShortcuts(KeysOf(command.focusedKeys));
+    keys->setShortcutContext(Qt::WidgetShortcut);
+    QObject::connect(keys, &QAction::triggered, &view, [this, &command] { Run(command); });
+    view.addAction(keys);
+}
+
+ActionList CCommandActions::List(std::span<const CommandId> ids) const {
+    ActionList list;
+    for (const CommandId id : ids)
+        list.push_back(id == CommandId::Separator ? nullptr : Action(id));
+    return list;
+}
+
+void CCommandActions::FillMenu(QMenu& menu, const CMenu& contents) const {
+    for (QAction* action : List(contents.commands)) {
+        if (action == nullptr)
+            menu.addSeparator();
+        else
+            menu.addAction(action);
+    }
+}
+
+void CCommandActions::Update() {
+    if (!m_target)
+        return;
+    for (const CCommand& command : Commands()) {
+        QAction* action = Action(command.id);
+        action->setEnabled(command.isEnabled(*m_target));
+        action->setShortcutContext(ContextOf(command, *m_target));
+        if (command.isChecked != nullptr)
+            action->setChecked(command.isChecked(*m_target));
+    }
+}
+
+void CCommandActions::Run(const CCommand& command) {
+    // The state may have changed since the last update.
+    if (m_target && command.isEnabled(*m_target)) {
+        if (command.pane)
+            m_target->frame.ShowPane(*command.pane);
+        command.run(*m_target);
+    }
+    Update();
+}
+
+} // namespace velmor

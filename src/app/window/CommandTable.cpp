@@ -1,0 +1,454 @@
+#include "app/window/CommandTable.h"
+
+#include "app/window/Capturing.h"
+#include "app/window/MainFrame.h"
+#include "scene/CommandState.h"
+#include "scene/FlipbookOperations.h"
+#include "scene/VelmorltDoc.h"
+#include "views/camera/CameraView.h"
+#include "views/cel/CelView.h"
+#include "views/source/SourceView.h"
+
+#include <algorithm>
+
+namespace velmor {
+
+namespace {
+
+using Target = CCommandTarget;
+using enum KeyReach;
+using enum CommandGroup;
+constexpr auto camera = StackedPane::Camera;
+constexpr auto sheet = StackedPane::Xsheet;
+constexpr auto celEditor = StackedPane::CelEditor;
+
+bool Always(const Target&) {
+    return true;
+}
+
+bool HasScene(const Target& target) {
+    return target.doc.IsSceneOpen();
+}
+bool HasFolder(const Target& target) {
+    return target.doc.Model().HasFolder();
+}
+
+template<bool (*State)(const CSceneModel&)>
+bool When(const Target& target) {
+    return State(target.doc.Model());
+}
+
+template<void (CVelmorltDoc::*Operation)()>
+void Doc(Target& target) {
+    (target.doc.*Operation)();
+}
+template<void (CMainFrame::*Operation)()>
+void Frame(Target& target) {
+    (target.frame.*Operation)();
+}
+template<void (CCameraView::*Operation)()>
+void Camera(Target& target) {
+    (target.camera.*Operation)();
+}
+template<void (CCelView::*Operation)()>
+void Cel(Target& target) {
+    (target.cel.*Operation)();
+}
+
+template<PaneBar Bar>
+void ToggleBar(Target& target) {
+    target.frame.OnViewPaneBar(Bar);
+}
+template<PaneBar Bar>
+bool HasBar(const Target& target) {
+    return target.frame.IsPaneBarShown(Bar);
+}
+
+template<bool Camera, bool Xsheet, bool CelEditor>
+bool ShowsOnly(const Target& target) {
+    return target.frame.Panes().IsArrangement(Camera, Xsheet, CelEditor);
+}
+
+template<SourceMode Kind>
+void Capture(Target& target) {
+    target.frame.Capturing().Capture(Kind);
+}
+
+template<InputMode Mode>
+bool IsMode(const Target& target) {
+    return target.doc.IsSceneOpen() && target.doc.Model().inputMode == Mode;
+}
+
+bool HasLastFlipbook(const Target& target) {
+    return target.doc.Flipbooks().HasLastFlipbook();
+}
+
+bool HasSelectedImages(const Target& target) {
+    return CanChangeImages(target.doc.Model());
+}
+bool HasPlacedSounds(const Target& target) {
+    return target.doc.IsSceneOpen() && target.doc.Model().sounds.Count() > 0;
+}
+
+template<CelTool Tool>
+bool CanUseTool(const Target& target) {
+    return CanUse(Tool, target.doc.Model().celImg);
+}
+template<CelTool Tool>
+bool IsTool(const Target& target) {
+    return target.cel.Tool() == Tool;
+}
+template<CelTool Tool>
+void SetTool(Target& target) {
+    target.cel.SetTool(Tool);
+}
+template<CelPick Kind>
+bool IsPicking(const Target& target) {
+    return target.cel.PendingPick() == Kind;
+}
+// Chosen once more, a pick is called off.
+template<CelPick Kind, void (CCelView::*Start)()>
+void TogglePick(Target& target) {
+    if (IsPicking<Kind>(target))
+        target.cel.CancelPick();
+    else
+        (target.cel.*Start)();
+}
+
+// What it changes is seen in the sheet, and of the current frame in the camera view as well.
+void Undo(Target& target) {
+    if (!target.frame.Panes().IsOpen(camera) || !IsUndoInPicture(target.doc.Model()))
+        target.frame.ShowPane(sheet);
+    target.doc.OnEditUndo();
+}
+void EditFirstSelected(Target& target) {
+    // A copy: editing may change the selection.
+    const std::string name = target.doc.Model().sourceSelection.front();
+    target.doc.EditCel(name);
+}
+
+constexpr CCommand commands[] = {
+    // File
+    {CommandId::FileNewScene, "New Scene", "new-scene", "Ctrl+N", "Creates a new scene in the database",
+     "New Scene", Always, nullptr, Doc<&CVelmorltDoc::OnFileNewscene>},
+    {CommandId::FileOpenScene, "&Open Scene", "open-scene", "Ctrl+O",
+     "Opens an existing scene from default database", "Open Scene", Always, nullptr,
+     Doc<&CVelmorltDoc::OnFileOpenscene>},
+    {CommandId::FileSceneManager, "Scene &Manager", "scene-manager", "", "Shows the scene manager", "Scene Manager",
+     Always, nullptr, Doc<&CVelmorltDoc::OnFileScenemanager>},
+    {CommandId::FileSceneSettings, "Scene Se&ttings", "scene-settings", "",
+     "Changed the global parameters of the current scene", "Scene Settings", HasScene, nullptr,
+     Doc<&CVelmorltDoc::OnFileScenesettings>},
+    {CommandId::FileSaveAll, "Save All", "save-all", "Ctrl+S", "Saves all unsaved in memory data to the database",
+     "Save All", HasScene, nullptr, [](Target& target) { static_cast<void>(target.doc.OnFileSaveall()); }},
+    {CommandId::FileSettings, "&Settings", "settings", "", "General Settings", "", Always, nullptr,
+     Doc<&CVelmorltDoc::OnFileSettings>},
+    {CommandId::FilePrint, "&Print XSheet\tCtrl+P", "print", "Ctrl+P", "Print the active document", "Print",
+     HasScene, nullptr, Frame<&CMainFrame::OnFilePrint>},
+    {CommandId::FilePrintPreview, "Print Pre&view", "print-preview", "", "Display full pages", "Print Preview",
+     HasScene, nullptr, Frame<&CMainFrame::OnFilePrintpreview>},
+    {CommandId::FilePrintSetup, "P&rint Setup...", "print-setup", "", "Change the printer and printing options",
+     "Print Setup", Always, nullptr, Frame<&CMainFrame::OnFilePrintsetup>},
+    {CommandId::FileExit, "E&xit", "exit", "", "Quit the application; prompts to save documents", "Exit", Always,
+     nullptr, Frame<&CMainFrame::OnFileExit>},
+
+    // Edit
+    {CommandId::EditUndo, "&Undo\tCtrl+Z", "undo", "Ctrl+Z; Alt+Backspace", "Undo the last action", "Undo",
+     When<CanUndo>, nullptr, Undo},
+    {CommandId::EditCut, "Cu&t\tCtrl+X,DEL", "cut", "Ctrl+X; Del; Shift+Del",
+     "Cut the selection and put it on the Clipboard", "Cut", HasScene, nullptr, Doc<&CVelmorltDoc::OnEditCut>,
+     sheet, Focused},
+    {CommandId::EditCopy, "&Copy\tCtrl+C", "copy", "Ctrl+C; Ctrl+Ins",
+     "Copy the selection and put it on the Clipboard", "Copy", HasScene, nullptr, Doc<&CVelmorltDoc::OnEditCopy>,
+     sheet, Focused},
+    {CommandId::EditPaste, "&Paste\tCtrl+V", "paste", "Ctrl+V; Shift+Ins", "Insert Clipboard contents", "Paste",
+     When<CanPaste>, nullptr, Doc<&CVelmorltDoc::OnEditPaste>, sheet, Focused},
+    {CommandId::EditCondense, "Con&dense Cels", "condense", "",
+     "Condenses the selection in xsheet by removing one duplicate from each repetition of cels", "Condense",
+     When<CanEditRange>, nullptr, Doc<&CVelmorltDoc::OnEditCondensecels>, sheet},
+    {CommandId::EditExpand, "&Expand Cels", "expand", "",
+     "Expands the selection in xsheet by putting one extra frame for each cel", "Expand", When<CanEditRange>,
+     nullptr, Doc<&CVelmorltDoc::OnEditExpandcels>, sheet},
+    {CommandId::EditReverse, "&Reverse Cels", "reverse", "", "Reverses the order of selected cels on the xsheet",
+     "Reverse", When<CanEditRange>, nullptr, Doc<&CVelmorltDoc::OnEditReversecels>, sheet},
+    {CommandId::EditRemoveSound, "Remove &Sound", "remove-sound", "", "Removes the sound at cursor from xsheet",
+     "Remove Sound", HasScene, nullptr, Doc<&CVelmorltDoc::OnEditRemovesound>, sheet},
+
+    // Assets
+    {CommandId::AssetsNewFolder, "New &Folder", "new-folder", "", "Creates a new cel folder in the scene",
+     "New Folder in Scene", HasScene, nullptr, Doc<&CVelmorltDoc::OnAssetsNewfolder>},
+    {CommandId::AssetsNewCel, "New &Cel", "new-cel", "", "Creates a new cel", "New Cel", HasFolder, nullptr,
+     Doc<&CVelmorltDoc::OnAssetsNewcel>},
+    {CommandId::AssetsDelete, "&Delete Asset(s)", "delete-asset", "",
+     "Deletes the selected assets from the folder and xsheet", "", When<CanChangeAssets>, nullptr,
+     Doc<&CVelmorltDoc::OnAssetsDeleteassets>},
+    {CommandId::AssetsDeleteFolder, "De&lete Folder", "delete-folder", "",
+     "Deletes the selected folder from the scene and all cels inside it and their references on the xsheet",
+     "Delete Folder In Scene", HasFolder, nullptr, Doc<&CVelmorltDoc::OnAssetsDeletefolder>},
+    {CommandId::AssetsEdit, "&Edit Cel/Picture\tDBL CLK", "edit-asset", "",
+     "Edits the selected cel in the cel editor", "Edit Cel", HasSelectedImages, nullptr, EditFirstSelected,
+     celEditor},
+    {CommandId::AssetsPlaySound, "Play &Sound\tDBL CLK", "play-sound", "", "Plays the selected sound", "",
+     When<CanPlaySelectedSound>, nullptr, Doc<&CVelmorltDoc::OnAssetsPlaysound>},
+    {CommandId::AssetsRename, "Re&name Asset", "rename", "", "Renames the selected cel, picture or sound", "",
+     When<CanChangeAssets>, nullptr, Doc<&CVelmorltDoc::OnAssetsRenamecel>},
+    {CommandId::AssetsDuplicate, "Du&plicate Asset", "duplicate", "",
+     "Duplicates the selected sound, picture or cel asset", "Duplicate Asset", When<CanChangeAssets>, nullptr,
+     Doc<&CVelmorltDoc::OnAssetsDuplicate>},
+    {CommandId::AssetsRotate, "&Rotate Cel(s)/Picture(s)", "rotate", "", "Rotates the selected cels or pictures",
+     "", HasSelectedImages, nullptr, Doc<&CVelmorltDoc::OnAssetsRotatecels>},
+    {CommandId::AssetsFlip, "Fli&p Cel(s)/Picture(s)", "flip", "",
+     "Flips horizontally or vertically the selected cels or pictures", "", HasSelectedImages, nullptr,
+     Doc<&CVelmorltDoc::OnAssetsFlip>},
+    {CommandId::AssetsColorKey, "Color &Key Picture(s)", "color-key", "",
+     "Color Keys the selected picture assets with the given key color and tolerance", "Color Key Picture(s)",
+     When<CanColorKey>, nullptr, Doc<&CVelmorltDoc::OnAssetsColorkey>},
+
+    // Camera
+    {CommandId::CameraMoveMode, "&Move Mode\tF5", "move-mode", "F5",
+     "Selects the move mode for the selected level(s) and camera", "Move/Pan", HasScene, IsMode<InputMode::Move>,
+     Doc<&CVelmorltDoc::OnCameraMovemode>, camera, Shown, InputModes},
+    {CommandId::CameraRotateMode, "&Rotate Mode\tF6", "rotate-mode", "F6",
+     "Selects the rotate mode for the selected level(s) and camera", "Rotate/Tilt", HasScene,
+     IsMode<InputMode::Rotate>, Doc<&CVelmorltDoc::OnCameraRotatemode>, camera, Shown, InputModes},
+    {CommandId::CameraZoomMode, "&Zoom Mode\tF7", "zoom-mode", "F7",
+     "Selects the zoom mode for the selected level(s) and camera", "Zoom", HasScene, IsMode<InputMode::Zoom>,
+     Doc<&CVelmorltDoc::OnCameraZoommode>, camera, Shown, InputModes},
+    {CommandId::CameraZoomIn, "Zoom &In\t +", "zoom-in", "+", "Zooms One Level In", "Zoom In", HasScene, nullptr,
+     Camera<&CCameraView::ZoomIn>, camera, Shown},
+    {CommandId::CameraZoomOut, "Zoom &Out\t -", "zoom-out", "-", "Zooms one level out", "Zoom Out", HasScene,
+     nullptr, Camera<&CCameraView::ZoomOut>, camera, Shown},
+    {CommandId::CameraZoomOneToOne, "Zoom &1:1\t *", "zoom-one", "*", "Zooms to 100%", "Zoom 1:1", HasScene,
+     nullptr, Camera<&CCameraView::ZoomOneToOne>, camera, Shown, CommandGroup::None, "1"},
+    {CommandId::CameraPan, "&Pan", "pan", "", "Toggles Pan Mode", "Pan", HasScene,
+     [](const Target& target) { return target.camera.IsPanMode(); }, Camera<&CCameraView::TogglePan>, camera},
+    {CommandId::CameraAntialias, "&Antialias", "antialias", "",
+     "Turns antialiasing on and off for the camera rendering", "Antialias Toggle", HasScene,
+     [](const Target& target) { return target.doc.Model().cameraAntialias; }, Doc<&CVelmorltDoc::OnCameraAntialias>,
+     camera},
+    {CommandId::CameraMotionPathSetup, "Motion Path Setup", "motion-path", "",
+     "Show Motion Path Setup Dialog for the Camera View", "Motion Path Setup", HasScene, nullptr,
+     Doc<&CVelmorltDoc::OnCameraMotionpathsetup>, camera},
+    {CommandId::CameraFit, "&Fit to Window\t0", "zoom-fit", "0",
+     "Shows the whole picture, as large as there is room", "Fit to Window", HasScene, nullptr,
+     Camera<&CCameraView::FitToWindow>, camera, Focused},
+
+    // Xsheet
+    {CommandId::XsheetAddLevel, "&Add Level\tINS", "add-level", "Ins", "Adds another level to the xsheet",
+     "Add Level", HasScene, nullptr, Doc<&CVelmorltDoc::OnXsheetAddlevel>, sheet, Focused},
+    {CommandId::XsheetDeleteLevel, "&Delete Level", "delete-level", "",
+     "Delete one level from the current xsheet of the scene", "Delete Level", When<CanDeleteLevel>, nullptr,
+     Doc<&CVelmorltDoc::OnXsheetDeletelevel>, sheet},
+    {CommandId::XsheetRenameLevel, "&Rename Level", "rename-level", "", "Renames a level", "Rename Level", HasScene,
+     nullptr, Doc<&CVelmorltDoc::OnXsheetRenamelevel>, sheet},
+    {CommandId::XsheetSwapLevels, "&Swap Levels", "swap-levels", "", "Swaps two given layers", "Swap levels",
+     When<CanSwapLevels>, nullptr, Doc<&CVelmorltDoc::OnXsheetSwaplevels>, sheet},
+    {CommandId::XsheetAddFrames, "Add &Frames", "add-frames", "", "Adds frames to the xsheet", "Add Frames",
+     HasScene, nullptr, Doc<&CVelmorltDoc::OnXsheetAddframes>, sheet},
+    {CommandId::XsheetDeleteFrames, "&Delete Frames", "delete-frames", "",
+     "Deletes frames from the end of the xsheet", "Delete Frames", HasScene, nullptr,
+     Doc<&CVelmorltDoc::OnXsheetDeleteframes>, sheet},
+    {CommandId::XsheetEditCelData, "Edit &Cel Data\tDBL CLK", "edit-cel-data", "",
+     "Edits the current position/scale/rotate and fx of the current cel in Xsheet", "Edit Transformations",
+     When<CanEditCelData>, nullptr, Doc<&CVelmorltDoc::OnXsheetEditceldata>, sheet},
+    {CommandId::XsheetEditCameraData, "Edit Ca&mera Data\tDBL CLK", "edit-camera-data", "",
+     "Edits the current camera data on the current camera cel", "Edit Cam Data", HasScene, nullptr,
+     Doc<&CVelmorltDoc::OnXsheetEditcameradata>, sheet},
+    {CommandId::XsheetInbetweenLevel, "&Inbetween Level Data\tF9", "inbetween-level", "F9",
+     "Shows Inbetween dialog with the current level and selected frames", "Inbetween Level", When<CanInbetween>,
+     nullptr, Doc<&CVelmorltDoc::OnXsheetInbetweenleveldata>, sheet, Shown},
+    {CommandId::XsheetInbetweenCamera, "In&between Camera Data\tF10", "inbetween-camera", "F10",
+     "Shows Inbetween dialog for camera with selected frames", "Inbetween Camera", When<CanInbetween>, nullptr,
+     Doc<&CVelmorltDoc::OnXsheetInbetweencameradata>, sheet, Shown},
+    {CommandId::XsheetMultipleLevels, "Multiple &Level Move Selections", "multiple-levels", "",
+     "Sets either single or multiple level movement selections", "Multiple Level Move Selections", Always,
+     [](const Target& target) { return target.doc.Model().moveSelection.IsMultiple(); },
+     Doc<&CVelmorltDoc::OnXsheetMultiplelevelmoveselections>, sheet},
+    {CommandId::XsheetOpenDrawing, "&Open Drawing\tENTER", "edit-asset", "Return; Enter",
+     "Opens the drawing of the current cel in the cel editor", "Open Drawing", When<CanEditCelData>, nullptr,
+     [](Target& target) { target.doc.EditDrawing(target.doc.GetCursorX(), target.doc.GetCursorY()); }, sheet,
+     Focused},
+    {CommandId::XsheetBlur, "Bl&ur", "header-blur", "", "Edits the blur of the current cel", "Blur",
+     When<CanEditCelData>, nullptr, [](Target& target) { target.doc.OnXSheetDoBlur(target.doc.GetCursorX()); },
+     sheet},
+    {CommandId::XsheetTransparency, "&Transparency", "header-transparency", "",
+     "Edits the transparency of the current cel", "Transparency", When<CanEditCelData>, nullptr,
+     [](Target& target) { target.doc.OnXSheetDoTrans(target.doc.GetCursorX()); }, sheet},
+
+    // Cel
+    {CommandId::CelZoomIn, "Zoom &In\tCTRL +", "zoom-in", "Ctrl++; Ctrl+=", "Zooms One Level In", "Zoom In",
+     When<HasEditedImage>, nullptr, Cel<&CCelView::ZoomIn>, celEditor, Shown},
+    {CommandId::CelZoomOut, "Zoom &Out\tCTRL -", "zoom-out", "Ctrl+-", "Zooms one level out", "Zoom Out",
+     When<HasEditedImage>, nullptr, Cel<&CCelView::ZoomOut>, celEditor, Shown},
+    {CommandId::CelZoomOneToOne, "Zoom &1:1\tCTRL *", "zoom-one", "Ctrl+*", "Zooms to 100%", "Zoom 1:1",
+     When<HasEditedImage>, nullptr, Cel<&CCelView::ZoomOneToOne>, celEditor, Shown, CommandGroup::None, "1"},
+    {CommandId::CelPan, "&Pan", "pan", "", "Toggles Pan Mode", "Pan", When<HasEditedImage>,
+     [](const Target& target) { return target.cel.IsPanMode(); }, Cel<&CCelView::TogglePan>, celEditor},
+    {CommandId::CelUpdateCamera, "&Update Camera", "update-camera", "",
+     "Updates the camera with the current cel editing", "Update Camera", When<HasEditedImage>, nullptr,
+     Doc<&CVelmorltDoc::OnCelUpdatecamera>},
+    {CommandId::CelSettings, "&Settings", "cel-settings", "", "Shows the cel view settings dialog", "", Always,
+     nullptr, Cel<&CCelView::OnCelSettings>},
+    {CommandId::CelFit, "&Fit to Window\t0", "zoom-fit", "0", "Shows the whole image, as large as there is room",
+     "Fit to Window", When<HasEditedImage>, nullptr, Cel<&CCelView::FitToWindow>, celEditor, Focused},
+    {CommandId::CelBucket, "&Bucket\tB", "bucket", "B", "Fills areas between lines with the foreground color",
+     "Bucket: fill areas", CanUseTool<CelTool::Bucket>, IsTool<CelTool::Bucket>, SetTool<CelTool::Bucket>,
+     celEditor, Focused, CelTools},
+    {CommandId::CelPen, "Pe&n\tP", "pen", "P", "Draws lines, at which fills stop", "Pen: draw lines",
+     CanUseTool<CelTool::Pen>, IsTool<CelTool::Pen>, SetTool<CelTool::Pen>, celEditor, Focused, CelTools},
+    {CommandId::CelEraser, "&Eraser\tE", "eraser", "E", "Turns lines into background color",
+     "Eraser: turn lines into background color", CanUseTool<CelTool::Eraser>, IsTool<CelTool::Eraser>,
+     SetTool<CelTool::Eraser>, celEditor, Focused, CelTools},
+    {CommandId::CelLineBrush, "&Line Brush\tL", "line-brush", "L", "Colors lines with the foreground color",
+     "Line brush: color lines", CanUseTool<CelTool::LineBrush>, IsTool<CelTool::LineBrush>,
+     SetTool<CelTool::LineBrush>, celEditor, Focused, CelTools},
+    {CommandId::CelPickColor, "Pi&ck Color\tI", "pick-color", "I",
+     "Makes the color under the next click the foreground color", "Pick the foreground color from the image",
+     When<HasEditedImage>, IsPicking<CelPick::Foreground>, TogglePick<CelPick::Foreground, &CCelView::Pick>,
+     celEditor, Focused},
+    {CommandId::CelColorKey, "Color &Key\tK", "color-key", "K",
+     "Makes the color under the next click transparent in the picture",
+     "Make a color picked from the picture transparent", When<HasEditedPicture>, IsPicking<CelPick::ColorKey>,
+     TogglePick<CelPick::ColorKey, &CCelView::ColorKey>, celEditor, Focused},
+
+    // Sources
+    {CommandId::SourcesSelectSource, "&Select Source", "select-source", "",
+     "Shows the scanner source selection dialog", "", Always, nullptr, Frame<&CMainFrame::OnSourcesSelectsource>},
+    {CommandId::SourcesScanCels, "Scan &Cels", "scan-cels", "", "Shows the scanners interface to scan cels",
+     "Scan Cels", HasFolder, nullptr, Frame<&CMainFrame::OnSourcesScancels>},
+    {CommandId::SourcesScanPicture, "Sca&n Picture", "scan-picture", "", "Scans a color image",
+     "Scan Color Picture", HasScene, nullptr, Frame<&CMainFrame::OnSourcesScanpicture>},
+    {CommandId::SourcesCameraSettings, "C&amera Settings", "camera-settings", "",
+     "Shows the camera settings dialog", "", Always, nullptr,
+     [](Target& target) { target.frame.Capturing().Setup(); }},
+    {CommandId::SourcesCaptureCels, "Cap&ture Cels", "capture-cels", "",
+     "Shows the camera capture dialog for importing cels", "", HasFolder, nullptr, Capture<SourceMode::Cels>},
+    {CommandId::SourcesCapturePicture, "Capture Pic&ture", "capture-picture", "",
+     "Captures a color picture to the picture assets", "Capture Picture", HasScene, nullptr,
+     Capture<SourceMode::Pictures>},
+    {CommandId::SourcesImportCels, "&Import Cels", "import-cels", "",
+     "Import cel(s) from disk to the current folder", "Import Cels", HasFolder, nullptr,
+     Doc<&CVelmorltDoc::OnSourcesImportcels>},
+    {CommandId::SourcesImportPicture, "Import Pict&ure", "import-picture", "",
+     "Import Picture(s) from disk to the current scene", "Import Pictures", HasScene, nullptr,
+     Doc<&CVelmorltDoc::OnSourcesImportpicture>},
+    {CommandId::SourcesImportSettings, "I&mport Settings", "import-settings", "",
+     "Sets the graylevel threshold to be used in the import functions", "", Always, nullptr,
+     Doc<&CVelmorltDoc::OnSourcesImportsettings>},
+    {CommandId::SourcesRecordSound, "&Record Sound", "record-sound", "", "Records a new sound", "Record Sound",
+     HasScene, nullptr, Doc<&CVelmorltDoc::OnSourcesRecordsound>},
+    {CommandId::SourcesImportSound, "Import Soun&d", "import-sound", "", "Imports a sound from a windows wave file",
+     "Import Sound", HasScene, nullptr, Doc<&CVelmorltDoc::OnSourcesImportsound>},
+
+    // Animation
+    {CommandId::AnimationLineCheck, "&Line Check", "line-check", "",
+     "Shows the line check slider to preview animation", "Line Check", HasScene, nullptr,
+     Doc<&CVelmorltDoc::OnAnimationLinecheck>},
+    {CommandId::AnimationMakeFlipbook, "&Make Flipbook", "make-flipbook", "", "Creates an display a flipbook",
+     "Make FlipBook", HasScene, nullptr, Doc<&CVelmorltDoc::OnAnimationMakeflipbook>},
+    {CommandId::AnimationPlayFlipbook, "&Play Last Flipbook", "play-flipbook", "",
+     "Plays the last generated flipbook", "Play Last Flipbook", HasLastFlipbook, nullptr,
+     Doc<&CVelmorltDoc::OnAnimationPlaylastflipbook>},
+    {CommandId::AnimationSaveFlipbook, "&Save Last Flipbook", "save-flipbook", "",
+     "Saves the last generated flipbook to a seperate location for later viewing", "Save Last Flipbook",
+     HasLastFlipbook, nullptr, Doc<&CVelmorltDoc::OnAnimationSavelastflipbook>},
+    {CommandId::AnimationPlayXsheetSound, "Play Sound on &Xsheet", "play-xsheet-sound", "",
+     "Plays the sound on the xsheet", "Play sound on xsheet", HasPlacedSounds, nullptr,
+     Doc<&CVelmorltDoc::OnAnimationPlaysoundonxsheet>},
+    {CommandId::AnimationPlaySelectedSound, "Play selected Sound", "play-selected-sound", "",
+     "Plays the selected part of sound on xsheet", "Play selected sound", HasScene, nullptr,
+     Doc<&CVelmorltDoc::OnAnimationPlayselectedsound>},
+    {CommandId::AnimationRender, "&Render", "render", "",
+     "Renders the animation to disk with required file formats", "Render!", HasScene, nullptr,
+     Doc<&CVelmorltDoc::OnAnimationRender>},
+
+    // View
+    {CommandId::ViewCameraAndXsheet,
+     "Ca&m && Xsheet\tF1",
+     "view-camera-xsheet",
+     "F1",
+     "Shows both camera and xsheet views in a shared space",
+     "View Camera and Xsheet",
+     Always,
+     ShowsOnly<true, true, false>,
+     Frame<&CMainFrame::OnViewCamxsheet>,
+     {},
+     Everywhere,
+     Arrangements},
+    {CommandId::ViewCamera,
+     "&Camera\tF2",
+     "view-camera",
+     "F2",
+     "Maximized the camera view",
+     "View Camera",
+     Always,
+     ShowsOnly<true, false, false>,
+     Frame<&CMainFrame::OnViewCamera>,
+     {},
+     Everywhere,
+     Arrangements},
+    {CommandId::ViewXsheet,
+     "&XSheet\tF3",
+     "view-xsheet",
+     "F3",
+     "Maximized the xsheet view",
+     "View Xsheet",
+     Always,
+     ShowsOnly<false, true, false>,
+     Frame<&CMainFrame::OnViewXsheet>,
+     {},
+     Everywhere,
+     Arrangements},
+    {CommandId::ViewCelEditor,
+     "&Cel Editor\tF4",
+     "view-cel-editor",
+     "F4",
+     "Maximized the cel editor",
+     "View Cel Editor",
+     Always,
+     ShowsOnly<false, false, true>,
+     Frame<&CMainFrame::OnViewCeleditor>,
+     {},
+     Everywhere,
+     Arrangements},
+    {CommandId::ViewToolBar, "&Toolbar", "", "", "Show or hide the toolbar", "Toggle ToolBar", Always,
+     [](const Target& target) { return target.frame.IsToolBarShown(); }, Frame<&CMainFrame::OnViewToolbar>},
+    {CommandId::ViewStatusBar, "&Status Bar", "", "", "Show or hide the status bar", "Toggle StatusBar", Always,
+     [](const Target& target) { return target.frame.IsStatusBarShown(); }, Frame<&CMainFrame::OnViewStatusbar>},
+    {CommandId::ViewCameraTools, "Camera T&ools", "", "", "Show or hide the tools of the camera view", "", Always,
+     HasBar<PaneBar::CameraTools>, ToggleBar<PaneBar::CameraTools>, camera},
+    {CommandId::ViewXsheetTools, "XSheet Too&ls", "", "", "Show or hide the tools of the xsheet", "", Always,
+     HasBar<PaneBar::XsheetTools>, ToggleBar<PaneBar::XsheetTools>, sheet},
+    {CommandId::ViewCelTools, "Cel &Editor Tools", "", "", "Show or hide the tools of the cel editor", "", Always,
+     HasBar<PaneBar::CelTools>, ToggleBar<PaneBar::CelTools>, celEditor},
+    {CommandId::ViewColors, "Colo&rs", "", "", "Show or hide the colors of the cel editor", "", Always,
+     HasBar<PaneBar::Colors>, ToggleBar<PaneBar::Colors>, celEditor},
+    {CommandId::ViewBrushes, "&Brushes", "", "", "Show or hide the brushes of the cel editor", "", Always,
+     HasBar<PaneBar::Brushes>, ToggleBar<PaneBar::Brushes>, celEditor},
+    {CommandId::ViewAssetThumbnails, "Asset T&humbnails", "", "",
+     "Show or hide what is drawn on cels and pictures in the asset list", "Toggle Asset Thumbnails", Always,
+     [](const Target& target) { return target.frame.SourceView().ShowsThumbnails(); },
+     Frame<&CMainFrame::OnViewAssetthumbnails>},
+    {CommandId::ViewAppearance, "&Appearance...", "", "", "Chooses light or dark colours for the window",
+     "Appearance", Always, nullptr, Frame<&CMainFrame::OnViewAppearance>},
+
+    // Help
+    {CommandId::HelpManual, "&Online Manual", "manual", "",
+     "Opens the online acrobat format manuals, You must have Abobe Acrobat installed in your system.", "", Always,
+     nullptr, Frame<&CMainFrame::OnHelpManual>},
+    {CommandId::HelpAbout, "&About Personal Velmor..", "about", "",
+     "Display program information, version number and copyright", "About", Always, nullptr,
+     Frame<&CMainFrame::OnHelpAbout>},
+};
+
+} // namespace
+
+std::span<const CCommand> Commands() {
+    return commands;
+}
+
+const CCommand& CommandOf(CommandId id) {
+    return *std::ranges::find(commands, id, &CCommand::id);
+}
+
+} // namespace velmor

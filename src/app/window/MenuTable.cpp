@@ -1,0 +1,170 @@
+#include "app/window/MenuTable.h"
+
+namespace velmor {
+
+namespace {
+
+using enum CommandId;
+
+constexpr CommandId fileMenu[] = {FileNewScene,     FileOpenScene,  FileSceneManager, Separator, FileSceneSettings,
+                                  FileSaveAll,      Separator,      FileSettings,     Separator, FilePrint,
+                                  FilePrintPreview, FilePrintSetup, Separator,        FileExit};
+constexpr CommandId editMenu[] = {EditUndo,     Separator,  EditCut,     EditCopy,  EditPaste,      Separator,
+                                  EditCondense, EditExpand, EditReverse, Separator, EditRemoveSound};
+constexpr CommandId assetsMenu[] = {
+    AssetsNewFolder, AssetsNewCel, Separator,       AssetsDelete, AssetsDeleteFolder, Separator,  AssetsEdit,
+    AssetsPlaySound, AssetsRename, AssetsDuplicate, Separator,    AssetsRotate,       AssetsFlip, AssetsColorKey};
+constexpr CommandId cameraMenu[] = {CameraMoveMode, CameraRotateMode, CameraZoomMode,        Separator,
+                                    CameraZoomIn,   CameraZoomOut,    CameraZoomOneToOne,    CameraPan,
+                                    Separator,      CameraAntialias,  CameraMotionPathSetup, Separator,
+                                    CameraFit};
+constexpr CommandId xsheetMenu[] = {XsheetAddLevel,
+                                    XsheetDeleteLevel,
+                                    XsheetRenameLevel,
+                                    XsheetSwapLevels,
+                                    Separator,
+                                    XsheetAddFrames,
+                                    XsheetDeleteFrames,
+                                    Separator,
+                                    XsheetEditCelData,
+                                    XsheetEditCameraData,
+                                    Separator,
+                                    XsheetInbetweenLevel,
+                                    XsheetInbetweenCamera,
+                                    Separator,
+                                    XsheetMultipleLevels,
+                                    Separator,
+                                    XsheetOpenDrawing,
+                                    XsheetBlur,
+                                    XsheetTransparency};
+constexpr CommandId celMenu[] = {CelZoomIn, CelZoomOut,  CelZoomOneToOne, CelPan,    Separator,    CelUpdateCamera,
+                                 Separator, CelSettings, Separator,       CelFit,    Separator,    CelBucket,
+                                 CelPen,    CelEraser,   CelLineBrush,    Separator, CelPickColor, CelColorKey};
+constexpr CommandId sourcesMenu[] = {SourcesSelectSource,   SourcesScanCels,      SourcesScanPicture,    Separator,
+                                     SourcesCameraSettings, SourcesCaptureCels,   SourcesCapturePicture, Separator,
+                                     SourcesImportCels,     SourcesImportPicture, SourcesImportSettings, Separator,
+                                     SourcesRecordSound,    SourcesImportSound};
+constexpr CommandId animationMenu[] = {AnimationLineCheck,
+                                       Separator,
+                                       AnimationMakeFlipbook,
+                                       AnimationPlayFlipbook,
+                                       AnimationSaveFlipbook,
+                                       Separator,
+                                       AnimationPlayXsheetSound,
+                                       AnimationPlaySelectedSound,
+                                       Separator,
+                                       AnimationRender};
+constexpr CommandId viewMenu[] = {
+    ViewCameraAndXsheet, ViewCamera, ViewXsheet,          ViewCelEditor,   Separator,     ViewToolBar,
+    ViewStatusBar,       Separator,  ViewCameraTools,     ViewXsheetTools, ViewCelTools,  ViewColors,
+    ViewBrushes,         Separator,  ViewAssetThumbnails, Separator,       ViewAppearance};
+constexpr CommandId helpMenu[] = {HelpManual, Separator, HelpAbout};
+
+constexpr CMenu menus[] = {{"&File", fileMenu},       {"&Edit", editMenu},           {"&Assets", assetsMenu},
+                           {"&Camera", cameraMenu},   {"&Xsheet", xsheetMenu},       {"Ce&l", celMenu},
+                           {"&Sources", sourcesMenu}, {"A&nimation", animationMenu}, {"&View", viewMenu},
+                           {"&Help", helpMenu}};
+
+// Under the right mouse button, with what is hit there as the current cel, level or frame.
+constexpr CommandId sheetCellMenu[] = {XsheetOpenDrawing, Separator,  EditCut,
+                                       EditCopy,          EditPaste,  Separator,
+                                       XsheetEditCelData, XsheetBlur, XsheetTransparency};
+constexpr CommandId sheetLevelMenu[] = {
+    XsheetRenameLevel, XsheetAddLevel, XsheetDeleteLevel, XsheetSwapLevels, Separator,
+    EditCut,           EditCopy,       EditPaste,         Separator,        XsheetMultipleLevels};
+constexpr CommandId sheetCameraMenu[] = {XsheetEditCameraData, XsheetInbetweenCamera, Separator, EditRemoveSound};
+constexpr CMenu sheetMenus[] = {{"Cel", sheetCellMenu}, {"Level", sheetLevelMenu}, {"Camera", sheetCameraMenu}};
+
+constexpr CommandId mainToolBar[] = {FileNewScene,
+                                     FileOpenScene,
+                                     FileSceneSettings,
+                                     FileSceneManager,
+                                     Separator,
+                                     EditUndo,
+                                     Separator,
+                                     FileSaveAll,
+                                     Separator,
+                                     AssetsNewFolder,
+                                     AssetsDeleteFolder,
+                                     Separator,
+                                     ViewCameraAndXsheet,
+                                     ViewCamera,
+                                     ViewXsheet,
+                                     ViewCelEditor,
+                                     Separator,
+                                     SourcesScanCels,
+                                     SourcesScanPicture,
+                                     Separator,
+                                     SourcesCameraSettings,
+                                     SourcesCaptureCels,
+                                     SourcesCapturePicture,
+                                     Separator,
+                                     SourcesRecordSound,
+                                     Separator,
+                                     AnimationLineCheck,
+                                     AnimationMakeFlipbook,
+                                     AnimationPlayFlipbook,
+                                     AnimationSaveFlipbook,
+                                     AnimationRender,
+                                     Separator,
+                                     AnimationPlayXsheetSound,
+                                     AnimationPlaySelectedSound};
+constexpr CommandId cameraToolBar[] = {CameraPan, CameraZoomIn,    CameraZoomOut,    CameraZoomOneToOne,
+                                       Separator, CameraMoveMode,  CameraRotateMode, CameraZoomMode,
+                                       Separator, CameraAntialias, Separator,        CameraMotionPathSetup,
+                                       Separator, CameraFit};
+constexpr CommandId xsheetToolBar[] = {XsheetMultipleLevels, XsheetEditCelData,     XsheetEditCameraData,
+                                       XsheetInbetweenLevel, XsheetInbetweenCamera, Separator,
+                                       XsheetAddLevel,       XsheetDeleteLevel,     XsheetSwapLevels,
+                                       XsheetAddFrames,      XsheetDeleteFrames,    XsheetRenameLevel,
+                                       EditRemoveSound};
+
+// What is at hand while drawing.
+constexpr CommandId celCanvasMenu[] = {CelBucket,    CelPen,      CelEraser,  CelLineBrush,    Separator, EditUndo,
+                                       Separator,    CelZoomIn,   CelZoomOut, CelZoomOneToOne, CelFit,    Separator,
+                                       CelPickColor, CelColorKey, Separator,  CelUpdateCamera};
+constexpr CMenu canvasMenu{"Cel Editor", celCanvasMenu};
+
+constexpr CommandId celToolBar[] = {CelZoomOut, CelZoomOneToOne, CelZoomIn,  CelFit,    CelPan,
+                                    Separator,  CelBucket,       CelPen,     CelEraser, CelLineBrush,
+                                    Separator,  CelPickColor,    CelColorKey};
+
+} // namespace
+
+std::span<const CMenu> Menus() {
+    return menus;
+}
+
+const CMenu& AssetsMenu() {
+    return menus[2];
+}
+
+const CMenu& CameraMenu() {
+    return menus[3];
+}
+
+const CMenu& CelCanvasMenu() {
+    return canvasMenu;
+}
+
+std::span<const CMenu, 3> SheetMenus() {
+    return sheetMenus;
+}
+
+std::span<const CommandId> MainToolBar() {
+    return mainToolBar;
+}
+
+std::span<const CommandId> CameraToolBar() {
+    return cameraToolBar;
+}
+
+std::span<const CommandId> XsheetToolBar() {
+    return xsheetToolBar;
+}
+
+std::span<const CommandId> CelToolBar() {
+    return celToolBar;
+}
+
+} // namespace velmor

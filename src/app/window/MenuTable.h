@@ -1,0 +1,30 @@
+#pragma once
+
+#include "app/window/CommandId.h"
+
+#include <span>
+
+namespace velmor {
+
+/// A pull-down menu: its title with mnemonic, and its commands in order.
+struct CMenu {
+    const char* title;
+    std::span<const CommandId> commands;
+};
+
+std::span<const CMenu> Menus();
+/// The "&Assets" and "&Camera" menus, which also open under the right mouse button.
+const CMenu& AssetsMenu();
+const CMenu& CameraMenu();
+/// What opens under the right mouse button on cells, level headers and the camera column of the xsheet.
+std::span<const CMenu, 3> SheetMenus();
+
+/// Opens under the right mouse button in the cel editor.
+const CMenu& CelCanvasMenu();
+
+std::span<const CommandId> MainToolBar();
+std::span<const CommandId> CameraToolBar();
+std::span<const CommandId> XsheetToolBar();
+std::span<const CommandId> CelToolBar();
+
+} // namespace velmor
