@@ -53,15 +53,15 @@ private:
 
     void Expose(int frame, CSize size) {
         for (int level = 0; level < celLevels; ++level) {
-            CXSheetCel& cel = data.xsheet.MutableCel(level, frame);
+            CXSheetCell& cel = data.xsheet.MutableCell(level, frame);
             const int drawing = frame / 2 % drawings + 1;
             static_cast<void>(cel.Set(folder.Path(), FolderOf(level), std::to_string(drawing), size));
             const double scale = 0.9 + 0.002 * frame + 0.05 * level;
             cel.SetTransform({size.width / 2.0 + level * 20, size.height / 2.0 - level * 10, scale, scale,
                               0.3 - 0.005 * frame - 0.1 * level});
         }
-        static_cast<void>(
-            data.xsheet.MutableCel(celLevels, frame).Set(folder.Path(), std::string(picturesFolder), "back", size));
+        static_cast<void>(data.xsheet.MutableCell(celLevels, frame)
+                              .Set(folder.Path(), std::string(picturesFolder), "back", size));
         data.camera.MutableAt(frame) = {0.3 * frame, 0.1 * frame, 0, 1 + 0.002 * frame};
     }
 };

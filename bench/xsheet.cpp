@@ -20,9 +20,9 @@ CXSheetData LargestSheet() {
     for (int level = 0; level + 1 < CXSheet::mostLevels; ++level) {
         data.xsheet.SetLevelName(level, "Level " + std::to_string(level));
         for (int frame = 0; frame < CXSheet::mostFrames; ++frame)
-            data.xsheet.MutableCel(level, frame) =
-                CXSheetCel::FromFile("walk" + std::to_string(level), std::to_string(frame / 2 + 1),
-                                     {frame * 0.5, level * 10.0, 1, 1, 0.01 * frame}, 0, 1, 1, {768, 576});
+            data.xsheet.MutableCell(level, frame) =
+                CXSheetCell::FromFile("walk" + std::to_string(level), std::to_string(frame / 2 + 1),
+                                      {frame * 0.5, level * 10.0, 1, 1, 0.01 * frame}, 0, 1, 1, {768, 576});
     }
     return data;
 }
@@ -70,7 +70,7 @@ void KeepStateAndEditCell(benchmark::State& state) {
         }
         kept.push_back(data.xsheet);
         frame = (frame + 7) % CXSheet::mostFrames;
-        if (!data.xsheet.MutableCel(frame % (CXSheet::mostLevels - 1), frame).Move(1, 1))
+        if (!data.xsheet.MutableCell(frame % (CXSheet::mostLevels - 1), frame).Move(1, 1))
             state.SkipWithError("not moved");
     }
     state.counters["bytes_a_state"] = static_cast<double>(bytes);

@@ -83,7 +83,7 @@ void MakeLargeDatabase(const Path& database) {
     for (int level = 0; level < CXSheet::mostLevels; ++level) {
         data.xsheet.SetLevelName(level, "level " + std::to_string(level + 1));
         for (int number = 0; number < CXSheet::mostFrames; ++number)
-            static_cast<void>(data.xsheet.MutableCel(level, number)
+            static_cast<void>(data.xsheet.MutableCell(level, number)
                                   .Set(paths.SceneFolder(), "walk", std::to_string(1 + (number / 2 + level) % 500),
                                        data.geometry.Frame()));
     }

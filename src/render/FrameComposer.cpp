@@ -155,14 +155,14 @@ private:
 
 } // namespace
 
-CPlacement PlaceCel(const CXSheetCel& cel, const CCameraFrame& camera, const COutputGeometry& geometry,
-                    bool antialias) {
+CPlacement PlaceCell(const CXSheetCell& cell, const CCameraFrame& camera, const COutputGeometry& geometry,
+                     bool antialias) {
     const int centreX = geometry.output.width / 2;
     const int centreY = geometry.output.height / 2;
     const double zoom = camera.zoom * geometry.factor;
     // Taken relative to the centre of the scene's frame, of which the output is a scaled copy.
-    const double x = cel.PosX() + camera.panX - (geometry.scene.width - geometry.output.width) / 2.0 - centreX;
-    const double y = cel.PosY() + camera.panY - (geometry.scene.height - geometry.output.height) / 2.0 - centreY;
+    const double x = cell.PosX() + camera.panX - (geometry.scene.width - geometry.output.width) / 2.0 - centreX;
+    const double y = cell.PosY() + camera.panY - (geometry.scene.height - geometry.output.height) / 2.0 - centreY;
     const double c = std::cos(-camera.rotation);
     const double s = std::sin(-camera.rotation);
 
@@ -170,12 +170,12 @@ CPlacement PlaceCel(const CXSheetCel& cel, const CCameraFrame& camera, const COu
     placement.centreX = zoom * (x * c - y * s) + centreX;
     placement.centreY = zoom * (x * s + y * c) + centreY;
     // The point is turned by minus the camera's rotation, the image by plus: existing scenes are drawn for it.
-    placement.angle = cel.Rotation() + camera.rotation;
-    placement.scaleX = cel.ScaleX() * zoom;
-    placement.scaleY = cel.ScaleY() * zoom;
-    placement.transparency = cel.Transparency();
-    placement.blurX = cel.BlurX();
-    placement.blurY = cel.BlurY();
+    placement.angle = cell.Rotation() + camera.rotation;
+    placement.scaleX = cell.ScaleX() * zoom;
+    placement.scaleY = cell.ScaleY() * zoom;
+    placement.transparency = cell.Transparency();
+    placement.blurX = cell.BlurX();
+    placement.blurY = cell.BlurY();
     placement.antialias = antialias;
     return placement;
 }

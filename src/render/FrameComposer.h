@@ -7,7 +7,7 @@
 #include "platform/files/Files.h"
 #include "render/ImageCache.h"
 #include "xsheet/CameraTrack.h"
-#include "xsheet/XSheetCel.h"
+#include "xsheet/XSheetCell.h"
 
 #include <cstdint>
 #include <vector>
@@ -53,8 +53,8 @@ struct COutputGeometry {
 
 /// Placement of a cell seen through the camera: pan, rotation and zoom of `camera`, the centre relative to the
 /// output's centre (integer half sizes), everything enlarged by the geometry's factor.
-CPlacement PlaceCel(const CXSheetCel& cel, const CCameraFrame& camera, const COutputGeometry& geometry,
-                    bool antialias);
+CPlacement PlaceCell(const CXSheetCell& cell, const CCameraFrame& camera, const COutputGeometry& geometry,
+                     bool antialias);
 
 /// Composes a frame, layers divided among the processors by rows when `parallel`. On failure the status is the
 /// loader's text + " :: Reading file ->" + path or the renderer's + " :: Rendering image ->" + path; `frame` then

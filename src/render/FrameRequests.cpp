@@ -15,10 +15,10 @@ CFrameRequest RequestFrame(const CShot& shot, std::span<const int> levels, int f
     CFrameRequest request{
         output.output.width, output.output.width, output.output.height, shot.geometry.background, {}};
     for (auto level = levels.rbegin(); level != levels.rend(); ++level) { // the one in front comes last
-        const CXSheetCel& cel = shot.xsheet.Cel(*level, frame);
-        if (cel.IsUsed())
-            request.layers.push_back({AssetFilePath(shot.sceneFolder, cel.FolderName(), cel.CelName()),
-                                      PlaceCel(cel, camera, output, shot.antialias)});
+        const CXSheetCell& cell = shot.xsheet.Cell(*level, frame);
+        if (cell.IsUsed())
+            request.layers.push_back({AssetFilePath(shot.sceneFolder, cell.FolderName(), cell.CelName()),
+                                      PlaceCell(cell, camera, output, shot.antialias)});
     }
     return request;
 }

@@ -116,9 +116,9 @@ void CAssetOperations::EditCel(const std::string& name) {
 void CAssetOperations::EditDrawing(int level, int frame) {
     const CSceneModel& model = m_context.model;
     if (!model.sceneOpen || !model.xsheet.HasLevel(level) || !model.xsheet.HasFrame(frame) ||
-        !model.xsheet.Cel(level, frame).IsUsed())
+        !model.xsheet.Cell(level, frame).IsUsed())
         return;
-    const CXSheetCel cel = model.xsheet.Cel(level, frame);
+    const CXSheetCell cel = model.xsheet.Cell(level, frame);
     const SourceMode kind = cel.FolderName() == picturesFolder ? SourceMode::Pictures : SourceMode::Cels;
     const Path file = model.Paths().AssetFile(kind, cel.FolderName(), cel.CelName());
     if (!FileExists(file)) {

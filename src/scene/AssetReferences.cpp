@@ -7,10 +7,10 @@ namespace velmor {
 namespace {
 
 template<class Matches, class Change>
-void ChangeCopied(CCelClipboard& clipboard, Matches matches, Change change) {
-    for (CXSheetCel& cel : clipboard.cels)
-        if (cel.IsUsed() && matches(cel))
-            change(cel);
+void ChangeCopied(CCellClipboard& clipboard, Matches matches, Change change) {
+    for (CXSheetCell& cell : clipboard.cells)
+        if (cell.IsUsed() && matches(cell))
+            change(cell);
 }
 
 } // namespace
@@ -19,8 +19,8 @@ int CAssetReferences::Clear(const std::string& folder, const std::string& name) 
     if (m_model.undo)
         m_model.undo->xsheet.ClearReferences(folder, name);
     ChangeCopied(
-        m_model.clipboard, [&](const CXSheetCel& cel) { return cel.Shows(folder, name); },
-        [](CXSheetCel& cel) { cel.Clear(); });
+        m_model.clipboard, [&](const CXSheetCell& cell) { return cell.Shows(folder, name); },
+        [](CXSheetCell& cell) { cell.Clear(); });
     return m_model.xsheet.ClearReferences(folder, name);
 }
 
@@ -28,8 +28,8 @@ int CAssetReferences::ClearFolder(const std::string& folder) {
     if (m_model.undo)
         m_model.undo->xsheet.ClearFolderReferences(folder);
     ChangeCopied(
-        m_model.clipboard, [&](const CXSheetCel& cel) { return cel.FolderName() == folder; },
-        [](CXSheetCel& cel) { cel.Clear(); });
+        m_model.clipboard, [&](const CXSheetCell& cell) { return cell.FolderName() == folder; },
+        [](CXSheetCell& cell) { cell.Clear(); });
     return m_model.xsheet.ClearFolderReferences(folder);
 }
 
@@ -37,8 +37,8 @@ int CAssetReferences::Rename(const std::string& folder, const std::string& oldNa
     if (m_model.undo)
         m_model.undo->xsheet.RenameReferences(folder, oldName, newName);
     ChangeCopied(
-        m_model.clipboard, [&](const CXSheetCel& cel) { return cel.Shows(folder, oldName); },
-        [&](CXSheetCel& cel) { static_cast<void>(cel.ChangeName(newName)); });
+        m_model.clipboard, [&](const CXSheetCell& cell) { return cell.Shows(folder, oldName); },
+        [&](CXSheetCell& cell) { static_cast<void>(cell.ChangeName(newName)); });
     return m_model.xsheet.RenameReferences(folder, oldName, newName);
 }
 
@@ -50,8 +50,8 @@ int CAssetReferences::Resize(const std::string& folder, const std::string& name)
     if (m_model.undo)
         m_model.undo->xsheet.ResizeReferences(folder, name, sceneFolder);
     ChangeCopied(
-        m_model.clipboard, [&](const CXSheetCel& cel) { return cel.Shows(folder, name); },
-        [&](CXSheetCel& cel) { cel.SetSize(size); });
+        m_model.clipboard, [&](const CXSheetCell& cell) { return cell.Shows(folder, name); },
+        [&](CXSheetCell& cell) { cell.SetSize(size); });
     return m_model.xsheet.ResizeReferences(folder, name, sceneFolder);
 }
 

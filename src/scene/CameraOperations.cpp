@@ -6,8 +6,8 @@
 #include "scene/InbetweenDialog.h"
 #include "scene/Settings.h"
 #include "scene/XSheetOperations.h"
-#include "xsheet/CelForms.h"
-#include "xsheet/CelGeometry.h"
+#include "xsheet/CellForms.h"
+#include "xsheet/CellGeometry.h"
 #include "xsheet/Inbetween.h"
 
 #include <algorithm>
@@ -20,14 +20,14 @@ constexpr CInbetweenDialog cameraDialog{3, setting::lastCameraInbetweenSource, s
 constexpr double radiansPerPixel = 0.006666666666666667; // one radian for 150 pixels
 
 // One step of mouse input on a used cell: `moved` is the motion in the camera's own rotation.
-CStatus ApplyInput(CXSheetCel& cel, InputMode mode, CPoint motion, CPoint moved) {
+CStatus ApplyInput(CXSheetCell& cell, InputMode mode, CPoint motion, CPoint moved) {
     switch (mode) {
     case InputMode::Move:
-        return cel.Move(moved.x, moved.y);
+        return cell.Move(moved.x, moved.y);
     case InputMode::Rotate:
-        return cel.Rotate(motion.x * radiansPerPixel);
+        return cell.Rotate(motion.x * radiansPerPixel);
     case InputMode::Zoom:
-        return cel.Scale(motion.x, motion.y);
+        return cell.Scale(motion.x, motion.y);
     }
     return {};
 }
@@ -91,9 +91,9 @@ bool CCameraOperations::Apply(int dx, int dy) {
     const CPoint moved = RotatePoint(motion, model.camera.At(frame).rotation);
     bool changed = false;
     for (int level = 0; level < model.xsheet.LevelCount(); ++level) {
-        if (model.moveSelection.IsLevelSelected(level) && model.xsheet.Cel(level, frame).IsUsed())
+        if (model.moveSelection.IsLevelSelected(level) && model.xsheet.Cell(level, frame).IsUsed())
             changed |= static_cast<bool>(
-                ApplyInput(model.xsheet.MutableCel(level, frame), model.inputMode, motion, moved));
+                ApplyInput(model.xsheet.MutableCell(level, frame), model.inputMode, motion, moved));
         // Once for every level, chosen or not: how far a drag takes the camera grows with the number of levels.
         if (model.moveSelection.IsCameraSelected()) {
             ApplyCameraInput(model.camera.MutableAt(frame), model.inputMode, dx, dy, model.geometry.width,

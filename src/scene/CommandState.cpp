@@ -49,16 +49,16 @@ bool IsUndoInPicture(const CSceneModel& model) {
         return false;
     CXSheet xsheet = model.xsheet;
     for (int level = 0; level < xsheet.LevelCount(); ++level)
-        xsheet.MutableCel(level, frame) = model.undo->xsheet.Cel(level, frame);
+        xsheet.MutableCell(level, frame) = model.undo->xsheet.Cell(level, frame);
     CCameraTrack camera = model.camera;
     camera.MutableAt(frame) = model.undo->camera.At(frame);
     return xsheet == model.undo->xsheet && camera == model.undo->camera;
 }
 
-bool CanEditCelData(const CSceneModel& model) {
+bool CanEditCellData(const CSceneModel& model) {
     return model.sceneOpen && model.xsheet.HasLevel(model.cursorLevel) &&
            model.xsheet.HasFrame(model.cursorFrame) &&
-           model.xsheet.Cel(model.cursorLevel, model.cursorFrame).IsUsed();
+           model.xsheet.Cell(model.cursorLevel, model.cursorFrame).IsUsed();
 }
 
 bool CanInbetween(const CSceneModel& model) {

@@ -22,7 +22,7 @@ bool CanUndo(const CSceneModel& model);
 /// All that undo would change are cells and camera of the current frame, which its picture shows.
 bool IsUndoInPicture(const CSceneModel& model);
 /// The cursor's cell is used.
-bool CanEditCelData(const CSceneModel& model);
+bool CanEditCellData(const CSceneModel& model);
 /// The selection spans at least three frames.
 bool CanInbetween(const CSceneModel& model);
 /// Sounds are shown and one is selected.

@@ -8,7 +8,7 @@
 #include "render/RenderSetup.h"
 #include "scene/DropType.h"
 #include "scene/SceneSettings.h"
-#include "xsheet/CelForms.h"
+#include "xsheet/CellForms.h"
 #include "xsheet/Inbetween.h"
 
 #include <cstddef>
@@ -62,27 +62,27 @@ struct CFrameCountRequest {
 };
 
 /// Which cell a dialog edits, as it is shown: frame from 1.
-struct CCelIdentity {
+struct CCellIdentity {
     std::string name;
     std::string folder;
     std::string level;
     int frame = 1;
 };
 
-struct CCelDataRequest {
-    CCelIdentity cel;
-    CCelDataForm initial;
-    AcceptRule<CCelDataForm> accept;
+struct CCellDataRequest {
+    CCellIdentity cell;
+    CCellDataForm initial;
+    AcceptRule<CCellDataForm> accept;
 };
 
 struct CBlurRequest {
-    CCelIdentity cel;
+    CCellIdentity cell;
     CBlurForm initial;
     AcceptRule<CBlurForm> accept;
 };
 
 struct CTransparencyRequest {
-    CCelIdentity cel;
+    CCellIdentity cell;
     double initial = 0;
     AcceptRule<double> accept;
 };

@@ -57,7 +57,7 @@ struct CSceneModel {
     int lastSetFrame = 0; ///< the frame last given to SetCursorY
     CXSheetSelection selection;
     CMoveSelection moveSelection;
-    CCelClipboard clipboard;
+    CCellClipboard clipboard;
     std::optional<CXSheetSnapshot> undo; ///< nothing when undo is not available
 
     CPalette palette;

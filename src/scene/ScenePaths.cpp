@@ -1,7 +1,7 @@
 #include "scene/ScenePaths.h"
 
 #include "scene/NamingRules.h"
-#include "xsheet/XSheetCel.h"
+#include "xsheet/XSheetCell.h"
 
 #include <algorithm>
 #include <charconv>

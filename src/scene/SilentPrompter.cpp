@@ -50,7 +50,7 @@ std::optional<int> CSilentPrompter::AskFrameCount(const CFrameCountRequest&) {
     return std::nullopt;
 }
 
-std::optional<CCelDataForm> CSilentPrompter::AskCelData(const CCelDataRequest&) {
+std::optional<CCellDataForm> CSilentPrompter::AskCellData(const CCellDataRequest&) {
     return std::nullopt;
 }
 

@@ -22,7 +22,7 @@ public:
     std::optional<int> AskLevel(const CLevelRequest& request) override;
     std::optional<std::pair<int, int>> AskLevelsToSwap(const std::vector<std::string>& levelNames) override;
     std::optional<int> AskFrameCount(const CFrameCountRequest& request) override;
-    std::optional<CCelDataForm> AskCelData(const CCelDataRequest& request) override;
+    std::optional<CCellDataForm> AskCellData(const CCellDataRequest& request) override;
     std::optional<CBlurForm> AskBlur(const CBlurRequest& request) override;
     std::optional<double> AskTransparency(const CTransparencyRequest& request) override;
     std::optional<CCameraForm> AskCameraData(const CCameraDataRequest& request) override;

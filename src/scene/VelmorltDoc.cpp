@@ -8,7 +8,7 @@
 #include "scene/AssetOperations.h"
 #include "scene/AssetTransforms.h"
 #include "scene/CameraOperations.h"
-#include "scene/CelOperations.h"
+#include "scene/CellOperations.h"
 #include "scene/EditedImage.h"
 #include "scene/FlipbookOperations.h"
 #include "scene/GrabOperations.h"
@@ -66,7 +66,7 @@ struct CVelmorltDoc::CParts {
     CPaletteOperations palette{context};
     CSceneLifecycle lifecycle;
     CXSheetOperations xsheet{context, sounds};
-    CCelOperations cels{context};
+    CCellOperations cels{context};
     CCameraOperations camera{context, xsheet};
     CImportOperations imports{context, lifecycle};
     CGrabOperations grabs{context, imports};
@@ -357,8 +357,8 @@ std::optional<std::array<CPoint, 4>> CVelmorltDoc::GetXSheetCelPoints(int level)
     return m_parts->cels.GetXSheetCelPoints(level);
 }
 
-std::optional<CPoint> CVelmorltDoc::GetXSheetCelCentre(int level, int frame) const {
-    return m_parts->cels.GetXSheetCelCentre(level, frame);
+std::optional<CPoint> CVelmorltDoc::GetXSheetCellCentre(int level, int frame) const {
+    return m_parts->cels.GetXSheetCellCentre(level, frame);
 }
 
 void CVelmorltDoc::OnXsheetEditceldata() {

@@ -115,7 +115,7 @@ public:
 
     // Cells.
     std::optional<std::array<CPoint, 4>> GetXSheetCelPoints(int level) const;
-    std::optional<CPoint> GetXSheetCelCentre(int level, int frame) const;
+    std::optional<CPoint> GetXSheetCellCentre(int level, int frame) const;
     void OnXsheetEditceldata();
     void OnXSheetDoTrans(int level);
     void OnXSheetDoBlur(int level);

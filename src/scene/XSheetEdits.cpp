@@ -27,7 +27,7 @@ std::vector<std::string> LevelNames(const CXSheet& xsheet) {
 
 // The selected cells; nothing while there are none. The bounds are set one by one, so that start and end may stand
 // the wrong way round.
-std::optional<CXSheetSelection> SelectedCels(const CSceneModel& model) {
+std::optional<CXSheetSelection> SelectedCells(const CSceneModel& model) {
     const CXSheetSelection& selection = model.selection;
     const bool isRange = selection.firstLevel <= selection.lastLevel && selection.firstFrame <= selection.lastFrame;
     if (!model.sceneOpen || !isRange || !model.xsheet.HasLevel(selection.firstLevel) ||
@@ -145,18 +145,18 @@ void CXSheetOperations::SetFrameCount(int frames, UpdateHint hint) {
 }
 
 void CXSheetOperations::OnEditCopy() {
-    if (const std::optional<CXSheetSelection> selection = SelectedCels(m_context.model))
+    if (const std::optional<CXSheetSelection> selection = SelectedCells(m_context.model))
         m_context.model.clipboard = m_context.model.xsheet.Copy(*selection);
 }
 
 void CXSheetOperations::OnEditCut() {
     CSceneModel& model = m_context.model;
-    const std::optional<CXSheetSelection> selection = SelectedCels(model);
+    const std::optional<CXSheetSelection> selection = SelectedCells(model);
     if (!selection)
         return;
     m_context.TakeSnapshot();
     model.clipboard = model.xsheet.Copy(*selection);
-    model.xsheet.ClearCels(*selection);
+    model.xsheet.ClearCells(*selection);
     m_context.Update(cellsAndPictureHint);
 }
 
@@ -182,7 +182,7 @@ void CXSheetOperations::OnEditExpandcels() {
 }
 
 void CXSheetOperations::EditRange(void (CXSheet::*edit)(const CXSheetSelection&)) {
-    const std::optional<CXSheetSelection> selection = SelectedCels(m_context.model);
+    const std::optional<CXSheetSelection> selection = SelectedCells(m_context.model);
     if (!selection || !CanEditRange(m_context.model))
         return;
     (m_context.model.xsheet.*edit)(*selection);
@@ -255,11 +255,11 @@ void CXSheetOperations::FillWithSelectedAssets(int level, int frame, int held) {
             break;
         // Set once for all its frames: the size is read from disk. A cell whose size cannot be read shows its asset
         // all the same, as the file may be mended.
-        CXSheetCel cel;
+        CXSheetCell cell;
         static_cast<void>(
-            m_context.Report(cel.Set(model.Paths().SceneFolder(), folder, asset, model.geometry.Frame())));
+            m_context.Report(cell.Set(model.Paths().SceneFolder(), folder, asset, model.geometry.Frame())));
         for (; frame < end; ++frame)
-            model.xsheet.MutableCel(level, frame) = cel;
+            model.xsheet.MutableCell(level, frame) = cell;
     }
 }
 

@@ -27,7 +27,7 @@ std::string CXSheetOperations::GetXsheetData(int level, int frame) const {
     if (!RequireLevel(level, "Internal Error : nlvl out of range in GetXsheetData") ||
         !RequireFrame(frame, "Internal Error : nfrm out of range in GetXsheetData"))
         return {};
-    return m_context.model.xsheet.CelText(level, frame);
+    return m_context.model.xsheet.CellText(level, frame);
 }
 
 void CXSheetOperations::SetCursorX(int level) {

@@ -1,6 +1,6 @@
 #include "xsheet/CameraTrack.h"
 
-#include "xsheet/CelGeometry.h"
+#include "xsheet/CellGeometry.h"
 #include "xsheet/Truncate.h"
 
 #include <cmath>

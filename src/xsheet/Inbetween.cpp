@@ -84,29 +84,29 @@ public:
     CLevelInbetween(CXSheet& xsheet, int level, CInbetweenKeys keys, InbetweenType type)
         : m_xsheet(xsheet), m_level(level), m_keys(keys), m_type(type) {}
 
-    using Getter = double (CXSheetCel::*)() const;
+    using Getter = double (CXSheetCell::*)() const;
 
-    void Write(Getter get, CStatus (CXSheetCel::*set)(double)) {
+    void Write(Getter get, CStatus (CXSheetCell::*set)(double)) {
         const CBetweenValues values = ValuesOf(get);
-        ForEachUsedCel([&](CXSheetCel& cel, int frame) { return (cel.*set)(values.At(frame)); });
+        ForEachUsedCell([&](CXSheetCell& cell, int frame) { return (cell.*set)(values.At(frame)); });
     }
-    void Write(Getter getX, Getter getY, CStatus (CXSheetCel::*set)(double, double)) {
+    void Write(Getter getX, Getter getY, CStatus (CXSheetCell::*set)(double, double)) {
         const CBetweenValues valuesX = ValuesOf(getX);
         const CBetweenValues valuesY = ValuesOf(getY);
-        ForEachUsedCel(
-            [&](CXSheetCel& cel, int frame) { return (cel.*set)(valuesX.At(frame), valuesY.At(frame)); });
+        ForEachUsedCell(
+            [&](CXSheetCell& cell, int frame) { return (cell.*set)(valuesX.At(frame), valuesY.At(frame)); });
     }
 
 private:
     CBetweenValues ValuesOf(Getter get) const {
-        return {m_type, m_keys, (m_xsheet.Cel(m_level, m_keys.first).*get)(),
-                (m_xsheet.Cel(m_level, m_keys.last).*get)()};
+        return {m_type, m_keys, (m_xsheet.Cell(m_level, m_keys.first).*get)(),
+                (m_xsheet.Cell(m_level, m_keys.last).*get)()};
     }
     template<class Change>
-    void ForEachUsedCel(Change change) {
+    void ForEachUsedCell(Change change) {
         for (int frame = m_keys.first + 1; frame < EndOfWriting(m_keys, m_type); ++frame)
-            if (m_xsheet.Cel(m_level, frame).IsUsed())
-                static_cast<void>(change(m_xsheet.MutableCel(m_level, frame), frame)); // fails on empty cells only
+            if (m_xsheet.Cell(m_level, frame).IsUsed())
+                static_cast<void>(change(m_xsheet.MutableCell(m_level, frame), frame)); // fails on empty cells only
     }
 
     CXSheet& m_xsheet;
@@ -159,9 +159,9 @@ void InbetweenCamera(CCameraTrack& camera, CInbetweenKeys keys, CameraSource sou
 
 std::optional<CInbetweenKeys> FindLevelKeys(const CXSheet& xsheet, int level, int firstFrame, int lastFrame) {
     CInbetweenKeys keys{firstFrame, lastFrame};
-    while (keys.last - keys.first >= 2 && !xsheet.Cel(level, keys.first).IsUsed())
+    while (keys.last - keys.first >= 2 && !xsheet.Cell(level, keys.first).IsUsed())
         ++keys.first;
-    while (keys.last - keys.first >= 2 && !xsheet.Cel(level, keys.last).IsUsed())
+    while (keys.last - keys.first >= 2 && !xsheet.Cell(level, keys.last).IsUsed())
         --keys.last;
     return keys.last - keys.first >= 2 ? std::optional(keys) : std::nullopt;
 }
@@ -170,15 +170,15 @@ void InbetweenLevel(CXSheet& xsheet, int level, CInbetweenKeys keys, LevelSource
     CLevelInbetween inbetween(xsheet, level, keys, type);
     switch (source) {
     case LevelSource::Position:
-        return inbetween.Write(&CXSheetCel::PosX, &CXSheetCel::PosY, &CXSheetCel::SetPos);
+        return inbetween.Write(&CXSheetCell::PosX, &CXSheetCell::PosY, &CXSheetCell::SetPos);
     case LevelSource::Rotation:
-        return inbetween.Write(&CXSheetCel::Rotation, &CXSheetCel::SetRot);
+        return inbetween.Write(&CXSheetCell::Rotation, &CXSheetCell::SetRot);
     case LevelSource::Zoom:
-        return inbetween.Write(&CXSheetCel::ScaleX, &CXSheetCel::ScaleY, &CXSheetCel::SetScale);
+        return inbetween.Write(&CXSheetCell::ScaleX, &CXSheetCell::ScaleY, &CXSheetCell::SetScale);
     case LevelSource::Transparency:
-        return inbetween.Write(&CXSheetCel::Transparency, &CXSheetCel::SetTrans);
+        return inbetween.Write(&CXSheetCell::Transparency, &CXSheetCell::SetTrans);
     case LevelSource::Blur:
-        return inbetween.Write(&CXSheetCel::BlurX, &CXSheetCel::BlurY, &CXSheetCel::SetBlur);
+        return inbetween.Write(&CXSheetCell::BlurX, &CXSheetCell::BlurY, &CXSheetCell::SetBlur);
     }
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/Shared.h"
-#include "xsheet/XSheetCel.h"
+#include "xsheet/XSheetCell.h"
 
 #include <string>
 #include <string_view>
@@ -21,10 +21,10 @@ struct CXSheetSelection {
 };
 
 /// Cells copied from the grid: rows are frames, columns levels.
-struct CCelClipboard {
+struct CCellClipboard {
     int width = 0;  ///< levels
     int height = 0; ///< frames
-    std::vector<CXSheetCel> cels;
+    std::vector<CXSheetCell> cells;
 
     bool IsEmpty() const { return width == 0 || height == 0; }
 };
@@ -53,12 +53,12 @@ public:
     bool HasLevel(int level) const { return level >= 0 && level < LevelCount(); }
     bool HasFrame(int frame) const { return frame >= 0 && frame < m_frameCount; }
 
-    const CXSheetCel& Cel(int level, int frame) const {
-        return m_levels[static_cast<std::size_t>(level)]->cels[static_cast<std::size_t>(frame)];
+    const CXSheetCell& Cell(int level, int frame) const {
+        return m_levels[static_cast<std::size_t>(level)]->cells[static_cast<std::size_t>(frame)];
     }
     /// The cell to be written, valid until the sheet is copied.
-    CXSheetCel& MutableCel(int level, int frame) {
-        return m_levels[static_cast<std::size_t>(level)].Change().cels.Change(static_cast<std::size_t>(frame));
+    CXSheetCell& MutableCell(int level, int frame) {
+        return m_levels[static_cast<std::size_t>(level)].Change().cells.Change(static_cast<std::size_t>(frame));
     }
     const std::string& LevelName(int level) const { return m_levels[static_cast<std::size_t>(level)]->name; }
     void SetLevelName(int level, std::string name) {
@@ -67,7 +67,7 @@ public:
 
     /// Text of a cell: folder and cel name joined, a picture's name alone, the ditto mark for a held drawing, empty
     /// for an empty cell.
-    std::string CelText(int level, int frame) const;
+    std::string CellText(int level, int frame) const;
 
     // In the pictures of the edits a row is a level, its frames stand from left to right, a letter is a drawing, a
     // dot an empty cell, and brackets hold the selection. A selection lies inside the grid and starts before it
@@ -100,16 +100,16 @@ public:
     ///
     ///     0  A[A B]        A B
     ///     1  C[C D]   ->   C D
-    CCelClipboard Copy(const CXSheetSelection& selection) const;
+    CCellClipboard Copy(const CXSheetSelection& selection) const;
     /// Empties the selected cells:
     ///
     ///     A[A B]B   ->   A . . B
-    void ClearCels(const CXSheetSelection& selection);
+    void ClearCells(const CXSheetSelection& selection);
     /// Puts a clipboard with its first cell at `level` and `frame`; cells that would fall outside the grid are
     /// dropped. Here X X Y at frame 2:
     ///
     ///     A A B B   ->   A A X X
-    void Paste(const CCelClipboard& clipboard, int level, int frame);
+    void Paste(const CCellClipboard& clipboard, int level, int frame);
     /// Turns the order of the selected frames round:
     ///
     ///     [A A B .]C   ->   . B A A C
@@ -153,11 +153,11 @@ public:
 private:
     /// Few pieces are few pointers to copy with a level, small ones few cells: together they are least at about the
     /// root of the frames.
-    static constexpr std::size_t celsInPiece = 16;
+    static constexpr std::size_t cellsInPiece = 16;
 
     struct CLevel {
         std::string name;
-        CSharedVector<CXSheetCel, celsInPiece> cels;
+        CSharedVector<CXSheetCell, cellsInPiece> cells;
 
         bool operator==(const CLevel&) const = default;
     };
@@ -170,7 +170,7 @@ private:
     void EditLevels(const CXSheetSelection& selection, Edit edit);
     /// Changes the cells for which matches(cel) holds; returns how many.
     template<class Matches, class Change>
-    int ChangeCels(Matches matches, Change change);
+    int ChangeCells(Matches matches, Change change);
 
     std::vector<CShared<CLevel>> m_levels;
     int m_frameCount = 0;

@@ -35,14 +35,14 @@ void WriteCamera(CArchiveWriter& writer, const CCameraFrame& camera) {
     writer.WriteDouble(camera.rotation);
 }
 
-void WriteCel(CArchiveWriter& writer, const CXSheetCel& cel) {
-    writer.WriteString(cel.FolderName());
-    writer.WriteString(cel.CelName());
-    for (const double value : {cel.PosX(), cel.PosY(), cel.ScaleX(), cel.ScaleY(), cel.Rotation(),
-                               cel.Transparency(), cel.BlurX(), cel.BlurY()})
+void WriteCell(CArchiveWriter& writer, const CXSheetCell& cell) {
+    writer.WriteString(cell.FolderName());
+    writer.WriteString(cell.CelName());
+    for (const double value : {cell.PosX(), cell.PosY(), cell.ScaleX(), cell.ScaleY(), cell.Rotation(),
+                               cell.Transparency(), cell.BlurX(), cell.BlurY()})
         writer.WriteDouble(value);
-    writer.WriteInt(cel.Size().height);
-    writer.WriteInt(cel.Size().width);
+    writer.WriteInt(cell.Size().height);
+    writer.WriteInt(cell.Size().width);
 }
 
 void WriteHeader(CArchiveWriter& writer, const CXSheetData& data) {
@@ -64,10 +64,10 @@ CCameraFrame ReadCamera(CArchiveReader& reader) {
     return camera;
 }
 
-CXSheetCel ReadCel(CArchiveReader& reader) {
+CXSheetCell ReadCell(CArchiveReader& reader) {
     std::string folder = reader.ReadString();
     std::string name = reader.ReadString();
-    CCelTransform transform;
+    CCellTransform transform;
     transform.posX = reader.ReadDouble();
     transform.posY = reader.ReadDouble();
     transform.scaleX = reader.ReadDouble();
@@ -79,7 +79,7 @@ CXSheetCel ReadCel(CArchiveReader& reader) {
     CSize size;
     size.height = reader.ReadInt();
     size.width = reader.ReadInt();
-    return CXSheetCel::FromFile(std::move(folder), std::move(name), transform, transparency, blurX, blurY, size);
+    return CXSheetCell::FromFile(std::move(folder), std::move(name), transform, transparency, blurX, blurY, size);
 }
 
 bool ReadCamera(CArchiveReader& reader, int frames, CCameraTrack& camera) {
@@ -100,8 +100,8 @@ bool ReadLevels(CArchiveReader& reader, int levels, int frames, CXSheet& xsheet)
         xsheet.SetLevelName(level, reader.ReadString());
         for (int frame = 0; frame < frames && !reader.Failed(); ++frame)
             // What was never used stays the piece of empty cells that all levels share.
-            if (CXSheetCel cel = ReadCel(reader); !cel.IsIdenticalTo({}))
-                xsheet.MutableCel(level, frame) = std::move(cel);
+            if (CXSheetCell cell = ReadCell(reader); !cell.IsIdenticalTo({}))
+                xsheet.MutableCell(level, frame) = std::move(cell);
     }
     return !reader.Failed();
 }
@@ -151,7 +151,7 @@ CArchiveWriter WriteXSheet(const CXSheetData& data) {
     for (int level = 0; level < data.xsheet.LevelCount(); ++level) {
         writer.WriteString(data.xsheet.LevelName(level));
         for (int frame = 0; frame < data.xsheet.FrameCount(); ++frame)
-            WriteCel(writer, data.xsheet.Cel(level, frame));
+            WriteCell(writer, data.xsheet.Cell(level, frame));
     }
     writer.WriteInt(static_cast<std::int32_t>(data.sounds.size()));
     for (const CSoundPlacement& sound : data.sounds) {

@@ -54,8 +54,8 @@ protected:
         ADD_FAILURE() << "no level " << name;
         return 0;
     }
-    const CXSheetCel& Cel(const std::string& level, int frame) const {
-        return data.xsheet.Cel(LevelNamed(level), frame);
+    const CXSheetCell& Cel(const std::string& level, int frame) const {
+        return data.xsheet.Cell(LevelNamed(level), frame);
     }
 
     CXSheetData data;
@@ -73,7 +73,7 @@ TEST_F(Demo, IsASceneOfSeveralFilledLevels) {
     ASSERT_EQ(data.xsheet.FrameCount(), 100);
     EXPECT_GE(data.xsheet.LevelCount(), 4);
     for (int level = 0; level < data.xsheet.LevelCount(); ++level)
-        EXPECT_TRUE(data.xsheet.Cel(level, 0).IsUsed()) << data.xsheet.LevelName(level);
+        EXPECT_TRUE(data.xsheet.Cell(level, 0).IsUsed()) << data.xsheet.LevelName(level);
     for (int frame = 0; frame < 100; ++frame)
         EXPECT_TRUE(Cel("Fox", frame).IsUsed() && Cel("Meadow", frame).IsPicture()) << frame;
 }
@@ -82,7 +82,7 @@ TEST_F(Demo, IsASceneOfSeveralFilledLevels) {
 TEST_F(Demo, PictureFillsEveryFrame) {
     for (int frame = 0; frame < 100; ++frame) {
         const CCameraFrame& camera = data.camera.At(frame);
-        const CXSheetCel& picture = Cel("Meadow", frame);
+        const CXSheetCell& picture = Cel("Meadow", frame);
         const double left = picture.PosX() - picture.Size().width / 2 + camera.panX - 384;
         const double bottom = picture.PosY() - picture.Size().height / 2 + camera.panY - 288;
         EXPECT_LE(left * camera.zoom, -384) << frame;
@@ -123,7 +123,7 @@ TEST_F(Demo, DrawingsAreHeldOnTwosAfterTheWalk) {
     for (int frame = 1; frame < walkEnd; ++frame)
         EXPECT_FALSE(Cel("Fox", frame).ShowsSameAs(Cel("Fox", frame - 1))) << frame;
     for (int frame = walkEnd; frame < 100; frame += 2) {
-        const CXSheetCel& second = Cel("Fox", frame + 1);
+        const CXSheetCell& second = Cel("Fox", frame + 1);
         EXPECT_TRUE(second.ShowsSameAs(Cel("Fox", frame))) << frame;
         EXPECT_EQ(second.Transform(), Cel("Fox", frame).Transform()) << frame;
     }
@@ -135,7 +135,7 @@ TEST_F(Demo, FeetDoNotSlide) {
     ASSERT_EQ(walk.size(), 16u);
     double spot = 0;
     for (int frame = 0; frame <= 6; ++frame) {
-        const CXSheetCel& cel = Cel("Fox", frame);
+        const CXSheetCell& cel = Cel("Fox", frame);
         EXPECT_EQ(cel.CelName(), std::to_string(frame + 1));
         const double foot = cel.PosX() + walk[static_cast<std::size_t>(frame)].nearFoot.x * cel.ScaleX();
         if (frame > 0)

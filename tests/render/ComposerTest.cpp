@@ -124,13 +124,13 @@ TEST_F(CComposerTest, WithoutMemoryForTheFrameThereIsNone) {
     EXPECT_TRUE(m_frame.pixels.empty());
 }
 
-CXSheetCel Cell(double x, double y, double rotation) {
-    return CXSheetCel::FromFile("A", "1", {x, y, 2, 0.5, rotation}, 25, 3, 1, {10, 10});
+CXSheetCell Cell(double x, double y, double rotation) {
+    return CXSheetCell::FromFile("A", "1", {x, y, 2, 0.5, rotation}, 25, 3, 1, {10, 10});
 }
 
 TEST(PlaceCelTest, TurnsThePointBackAndTheImageOn) {
     const double quarter = std::acos(0.0);
-    const CPlacement at = PlaceCel(Cell(320, 250, 0.5), {10, -10, quarter, 2}, {{640, 480}, {640, 480}, 1}, true);
+    const CPlacement at = PlaceCell(Cell(320, 250, 0.5), {10, -10, quarter, 2}, {{640, 480}, {640, 480}, 1}, true);
     // (10, 0) from the centre, turned by minus a quarter and doubled.
     EXPECT_NEAR(at.centreX, 320, 1e-9);
     EXPECT_NEAR(at.centreY, 240 - 20, 1e-9);
@@ -143,7 +143,7 @@ TEST(PlaceCelTest, TurnsThePointBackAndTheImageOn) {
 }
 
 TEST(PlaceCelTest, ZoomOfNothingLeavesEverythingInTheCentre) {
-    const CPlacement at = PlaceCel(Cell(100, 50, 0), {0, 0, 1, 0}, {{641, 481}, {641, 481}, 1}, false);
+    const CPlacement at = PlaceCell(Cell(100, 50, 0), {0, 0, 1, 0}, {{641, 481}, {641, 481}, 1}, false);
     EXPECT_EQ(at.centreX, 320);
     EXPECT_EQ(at.centreY, 240);
     EXPECT_EQ(at.scaleX, 0);
@@ -151,7 +151,7 @@ TEST(PlaceCelTest, ZoomOfNothingLeavesEverythingInTheCentre) {
 
 TEST(PlaceCelTest, SmallerOutputKeepsTheCentreOfTheScene) {
     const COutputGeometry geometry{{640, 480}, {324, 243}, 0.50625};
-    const CPlacement at = PlaceCel(Cell(320, 240, 0), {}, geometry, false);
+    const CPlacement at = PlaceCell(Cell(320, 240, 0), {}, geometry, false);
     EXPECT_EQ(at.centreX, 162);
     // Half of 480 - 243 is 118.5, the centre of 243 rows is row 121.
     EXPECT_EQ(at.centreY, 121 + 0.5 * 0.50625);

@@ -149,7 +149,7 @@ TEST_F(Flipbook, PanAndTiltAreTheCursorFramesWhileTheZoomFollows) {
     CCameraFrame camera = scene.data.camera.At(7);
     camera.zoom = scene.data.camera.At(2).zoom;
     // By hand: 68 x 51 pixels, moved by the half difference of the sizes, about the output's integer centre.
-    const CXSheetCel& cel = scene.data.xsheet.Cel(0, 2);
+    const CXSheetCell& cel = scene.data.xsheet.Cell(0, 2);
     const double factor = 68.0 / 64;
     const double x = cel.PosX() + camera.panX + (68 - 64) / 2.0 - 34;
     const double y = cel.PosY() + camera.panY + (51 - 48) / 2.0 - 25;

@@ -30,7 +30,7 @@ protected:
         const std::string undone = Row(0, 2) + Row(1, 4);
         std::swap(model.xsheet, model.undo->xsheet);
         std::string copied;
-        for (const CXSheetCel& cel : model.clipboard.cels)
+        for (const CXSheetCell& cel : model.clipboard.cells)
             copied += cel.IsUsed() ? cel.CelName() : ".";
         return now + " " + undone + " " + copied;
     }
@@ -376,7 +376,7 @@ TEST_F(AssetOperations, ANewCelReplacesTheOldOneOnlyWhenItIsThere) {
     assets.OnAssetsNewcel();
     EXPECT_EQ(model.celImg.FilePath(), CelFile("3"));
     EXPECT_EQ(model.celImg.ColorAt(1, 0), white);
-    EXPECT_EQ(model.xsheet.Cel(0, 0).Size(), (CSize{30, 50}));
+    EXPECT_EQ(model.xsheet.Cell(0, 0).Size(), (CSize{30, 50}));
     EXPECT_EQ(Load(CelFile("3")).ColorAt(1, 0), white);
     EXPECT_EQ(TakeHints(), Hints{263});
 }

@@ -89,9 +89,9 @@ TEST_F(CCameraOperationsTest, ADragIsOneStepOfUndoAndAClickIsNone) {
         camera.ProcessCamInput(10, 0);
         camera.EndCamInput(0, 0);
     }
-    EXPECT_EQ(model.xsheet.Cel(0, 0).PosX(), 384 + 40);
+    EXPECT_EQ(model.xsheet.Cell(0, 0).PosX(), 384 + 40);
     sheet.OnEditUndo();
-    EXPECT_EQ(model.xsheet.Cel(0, 0).PosX(), 384 + 20);
+    EXPECT_EQ(model.xsheet.Cell(0, 0).PosX(), 384 + 20);
 }
 
 TEST_F(CCameraOperationsTest, MovesTheUsedCellsOfSelectedLevels) {
@@ -108,12 +108,12 @@ TEST_F(CCameraOperationsTest, MovesTheUsedCellsOfSelectedLevels) {
     camera.ProcessCamInput(150, 0);
     camera.OnCameraZoommode();
     camera.ProcessCamInput(10, 0); // as the mouse went, not turned
-    const CCelTransform moved = model.xsheet.Cel(1, 0).Transform();
+    const CCellTransform moved = model.xsheet.Cell(1, 0).Transform();
     EXPECT_EQ(moved.posX, 384);
     EXPECT_EQ(moved.posY, 298);
     EXPECT_DOUBLE_EQ(moved.rotation, 1);
     EXPECT_DOUBLE_EQ(moved.scaleX, 1.05);
-    EXPECT_EQ(model.xsheet.Cel(0, 0).Transform(), (CCelTransform{384, 288, 1, 1, 0}));
+    EXPECT_EQ(model.xsheet.Cell(0, 0).Transform(), (CCellTransform{384, 288, 1, 1, 0}));
     EXPECT_EQ(TakeHints(), (Hints{4, 12, 4, 12, 4}));
 
     model.cursorFrame = 1; // nothing used there

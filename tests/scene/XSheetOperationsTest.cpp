@@ -87,7 +87,7 @@ TEST_F(CXSheetOperationsTest, RefusesTheFiftiethLevelAfterItsName) {
 
 TEST_F(CXSheetOperationsTest, DeletesALevelAfterConfirmationAndBringsItBack) {
     SetLevels(3);
-    const CXSheetCel cel = Put(1, 4, "1");
+    const CXSheetCell cell = Put(1, 4, "1");
     model.cursorLevel = 2;
     model.selection = {1, 2, 0, 0};
     model.moveSelection.ToggleLevel(1, 3);
@@ -110,7 +110,7 @@ TEST_F(CXSheetOperationsTest, DeletesALevelAfterConfirmationAndBringsItBack) {
     model.camera.MutableAt(5).panX = 8;
     sheet.OnEditUndo();
     EXPECT_EQ(sheet.GetLevelName(1), "1");
-    EXPECT_EQ(model.xsheet.Cel(1, 4), cel);
+    EXPECT_EQ(model.xsheet.Cell(1, 4), cell);
     EXPECT_FALSE(sheet.GetLevelSmoothed(1));
     EXPECT_TRUE(model.moveSelection.IsCameraSelected()) << "the only level that moved is gone";
     EXPECT_EQ(model.sounds.Count(), 0);
@@ -236,10 +236,10 @@ TEST_F(CXSheetOperationsTest, DropsAssetsInOrderAndStopsAtTheEnd) {
     model.sourceSelection = {"1", "2"};
     sheet.DropCels(0, 1, 2, true);
     EXPECT_EQ(Row(0, 6), ".11228");
-    EXPECT_EQ(model.xsheet.Cel(0, 2).Size(), (CSize{30, 20}));
-    EXPECT_EQ(model.xsheet.Cel(0, 4).Size(), (CSize{40, 20}));
-    EXPECT_EQ(model.xsheet.Cel(0, 4).PosX(), 384);
-    EXPECT_EQ(model.xsheet.Cel(0, 4).PosY(), 288);
+    EXPECT_EQ(model.xsheet.Cell(0, 2).Size(), (CSize{30, 20}));
+    EXPECT_EQ(model.xsheet.Cell(0, 4).Size(), (CSize{40, 20}));
+    EXPECT_EQ(model.xsheet.Cell(0, 4).PosX(), 384);
+    EXPECT_EQ(model.xsheet.Cell(0, 4).PosY(), 288);
     EXPECT_EQ(TakeHints(), (Hints{8, 260}));
     EXPECT_EQ(prompter.TakeMessages(), Texts{});
     sheet.OnEditUndo();
@@ -252,7 +252,7 @@ TEST_F(CXSheetOperationsTest, DropsAssetsInOrderAndStopsAtTheEnd) {
     model.sourceSelection = {"4", "5"}; // without files: shown all the same, one message each
     sheet.DropCels(0, 3, 2, false);
     EXPECT_EQ(Row(0, 6), ".11445");
-    EXPECT_TRUE(model.xsheet.Cel(0, 5).IsPicture());
+    EXPECT_TRUE(model.xsheet.Cell(0, 5).IsPicture());
     EXPECT_EQ(prompter.TakeMessages().size(), 2U);
     sheet.DropCels(0, 0, std::numeric_limits<int>::max(), true);
     EXPECT_EQ(Row(0, 6), "444444");

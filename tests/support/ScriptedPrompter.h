@@ -88,8 +88,8 @@ public:
     std::optional<int> AskFrameCount(const CFrameCountRequest& request) override {
         return Ask<int>(request, request.accept);
     }
-    std::optional<CCelDataForm> AskCelData(const CCelDataRequest& request) override {
-        return Ask<CCelDataForm>(request, request.accept);
+    std::optional<CCellDataForm> AskCellData(const CCellDataRequest& request) override {
+        return Ask<CCellDataForm>(request, request.accept);
     }
     std::optional<CBlurForm> AskBlur(const CBlurRequest& request) override {
         return Ask<CBlurForm>(request, request.accept);

@@ -41,8 +41,8 @@ public:
     void Save() const { EXPECT_TRUE(SaveXSheet(folder / (name + ".xsheet"), data)); }
 
     void Expose(int level, int frame, const std::string& celFolder, const std::string& cel, int x, int y) {
-        EXPECT_TRUE(data.xsheet.MutableCel(level, frame).Set(folder, celFolder, cel, data.geometry.Frame()));
-        static_cast<void>(data.xsheet.MutableCel(level, frame).SetPos(x, y));
+        EXPECT_TRUE(data.xsheet.MutableCell(level, frame).Set(folder, celFolder, cel, data.geometry.Frame()));
+        static_cast<void>(data.xsheet.MutableCell(level, frame).SetPos(x, y));
     }
 
     const std::filesystem::path folder;

@@ -10,15 +10,15 @@ namespace velmor::testing {
 class CXSheetScene : public CSceneFixture {
 protected:
     /// A cell of folder "Man", 100 x 100 pixels at (384, 288).
-    CXSheetCel& Put(int level, int frame, const std::string& name) {
-        return model.xsheet.MutableCel(level, frame) =
-                   CXSheetCel::FromFile("Man", name, {384, 288, 1, 1, 0}, 0, 1, 1, {100, 100});
+    CXSheetCell& Put(int level, int frame, const std::string& name) {
+        return model.xsheet.MutableCell(level, frame) =
+                   CXSheetCell::FromFile("Man", name, {384, 288, 1, 1, 0}, 0, 1, 1, {100, 100});
     }
     /// The cel names of a level's first frames, a point for an empty cell.
     std::string Row(int level, int frames) const {
         std::string row;
         for (int frame = 0; frame < frames; ++frame)
-            row += model.xsheet.Cel(level, frame).IsUsed() ? model.xsheet.Cel(level, frame).CelName() : ".";
+            row += model.xsheet.Cell(level, frame).IsUsed() ? model.xsheet.Cell(level, frame).CelName() : ".";
         return row;
     }
     /// A sheet of as many empty levels, named "0", "1" and so on.

@@ -1,6 +1,6 @@
 #include "views/camera/CameraDrag.h"
 
-#include "xsheet/CelGeometry.h"
+#include "xsheet/CellGeometry.h"
 
 #include <gtest/gtest.h>
 

@@ -41,7 +41,7 @@ TEST_F(CCameraMarksTest, PathsRunThroughTheMiddleOfWhatTheCameraSees) {
         const CPoint point = PointOf(0, frame).at;
         EXPECT_NEAR(point.x, x, 2) << frame;
         EXPECT_NEAR(point.y, y, 2) << frame;
-        EXPECT_EQ(point, doc->GetXSheetCelCentre(0, frame)) << frame;
+        EXPECT_EQ(point, doc->GetXSheetCellCentre(0, frame)) << frame;
     }
 }
 
@@ -59,7 +59,7 @@ TEST_F(CCameraMarksTest, AnInbetweenShowsOnThePathAtOnceAndACancelledOneChangesN
     doc->OnXsheetInbetweenleveldata();
     const CPoint eased = PointOf(0, 2).at;
     EXPECT_LT(eased.x, straight.x) << "it starts slowly";
-    EXPECT_EQ(eased, doc->GetXSheetCelCentre(0, 2));
+    EXPECT_EQ(eased, doc->GetXSheetCellCentre(0, 2));
     doc->OnEditUndo();
     EXPECT_EQ(PointOf(0, 2).at, straight);
 }

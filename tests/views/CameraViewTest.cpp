@@ -110,7 +110,7 @@ protected:
     }
     QPoint Scroll() const { return {view->horizontalScrollBar()->value(), view->verticalScrollBar()->value()}; }
     CPoint CelPosition(int level) const {
-        const CXSheetCel& cel = doc->Model().xsheet.Cel(level, doc->GetCursorY());
+        const CXSheetCell& cel = doc->Model().xsheet.Cell(level, doc->GetCursorY());
         return {static_cast<int>(cel.PosX()), static_cast<int>(cel.PosY())};
     }
 
@@ -341,7 +341,7 @@ TEST_F(CameraView, ComposesWhenToldOrWhenTheFrameHasChanged) {
 TEST_F(CameraView, PicturesAppearDuringAFastDrag) {
     scene.data.geometry.width = 2000;
     scene.data.geometry.height = 1500;
-    CXSheetCel& back = scene.data.xsheet.MutableCel(2, 0);
+    CXSheetCell& back = scene.data.xsheet.MutableCell(2, 0);
     ASSERT_TRUE(back.SetPos(1000, 750));
     ASSERT_TRUE(back.SetScale(60, 60));
     scene.Save();

@@ -13,17 +13,17 @@ namespace {
 
 using CCelDialogsTest = CDialogFixture;
 
-const CCelIdentity eyes{"eyes0001", "Hero", "Face", 7};
+const CCellIdentity eyes{"eyes0001", "Hero", "Face", 7};
 
-CCelDataForm SampleForm() {
+CCellDataForm SampleForm() {
     return {384, 288.25, 1.5, 0.75, false, {-2, -5.5}, 3, 4, false, 12.5};
 }
 
 TEST_F(CCelDialogsTest, CelDataComesBackAsItWasShown) {
-    std::optional<CCelDataForm> answer;
+    std::optional<CCellDataForm> answer;
     WithDialog(
         [&] {
-            answer = prompter.AskCelData({eyes, SampleForm(), {}});
+            answer = prompter.AskCellData({eyes, SampleForm(), {}});
         },
         [&](QDialog& dialog) {
             EXPECT_EQ(dialog.windowTitle(), "Edit XSheet Cel Data");
@@ -39,8 +39,8 @@ TEST_F(CCelDialogsTest, CelDataComesBackAsItWasShown) {
 }
 
 TEST_F(CCelDialogsTest, TabGoesThroughTheCelDataAsItIsRead) {
-    const CCelDataRequest request{eyes, SampleForm(), {}};
-    WithDialog([&] { prompter.AskCelData(request); },
+    const CCellDataRequest request{eyes, SampleForm(), {}};
+    WithDialog([&] { prompter.AskCellData(request); },
                [&](QDialog& dialog) {
                    for (const char* name : {"posX", "posY", "scaleX", "scaleY", "preserveScale", "turns", "degrees",
                                             "blurX", "blurY", "preserveBlur", "transparency"}) {
@@ -52,10 +52,10 @@ TEST_F(CCelDialogsTest, TabGoesThroughTheCelDataAsItIsRead) {
 }
 
 TEST_F(CCelDialogsTest, CelDataTakesWhatIsTyped) {
-    std::optional<CCelDataForm> answer;
+    std::optional<CCellDataForm> answer;
     WithDialog(
         [&] {
-            answer = prompter.AskCelData({eyes, {}, {}});
+            answer = prompter.AskCellData({eyes, {}, {}});
         },
         [&](QDialog& dialog) {
             const std::pair<const char*, const char*> entries[] = {
@@ -72,12 +72,12 @@ TEST_F(CCelDialogsTest, CelDataTakesWhatIsTyped) {
 }
 
 TEST_F(CCelDialogsTest, ScaleYFollowsWhileTheAspectIsPreserved) {
-    CCelDataForm form = SampleForm();
+    CCellDataForm form = SampleForm();
     form.scaleY = form.scaleX;
     form.preserveScale = true;
     WithDialog(
         [&] {
-            prompter.AskCelData({eyes, form, {}});
+            prompter.AskCellData({eyes, form, {}});
         },
         [&](QDialog& dialog) {
             auto& preserve = Child<QCheckBox>(dialog, "preserveScale");
@@ -97,15 +97,15 @@ TEST_F(CCelDialogsTest, ScaleYFollowsWhileTheAspectIsPreserved) {
 }
 
 TEST_F(CCelDialogsTest, RefusedCelDataKeepsTheDialogOpen) {
-    std::vector<CCelDataForm> asked;
-    const auto rule = [&](const CCelDataForm& form) {
+    std::vector<CCellDataForm> asked;
+    const auto rule = [&](const CCellDataForm& form) {
         asked.push_back(form);
-        return static_cast<bool>(CheckCelDataForm(form));
+        return static_cast<bool>(CheckCellDataForm(form));
     };
-    std::optional<CCelDataForm> answer;
+    std::optional<CCellDataForm> answer;
     WithDialog(
         [&] {
-            answer = prompter.AskCelData({eyes, SampleForm(), rule});
+            answer = prompter.AskCellData({eyes, SampleForm(), rule});
         },
         [&](QDialog& dialog) {
             Type(dialog, "blurX", "51");
@@ -128,7 +128,7 @@ TEST_F(CCelDialogsTest, RefusedCelDataKeepsTheDialogOpen) {
 TEST_F(CCelDialogsTest, CancelAnswersNothing) {
     const auto refuse = [](const auto&) { return ADD_FAILURE(), false; };
     const auto leave = [](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); };
-    WithDialog([&] { EXPECT_FALSE(prompter.AskCelData({eyes, SampleForm(), refuse})); }, leave);
+    WithDialog([&] { EXPECT_FALSE(prompter.AskCellData({eyes, SampleForm(), refuse})); }, leave);
     WithDialog([&] { EXPECT_FALSE(prompter.AskBlur({eyes, {}, refuse})); }, leave);
     WithDialog([&] { EXPECT_FALSE(prompter.AskTransparency({eyes, 0, refuse})); }, leave);
     WithDialog([&] { EXPECT_FALSE(prompter.AskCameraData({1, {}})); }, leave);

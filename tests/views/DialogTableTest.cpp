@@ -24,7 +24,7 @@ struct CDialogRow {
     void (*open)(CStage& stage);
 };
 
-const CCelIdentity cel{"12", "Fox", "Face", 3};
+const CCellIdentity cel{"12", "Fox", "Face", 3};
 const std::vector<std::string> levels{"Ink", "Paint", "Sky"};
 
 const CDialogRow dialogs[] = {
@@ -65,7 +65,7 @@ const CDialogRow dialogs[] = {
      }},
     {"cel data",
      [](CStage& s) {
-         s.prompter.AskCelData({cel, {}, {}});
+         s.prompter.AskCellData({cel, {}, {}});
      }},
     {"blur",
      [](CStage& s) {

@@ -80,13 +80,13 @@ TEST(XSheetPagesTest, SecondsAndTheirHalvesAreRuled) {
 }
 
 TEST(XSheetNotationTest, TellsWhatIsDoneToADrawing) {
-    CXSheetCel cel = CXSheetCel::FromFile("A", "1", {0, 0, 1.5, 1, -std::numbers::pi / 8}, 50, 3, 3, {10, 10});
-    EXPECT_EQ(CelMarks(cel), "T50 B3 S150/100 R-22.5");
-    EXPECT_EQ(CelMarks(CXSheetCel::FromFile("A", "1", {}, 0, 1, 1, {10, 10})), "");
+    CXSheetCell cell = CXSheetCell::FromFile("A", "1", {0, 0, 1.5, 1, -std::numbers::pi / 8}, 50, 3, 3, {10, 10});
+    EXPECT_EQ(CellMarks(cell), "T50 B3 S150/100 R-22.5");
+    EXPECT_EQ(CellMarks(CXSheetCell::FromFile("A", "1", {}, 0, 1, 1, {10, 10})), "");
     CXSheet xsheet(1, 4);
-    xsheet.MutableCel(0, 0) = xsheet.MutableCel(0, 1) = xsheet.MutableCel(0, 2) = cel;
+    xsheet.MutableCell(0, 0) = xsheet.MutableCell(0, 1) = xsheet.MutableCell(0, 2) = cell;
     EXPECT_EQ(ChangedMarks(xsheet, 0, 1), "");
-    xsheet.MutableCel(0, 2) = CXSheetCel::FromFile("A", "1", {}, 0, 1, 1, {10, 10});
+    xsheet.MutableCell(0, 2) = CXSheetCell::FromFile("A", "1", {}, 0, 1, 1, {10, 10});
     EXPECT_EQ(ChangedMarks(xsheet, 0, 2), "-");
     EXPECT_EQ(HeldName(xsheet, 0, 2), "A1");
     EXPECT_EQ(HeldName(xsheet, 0, 0), "");
@@ -169,7 +169,7 @@ TEST_F(XSheetPrinterTest, StoppingLeavesNoFile) {
 TEST_F(XSheetPrinterTest, CellsShowInTheirColumnsOnly) {
     const CXSheetPages pages = A4Pages(ExtentOf(model));
     const QImage full = PaintPage(pages, 0);
-    model.xsheet.MutableCel(1, 4) = model.xsheet.Cel(0, 0);
+    model.xsheet.MutableCell(1, 4) = model.xsheet.Cell(0, 0);
     const QImage changed = PaintPage(pages, 0);
     const QRectF cell(pages.Level(1).left / pagePoint, pages.RowTop(4) / pagePoint,
                       pages.Level(1).width / pagePoint, pages.RowHeight() / pagePoint);

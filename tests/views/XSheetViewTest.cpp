@@ -92,7 +92,7 @@ protected:
     static QPoint At(int level, int frame) { return {30 + 80 * level + 40, 40 + 20 * frame + 10}; }
     CSheetCell Cursor() const { return {doc->GetCursorX(), doc->GetCursorY()}; }
     CXSheetSelection Selection() const { return doc->Model().selection; }
-    std::string Cel(int level, int frame) const { return doc->Model().xsheet.Cel(level, frame).CelName(); }
+    std::string Cel(int level, int frame) const { return doc->Model().xsheet.Cell(level, frame).CelName(); }
 
     CPaintWatch watch;
     QMimeData assets;
@@ -189,12 +189,12 @@ TEST_F(XSheetViewTest, HeaderButtonsActOnRelease) {
     Press({50, 10});
     EXPECT_FALSE(prompter.AllAnswersTaken());
     Release({50, 10});
-    EXPECT_EQ(doc->Model().xsheet.Cel(0, 0).Transparency(), 30);
+    EXPECT_EQ(doc->Model().xsheet.Cell(0, 0).Transparency(), 30);
     prompter.Answer(CBlurForm{5, 5, true});
     Click({30, 5});
     EXPECT_FALSE(prompter.AllAnswersTaken()) << "the first pixel column is no button's";
     Click({31, 5});
-    EXPECT_EQ(doc->Model().xsheet.Cel(0, 0).BlurX(), 5);
+    EXPECT_EQ(doc->Model().xsheet.Cell(0, 0).BlurX(), 5);
 
     Click({30 + 80 + 40, 19});
     EXPECT_TRUE(doc->GetLevelSmoothed(1));
@@ -208,11 +208,11 @@ TEST_F(XSheetViewTest, HeaderButtonsActOnRelease) {
 
 TEST_F(XSheetViewTest, DoubleClicksEditTheCelOrTheCamera) {
     Open();
-    CCelDataForm form;
+    CCellDataForm form;
     form.posX = 7;
     prompter.Answer(form);
     QTest::mouseDClick(Port(), Qt::LeftButton, {}, At(0, 6));
-    EXPECT_EQ(doc->Model().xsheet.Cel(0, 6).PosX(), 7);
+    EXPECT_EQ(doc->Model().xsheet.Cell(0, 6).PosX(), 7);
     EXPECT_EQ(Selection(), (CXSheetSelection{0, 0, 6, 6}));
 
     prompter.Answer(CCameraForm{11, 0, 100, {}});

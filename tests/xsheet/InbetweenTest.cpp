@@ -59,7 +59,7 @@ TEST(Inbetween, HighFrameNumbersHaveSinglePrecision) {
 TEST(Inbetween, LevelSourcesWriteTheirOwnFields) {
     struct CCase {
         LevelSource source;
-        CCelTransform transform;
+        CCellTransform transform;
         double transparency, blurX, blurY;
     };
     // The middle of five frames, straight from start to end.
@@ -71,33 +71,33 @@ TEST(Inbetween, LevelSourcesWriteTheirOwnFields) {
     for (const CCase& expected : cases) {
         CXSheet xsheet(1, 5);
         for (int frame = 0; frame < 4; ++frame)
-            xsheet.MutableCel(0, frame) =
-                CXSheetCel::FromFile("F", "1", {static_cast<double>(frame), 0, 1, 2, 0}, 0, 1, 1, {10, 10});
-        xsheet.MutableCel(0, 4) = CXSheetCel::FromFile("F", "1", {110, -20, 3, 1, 3}, 60, 9, 25, {10, 10});
+            xsheet.MutableCell(0, frame) =
+                CXSheetCell::FromFile("F", "1", {static_cast<double>(frame), 0, 1, 2, 0}, 0, 1, 1, {10, 10});
+        xsheet.MutableCell(0, 4) = CXSheetCell::FromFile("F", "1", {110, -20, 3, 1, 3}, 60, 9, 25, {10, 10});
         const CXSheet before = xsheet;
         InbetweenLevel(xsheet, 0, {0, 4}, expected.source, InbetweenType::Linear);
-        const CXSheetCel cel = xsheet.Cel(0, 2);
-        EXPECT_EQ(cel, CXSheetCel::FromFile("F", "1", expected.transform, expected.transparency, expected.blurX,
-                                            expected.blurY, {10, 10}))
+        const CXSheetCell cell = xsheet.Cell(0, 2);
+        EXPECT_EQ(cell, CXSheetCell::FromFile("F", "1", expected.transform, expected.transparency, expected.blurX,
+                                              expected.blurY, {10, 10}))
             << static_cast<int>(expected.source);
-        EXPECT_EQ(xsheet.Cel(0, 0), before.Cel(0, 0));
-        EXPECT_EQ(xsheet.Cel(0, 4), before.Cel(0, 4));
+        EXPECT_EQ(xsheet.Cell(0, 0), before.Cell(0, 0));
+        EXPECT_EQ(xsheet.Cell(0, 4), before.Cell(0, 4));
     }
 }
 
 TEST(Inbetween, LevelsSkipEmptyCells) {
     CXSheet xsheet = SheetOf({"A.AAA"});
-    ASSERT_TRUE(xsheet.MutableCel(0, 4).SetPos(100, 8));
+    ASSERT_TRUE(xsheet.MutableCell(0, 4).SetPos(100, 8));
     InbetweenLevel(xsheet, 0, {0, 4}, LevelSource::Position, InbetweenType::Linear);
-    EXPECT_EQ(xsheet.Cel(0, 1), CXSheetCel());
-    EXPECT_EQ(xsheet.Cel(0, 2).PosX(), 50);
-    EXPECT_EQ(xsheet.Cel(0, 3).PosX(), 75);
-    EXPECT_EQ(xsheet.Cel(0, 3).PosY(), 6);
-    ASSERT_TRUE(xsheet.MutableCel(0, 0).SetPos(0.1, 0));
+    EXPECT_EQ(xsheet.Cell(0, 1), CXSheetCell());
+    EXPECT_EQ(xsheet.Cell(0, 2).PosX(), 50);
+    EXPECT_EQ(xsheet.Cell(0, 3).PosX(), 75);
+    EXPECT_EQ(xsheet.Cell(0, 3).PosY(), 6);
+    ASSERT_TRUE(xsheet.MutableCell(0, 0).SetPos(0.1, 0));
     InbetweenLevel(xsheet, 0, {0, 4}, LevelSource::Position, InbetweenType::Constant);
-    EXPECT_EQ(xsheet.Cel(0, 1), CXSheetCel());
-    EXPECT_EQ(xsheet.Cel(0, 3).PosX(), 0.1);
-    EXPECT_EQ(xsheet.Cel(0, 4).PosX(), 0.1);
+    EXPECT_EQ(xsheet.Cell(0, 1), CXSheetCell());
+    EXPECT_EQ(xsheet.Cell(0, 3).PosX(), 0.1);
+    EXPECT_EQ(xsheet.Cell(0, 4).PosX(), 0.1);
 }
 
 TEST(Inbetween, KeysAreFoundInward) {

@@ -17,7 +17,7 @@ inline CXSheet SheetOf(const Rows& rows) {
         for (int frame = 0; frame < xsheet.FrameCount(); ++frame)
             if (const char letter = rows[static_cast<std::size_t>(level)][static_cast<std::size_t>(frame)];
                 letter != '.')
-                xsheet.MutableCel(level, frame) = CXSheetCel::FromFile(
+                xsheet.MutableCell(level, frame) = CXSheetCell::FromFile(
                     "F", std::string(1, letter), {static_cast<double>(frame), 0, 1, 1, 0}, 0, 1, 1, {10, 10});
     return xsheet;
 }
@@ -27,7 +27,7 @@ inline Rows RowsOf(const CXSheet& xsheet) {
     for (int level = 0; level < xsheet.LevelCount(); ++level)
         for (int frame = 0; frame < xsheet.FrameCount(); ++frame)
             rows[static_cast<std::size_t>(level)] +=
-                xsheet.Cel(level, frame).IsUsed() ? xsheet.Cel(level, frame).CelName() : ".";
+                xsheet.Cell(level, frame).IsUsed() ? xsheet.Cell(level, frame).CelName() : ".";
     return rows;
 }
 

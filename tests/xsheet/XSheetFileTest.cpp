@@ -71,7 +71,7 @@ TEST(XSheetFile, HoldsEveryFieldInItsPlace) {
     EXPECT_EQ(data.camera.At(0), (CCameraFrame{1.5, -2.5, 0.75, 1.25}));
     EXPECT_EQ(data.camera.At(1), CCameraFrame());
     EXPECT_EQ(data.xsheet.LevelName(0), "Ink");
-    EXPECT_EQ(data.xsheet.Cel(0, 0), CXSheetCel::FromFile("walk", "12a", {3, 4, 5, 6, 7}, 8, 9, 10, {100, 200}));
+    EXPECT_EQ(data.xsheet.Cell(0, 0), CXSheetCell::FromFile("walk", "12a", {3, 4, 5, 6, 7}, 8, 9, 10, {100, 200}));
     EXPECT_EQ(data.sounds, (std::vector<CSoundPlacement>{{7, "boom"}, {3, ""}}));
     EXPECT_EQ(EncodeXSheet(data), file);
     EXPECT_EQ(EncodeXSheet({}).size(), 10663u);
@@ -88,14 +88,14 @@ TEST(XSheetFile, KeepsEveryByteOfTextAndNumbers) {
         EXPECT_EQ(EncodeXSheet(data), file);
     }
     CXSheetData data;
-    data.xsheet.MutableCel(0, 99) =
-        CXSheetCel::FromFile(std::string(255, 'f'), std::string(70000, 'c'), {}, 0, 1, 1, {});
+    data.xsheet.MutableCell(0, 99) =
+        CXSheetCell::FromFile(std::string(255, 'f'), std::string(70000, 'c'), {}, 0, 1, 1, {});
     CXSheetData again;
     ASSERT_TRUE(DecodeXSheet(EncodeXSheet(data), again));
     EXPECT_EQ(again, data);
     // Equal to what an unused place holds, and yet other bytes.
     data = {};
-    data.xsheet.MutableCel(0, 3).SetTransform({-0.0, 0, 1, 1, 0});
+    data.xsheet.MutableCell(0, 3).SetTransform({-0.0, 0, 1, 1, 0});
     data.camera.MutableAt(5).panY = -0.0;
     const Bytes file = EncodeXSheet(data);
     ASSERT_TRUE(DecodeXSheet(file, again));

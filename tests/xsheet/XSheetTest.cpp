@@ -22,11 +22,11 @@ std::string After(Edit edit, const std::string& level, int firstFrame, int lastF
 void CondensePlainly(CXSheet& xsheet, int start, int end) {
     const int last = xsheet.FrameCount() - 1;
     for (int f = start; f < end; ++f) {
-        if (f == 0 || f == last || !xsheet.Cel(0, f).ShowsSameAs(xsheet.Cel(0, f - 1)) ||
-            xsheet.Cel(0, f).ShowsSameAs(xsheet.Cel(0, f + 1)))
+        if (f == 0 || f == last || !xsheet.Cell(0, f).ShowsSameAs(xsheet.Cell(0, f - 1)) ||
+            xsheet.Cell(0, f).ShowsSameAs(xsheet.Cell(0, f + 1)))
             continue;
         for (int i = f; i < last; ++i)
-            xsheet.MutableCel(0, i) = xsheet.Cel(0, i + 1);
+            xsheet.MutableCell(0, i) = xsheet.Cell(0, i + 1);
         --end;
     }
 }
@@ -34,10 +34,10 @@ void CondensePlainly(CXSheet& xsheet, int start, int end) {
 void ExpandPlainly(CXSheet& xsheet, int start, int end) {
     const int last = xsheet.FrameCount() - 1;
     for (int f = start; f <= end && f < last; ++f) {
-        if (f != end && xsheet.Cel(0, f).ShowsSameAs(xsheet.Cel(0, f + 1)))
+        if (f != end && xsheet.Cell(0, f).ShowsSameAs(xsheet.Cell(0, f + 1)))
             continue;
         for (int i = last; i > f; --i)
-            xsheet.MutableCel(0, i) = xsheet.Cel(0, i - 1);
+            xsheet.MutableCell(0, i) = xsheet.Cell(0, i - 1);
         ++f;
         ++end;
     }
@@ -69,11 +69,11 @@ TEST(XSheet, LevelsAndFramesComeAndGo) {
 
 TEST(XSheet, CopiesClearsAndPastesBlocks) {
     CXSheet xsheet = SheetOf({"ABC.", "DEF.", "GHI."});
-    const CCelClipboard block = xsheet.Copy({0, 1, 1, 2});
+    const CCellClipboard block = xsheet.Copy({0, 1, 1, 2});
     EXPECT_EQ(block.width, 2);
     EXPECT_EQ(block.height, 2);
-    EXPECT_EQ(block.cels[1].CelName(), "E"); // rows are frames
-    xsheet.ClearCels({0, 1, 1, 2});
+    EXPECT_EQ(block.cells[1].CelName(), "E"); // rows are frames
+    xsheet.ClearCells({0, 1, 1, 2});
     EXPECT_EQ(RowsOf(xsheet), (Rows{"A...", "D...", "GHI."}));
     xsheet.Paste(block, 1, 0);
     EXPECT_EQ(RowsOf(xsheet), (Rows{"A...", "BC..", "EFI."}));
@@ -144,34 +144,34 @@ TEST(XSheet, InsertedFramesPushTheRestDown) {
 
 TEST(XSheet, TextOfCells) {
     CXSheet xsheet = SheetOf({"AAB..A"});
-    xsheet.MutableCel(0, 5) = CXSheetCel::FromFile("_Pictures_", "sky", {}, 0, 1, 1, {});
+    xsheet.MutableCell(0, 5) = CXSheetCell::FromFile("_Pictures_", "sky", {}, 0, 1, 1, {});
     std::string text;
     for (int frame = 0; frame < 6; ++frame)
-        text += xsheet.CelText(0, frame) + ",";
+        text += xsheet.CellText(0, frame) + ",";
     EXPECT_EQ(text, "FA,\",FB,,,sky,");
-    xsheet.MutableCel(0, 1) = CXSheetCel::FromFile("G", "A", {}, 0, 1, 1, {});
-    EXPECT_EQ(xsheet.CelText(0, 1), "GA");
+    xsheet.MutableCell(0, 1) = CXSheetCell::FromFile("G", "A", {}, 0, 1, 1, {});
+    EXPECT_EQ(xsheet.CellText(0, 1), "GA");
 }
 
 TEST(XSheet, ReferencesFollowTheirAssets) {
     CXSheet xsheet = SheetOf({"AAB.", "BACA"});
-    xsheet.MutableCel(0, 3) = CXSheetCel::FromFile("G", "A", {}, 0, 1, 1, {});
+    xsheet.MutableCell(0, 3) = CXSheetCell::FromFile("G", "A", {}, 0, 1, 1, {});
     EXPECT_EQ(xsheet.ClearReferences("F", "A"), 4);
     EXPECT_EQ(RowsOf(xsheet), (Rows{"..BA", "B.C."}));
-    EXPECT_EQ(xsheet.Cel(0, 0), CXSheetCel()); // nothing of the cell is left
+    EXPECT_EQ(xsheet.Cell(0, 0), CXSheetCell()); // nothing of the cell is left
     EXPECT_EQ(xsheet.RenameReferences("F", "B", "D"), 2);
     EXPECT_EQ(RowsOf(xsheet), (Rows{"..DA", "D.C."}));
-    EXPECT_EQ(xsheet.Cel(0, 2).PosX(), 2);
+    EXPECT_EQ(xsheet.Cell(0, 2).PosX(), 2);
 
     const CTempFolder scene;
     CCelImg image;
     static_cast<void>(CreateFolder(scene / "F"));
     EXPECT_EQ(xsheet.ResizeReferences("F", "D", scene.Path()), 0);
-    EXPECT_EQ(xsheet.Cel(1, 0).Size(), (CSize{10, 10}));
+    EXPECT_EQ(xsheet.Cell(1, 0).Size(), (CSize{10, 10}));
     ASSERT_TRUE(image.CreateCel(33, 21, AssetFilePath(scene.Path(), "F", "D")) && image.Save());
     EXPECT_EQ(xsheet.ResizeReferences("F", "D", scene.Path()), 2);
-    EXPECT_EQ(xsheet.Cel(1, 0).Size(), (CSize{33, 21}));
-    EXPECT_EQ(xsheet.Cel(1, 2).Size(), (CSize{10, 10}));
+    EXPECT_EQ(xsheet.Cell(1, 0).Size(), (CSize{33, 21}));
+    EXPECT_EQ(xsheet.Cell(1, 2).Size(), (CSize{10, 10}));
     EXPECT_EQ(xsheet.ClearFolderReferences("F"), 3);
     EXPECT_EQ(RowsOf(xsheet), (Rows{"...A", "...."}));
 }

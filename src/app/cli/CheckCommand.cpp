@@ -44,7 +44,7 @@ private:
             return;
         for (int level = 0; level < data.xsheet.LevelCount(); ++level)
             for (int frame = 0; frame < data.xsheet.FrameCount(); ++frame)
-                if (const CXSheetCel& cel = data.xsheet.Cel(level, frame); cel.IsUsed())
+                if (const CXSheetCell& cel = data.xsheet.Cell(level, frame); cel.IsUsed())
                     CheckReference(AssetFilePath(m_paths.SceneFolder(), cel.FolderName(), cel.CelName()));
         for (const CSoundPlacement& sound : data.sounds)
             CheckReference(m_paths.SoundFile(sound.name));

@@ -19,19 +19,19 @@ std::string HexOf(ColorRef color) {
     return text.data();
 }
 
-ordered_json DescribeCel(const CXSheetCel& cel, int frame) {
-    return {{"frame", frame + 1},         {"folder", cel.FolderName()}, {"cel", cel.CelName()},
-            {"posX", cel.PosX()},         {"posY", cel.PosY()},         {"scaleX", cel.ScaleX()},
-            {"scaleY", cel.ScaleY()},     {"rotation", cel.Rotation()}, {"transparency", cel.Transparency()},
-            {"blurX", cel.BlurX()},       {"blurY", cel.BlurY()},       {"width", cel.Size().width},
-            {"height", cel.Size().height}};
+ordered_json DescribeCell(const CXSheetCell& cell, int frame) {
+    return {{"frame", frame + 1},          {"folder", cell.FolderName()}, {"cel", cell.CelName()},
+            {"posX", cell.PosX()},         {"posY", cell.PosY()},         {"scaleX", cell.ScaleX()},
+            {"scaleY", cell.ScaleY()},     {"rotation", cell.Rotation()}, {"transparency", cell.Transparency()},
+            {"blurX", cell.BlurX()},       {"blurY", cell.BlurY()},       {"width", cell.Size().width},
+            {"height", cell.Size().height}};
 }
 
 ordered_json DescribeLevel(const CXSheet& xsheet, int level) {
     ordered_json cells = ordered_json::array();
     for (int frame = 0; frame < xsheet.FrameCount(); ++frame)
-        if (xsheet.Cel(level, frame).IsUsed())
-            cells.push_back(DescribeCel(xsheet.Cel(level, frame), frame));
+        if (xsheet.Cell(level, frame).IsUsed())
+            cells.push_back(DescribeCell(xsheet.Cell(level, frame), frame));
     return {{"name", xsheet.LevelName(level)}, {"cells", std::move(cells)}};
 }
 
@@ -67,7 +67,7 @@ void PrintSummary(const CSceneModel& model) {
     for (int level = 0; level < model.xsheet.LevelCount(); ++level) {
         int used = 0;
         for (int frame = 0; frame < model.xsheet.FrameCount(); ++frame)
-            used += model.xsheet.Cel(level, frame).IsUsed() ? 1 : 0;
+            used += model.xsheet.Cell(level, frame).IsUsed() ? 1 : 0;
         std::cout << "level " << level + 1 << " \"" << model.xsheet.LevelName(level) << "\": " << used
                   << " used cells\n";
     }

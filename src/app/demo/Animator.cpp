@@ -67,7 +67,7 @@ void CAnimator::DropSound(const std::string& name, int frame) {
     m_doc.DropSound(frame);
 }
 
-void CAnimator::EditCel(const std::string& level, int frame, const CCelDataForm& form) {
+void CAnimator::EditCel(const std::string& level, int frame, const CCellDataForm& form) {
     m_doc.SetCursorX(LevelNamed(level));
     m_doc.SetCursorY(frame);
     m_prompter.Expect(form);

@@ -33,7 +33,7 @@ public:
               int step);
     void DropSound(const std::string& name, int frame);
 
-    void EditCel(const std::string& level, int frame, const CCelDataForm& form);
+    void EditCel(const std::string& level, int frame, const CCellDataForm& form);
     void SetTransparency(const std::string& level, int frame, double transparency);
     void SetBlur(const std::string& level, int frame, double blur);
     /// Nothing where there is no frame between.

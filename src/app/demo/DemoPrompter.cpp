@@ -53,7 +53,7 @@ std::optional<int> CDemoPrompter::AskLevel(const CLevelRequest&) {
     return Take<int>();
 }
 
-std::optional<CCelDataForm> CDemoPrompter::AskCelData(const CCelDataRequest& request) {
+std::optional<CCellDataForm> CDemoPrompter::AskCellData(const CCellDataRequest& request) {
     return Take(request.accept);
 }
 

@@ -13,7 +13,7 @@ namespace velmor::demo {
 /// messages, which only follow from the first, are not shown.
 class CDemoPrompter : public CSilentPrompter {
 public:
-    using Answer = std::variant<CSceneSettings, std::string, CNewCelValues, int, CCelDataForm, CBlurForm, double,
+    using Answer = std::variant<CSceneSettings, std::string, CNewCelValues, int, CCellDataForm, CBlurForm, double,
                                 CCameraForm, CInbetweenAnswer, CColorValues>;
 
     /// Messages and progress go to `out`, which must outlive it.
@@ -26,13 +26,15 @@ public:
     void RequireAllAsked();
 
     void ShowMessage(const std::string& text) override;
-    std::unique_ptr<IProgress> BeginProgress(const std::string& title) override { return m_out.BeginProgress(title); }
+    std::unique_ptr<IProgress> BeginProgress(const std::string& title) override {
+        return m_out.BeginProgress(title);
+    }
 
     std::optional<CSceneSettings> AskSceneSettings(const CSceneSettingsRequest& request) override;
     std::optional<std::string> AskName(const CNameRequest& request) override;
     std::optional<CNewCelValues> AskNewCel(const CNewCelRequest& request) override;
     std::optional<int> AskLevel(const CLevelRequest& request) override;
-    std::optional<CCelDataForm> AskCelData(const CCelDataRequest& request) override;
+    std::optional<CCellDataForm> AskCellData(const CCellDataRequest& request) override;
     std::optional<CBlurForm> AskBlur(const CBlurRequest& request) override;
     std::optional<double> AskTransparency(const CTransparencyRequest& request) override;
     std::optional<CCameraForm> AskCameraData(const CCameraDataRequest& request) override;

@@ -43,8 +43,8 @@ struct CLevelKey {
     double x, y, scale;
 };
 
-CCelDataForm FormOf(const CLevelKey& key) {
-    CCelDataForm form;
+CCellDataForm FormOf(const CLevelKey& key) {
+    CCellDataForm form;
     form.posX = key.x;
     form.posY = key.y;
     form.scaleX = form.scaleY = key.scale;

@@ -26,10 +26,10 @@ CLevelPath PathOf(const CVelmorltDoc& doc, int level, CFrameRange frames) {
     stops.reserve(static_cast<std::size_t>(frames.end - frames.first));
     for (int frame = frames.first; frame < frames.end; ++frame) {
         std::optional<CPathStop>& stop = stops.emplace_back();
-        if (const std::optional<CPoint> centre = doc.GetXSheetCelCentre(level, frame))
-            stop = {*centre, frame > 0 && !xsheet.Cel(level, frame).ShowsSameAs(xsheet.Cel(level, frame - 1))};
+        if (const std::optional<CPoint> centre = doc.GetXSheetCellCentre(level, frame))
+            stop = {*centre, frame > 0 && !xsheet.Cell(level, frame).ShowsSameAs(xsheet.Cell(level, frame - 1))};
     }
-    return {level, TraceMotionPath(frames.first, stops), doc.GetXSheetCelCentre(level, doc.Model().cursorFrame)};
+    return {level, TraceMotionPath(frames.first, stops), doc.GetXSheetCellCentre(level, doc.Model().cursorFrame)};
 }
 
 } // namespace
@@ -47,7 +47,7 @@ CCameraMarks CollectCameraMarks(const CVelmorltDoc& doc) {
     for (const int level : levels)
         marks.paths.push_back(PathOf(doc, level, frames));
     for (int level = 0; level < model.xsheet.LevelCount(); ++level) {
-        const auto centre = doc.GetXSheetCelCentre(level, model.cursorFrame);
+        const auto centre = doc.GetXSheetCellCentre(level, model.cursorFrame);
         if (centre && model.moveSelection.IsLevelSelected(level))
             marks.outlines.push_back({*doc.GetXSheetCelPoints(level), *centre});
     }

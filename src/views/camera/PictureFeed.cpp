@@ -84,7 +84,7 @@ CPictureFeed::CContents CPictureFeed::CurrentContents() const {
     const CSceneModel& model = m_doc.Model();
     CContents contents{model.geometry, model.camera.At(model.cursorFrame), model.cameraAntialias, {}};
     for (int level = 0; level < model.xsheet.LevelCount(); ++level)
-        contents.cels.push_back(model.xsheet.Cel(level, model.cursorFrame));
+        contents.cells.push_back(model.xsheet.Cell(level, model.cursorFrame));
     return contents;
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "xsheet/CameraTrack.h"
-#include "xsheet/XSheetCel.h"
+#include "xsheet/XSheetCell.h"
 #include "xsheet/XSheetFile.h"
 
 #include <QElapsedTimer>
@@ -52,7 +52,7 @@ private:
         CSceneGeometry geometry;
         CCameraFrame camera;
         bool antialias = false;
-        std::vector<CXSheetCel> cels;
+        std::vector<CXSheetCell> cells;
 
         bool operator==(const CContents&) const = default;
     };

@@ -42,7 +42,7 @@ CBlurDialog::CBlurDialog(QWidget* parent, const CBlurRequest& request)
       m_blurX(NewSlider("blurX", request.initial.blurX)),
       m_blurY(NewSlider("blurY", request.initial.blurY)),
       m_preserve(NewPreserve(request.initial.preserve)) {
-    Body().addWidget(IdentityPanel(request.cel));
+    Body().addWidget(IdentityPanel(request.cell));
     auto* grid = new QGridLayout;
     AddLabeled(*grid, 0, 0, "Blur &X :", *m_blurX);
     AddLabeled(*grid, 1, 0, "Blur &Y :", *m_blurY);

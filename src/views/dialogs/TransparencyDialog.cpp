@@ -20,7 +20,7 @@ CTransparencyDialog::CTransparencyDialog(QWidget* parent, const CTransparencyReq
     : CDialog(parent, "Edit XSheet Transparency Data"),
       m_accept(request.accept),
       m_transparency(new CNumberSlider("transparency", 0, mostTransparency, NumberKind::Decimal)) {
-    Body().addWidget(IdentityPanel(request.cel));
+    Body().addWidget(IdentityPanel(request.cell));
     auto* grid = new QGridLayout;
     AddLabeled(*grid, 0, 0, "&Transparency :", *m_transparency);
     Body().addLayout(grid);

@@ -38,29 +38,29 @@ void Append(std::string& marks, char kind, const std::string& value, const char*
 
 } // namespace
 
-std::string CelMarks(const CXSheetCel& cel) {
+std::string CellMarks(const CXSheetCell& cell) {
     std::string marks;
-    if (!cel.IsUsed())
+    if (!cell.IsUsed())
         return marks;
-    Append(marks, 'T', Number(cel.Transparency()), "0");
-    Append(marks, 'B', Pair(cel.BlurX(), cel.BlurY()), "1");
-    Append(marks, 'S', Pair(cel.ScaleX() * 100, cel.ScaleY() * 100), "100");
-    Append(marks, 'R', Number(cel.Rotation() * 180 / std::numbers::pi), "0");
+    Append(marks, 'T', Number(cell.Transparency()), "0");
+    Append(marks, 'B', Pair(cell.BlurX(), cell.BlurY()), "1");
+    Append(marks, 'S', Pair(cell.ScaleX() * 100, cell.ScaleY() * 100), "100");
+    Append(marks, 'R', Number(cell.Rotation() * 180 / std::numbers::pi), "0");
     return marks;
 }
 
 std::string HeldName(const CXSheet& xsheet, int level, int frame) {
-    const CXSheetCel& cel = xsheet.Cel(level, frame);
-    if (frame == 0 || !cel.IsUsed() || !cel.ShowsSameAs(xsheet.Cel(level, frame - 1)))
+    const CXSheetCell& cell = xsheet.Cell(level, frame);
+    if (frame == 0 || !cell.IsUsed() || !cell.ShowsSameAs(xsheet.Cell(level, frame - 1)))
         return {};
-    return cel.IsPicture() ? cel.CelName() : cel.FolderName() + cel.CelName();
+    return cell.IsPicture() ? cell.CelName() : cell.FolderName() + cell.CelName();
 }
 
 std::string ChangedMarks(const CXSheet& xsheet, int level, int frame) {
-    std::string marks = CelMarks(xsheet.Cel(level, frame));
+    std::string marks = CellMarks(xsheet.Cell(level, frame));
     if (HeldName(xsheet, level, frame).empty())
         return marks;
-    const std::string before = CelMarks(xsheet.Cel(level, frame - 1));
+    const std::string before = CellMarks(xsheet.Cell(level, frame - 1));
     if (marks == before)
         return {};
     return marks.empty() ? "-" : marks;

@@ -10,7 +10,7 @@ namespace velmor {
 
 /// What a cell does to its drawing, as short as the legend explains it: "T50 B3 S150/120 R45", nothing where the
 /// drawing is shown as it is. Transparency and scale are percents, rotation degrees.
-std::string CelMarks(const CXSheetCel& cel);
+std::string CellMarks(const CXSheetCell& cell);
 /// The marks as they stand under the cell above: nothing where a drawing is held with the same ones, "-" where it
 /// is held without any more.
 std::string ChangedMarks(const CXSheet& xsheet, int level, int frame);

@@ -44,8 +44,8 @@ CXSheetExtent ExtentOf(const CSceneModel& model) {
     for (int level = 0; level < xsheet.LevelCount(); ++level) {
         width = std::max(width, TextWidth(textFont, NameOf(model, level)) + 2 * markPadding);
         for (int frame = 0; frame < xsheet.FrameCount(); ++frame) {
-            const std::string text = xsheet.CelText(level, frame);
-            const std::string marks = CelMarks(xsheet.Cel(level, frame));
+            const std::string text = xsheet.CellText(level, frame);
+            const std::string marks = CellMarks(xsheet.Cell(level, frame));
             // Measuring each of the cells would take longer than printing them.
             if (text.size() + marks.size() <= longest)
                 continue;
@@ -188,13 +188,13 @@ void CXSheetPagePainter::PaintLevel(QPainter& painter, const CXSheetPage& page, 
 // brackets.
 void CXSheetPagePainter::PaintCell(QPainter& painter, const QRectF& cell, int level, int frame, bool first) const {
     const CXSheet& xsheet = m_model.xsheet;
-    if (!xsheet.Cel(level, frame).IsUsed())
+    if (!xsheet.Cell(level, frame).IsUsed())
         return;
     const std::string held = HeldName(xsheet, level, frame);
-    QString text = ToQt(xsheet.CelText(level, frame));
+    QString text = ToQt(xsheet.CellText(level, frame));
     if (first && !held.empty())
         text += " (" + ToQt(held) + ")";
-    const QString marks = ToQt(first ? CelMarks(xsheet.Cel(level, frame)) : ChangedMarks(xsheet, level, frame));
+    const QString marks = ToQt(first ? CellMarks(xsheet.Cell(level, frame)) : ChangedMarks(xsheet, level, frame));
     QRectF place = cell.adjusted(held.empty() ? cellPadding : heldPadding, 0, -markPadding, 0);
     if (!marks.isEmpty()) {
         const double width = std::min(TextWidth(m_markFont, marks), place.width() * 0.62);

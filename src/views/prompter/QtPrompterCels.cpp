@@ -4,7 +4,7 @@
 #include "views/camera/CameraView.h"
 #include "views/dialogs/BlurDialog.h"
 #include "views/dialogs/CameraDataDialog.h"
-#include "views/dialogs/CelDataDialog.h"
+#include "views/dialogs/CellDataDialog.h"
 #include "views/dialogs/DropTypeDialog.h"
 #include "views/dialogs/InbetweenDataDialog.h"
 #include "views/dialogs/LineCheckDialog.h"
@@ -27,8 +27,8 @@ QRect ShownPicture(const QWidget& window) {
 
 } // namespace
 
-std::optional<CCelDataForm> CQtPrompter::AskCelData(const CCelDataRequest& request) {
-    return RunDialog<CCelDataDialog>(Owner(), request);
+std::optional<CCellDataForm> CQtPrompter::AskCellData(const CCellDataRequest& request) {
+    return RunDialog<CCellDataDialog>(Owner(), request);
 }
 
 std::optional<CBlurForm> CQtPrompter::AskBlur(const CBlurRequest& request) {

@@ -75,7 +75,7 @@ QGroupBox* GroupOf(const QString& title, QWidget* content) {
     return GroupOf(title, layout);
 }
 
-QWidget* IdentityPanel(const CCelIdentity& cel) {
+QWidget* IdentityPanel(const CCellIdentity& cel) {
     auto* panel = new QWidget;
     auto* grid = new QGridLayout(panel);
     grid->setContentsMargins(0, 0, 0, 0);

@@ -12,7 +12,7 @@ class QWidget;
 
 namespace velmor {
 
-struct CCelIdentity;
+struct CCellIdentity;
 class CNumberEdit;
 
 // Parts that several dialogs are made of. What they create belongs to the layout's widget once it is in there.
@@ -28,7 +28,7 @@ QGroupBox* GroupOf(const QString& title, QLayout* content);
 QGroupBox* GroupOf(const QString& title, QWidget* content);
 
 /// Name, folder, frame and level of the cell that a dialog edits, with a line below.
-QWidget* IdentityPanel(const CCelIdentity& cel);
+QWidget* IdentityPanel(const CCellIdentity& cel);
 
 /// While `preserve` is checked, `y` is disabled and shows what `x` does.
 void KeepAspect(QCheckBox& preserve, CNumberEdit& x, CNumberEdit& y);

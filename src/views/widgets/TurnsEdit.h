@@ -1,6 +1,6 @@
 #pragma once
 
-#include "xsheet/CelForms.h"
+#include "xsheet/CellForms.h"
 
 class QGridLayout;
 

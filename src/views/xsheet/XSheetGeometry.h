@@ -1,19 +1,13 @@
 #pragma once
 
+#include "xsheet/SheetCell.h"
+
 #include <QPoint>
 #include <QRect>
 #include <QSize>
 #include <optional>
 
 namespace velmor {
-
-/// A place on the xsheet, 0-based.
-struct CSheetCell {
-    int level = 0;
-    int frame = 0;
-
-    bool operator==(const CSheetCell&) const = default;
-};
 
 enum class HeaderButton { Blur, Transparency, Move, Camera };
 

@@ -9,12 +9,12 @@ namespace velmor {
 
 namespace {
 
-bool IsBlurred(const CXSheetCel& cel) {
-    return cel.IsUsed() && (cel.BlurX() > 1 || cel.BlurY() > 1);
+bool IsBlurred(const CXSheetCell& cell) {
+    return cell.IsUsed() && (cell.BlurX() > 1 || cell.BlurY() > 1);
 }
 
-bool IsTransparent(const CXSheetCel& cel) {
-    return cel.IsUsed() && cel.Transparency() > 0;
+bool IsTransparent(const CXSheetCell& cell) {
+    return cell.IsUsed() && cell.Transparency() > 0;
 }
 
 bool IsSelected(const CXSheetSelection& selection, int level, int frame) {
@@ -29,16 +29,16 @@ CellFill FillOf(const CSceneModel& model, int level, int frame) {
 }
 
 CCellLook CellLook(const CSceneModel& model, int level, int frame) {
-    const CXSheetCel& cel = model.xsheet.Cel(level, frame);
+    const CXSheetCell& cell = model.xsheet.Cell(level, frame);
     CCellLook look;
     look.fill = FillOf(model, level, frame);
-    if (!cel.IsUsed())
+    if (!cell.IsUsed())
         return look;
-    look.text = model.xsheet.CelText(level, frame);
-    look.held = frame > 0 && cel.ShowsSameAs(model.xsheet.Cel(level, frame - 1));
-    look.missing = cel.Size() == CSize{};
-    look.blurred = IsBlurred(cel);
-    look.transparent = IsTransparent(cel);
+    look.text = model.xsheet.CellText(level, frame);
+    look.held = frame > 0 && cell.ShowsSameAs(model.xsheet.Cell(level, frame - 1));
+    look.missing = cell.Size() == CSize{};
+    look.blurred = IsBlurred(cell);
+    look.transparent = IsTransparent(cell);
     return look;
 }
 
@@ -49,10 +49,10 @@ CLevelLook LevelLook(const CSceneModel& model, int level) {
     look.moves = model.moveSelection.IsLevelSelected(level);
     if (!model.xsheet.HasFrame(model.cursorFrame))
         return look;
-    const CXSheetCel& cel = model.xsheet.Cel(level, model.cursorFrame);
-    look.used = cel.IsUsed();
-    look.blurred = IsBlurred(cel);
-    look.transparent = IsTransparent(cel);
+    const CXSheetCell& cell = model.xsheet.Cell(level, model.cursorFrame);
+    look.used = cell.IsUsed();
+    look.blurred = IsBlurred(cell);
+    look.transparent = IsTransparent(cell);
     return look;
 }
 

@@ -48,36 +48,36 @@ QString LevelTitle(const CSceneModel& model, int level) {
     return name.isEmpty() ? number : number + " \"" + name + '"';
 }
 
-QString Placement(const CXSheetCel& cel) {
-    QString text = "Position " + Number(cel.PosX()) + ", " + Number(cel.PosY());
-    if (cel.ScaleX() != 1 || cel.ScaleY() != 1)
-        text += Dot() + "scale " + Pair(cel.ScaleX() * 100, cel.ScaleY() * 100) + '%';
-    if (RotationInDegrees(cel.Rotation()) != 0)
-        text += Dot() + "rotation " + Degrees(cel.Rotation());
+QString Placement(const CXSheetCell& cell) {
+    QString text = "Position " + Number(cell.PosX()) + ", " + Number(cell.PosY());
+    if (cell.ScaleX() != 1 || cell.ScaleY() != 1)
+        text += Dot() + "scale " + Pair(cell.ScaleX() * 100, cell.ScaleY() * 100) + '%';
+    if (RotationInDegrees(cell.Rotation()) != 0)
+        text += Dot() + "rotation " + Degrees(cell.Rotation());
     return text;
 }
 
-QString Effects(const CXSheetCel& cel) {
+QString Effects(const CXSheetCell& cell) {
     QStringList effects;
-    if (cel.Transparency() > 0)
-        effects << "Transparency " + Number(cel.Transparency()) + '%';
-    if (cel.BlurX() > 1 || cel.BlurY() > 1)
-        effects << "Blur " + Pair(cel.BlurX(), cel.BlurY());
+    if (cell.Transparency() > 0)
+        effects << "Transparency " + Number(cell.Transparency()) + '%';
+    if (cell.BlurX() > 1 || cell.BlurY() > 1)
+        effects << "Blur " + Pair(cell.BlurX(), cell.BlurY());
     return effects.join(Dot());
 }
 
 } // namespace
 
-QString CellToolTip(const CSceneModel& model, CSheetCell cell, const QPixmap& thumbnail) {
-    const CXSheetCel& cel = model.xsheet.Cel(cell.level, cell.frame);
+QString CellToolTip(const CSceneModel& model, CSheetCell place, const QPixmap& thumbnail) {
+    const CXSheetCell& cell = model.xsheet.Cell(place.level, place.frame);
     QString text =
-        "<b>" + ToQt(cel.CelName()).toHtmlEscaped() + "</b>" + Dot() +
-        (cel.IsPicture() ? QString("picture") : "folder \"" + ToQt(cel.FolderName()).toHtmlEscaped() + '"');
-    if (cel.Size() != CSize{})
-        text += Dot() + QString("%1 x %2").arg(cel.Size().width).arg(cel.Size().height);
-    text += "<br>" + LevelTitle(model, cell.level) + Dot() + QString("frame %1").arg(cell.frame + 1);
-    text += "<br>" + Placement(cel);
-    if (const QString effects = Effects(cel); !effects.isEmpty())
+        "<b>" + ToQt(cell.CelName()).toHtmlEscaped() + "</b>" + Dot() +
+        (cell.IsPicture() ? QString("picture") : "folder \"" + ToQt(cell.FolderName()).toHtmlEscaped() + '"');
+    if (cell.Size() != CSize{})
+        text += Dot() + QString("%1 x %2").arg(cell.Size().width).arg(cell.Size().height);
+    text += "<br>" + LevelTitle(model, place.level) + Dot() + QString("frame %1").arg(place.frame + 1);
+    text += "<br>" + Placement(cell);
+    if (const QString effects = Effects(cell); !effects.isEmpty())
         text += "<br>" + effects;
     return "<div style=\"white-space:nowrap\">" + text + "</div>" + ImageTag(thumbnail);
 }

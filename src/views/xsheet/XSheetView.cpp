@@ -184,14 +184,14 @@ QString CXSheetView::ToolTipAt(QPoint point) {
     }
     if (const std::optional<int> frame = m_geometry.CameraFrameAt(point))
         return CameraToolTip(model, *frame);
-    const std::optional<CSheetCell> cell = m_geometry.CellAt(point);
-    if (!cell || !model.xsheet.HasLevel(cell->level) || !model.xsheet.HasFrame(cell->frame))
+    const std::optional<CSheetCell> place = m_geometry.CellAt(point);
+    if (!place || !model.xsheet.HasLevel(place->level) || !model.xsheet.HasFrame(place->frame))
         return {};
-    const CXSheetCel& cel = model.xsheet.Cel(cell->level, cell->frame);
-    if (!cel.IsUsed())
+    const CXSheetCell& cell = model.xsheet.Cell(place->level, place->frame);
+    if (!cell.IsUsed())
         return {};
-    const Path file = AssetFilePath(model.Paths().SceneFolder(), cel.FolderName(), cel.CelName());
-    return CellToolTip(model, *cell, m_thumbnails.Find(file));
+    const Path file = AssetFilePath(model.Paths().SceneFolder(), cell.FolderName(), cell.CelName());
+    return CellToolTip(model, *place, m_thumbnails.Find(file));
 }
 
 void CXSheetView::PointAt(const CPointerLook& pointer) {

@@ -181,7 +181,7 @@ TEST_F(CKeysTest, OnlyTheSheetTakesTheEditingKeys) {
     Run(CommandId::ViewXsheet);
     doc->SetCursorY(0);
     Key(Qt::Key_Delete);
-    EXPECT_FALSE(Grid().Cel(0, 0).IsUsed());
+    EXPECT_FALSE(Grid().Cell(0, 0).IsUsed());
     Key(Qt::Key_V, Qt::ControlModifier);
     EXPECT_EQ(Grid(), before);
     prompter.Answer(std::string("Back"));
@@ -193,7 +193,7 @@ TEST_F(CKeysTest, WhatIsChangedIsShownFirst) {
     doc->OnEditCut();
     Run(CommandId::ViewCelEditor);
     Key(Qt::Key_Z, Qt::ControlModifier);
-    EXPECT_TRUE(Grid().Cel(0, 0).IsUsed());
+    EXPECT_TRUE(Grid().Cell(0, 0).IsUsed());
     EXPECT_TRUE(IsOpen(StackedPane::Xsheet));
     EXPECT_TRUE(IsOpen(StackedPane::CelEditor)) << "what was open stays open";
 
@@ -202,10 +202,10 @@ TEST_F(CKeysTest, WhatIsChangedIsShownFirst) {
     doc->EndCamInput(5, 0);
     Key(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_FALSE(IsOpen(StackedPane::Xsheet)) << "the picture shows what a drag in it changed";
-    EXPECT_EQ(Grid().Cel(0, 0).PosX(), 20);
+    EXPECT_EQ(Grid().Cell(0, 0).PosX(), 20);
 
     Run(CommandId::EditCut); // with the mouse
-    EXPECT_FALSE(Grid().Cel(0, 0).IsUsed());
+    EXPECT_FALSE(Grid().Cell(0, 0).IsUsed());
     EXPECT_TRUE(IsOpen(StackedPane::Xsheet));
     EXPECT_TRUE(IsOpen(StackedPane::Camera));
 

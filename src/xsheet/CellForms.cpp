@@ -1,4 +1,4 @@
-#include "xsheet/CelForms.h"
+#include "xsheet/CellForms.h"
 
 #include <algorithm>
 #include <cmath>
@@ -43,29 +43,29 @@ CStatus CheckBlur(double blur) {
     return IsWithin(blur, 1, 50) ? CStatus() : CStatus::Failure("The blur must be a number from 1 to 50");
 }
 
-bool HasFinitePlacement(const CCelDataForm& form) {
+bool HasFinitePlacement(const CCellDataForm& form) {
     return std::isfinite(form.posX) && std::isfinite(form.posY) && std::isfinite(form.scaleX) &&
            (form.preserveScale || std::isfinite(form.scaleY)) && std::isfinite(form.rotation.degrees);
 }
 
 } // namespace
 
-CCelDataForm CelDataFormOf(const CXSheetCel& cel) {
-    CCelDataForm form;
-    form.posX = WithTwoDecimals(cel.PosX());
-    form.posY = WithTwoDecimals(cel.PosY());
-    form.scaleX = WithTwoDecimals(cel.ScaleX());
-    form.scaleY = WithTwoDecimals(cel.ScaleY());
-    form.preserveScale = cel.ScaleX() == cel.ScaleY();
-    form.rotation = TurnsOf(cel.Rotation(), celReciprocalPi);
-    form.blurX = std::floor(cel.BlurX());
-    form.blurY = std::floor(cel.BlurY());
-    form.preserveBlur = cel.BlurX() == cel.BlurY();
-    form.transparency = TransparencyFormOf(cel);
+CCellDataForm CellDataFormOf(const CXSheetCell& cell) {
+    CCellDataForm form;
+    form.posX = WithTwoDecimals(cell.PosX());
+    form.posY = WithTwoDecimals(cell.PosY());
+    form.scaleX = WithTwoDecimals(cell.ScaleX());
+    form.scaleY = WithTwoDecimals(cell.ScaleY());
+    form.preserveScale = cell.ScaleX() == cell.ScaleY();
+    form.rotation = TurnsOf(cell.Rotation(), celReciprocalPi);
+    form.blurX = std::floor(cell.BlurX());
+    form.blurY = std::floor(cell.BlurY());
+    form.preserveBlur = cell.BlurX() == cell.BlurY();
+    form.transparency = TransparencyFormOf(cell);
     return form;
 }
 
-CStatus CheckCelDataForm(const CCelDataForm& form) {
+CStatus CheckCellDataForm(const CCellDataForm& form) {
     if (!HasFinitePlacement(form))
         return CStatus::Failure("Position, scale and rotation must be numbers");
     if (CStatus status = CheckBlurForm({form.blurX, form.blurY, form.preserveBlur}); !status)
@@ -73,16 +73,16 @@ CStatus CheckCelDataForm(const CCelDataForm& form) {
     return CheckTransparency(form.transparency);
 }
 
-void ApplyCelDataForm(const CCelDataForm& form, CXSheetCel& cel) {
-    cel.SetTransform({form.posX, form.posY, form.scaleX, form.preserveScale ? form.scaleX : form.scaleY,
-                      RadiansOf(form.rotation, celPi)});
-    static_cast<void>(cel.SetTrans(form.transparency)); // fails on empty cells only
-    ApplyBlurForm({form.blurX, form.blurY, form.preserveBlur}, cel);
+void ApplyCellDataForm(const CCellDataForm& form, CXSheetCell& cell) {
+    cell.SetTransform({form.posX, form.posY, form.scaleX, form.preserveScale ? form.scaleX : form.scaleY,
+                       RadiansOf(form.rotation, celPi)});
+    static_cast<void>(cell.SetTrans(form.transparency)); // fails on empty cells only
+    ApplyBlurForm({form.blurX, form.blurY, form.preserveBlur}, cell);
 }
 
-CBlurForm BlurFormOf(const CXSheetCel& cel) {
-    const double blurX = std::floor(cel.BlurX());
-    const double blurY = std::floor(cel.BlurY());
+CBlurForm BlurFormOf(const CXSheetCell& cell) {
+    const double blurX = std::floor(cell.BlurX());
+    const double blurY = std::floor(cell.BlurY());
     return {blurX, blurY, blurX == blurY};
 }
 
@@ -92,12 +92,12 @@ CStatus CheckBlurForm(const CBlurForm& form) {
     return CheckBlur(form.blurY);
 }
 
-void ApplyBlurForm(const CBlurForm& form, CXSheetCel& cel) {
-    static_cast<void>(cel.SetBlur(form.blurX, form.preserve ? form.blurX : form.blurY)); // as above
+void ApplyBlurForm(const CBlurForm& form, CXSheetCell& cell) {
+    static_cast<void>(cell.SetBlur(form.blurX, form.preserve ? form.blurX : form.blurY)); // as above
 }
 
-double TransparencyFormOf(const CXSheetCel& cel) {
-    return WithTwoDecimals(cel.Transparency());
+double TransparencyFormOf(const CXSheetCell& cell) {
+    return WithTwoDecimals(cell.Transparency());
 }
 
 CStatus CheckTransparency(double transparency) {

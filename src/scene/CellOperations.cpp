@@ -1,10 +1,10 @@
-#include "scene/CelOperations.h"
+#include "scene/CellOperations.h"
 
 #include "scene/CommandState.h"
 #include "scene/DialogRequests.h"
 #include "scene/InbetweenDialog.h"
-#include "xsheet/CelForms.h"
-#include "xsheet/CelGeometry.h"
+#include "xsheet/CellForms.h"
+#include "xsheet/CellGeometry.h"
 #include "xsheet/Inbetween.h"
 
 namespace velmor {
@@ -14,91 +14,91 @@ namespace {
 constexpr CInbetweenDialog levelDialog{5, setting::lastInbetweenSource, setting::lastInbetweenType};
 
 // A used cell of the cursor frame; null when there is none on that level.
-const CXSheetCel* UsedCel(const CSceneModel& model, int level) {
+const CXSheetCell* UsedCell(const CSceneModel& model, int level) {
     if (!model.xsheet.HasLevel(level) || !model.xsheet.HasFrame(model.cursorFrame))
         return nullptr;
-    const CXSheetCel& cel = model.xsheet.Cel(level, model.cursorFrame);
-    return cel.IsUsed() ? &cel : nullptr;
+    const CXSheetCell& cell = model.xsheet.Cell(level, model.cursorFrame);
+    return cell.IsUsed() ? &cell : nullptr;
 }
 
-CCelIdentity IdentityOf(const CSceneModel& model, int level, const CXSheetCel& cel) {
-    return {cel.CelName(), cel.FolderName(), model.xsheet.LevelName(level), model.cursorFrame + 1};
+CCellIdentity IdentityOf(const CSceneModel& model, int level, const CXSheetCell& cell) {
+    return {cell.CelName(), cell.FolderName(), model.xsheet.LevelName(level), model.cursorFrame + 1};
 }
 
 } // namespace
 
-std::optional<std::array<CPoint, 4>> CCelOperations::GetXSheetCelPoints(int level) const {
+std::optional<std::array<CPoint, 4>> CCellOperations::GetXSheetCelPoints(int level) const {
     const CSceneModel& model = m_context.model;
     if (!m_context.Require(model.sceneOpen, "Internal Error : GetXSheetCelPoints called with no scene open") ||
         !m_context.Require(model.xsheet.HasLevel(level),
                            "Internal Error : levelno out of range in GetXSheetCelPoints"))
         return std::nullopt;
-    const CXSheetCel* cel = UsedCel(model, level);
-    if (cel == nullptr)
+    const CXSheetCell* cell = UsedCell(model, level);
+    if (cell == nullptr)
         return std::nullopt;
-    return CelCorners(*cel, model.camera.At(model.cursorFrame), model.geometry.Frame());
+    return CellCorners(*cell, model.camera.At(model.cursorFrame), model.geometry.Frame());
 }
 
-std::optional<CPoint> CCelOperations::GetXSheetCelCentre(int level, int frame) const {
+std::optional<CPoint> CCellOperations::GetXSheetCellCentre(int level, int frame) const {
     const CSceneModel& model = m_context.model;
     if (!model.sceneOpen || !model.xsheet.HasLevel(level) || !model.xsheet.HasFrame(frame) ||
-        !model.xsheet.Cel(level, frame).IsUsed())
+        !model.xsheet.Cell(level, frame).IsUsed())
         return std::nullopt;
-    return CelCentre(model.xsheet.Cel(level, frame), model.camera.At(frame), model.geometry.Frame());
+    return CellCentre(model.xsheet.Cell(level, frame), model.camera.At(frame), model.geometry.Frame());
 }
 
-void CCelOperations::OnXsheetEditceldata() {
+void CCellOperations::OnXsheetEditceldata() {
     CSceneModel& model = m_context.model;
-    if (!CanEditCelData(m_context.model))
+    if (!CanEditCellData(m_context.model))
         return;
-    const CXSheetCel& cel = *UsedCel(model, model.cursorLevel);
-    const std::optional<CCelDataForm> form = m_context.prompter.AskCelData(
-        {IdentityOf(model, model.cursorLevel, cel), CelDataFormOf(cel),
-         [this](const CCelDataForm& values) { return m_context.Report(CheckCelDataForm(values)); }});
+    const CXSheetCell& cell = *UsedCell(model, model.cursorLevel);
+    const std::optional<CCellDataForm> form = m_context.prompter.AskCellData(
+        {IdentityOf(model, model.cursorLevel, cell), CellDataFormOf(cell),
+         [this](const CCellDataForm& values) { return m_context.Report(CheckCellDataForm(values)); }});
     if (!form)
         return;
     m_context.TakeSnapshot();
-    ApplyCelDataForm(*form, model.xsheet.MutableCel(model.cursorLevel, model.cursorFrame));
+    ApplyCellDataForm(*form, model.xsheet.MutableCell(model.cursorLevel, model.cursorFrame));
     m_context.Update(pictureHint);
 }
 
-void CCelOperations::OnXSheetDoTrans(int level) {
+void CCellOperations::OnXSheetDoTrans(int level) {
     CSceneModel& model = m_context.model;
     if (!model.sceneOpen ||
         !m_context.Require(model.xsheet.HasLevel(level), "Internal Error : lvlno out of range in OnXSheetDoTrans"))
         return;
-    const CXSheetCel* cel = UsedCel(model, level);
-    if (cel == nullptr)
+    const CXSheetCell* cell = UsedCell(model, level);
+    if (cell == nullptr)
         return;
     const std::optional<double> transparency = m_context.prompter.AskTransparency(
-        {IdentityOf(model, level, *cel), TransparencyFormOf(*cel),
+        {IdentityOf(model, level, *cell), TransparencyFormOf(*cell),
          [this](double value) { return m_context.Report(CheckTransparency(value)); }});
     if (!transparency)
         return;
     m_context.TakeSnapshot();
-    static_cast<void>(m_context.Report(model.xsheet.MutableCel(level, model.cursorFrame).SetTrans(*transparency)));
+    static_cast<void>(m_context.Report(model.xsheet.MutableCell(level, model.cursorFrame).SetTrans(*transparency)));
     m_context.Update(pictureHint);
 }
 
-void CCelOperations::OnXSheetDoBlur(int level) {
+void CCellOperations::OnXSheetDoBlur(int level) {
     CSceneModel& model = m_context.model;
     if (!model.sceneOpen ||
         !m_context.Require(model.xsheet.HasLevel(level), "Internal Error : lvlno out of range in OnXSheetDoBlur"))
         return;
-    const CXSheetCel* cel = UsedCel(model, level);
-    if (cel == nullptr)
+    const CXSheetCell* cell = UsedCell(model, level);
+    if (cell == nullptr)
         return;
     const std::optional<CBlurForm> form = m_context.prompter.AskBlur(
-        {IdentityOf(model, level, *cel), BlurFormOf(*cel),
+        {IdentityOf(model, level, *cell), BlurFormOf(*cell),
          [this](const CBlurForm& values) { return m_context.Report(CheckBlurForm(values)); }});
     if (!form)
         return;
     m_context.TakeSnapshot();
-    ApplyBlurForm(*form, model.xsheet.MutableCel(level, model.cursorFrame));
+    ApplyBlurForm(*form, model.xsheet.MutableCell(level, model.cursorFrame));
     m_context.Update(pictureHint);
 }
 
-void CCelOperations::OnXsheetInbetweenleveldata() {
+void CCellOperations::OnXsheetInbetweenleveldata() {
     CSceneModel& model = m_context.model;
     const int level = model.cursorLevel;
     if (!CanInbetween(m_context.model) || !model.xsheet.HasLevel(level))

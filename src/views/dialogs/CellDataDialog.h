@@ -11,21 +11,21 @@ namespace velmor {
 class CNumberEdit;
 
 /// "Edit XSheet Cel Data": placement and effects of one cell.
-class CCelDataDialog final : public CDialog {
+class CCellDataDialog final : public CDialog {
 public:
-    CCelDataDialog(QWidget* parent, const CCelDataRequest& request);
+    CCellDataDialog(QWidget* parent, const CCellDataRequest& request);
 
     /// What cannot be read is not a number.
-    CCelDataForm Values() const;
+    CCellDataForm Values() const;
 
 protected:
     bool Accepts() override;
 
 private:
     void AddFields();
-    void Show(const CCelDataForm& form);
+    void Show(const CCellDataForm& form);
 
-    AcceptRule<CCelDataForm> m_accept;
+    AcceptRule<CCellDataForm> m_accept;
     CNumberEdit* m_posX;
     CNumberEdit* m_posY;
     CNumberEdit* m_scaleX;

@@ -1,4 +1,4 @@
-#include "xsheet/CelGeometry.h"
+#include "xsheet/CellGeometry.h"
 
 #include "xsheet/Truncate.h"
 
@@ -39,22 +39,22 @@ CPoint RotatePoint(CPoint point, double angle) {
     return ToPoint(Rotate({static_cast<double>(point.x), static_cast<double>(point.y)}, angle));
 }
 
-std::array<CPoint, 4> CelCorners(const CXSheetCel& cel, const CCameraFrame& camera, CSize frame) {
-    const double halfWidth = std::trunc(std::trunc(cel.ScaleX() * cel.Size().width) / 2);
-    const double halfHeight = std::trunc(std::trunc(cel.ScaleY() * cel.Size().height) / 2);
-    const double x = std::trunc(cel.PosX()) + std::trunc(camera.panX);
-    const double y = std::trunc(cel.PosY()) + std::trunc(camera.panY);
+std::array<CPoint, 4> CellCorners(const CXSheetCell& cell, const CCameraFrame& camera, CSize frame) {
+    const double halfWidth = std::trunc(std::trunc(cell.ScaleX() * cell.Size().width) / 2);
+    const double halfHeight = std::trunc(std::trunc(cell.ScaleY() * cell.Size().height) / 2);
+    const double x = std::trunc(cell.PosX()) + std::trunc(camera.panX);
+    const double y = std::trunc(cell.PosY()) + std::trunc(camera.panY);
     const auto place = [&](CPixelPoint corner) {
-        if (cel.Rotation() != 0)
-            corner = Rotate(corner, -cel.Rotation());
+        if (cell.Rotation() != 0)
+            corner = Rotate(corner, -cell.Rotation());
         return ToCameraView({corner.x + x, corner.y + y}, camera, frame);
     };
     return {place({-halfWidth, -halfHeight}), place({halfWidth, -halfHeight}), place({halfWidth, halfHeight}),
             place({-halfWidth, halfHeight})};
 }
 
-CPoint CelCentre(const CXSheetCel& cel, const CCameraFrame& camera, CSize frame) {
-    return ToCameraView({std::trunc(cel.PosX() + camera.panX), std::trunc(cel.PosY() + camera.panY)}, camera,
+CPoint CellCentre(const CXSheetCell& cell, const CCameraFrame& camera, CSize frame) {
+    return ToCameraView({std::trunc(cell.PosX() + camera.panX), std::trunc(cell.PosY() + camera.panY)}, camera,
                         frame);
 }
 

@@ -14,25 +14,25 @@ namespace velmor {
 inline constexpr std::string_view picturesFolder = "_Pictures_";
 
 /// Position, scale and rotation of a cell.
-struct CCelTransform {
+struct CCellTransform {
     double posX = 0; ///< frame pixels, the image's centre
     double posY = 0;
     double scaleX = 1; ///< factors
     double scaleY = 1;
     double rotation = 0; ///< radians
 
-    bool operator==(const CCelTransform&) const = default;
+    bool operator==(const CCellTransform&) const = default;
 };
 
 /// One cell of the xsheet: which cel or picture shows there, how it is placed, and its effects. A cell is used when
 /// its cel name is not empty. An operation on an empty cell changes nothing and fails with the text to show.
-class CXSheetCel {
+class CXSheetCell {
 public:
-    void Clear() { *this = CXSheetCel{}; }
+    void Clear() { *this = CXSheetCell{}; }
     bool IsUsed() const { return !m_celName.empty(); }
     bool IsPicture() const { return m_folderName == picturesFolder; }
     /// Whether both show the same asset (or both are empty).
-    bool ShowsSameAs(const CXSheetCel& other) const {
+    bool ShowsSameAs(const CXSheetCell& other) const {
         return m_celName == other.m_celName && m_folderName == other.m_folderName;
     }
     bool Shows(std::string_view folder, std::string_view name) const {
@@ -59,15 +59,15 @@ public:
     CStatus SetBlur(double blurX, double blurY);
     // Without a test for an empty cell.
     void SetSize(CSize size) { m_size = size; }
-    void SetTransform(const CCelTransform& transform) { m_transform = transform; }
+    void SetTransform(const CCellTransform& transform) { m_transform = transform; }
     /// For the reader of the xsheet file: everything as it stands.
-    static CXSheetCel FromFile(std::string folder, std::string name, const CCelTransform& transform,
-                               double transparency, double blurX, double blurY, CSize size);
+    static CXSheetCell FromFile(std::string folder, std::string name, const CCellTransform& transform,
+                                double transparency, double blurX, double blurY, CSize size);
 
     const std::string& CelName() const { return m_celName; }
     const std::string& FolderName() const { return m_folderName; }
     CSize Size() const { return m_size; }
-    const CCelTransform& Transform() const { return m_transform; }
+    const CCellTransform& Transform() const { return m_transform; }
     double PosX() const { return m_transform.posX; }
     double PosY() const { return m_transform.posY; }
     double ScaleX() const { return m_transform.scaleX; }
@@ -77,15 +77,15 @@ public:
     double BlurX() const { return m_blurX; }               ///< 1 to 50, 1 means none
     double BlurY() const { return m_blurY; }
 
-    bool operator==(const CXSheetCel&) const = default;
+    bool operator==(const CXSheetCell&) const = default;
     /// To the bit, so that -0 is not 0: files keep the difference.
-    bool IsIdenticalTo(const CXSheetCel& other) const;
+    bool IsIdenticalTo(const CXSheetCell& other) const;
 
 private:
     CSize m_size;
     std::string m_celName;
     std::string m_folderName;
-    CCelTransform m_transform;
+    CCellTransform m_transform;
     double m_transparency = 0;
     double m_blurX = 1;
     double m_blurY = 1;

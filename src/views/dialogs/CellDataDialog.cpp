@@ -1,4 +1,4 @@
-#include "views/dialogs/CelDataDialog.h"
+#include "views/dialogs/CellDataDialog.h"
 
 #include "views/dialogs/RunDialog.h"
 #include "views/widgets/FormParts.h"
@@ -33,7 +33,7 @@ QCheckBox* NewPreserve(const QString& name, const QString& text, const QString& 
 
 } // namespace
 
-CCelDataDialog::CCelDataDialog(QWidget* parent, const CCelDataRequest& request)
+CCellDataDialog::CCellDataDialog(QWidget* parent, const CCellDataRequest& request)
     : CDialog(parent, "Edit XSheet Cel Data"),
       m_accept(request.accept),
       m_posX(NewEdit("posX")),
@@ -45,14 +45,14 @@ CCelDataDialog::CCelDataDialog(QWidget* parent, const CCelDataRequest& request)
       m_blurY(NewEdit("blurY")),
       m_preserveBlur(NewPreserve("preserveBlur", "Pr&eserve Aspect", "The blur")),
       m_transparency(NewEdit("transparency")) {
-    Body().addWidget(IdentityPanel(request.cel));
+    Body().addWidget(IdentityPanel(request.cell));
     AddFields();
     Body().addStretch();
     Show(request.initial);
     m_posX->BeFirst();
 }
 
-void CCelDataDialog::AddFields() {
+void CCellDataDialog::AddFields() {
     auto* grid = new QGridLayout;
     Body().addLayout(grid);
     AddLabeled(*grid, 0, 0, "Position &X :", *m_posX);
@@ -69,7 +69,7 @@ void CCelDataDialog::AddFields() {
     grid->setVerticalSpacing(10);
 }
 
-void CCelDataDialog::Show(const CCelDataForm& form) {
+void CCellDataDialog::Show(const CCellDataForm& form) {
     m_posX->SetValue(form.posX);
     m_posY->SetValue(form.posY);
     m_scaleX->SetValue(form.scaleX);
@@ -84,14 +84,14 @@ void CCelDataDialog::Show(const CCelDataForm& form) {
     KeepAspect(*m_preserveBlur, *m_blurX, *m_blurY);
 }
 
-CCelDataForm CCelDataDialog::Values() const {
+CCellDataForm CCellDataDialog::Values() const {
     return {m_posX->ValueOrNan(),        m_posY->ValueOrNan(),         m_scaleX->ValueOrNan(),
             m_scaleY->ValueOrNan(),      m_preserveScale->isChecked(), m_rotation.Values(),
             m_blurX->ValueOrNan(),       m_blurY->ValueOrNan(),        m_preserveBlur->isChecked(),
             m_transparency->ValueOrNan()};
 }
 
-bool CCelDataDialog::Accepts() {
+bool CCellDataDialog::Accepts() {
     if (IsAccepted(m_accept, Values()))
         return true;
     RefuseUnreadable({m_posX, m_posY, m_scaleX, m_scaleY, &m_rotation.Turns(), &m_rotation.Degrees(), m_blurX,

@@ -1,4 +1,4 @@
-#include "xsheet/XSheetCel.h"
+#include "xsheet/XSheetCell.h"
 
 #include "image/CelImg.h"
 
@@ -17,11 +17,11 @@ CStatus EmptyCel(const char* operation) {
 
 } // namespace
 
-bool CXSheetCel::IsIdenticalTo(const CXSheetCel& other) const {
-    const auto numbers = [](const CXSheetCel& cel) {
-        const CCelTransform& placed = cel.m_transform;
-        return std::array{placed.posX,     placed.posY,        placed.scaleX, placed.scaleY,
-                          placed.rotation, cel.m_transparency, cel.m_blurX,   cel.m_blurY};
+bool CXSheetCell::IsIdenticalTo(const CXSheetCell& other) const {
+    const auto numbers = [](const CXSheetCell& cell) {
+        const CCellTransform& placed = cell.m_transform;
+        return std::array{placed.posX,     placed.posY,         placed.scaleX, placed.scaleY,
+                          placed.rotation, cell.m_transparency, cell.m_blurX,  cell.m_blurY};
     };
     using Bits = std::array<std::uint64_t, 8>;
     return ShowsSameAs(other) && m_size == other.m_size &&
@@ -38,38 +38,38 @@ Path AssetFilePath(const Path& sceneFolder, std::string_view folder, std::string
     return path;
 }
 
-CStatus CXSheetCel::Set(const Path& sceneFolder, const std::string& folder, const std::string& name, CSize frame) {
-    CXSheetCel cel;
-    cel.m_folderName = folder;
-    cel.m_celName = name;
+CStatus CXSheetCell::Set(const Path& sceneFolder, const std::string& folder, const std::string& name, CSize frame) {
+    CXSheetCell cell;
+    cell.m_folderName = folder;
+    cell.m_celName = name;
     const int middleX = frame.width / 2;
     const int middleY = frame.height / 2;
-    cel.m_transform.posX = middleX;
-    cel.m_transform.posY = middleY;
-    CStatus status = CCelImg::GetDimensions(AssetFilePath(sceneFolder, folder, name), cel.m_size);
-    *this = std::move(cel);
+    cell.m_transform.posX = middleX;
+    cell.m_transform.posY = middleY;
+    CStatus status = CCelImg::GetDimensions(AssetFilePath(sceneFolder, folder, name), cell.m_size);
+    *this = std::move(cell);
     return status;
 }
 
-CStatus CXSheetCel::ChangeName(const std::string& name) {
+CStatus CXSheetCell::ChangeName(const std::string& name) {
     if (!IsUsed())
         return EmptyCel("ChangeName");
     m_celName = name;
     return {};
 }
 
-CStatus CXSheetCel::CheckDimensions(const Path& sceneFolder) {
+CStatus CXSheetCell::CheckDimensions(const Path& sceneFolder) {
     if (!IsUsed())
         return EmptyCel("CheckDimensions");
     return CCelImg::GetDimensions(AssetFilePath(sceneFolder, m_folderName, m_celName), m_size);
 }
 
-CStatus CXSheetCel::GetCelSize(CSize& size) const {
+CStatus CXSheetCell::GetCelSize(CSize& size) const {
     size = IsUsed() ? m_size : CSize{};
     return IsUsed() ? CStatus() : EmptyCel("GetCelSize");
 }
 
-CStatus CXSheetCel::Move(int dx, int dy) {
+CStatus CXSheetCell::Move(int dx, int dy) {
     if (!IsUsed())
         return EmptyCel("Move");
     m_transform.posX += dx;
@@ -77,7 +77,7 @@ CStatus CXSheetCel::Move(int dx, int dy) {
     return {};
 }
 
-CStatus CXSheetCel::Scale(int dx, int dy) {
+CStatus CXSheetCell::Scale(int dx, int dy) {
     if (!IsUsed())
         return EmptyCel("Scale");
     const double width = m_size.width * m_transform.scaleX;
@@ -90,14 +90,14 @@ CStatus CXSheetCel::Scale(int dx, int dy) {
     return {};
 }
 
-CStatus CXSheetCel::Rotate(double angle) {
+CStatus CXSheetCell::Rotate(double angle) {
     if (!IsUsed())
         return EmptyCel("Scale"); // turning shares the text of scaling
     m_transform.rotation += angle;
     return {};
 }
 
-CStatus CXSheetCel::SetPos(double x, double y) {
+CStatus CXSheetCell::SetPos(double x, double y) {
     if (!IsUsed())
         return EmptyCel("SetPos");
     m_transform.posX = x;
@@ -105,14 +105,14 @@ CStatus CXSheetCel::SetPos(double x, double y) {
     return {};
 }
 
-CStatus CXSheetCel::SetRot(double rotation) {
+CStatus CXSheetCell::SetRot(double rotation) {
     if (!IsUsed())
         return EmptyCel("SetRot");
     m_transform.rotation = rotation;
     return {};
 }
 
-CStatus CXSheetCel::SetScale(double scaleX, double scaleY) {
+CStatus CXSheetCell::SetScale(double scaleX, double scaleY) {
     if (!IsUsed())
         return EmptyCel("SetScale");
     m_transform.scaleX = scaleX;
@@ -120,14 +120,14 @@ CStatus CXSheetCel::SetScale(double scaleX, double scaleY) {
     return {};
 }
 
-CStatus CXSheetCel::SetTrans(double transparency) {
+CStatus CXSheetCell::SetTrans(double transparency) {
     if (!IsUsed())
         return EmptyCel("SetTrans");
     m_transparency = transparency;
     return {};
 }
 
-CStatus CXSheetCel::SetBlur(double blurX, double blurY) {
+CStatus CXSheetCell::SetBlur(double blurX, double blurY) {
     if (!IsUsed())
         return EmptyCel("SetBlur");
     m_blurX = blurX;
@@ -135,17 +135,17 @@ CStatus CXSheetCel::SetBlur(double blurX, double blurY) {
     return {};
 }
 
-CXSheetCel CXSheetCel::FromFile(std::string folder, std::string name, const CCelTransform& transform,
-                                double transparency, double blurX, double blurY, CSize size) {
-    CXSheetCel cel;
-    cel.m_size = size;
-    cel.m_celName = std::move(name);
-    cel.m_folderName = std::move(folder);
-    cel.m_transform = transform;
-    cel.m_transparency = transparency;
-    cel.m_blurX = blurX;
-    cel.m_blurY = blurY;
-    return cel;
+CXSheetCell CXSheetCell::FromFile(std::string folder, std::string name, const CCellTransform& transform,
+                                  double transparency, double blurX, double blurY, CSize size) {
+    CXSheetCell cell;
+    cell.m_size = size;
+    cell.m_celName = std::move(name);
+    cell.m_folderName = std::move(folder);
+    cell.m_transform = transform;
+    cell.m_transparency = transparency;
+    cell.m_blurX = blurX;
+    cell.m_blurY = blurY;
+    return cell;
 }
 
 } // namespace velmor

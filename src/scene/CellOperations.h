@@ -10,14 +10,14 @@
 namespace velmor {
 
 /// The dialogs of one cell, its outline in the camera view, and inbetweening of a level.
-class CCelOperations {
+class CCellOperations {
 public:
-    explicit CCelOperations(CSceneContext context) : m_context(context) {}
+    explicit CCellOperations(CSceneContext context) : m_context(context) {}
 
     /// Corners of the cell at (level, cursor frame) in camera-view pixels; nothing for an empty cell.
     std::optional<std::array<CPoint, 4>> GetXSheetCelPoints(int level) const;
     /// Camera-view position of a cell's centre; nothing when out of range or empty.
-    std::optional<CPoint> GetXSheetCelCentre(int level, int frame) const;
+    std::optional<CPoint> GetXSheetCellCentre(int level, int frame) const;
 
     void OnXsheetEditceldata();
     void OnXSheetDoTrans(int level);

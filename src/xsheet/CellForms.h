@@ -2,7 +2,7 @@
 
 #include "platform/Status.h"
 #include "xsheet/CameraTrack.h"
-#include "xsheet/XSheetCel.h"
+#include "xsheet/XSheetCell.h"
 
 namespace velmor {
 
@@ -17,7 +17,7 @@ struct CTurns {
     bool operator==(const CTurns&) const = default;
 };
 
-struct CCelDataForm {
+struct CCellDataForm {
     double posX = 0;
     double posY = 0;
     double scaleX = 1; ///< factors
@@ -29,7 +29,7 @@ struct CCelDataForm {
     bool preserveBlur = true;
     double transparency = 0; ///< 0 to 100
 
-    bool operator==(const CCelDataForm&) const = default;
+    bool operator==(const CCellDataForm&) const = default;
 };
 
 struct CBlurForm {
@@ -49,17 +49,17 @@ struct CCameraForm {
     bool operator==(const CCameraForm&) const = default;
 };
 
-CCelDataForm CelDataFormOf(const CXSheetCel& cel);
+CCellDataForm CellDataFormOf(const CXSheetCell& cell);
 /// Refuses blur outside 1 to 50 and transparency outside 0 to 100.
-CStatus CheckCelDataForm(const CCelDataForm& form);
+CStatus CheckCellDataForm(const CCellDataForm& form);
 /// `cel` must be used.
-void ApplyCelDataForm(const CCelDataForm& form, CXSheetCel& cel);
+void ApplyCellDataForm(const CCellDataForm& form, CXSheetCell& cell);
 
-CBlurForm BlurFormOf(const CXSheetCel& cel);
+CBlurForm BlurFormOf(const CXSheetCell& cell);
 CStatus CheckBlurForm(const CBlurForm& form);
-void ApplyBlurForm(const CBlurForm& form, CXSheetCel& cel);
+void ApplyBlurForm(const CBlurForm& form, CXSheetCell& cell);
 
-double TransparencyFormOf(const CXSheetCel& cel);
+double TransparencyFormOf(const CXSheetCell& cell);
 CStatus CheckTransparency(double transparency);
 
 CCameraForm CameraFormOf(const CCameraFrame& camera);

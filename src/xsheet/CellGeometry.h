@@ -2,7 +2,7 @@
 
 #include "image/Geometry.h"
 #include "xsheet/CameraTrack.h"
-#include "xsheet/XSheetCel.h"
+#include "xsheet/XSheetCell.h"
 
 #include <array>
 
@@ -13,9 +13,9 @@ CPoint RotatePoint(CPoint point, double angle);
 
 /// The corners of a used cell in camera-view pixels, in the integer steps that all outlines are drawn with: lower
 /// left, lower right, upper right, upper left of the unrotated cell.
-std::array<CPoint, 4> CelCorners(const CXSheetCel& cel, const CCameraFrame& camera, CSize frame);
+std::array<CPoint, 4> CellCorners(const CXSheetCell& cell, const CCameraFrame& camera, CSize frame);
 
 /// Camera-view position of a cell's centre, as motion paths show it.
-CPoint CelCentre(const CXSheetCel& cel, const CCameraFrame& camera, CSize frame);
+CPoint CellCentre(const CXSheetCell& cell, const CCameraFrame& camera, CSize frame);
 
 } // namespace velmor
