@@ -6,10 +6,16 @@
 #include "app/window/MainFrame.h"
 #include "platform/process/Memory.h"
 #include "render/FrameWorker.h"
+#include "scene/AssetOperations.h"
+#include "scene/CameraPictures.h"
+#include "scene/PaletteOperations.h"
+#include "scene/SceneLifecycle.h"
+#include "scene/CelPainting.h"
 #include "scene/SceneModel.h"
 #include "scene/Settings.h"
 #include "scene/SilentPrompter.h"
 #include "scene/VelmorltDoc.h"
+#include "scene/XSheetOperations.h"
 #include "views/camera/CamFrame.h"
 #include "views/camera/CameraView.h"
 #include "views/cel/CelFrame.h"
@@ -47,7 +53,7 @@ public:
         doc = std::make_unique<CVelmorltDoc>(m_prompter, m_profile, CDocumentFolders{database, database});
         frame = std::make_unique<CMainFrame>(*doc, m_prompter, m_profile);
         frame->resize(1920, 1130);
-        doc->ReopenLastScene();
+        doc->Scenes().ReopenLastScene();
         frame->show();
         static_cast<void>(QTest::qWaitForWindowExposed(frame.get()));
         Settle();
@@ -95,7 +101,7 @@ void OpenLargeDatabase(benchmark::State& state) {
     MakeLargeDatabase(folder.Path());
     for ([[maybe_unused]] auto _ : state) {
         CProgram program(folder.Path(), "Scene 77", "walk");
-        if (program.doc->GetLevelCount() != CXSheet::mostLevels)
+        if (program.doc->Model().xsheet.LevelCount() != CXSheet::mostLevels)
             state.SkipWithError("the scene was not opened");
     }
 }
@@ -109,8 +115,8 @@ void ChooseLargeFolder(benchmark::State& state) {
     CProgram program(folder.Path(), "Scene 77", "walk");
     program.frame->SourceView().ShowThumbnails(state.range(0) != 0);
     for ([[maybe_unused]] auto _ : state) {
-        program.doc->SetFolderName("");
-        program.doc->SetFolderName("walk");
+        program.doc->Scenes().SetFolderName("");
+        program.doc->Scenes().SetFolderName("walk");
         CProgram::Settle();
     }
 }
@@ -120,7 +126,7 @@ void ScrollLargeXsheet(benchmark::State& state) {
     const CBenchFolder folder;
     MakeLargeDatabase(folder.Path());
     CProgram program(folder.Path(), "Scene 77", "walk");
-    program.frame->OnViewXsheet();
+    program.frame->ShowXSheet();
     CProgram::Settle();
     QScrollBar* bar = program.frame->XsheetPane().View().verticalScrollBar();
     for ([[maybe_unused]] auto _ : state) {
@@ -138,12 +144,12 @@ void PaintPenSegment(benchmark::State& state) {
     static_cast<void>(cel.CreateCel(celWidth, celHeight, paths.CelFile("walk", "1")));
     static_cast<void>(cel.SaveCel());
     CProgram program(folder.Path(), "Pen", "walk");
-    program.doc->EditCel("1");
-    program.frame->OnViewCeleditor();
+    program.doc->Assets().EditCel("1");
+    program.frame->ShowCelEditor();
     CProgram::Settle();
     CCelView& view = program.frame->CelPane().View();
     view.SetTool(CelTool::Pen);
-    program.doc->SetPen(3);
+    program.doc->Palette().SetPen(3);
     QWidget* area = view.viewport();
     QTest::mousePress(area, Qt::LeftButton, {}, QPoint(100, 100));
     int step = 0;
@@ -155,7 +161,10 @@ void PaintPenSegment(benchmark::State& state) {
         CProgram::Settle();
     }
     QTest::mouseRelease(area, Qt::LeftButton, {}, QPoint(100, 100));
-    program.doc->EditedImage().SetModified(false);
+    program.doc->Painting().Change([](CCelImg& image) {
+        image.SetModified(false);
+        return CPaintResult();
+    });
 }
 BENCHMARK(PaintPenSegment)->Unit(benchmark::kMillisecond)->UseRealTime();
 
@@ -184,10 +193,10 @@ void StepThroughDemo(benchmark::State& state) {
     }
     CProgram program(demo.Folder(), "Demo", "Fox");
     CVelmorltDoc& doc = *program.doc;
-    const auto hasPicture = [&doc] { return doc.GetCameraBitmap() != nullptr; };
+    const auto hasPicture = [&doc] { return doc.CameraPictures().GetCameraBitmap() != nullptr; };
     static_cast<void>(QTest::qWaitFor(hasPicture));
     for ([[maybe_unused]] auto _ : state) {
-        doc.SetCursorY((doc.GetCursorY() + 1) % doc.GetFrameCount());
+        doc.XSheet().SetCursorY((doc.Model().cursorFrame + 1) % doc.Model().xsheet.FrameCount());
         while (!hasPicture())
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
         CProgram::Settle();

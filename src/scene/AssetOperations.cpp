@@ -39,7 +39,7 @@ bool CAssetOperations::AcceptFolderName(const std::string& name) const {
                              "Folder already exists. Use the drop down list to view it.");
 }
 
-void CAssetOperations::OnAssetsNewfolder() {
+void CAssetOperations::NewFolder() {
     const CSceneModel& model = m_context.model;
     if (!model.sceneOpen)
         return;
@@ -59,7 +59,7 @@ bool CAssetOperations::AcceptNewCel(const CNewCelValues& cel) const {
     return m_context.Report(CheckNewCelSize(cel.size, AvailableMemory())) && m_imports.AcceptCelName(cel.name);
 }
 
-void CAssetOperations::OnAssetsNewcel() {
+void CAssetOperations::NewCel() {
     const CSceneModel& model = m_context.model;
     if (!model.HasFolder())
         return;
@@ -97,6 +97,10 @@ void CAssetOperations::ShowNewCel(const std::string& name, CCelImg image) {
 
 void CAssetOperations::EditCel(const std::string& name) {
     const CSceneModel& model = m_context.model;
+    if (model.sourceMode == SourceMode::Sounds && m_play) {
+        m_play(name);
+        return;
+    }
     if (!model.sceneOpen || (model.sourceMode == SourceMode::Cels && model.folderName.empty()))
         return;
     if (model.sourceMode != SourceMode::Cels && model.sourceMode != SourceMode::Pictures) {
@@ -136,7 +140,7 @@ void CAssetOperations::EditDrawing(int level, int frame) {
     EditCel(cel.CelName());
 }
 
-void CAssetOperations::OnCelUpdatecamera() {
+void CAssetOperations::UpdateCamera() {
     CCelImg& image = m_context.model.celImg;
     if (!m_context.Require(image.GetLoadState() != LoadState::Nothing,
                            "Internal Error : OnCelUpdatecamera called with no cel data in document"))
@@ -156,7 +160,7 @@ bool CAssetOperations::DeleteFile(const Path& file) const {
     return (FileExists(file) && m_trash.Take(file)) || RemoveFile(file);
 }
 
-void CAssetOperations::OnAssetsDeleteassets() {
+void CAssetOperations::DeleteSelected() {
     const CSceneModel& model = m_context.model;
     if (!CanChangeAssets(model) || !m_context.prompter.Confirm(DeletionQuestion(model)))
         return;
@@ -190,7 +194,7 @@ UpdateHint CAssetOperations::ForgetAsset(const std::string& name) {
     return cleared > 0 ? hint | cellsAndPictureHint : hint;
 }
 
-void CAssetOperations::OnAssetsDeletefolder() {
+void CAssetOperations::DeleteFolder() {
     const CSceneModel& model = m_context.model;
     if (!model.HasFolder() ||
         !m_context.prompter.Confirm("Are you sure you want to remove current folder \"" + model.folderName +
@@ -238,7 +242,7 @@ std::string CAssetOperations::StoredName(const std::string& entered) const {
     return m_context.model.sourceMode == SourceMode::Cels ? StoredCelName(entered) : entered;
 }
 
-void CAssetOperations::OnAssetsRenamecel() {
+void CAssetOperations::RenameSelected() {
     const CSceneModel& model = m_context.model;
     if (!m_context.Require(HasSelectedAssets(model), "Internal Error : Nothing selected in OnAssetsRenamecel") ||
         !CanChangeAssets(model))
@@ -295,7 +299,7 @@ UpdateHint CAssetOperations::FollowSoundRename(const std::string& oldName, const
     return UpdateHint::Cells;
 }
 
-void CAssetOperations::OnAssetsDuplicate() {
+void CAssetOperations::DuplicateSelected() {
     CSceneModel& model = m_context.model;
     if (!CanChangeAssets(model))
         return;

@@ -3,6 +3,7 @@
 #include "platform/files/Trash.h"
 #include "scene/SceneContext.h"
 
+#include <functional>
 #include <string>
 
 namespace velmor {
@@ -15,33 +16,39 @@ class CSoundOperations;
 /// back to disk. What names an asset follows it: cells, placed sounds, the cel editor, the selection.
 class CAssetOperations {
 public:
-    /// What is deleted goes to `trash`, as far as it takes it.
+    /// Plays a sound of the scene by its name.
+    using SoundPlayer = std::function<void(const std::string& name)>;
+
+    /// What is deleted goes to `trash`, as far as it takes it. Where `play` is given, a sound that is opened is
+    /// heard.
     CAssetOperations(CSceneContext context, CSceneLifecycle& lifecycle, CImportOperations& imports,
-                     CSoundOperations& sounds, CTrash trash = {})
+                     CSoundOperations& sounds, SoundPlayer play = {}, CTrash trash = {})
         : m_context(context),
           m_lifecycle(lifecycle),
           m_imports(imports),
           m_sounds(sounds),
+          m_play(std::move(play)),
           m_trash(std::move(trash)) {}
 
-    void OnAssetsNewfolder();
+    void NewFolder();
     /// Makes a blank cel, selects it in the asset list and brings it into the cel editor.
-    void OnAssetsNewcel();
+    void NewCel();
     /// Deletes the selected assets of the shown kind, up to the first file that resists.
-    void OnAssetsDeleteassets();
+    void DeleteSelected();
     /// Deletes the current folder.
-    void OnAssetsDeletefolder();
+    void DeleteFolder();
     /// Renames the first selected asset; one that has the new name already is replaced.
-    void OnAssetsRenamecel();
+    void RenameSelected();
     /// Copies the first selected asset; an existing file is never replaced.
-    void OnAssetsDuplicate();
-    /// Loads an asset of the shown kind (a cel of the current folder, or a picture) into the cel editor.
+    void DuplicateSelected();
+    /// Loads an asset of the shown kind (a cel of the current folder, or a picture) into the cel editor; plays a
+    /// sound.
     void EditCel(const std::string& name);
     /// Loads the drawing of a cell into the cel editor. Its folder becomes the current one, or pictures are shown,
     /// and it is selected. Nothing for an empty cell; a file that is gone is told of and nothing else changes.
     void EditDrawing(int level, int frame);
     /// Writes the image under edit, so that the camera view shows the change.
-    void OnCelUpdatecamera();
+    void UpdateCamera();
 
 private:
     [[nodiscard]] bool AcceptFolderName(const std::string& name) const;
@@ -65,6 +72,7 @@ private:
     CSceneLifecycle& m_lifecycle;
     CImportOperations& m_imports;
     CSoundOperations& m_sounds;
+    SoundPlayer m_play;
     CTrash m_trash;
 };
 

@@ -37,7 +37,7 @@ std::string PercentText(int percent) {
 
 } // namespace
 
-void CAssetTransforms::OnAssetsRotatecels() {
+void CAssetTransforms::RotateSelected() {
     const CSceneModel& model = m_context.model;
     if (!HasSelectedAssets(model) || model.sourceMode == SourceMode::Sounds ||
         !m_context.Require(model.sourceMode == SourceMode::Cels || model.sourceMode == SourceMode::Pictures,
@@ -62,7 +62,7 @@ bool CAssetTransforms::CanFlip() const {
            m_context.Require(!model.sourceSelection.empty(), "Internal Error: Nothing selected in OnAssetsFlip");
 }
 
-void CAssetTransforms::OnAssetsFlip() {
+void CAssetTransforms::FlipSelected() {
     if (!CanFlip())
         return;
     const std::optional<FlipDirection> direction = m_context.prompter.AskFlip();
@@ -91,7 +91,7 @@ std::optional<CColorKey> CAssetTransforms::AskColorKey(CColor color) {
                      static_cast<ColorUnderKey>(values->underKey)};
 }
 
-void CAssetTransforms::OnAssetsColorkey() {
+void CAssetTransforms::ColorKeySelected() {
     const CSceneModel& model = m_context.model;
     if (!CanColorKey(model))
         return;
@@ -100,7 +100,7 @@ void CAssetTransforms::OnAssetsColorkey() {
                         "\nInternal Error :: ColorKey ->", ":: Writing cel/picture file ->"});
 }
 
-void CAssetTransforms::OnCelColorkey(CColor key) {
+void CAssetTransforms::ColorKeyEdited(CColor key) {
     CCelImg& image = m_context.model.celImg;
     if (!m_context.Require(image.GetLoadState() == LoadState::Picture,
                            "Internal Error : no picture image loaded in CCelImg::ColorKey"))

@@ -19,12 +19,12 @@ class CAssetTransforms {
 public:
     explicit CAssetTransforms(CSceneContext context) : m_context(context) {}
 
-    void OnAssetsRotatecels();
-    void OnAssetsFlip();
+    void RotateSelected();
+    void FlipSelected();
     /// Keys the selected pictures.
-    void OnAssetsColorkey();
+    void ColorKeySelected();
     /// Keys the picture under edit, in memory only. `key` is the colour that the dialog starts with.
-    void OnCelColorkey(CColor key);
+    void ColorKeyEdited(CColor key);
 
 private:
     /// What is done to each image, and how its messages call it.

@@ -120,7 +120,7 @@ void CCameraOperations::SetMode(InputMode mode) {
     m_context.Update(selectionHint);
 }
 
-void CCameraOperations::OnCameraAntialias() {
+void CCameraOperations::ToggleAntialias() {
     m_context.model.cameraAntialias = !m_context.model.cameraAntialias;
     m_context.Update(pictureHint);
 }
@@ -131,7 +131,7 @@ int CCameraOperations::GetMotionPathSetup() const {
                : 0;
 }
 
-void CCameraOperations::OnCameraMotionpathsetup() {
+void CCameraOperations::ChooseMotionPaths() {
     CSceneModel& model = m_context.model;
     if (!model.sceneOpen)
         return;
@@ -143,7 +143,7 @@ void CCameraOperations::OnCameraMotionpathsetup() {
     m_context.Update(UpdateHint::CameraRedraw);
 }
 
-void CCameraOperations::OnXsheetEditcameradata() {
+void CCameraOperations::EditCameraData() {
     CSceneModel& model = m_context.model;
     if (!model.sceneOpen)
         return;
@@ -156,7 +156,7 @@ void CCameraOperations::OnXsheetEditcameradata() {
     m_context.Update(cellsAndPictureHint);
 }
 
-void CCameraOperations::OnXsheetInbetweencameradata() {
+void CCameraOperations::Inbetween() {
     CSceneModel& model = m_context.model;
     if (!CanInbetween(model))
         return;
@@ -172,7 +172,7 @@ void CCameraOperations::OnXsheetInbetweencameradata() {
     m_context.Update(type == InbetweenType::Constant ? cellsAndPictureHint : selectionHint);
 }
 
-void CCameraOperations::OnAnimationLinecheck() {
+void CCameraOperations::CheckLines() {
     CSceneModel& model = m_context.model;
     if (!model.sceneOpen)
         return;

@@ -22,20 +22,18 @@ public:
     bool ProcessCamInput(int dx, int dy);
     void EndCamInput(int dx, int dy);
 
-    void OnCameraMovemode() { SetMode(InputMode::Move); }
-    void OnCameraRotatemode() { SetMode(InputMode::Rotate); }
-    void OnCameraZoommode() { SetMode(InputMode::Zoom); }
+    /// What drags change.
+    void SetMode(InputMode mode);
     /// Each toggle has the camera picture composed again.
-    void OnCameraAntialias();
+    void ToggleAntialias();
     int GetMotionPathSetup() const;
-    void OnCameraMotionpathsetup();
-    void OnXsheetEditcameradata();
-    void OnXsheetInbetweencameradata();
-    void OnAnimationLinecheck();
+    void ChooseMotionPaths();
+    void EditCameraData();
+    void Inbetween();
+    void CheckLines();
 
 private:
     bool Apply(int dx, int dy);
-    void SetMode(InputMode mode);
     [[nodiscard]] bool RequireFrame(int frame, const char* message) const;
 
     CSceneContext m_context;

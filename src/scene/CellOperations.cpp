@@ -47,7 +47,7 @@ std::optional<CPoint> CCellOperations::GetXSheetCellCentre(int level, int frame)
     return CellCentre(model.xsheet.Cell(level, frame), model.camera.At(frame), model.geometry.Frame());
 }
 
-void CCellOperations::OnXsheetEditceldata() {
+void CCellOperations::EditCellData() {
     CSceneModel& model = m_context.model;
     if (!CanEditCellData(m_context.model))
         return;
@@ -98,7 +98,7 @@ void CCellOperations::OnXSheetDoBlur(int level) {
     m_context.Update(pictureHint);
 }
 
-void CCellOperations::OnXsheetInbetweenleveldata() {
+void CCellOperations::Inbetween() {
     CSceneModel& model = m_context.model;
     const int level = model.cursorLevel;
     if (!CanInbetween(m_context.model) || !model.xsheet.HasLevel(level))

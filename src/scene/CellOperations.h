@@ -19,10 +19,10 @@ public:
     /// Camera-view position of a cell's centre; nothing when out of range or empty.
     std::optional<CPoint> GetXSheetCellCentre(int level, int frame) const;
 
-    void OnXsheetEditceldata();
+    void EditCellData();
     void OnXSheetDoTrans(int level);
     void OnXSheetDoBlur(int level);
-    void OnXsheetInbetweenleveldata();
+    void Inbetween();
 
 private:
     CSceneContext m_context;

@@ -39,7 +39,7 @@ void CFlipbookOperations::Remember(const CFlipbookSettings& settings) {
     Set(m_context.profile, setting::lastFlipbookAntialias, settings.antialias ? 1 : 0);
 }
 
-bool CFlipbookOperations::OnAnimationMakeflipbook() {
+bool CFlipbookOperations::MakeFlipbook() {
     const CSceneModel& model = m_context.model;
     if (!model.sceneOpen)
         return false;
@@ -81,13 +81,13 @@ bool CFlipbookOperations::Generate(const CFlipbookSettings& settings, const Path
     return outcome.end != FlipbookEnd::Failed;
 }
 
-std::optional<Path> CFlipbookOperations::OnAnimationPlaylastflipbook() {
+std::optional<Path> CFlipbookOperations::LastFlipbookToPlay() {
     if (!m_context.Require(HasLastFlipbook(), "There is no last flipbook!"))
         return std::nullopt;
     return LastFlipbook();
 }
 
-void CFlipbookOperations::OnAnimationSavelastflipbook() {
+void CFlipbookOperations::SaveLastFlipbook() {
     const std::optional<Path> target = m_context.prompter.AskFileToSave(
         {"Select the flipbook filename to save", "Microsoft Movies (*.avi) |*.avi||", ".avi", "movie.avi", false});
     if (!target)

@@ -16,10 +16,10 @@ public:
     Path LastFlipbook() const;
     bool HasLastFlipbook() const;
     /// Asks for the settings and makes the flipbook; true when there is one to be played.
-    [[nodiscard]] bool OnAnimationMakeflipbook();
+    [[nodiscard]] bool MakeFlipbook();
     /// The path to play; nothing, with its message, when there is no last flipbook.
-    std::optional<Path> OnAnimationPlaylastflipbook();
-    void OnAnimationSavelastflipbook();
+    std::optional<Path> LastFlipbookToPlay();
+    void SaveLastFlipbook();
 
     /// The generation itself, from accepted settings to a file. False when it failed (its messages have been
     /// shown).

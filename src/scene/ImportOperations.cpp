@@ -37,7 +37,7 @@ bool CImportOperations::CanImportPictures() const {
     return m_context.Require(m_context.model.sceneOpen, importWithoutScene);
 }
 
-void CImportOperations::OnSourcesImportcels() {
+void CImportOperations::AskAndImportCels() {
     if (CanImportCels())
         ImportFiles({"Select Cel File(s) to Import",
                      "Velmor Drawing Files (*.vlw)|*.vlw|Targa Files (*.tga)|*.tga|"
@@ -46,7 +46,7 @@ void CImportOperations::OnSourcesImportcels() {
                     SourceMode::Cels);
 }
 
-void CImportOperations::OnSourcesImportpicture() {
+void CImportOperations::AskAndImportPictures() {
     if (CanImportPictures())
         ImportFiles({"Select Picture File(s) to Import",
                      "Targa Files (*.tga)|*.tga|Windows Bitmap Files (*.bmp)|*.bmp|"
@@ -55,7 +55,7 @@ void CImportOperations::OnSourcesImportpicture() {
                     SourceMode::Pictures);
 }
 
-void CImportOperations::OnSourcesImportsettings() {
+void CImportOperations::EditImportSettings() {
     CSceneModel& model = m_context.model;
     const std::optional<int> threshold = m_context.prompter.AskImportThreshold(model.importThreshold);
     if (!threshold || !m_context.Require(*threshold >= 0 && *threshold <= mostThreshold,

@@ -16,9 +16,9 @@ public:
     CImportOperations(CSceneContext context, CSceneLifecycle& lifecycle)
         : m_context(context), m_lifecycle(lifecycle) {}
 
-    void OnSourcesImportcels();
-    void OnSourcesImportpicture();
-    void OnSourcesImportsettings();
+    void AskAndImportCels();
+    void AskAndImportPictures();
+    void EditImportSettings();
 
     /// One file into the current folder, or into the pictures folder, under a name (of a cel, without zeros before
     /// its number). An asset of that name is

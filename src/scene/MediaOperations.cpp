@@ -22,14 +22,14 @@ void CMediaOperations::Play(std::span<const std::uint8_t> samples) {
     m_context.prompter.ShowStatus("Stopped.");
 }
 
-void CMediaOperations::OnAnimationPlaysoundonxsheet() {
+void CMediaOperations::PlayXSheetSound() {
     if (!m_sounds.PrepareMissingTrack())
         return;
     if (const std::optional<std::span<const std::uint8_t>> track = m_sounds.GetSoundBuffer())
         Play(*track);
 }
 
-void CMediaOperations::OnAnimationPlayselectedsound() {
+void CMediaOperations::PlaySelectedSound() {
     const CSceneModel& model = m_context.model;
     if (!m_sounds.PrepareMissingTrack())
         return;
@@ -45,7 +45,7 @@ void CMediaOperations::OnAnimationPlayselectedsound() {
     Play(track->subspan(from, to - from));
 }
 
-void CMediaOperations::OnAssetsPlaysound() {
+void CMediaOperations::PlaySoundAssets() {
     const CSceneModel& model = m_context.model;
     if (!m_context.Require(model.sceneOpen, "Internal Error: Scene not open at CVelmorltDoc::OnAssetsPlaysound") ||
         !m_context.Require(model.sourceMode == SourceMode::Sounds,
@@ -61,7 +61,7 @@ void CMediaOperations::PlaySoundAsset(const std::string& name) {
         Play(samples);
 }
 
-void CMediaOperations::OnSourcesRecordsound() {
+void CMediaOperations::RecordSound() {
     if (!m_context.model.sceneOpen)
         return;
     CSoundRecorder recorder(m_devices);
@@ -77,13 +77,13 @@ void CMediaOperations::OnSourcesRecordsound() {
     } while (!m_context.prompter.AskYesNo("Do you want to discard the recording ?"));
 }
 
-void CMediaOperations::OnAnimationMakeflipbook() {
-    if (m_flipbooks.OnAnimationMakeflipbook())
-        OnAnimationPlaylastflipbook();
+void CMediaOperations::MakeFlipbook() {
+    if (m_flipbooks.MakeFlipbook())
+        PlayLastFlipbook();
 }
 
-void CMediaOperations::OnAnimationPlaylastflipbook() {
-    if (const std::optional<Path> flipbook = m_flipbooks.OnAnimationPlaylastflipbook())
+void CMediaOperations::PlayLastFlipbook() {
+    if (const std::optional<Path> flipbook = m_flipbooks.LastFlipbookToPlay())
         PlayMovie(*flipbook);
 }
 

@@ -20,16 +20,16 @@ public:
         : m_context(context), m_sounds(sounds), m_flipbooks(flipbooks), m_devices(devices) {}
 
     /// The whole track of the xsheet, and the part under the selected frames. Until the end of the sound or a key.
-    void OnAnimationPlaysoundonxsheet();
-    void OnAnimationPlayselectedsound();
+    void PlayXSheetSound();
+    void PlaySelectedSound();
     /// The first selected sound asset.
-    void OnAssetsPlaysound();
+    void PlaySoundAssets();
     void PlaySoundAsset(const std::string& name);
     /// Asks for a recording, and for a name until it is stored or the user gives it up.
-    void OnSourcesRecordsound();
+    void RecordSound();
     /// Makes a flipbook and plays it.
-    void OnAnimationMakeflipbook();
-    void OnAnimationPlaylastflipbook();
+    void MakeFlipbook();
+    void PlayLastFlipbook();
     void PlayMovie(const Path& file);
 
 private:

@@ -114,7 +114,7 @@ void CPaletteOperations::DeleteColor(int index) {
     Adopt(std::move(changed), entry == index ? noEntry : entry > index ? entry - 1 : entry);
 }
 
-void CPaletteOperations::OnDeleteColor(int index) {
+void CPaletteOperations::AskAndDeleteColor(int index) {
     const CSceneModel& model = m_context.model;
     const int count = model.palette.Count();
     if (model.palette.Contains(index) && !m_context.prompter.Confirm("Are you sure you want to delete color\n \"" +
@@ -126,7 +126,7 @@ void CPaletteOperations::OnDeleteColor(int index) {
         SetFGColor(std::min(index, model.palette.Count() - 1));
 }
 
-void CPaletteOperations::OnAddColor() {
+void CPaletteOperations::AskAndAddColor() {
     if (!m_context.Require(!m_context.model.palette.IsFull(), "Sorry the maximum color allowed exceeded"))
         return;
     const std::optional<CColorValues> values = m_context.prompter.AskColor(Request({}));

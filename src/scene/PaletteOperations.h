@@ -24,10 +24,10 @@ public:
     void EditColor(int index);
     void DeleteColor(int index);
     /// The "Add Color" button: asks for the colour, which becomes the foreground.
-    void OnAddColor();
+    void AskAndAddColor();
     /// The "Delete Color" button: asks. After the foreground's entry the one that takes its place is the
     /// foreground.
-    void OnDeleteColor(int index);
+    void AskAndDeleteColor(int index);
     void SetBrush(int brush);
     void SetPen(int pen);
     void SetBucketMode(int mode);

@@ -71,10 +71,10 @@ void CRenderOperations::Remember(const CRenderSetup& setup) {
     Set(m_context.profile, setting::lastRenderName, setup.name);
 }
 
-bool CRenderOperations::OnAnimationRender() {
+void CRenderOperations::AskAndRender() {
     const CSceneModel& model = m_context.model;
     if (!model.sceneOpen)
-        return false;
+        return;
     CRenderSetupRequest request{{}, model.xsheet.FrameCount(), model.geometry.Frame(), RememberedSetup(), {}, {}};
     for (int level = 0; level < model.xsheet.LevelCount(); ++level)
         request.levelNames.push_back(model.xsheet.LevelName(level));
@@ -84,13 +84,13 @@ bool CRenderOperations::OnAnimationRender() {
     request.accept = [this](const CRenderSetup& setup) { return Accept(setup); };
     const std::optional<CRenderSetup> setup = m_context.prompter.AskRenderSetup(request);
     if (!setup)
-        return false;
+        return;
     Remember(*setup);
     if (!CEditedImage(m_context).SaveOrAsk())
-        return false;
+        return;
     if (IsMovie(setup->format))
         static_cast<void>(CSoundOperations(m_context).PrepareMissingTrack()); // it names what is missing
-    return Render(*setup);
+    static_cast<void>(Render(*setup));                                        // it has said what went wrong
 }
 
 bool CRenderOperations::Accept(const CRenderSetup& setup) const {

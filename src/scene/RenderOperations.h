@@ -17,7 +17,7 @@ public:
         : m_context(context), m_cache(cache), m_play(std::move(play)) {}
 
     /// Asks for the setup and renders; true when there is output, of a stopped rendering as well.
-    [[nodiscard]] bool OnAnimationRender();
+    void AskAndRender();
 
     /// The rule of the dialog: says what is wrong with the setup, makes its directory, asks before files that are
     /// there are overwritten.

@@ -188,7 +188,7 @@ void CSceneLifecycle::ResetToNoScene() {
     Set(m_context.profile, setting::lastScene, "");
 }
 
-void CSceneLifecycle::OnFileOpenscene() {
+void CSceneLifecycle::AskAndOpenScene() {
     const CSceneModel& model = m_context.model;
     const std::vector<std::string> scenes = ListScenes(model.databaseFolder);
     if (scenes.empty()) {
@@ -215,7 +215,7 @@ bool CSceneLifecycle::AcceptNewScene(const CSceneSettings& settings) const {
     return m_context.Report(CheckSceneSettings(settings));
 }
 
-void CSceneLifecycle::OnFileNewscene() {
+void CSceneLifecycle::NewScene() {
     CSceneModel& model = m_context.model;
     const std::optional<CSceneSettings> settings = m_context.prompter.AskSceneSettings(
         {true, WithPreset({}, palPreset), [this](const CSceneSettings& values) { return AcceptNewScene(values); }});
@@ -238,7 +238,7 @@ void CSceneLifecycle::OnFileNewscene() {
     m_context.Update(everythingHint);
 }
 
-void CSceneLifecycle::OnFileScenesettings() {
+void CSceneLifecycle::EditSceneSettings() {
     CSceneModel& model = m_context.model;
     if (!model.sceneOpen)
         return;
@@ -259,7 +259,7 @@ void CSceneLifecycle::OnFileScenesettings() {
     m_context.Update(structureAndPictureHint);
 }
 
-void CSceneLifecycle::OnFileSettings() {
+void CSceneLifecycle::ChooseDatabase() {
     CSceneModel& model = m_context.model;
     const std::optional<std::string> chosen = m_context.prompter.AskDatabaseFolder(model.databaseFolder);
     if (!chosen || chosen->empty() || WithSeparator(*chosen) == model.databaseFolder || !SaveAllOrAsk("go on"))
@@ -278,7 +278,11 @@ void CSceneLifecycle::SetSourceMode(SourceMode mode) {
     m_context.Update(UpdateHint::AssetLists);
 }
 
-void CSceneLifecycle::OnFileScenemanager() {
+void CSceneLifecycle::SetSourceSelection(std::vector<std::string> names) {
+    m_context.model.sourceSelection = std::move(names);
+}
+
+void CSceneLifecycle::ManageScenes() {
     CSceneModel& model = m_context.model;
     if (ListScenes(model.databaseFolder).empty()) {
         m_context.prompter.ShowVelmorMessage("There are no scenes avaliable yet.\n"

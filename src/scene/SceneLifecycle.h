@@ -42,17 +42,19 @@ public:
     /// Empties the document after its database folder changed or its scene was deleted.
     void ResetToNoScene();
 
-    void OnFileNewscene();
-    void OnFileOpenscene();
-    void OnFileScenesettings();
+    void NewScene();
+    void AskAndOpenScene();
+    void EditSceneSettings();
     /// Writes the xsheet and the image under edit, which is then read again. False when something could not be
     /// written.
-    [[nodiscard]] bool OnFileSaveall();
+    [[nodiscard]] bool SaveAll();
     /// Saves all. What could not be written is named in the question whether to do something ("exit") all the same.
     [[nodiscard]] bool SaveAllOrAsk(const std::string& deed);
-    void OnFileSettings();
-    void OnFileScenemanager();
+    void ChooseDatabase();
+    void ManageScenes();
     void SetSourceMode(SourceMode mode);
+    /// Titles of assets of the shown kind, in list order.
+    void SetSourceSelection(std::vector<std::string> names);
 
 private:
     enum class OpenResult { Opened, Stayed, Failed };
@@ -61,10 +63,10 @@ private:
     /// Reads a scene without touching the open one; no sheet when it has none yet.
     [[nodiscard]] bool ReadScene(const std::string& name, std::optional<CXSheetData>& sheet) const;
     [[nodiscard]] bool WriteXSheetFile() const;
-    /// As SaveAll(), with the image left as it is. The views are not told.
+    /// As SaveWhatCanBe(), with the image left as it is. The views are not told.
     std::vector<Path> WriteAll();
     /// Returns what could not be written.
-    std::vector<Path> SaveAll();
+    std::vector<Path> SaveWhatCanBe();
     bool MayLeave(const std::string& deed, const std::vector<Path>& unsaved) const;
     void AdoptXSheet(CXSheetData data);
     void ResetXSheet();

@@ -24,15 +24,15 @@ bool CSceneLifecycle::CloseEditedImage() {
     return CEditedImage(m_context).Close();
 }
 
-bool CSceneLifecycle::OnFileSaveall() {
-    return SaveAll().empty();
+bool CSceneLifecycle::SaveAll() {
+    return SaveWhatCanBe().empty();
 }
 
 bool CSceneLifecycle::SaveAllOrAsk(const std::string& deed) {
-    return MayLeave(deed, SaveAll());
+    return MayLeave(deed, SaveWhatCanBe());
 }
 
-std::vector<Path> CSceneLifecycle::SaveAll() {
+std::vector<Path> CSceneLifecycle::SaveWhatCanBe() {
     const std::shared_ptr<void> wait = m_context.prompter.BeginWait();
     CSceneModel& model = m_context.model;
     const std::vector<Path> resisting = WriteAll();

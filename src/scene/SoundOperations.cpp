@@ -57,7 +57,7 @@ void CSoundOperations::DropSound(int frame) {
     m_context.Update(UpdateHint::Cells);
 }
 
-void CSoundOperations::OnEditRemovesound() {
+void CSoundOperations::RemoveSelectedSounds() {
     CSceneModel& model = m_context.model;
     bool removed = false;
     for (int frame = model.selection.firstFrame; frame <= model.selection.lastFrame; ++frame) {
@@ -131,7 +131,7 @@ int CSoundOperations::GetFPS() const {
                : frameRateOfNoScene;
 }
 
-void CSoundOperations::OnSourcesImportsound() {
+void CSoundOperations::AskAndImportSound() {
     if (!m_context.Require(m_context.model.sceneOpen, importWithoutScene))
         return;
     const std::vector<Path> files = m_context.prompter.AskFilesToOpen(

@@ -25,7 +25,7 @@ public:
     /// Places the selected sound asset.
     void DropSound(int frame);
     /// Removes the sounds that start in the selected frames.
-    void OnEditRemovesound();
+    void RemoveSelectedSounds();
     /// Rebuilds the track of the whole xsheet.
     void PrepareSoundBuffer();
     /// For what plays or writes the track: rebuilds it if a placed sound was missing, whose file may be back. Shows
@@ -36,7 +36,7 @@ public:
     /// Nothing without a scene or while a placed sound cannot be loaded. Valid until the next change.
     std::optional<std::span<const std::uint8_t>> GetSoundBuffer() const;
     int GetFPS() const;
-    void OnSourcesImportsound();
+    void AskAndImportSound();
     /// The import without its file and name dialogs; an existing sound of that name is replaced. False when it
     /// failed.
     [[nodiscard]] bool ImportSound(const Path& file, const std::string& name);

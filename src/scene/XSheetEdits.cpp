@@ -58,7 +58,7 @@ std::optional<int> CXSheetOperations::AskFrameCount(const char* prompt) const {
                                              }});
 }
 
-void CXSheetOperations::OnXsheetAddlevel() {
+void CXSheetOperations::AddLevel() {
     CSceneModel& model = m_context.model;
     if (!model.sceneOpen)
         return;
@@ -73,7 +73,7 @@ void CXSheetOperations::OnXsheetAddlevel() {
     m_context.Update(structureHint);
 }
 
-void CXSheetOperations::OnXsheetDeletelevel() {
+void CXSheetOperations::DeleteLevel() {
     CSceneModel& model = m_context.model;
     if (!CanDeleteLevel(m_context.model))
         return;
@@ -90,7 +90,7 @@ void CXSheetOperations::OnXsheetDeletelevel() {
     m_context.Update(structureAndPictureHint);
 }
 
-void CXSheetOperations::OnXsheetRenamelevel() {
+void CXSheetOperations::RenameLevel() {
     CSceneModel& model = m_context.model;
     if (!model.sceneOpen)
         return;
@@ -106,7 +106,7 @@ void CXSheetOperations::OnXsheetRenamelevel() {
     m_context.Update(structureHint);
 }
 
-void CXSheetOperations::OnXsheetSwaplevels() {
+void CXSheetOperations::SwapLevels() {
     CSceneModel& model = m_context.model;
     if (!CanSwapLevels(m_context.model))
         return;
@@ -119,14 +119,14 @@ void CXSheetOperations::OnXsheetSwaplevels() {
     m_context.Update(cellsAndPictureHint);
 }
 
-void CXSheetOperations::OnXsheetAddframes() {
+void CXSheetOperations::AddFrames() {
     if (!m_context.model.sceneOpen)
         return;
     if (const std::optional<int> count = AskFrameCount("Add how many frames to the end ?"))
         SetFrameCount(m_context.model.xsheet.FrameCount() + *count, structureHint);
 }
 
-void CXSheetOperations::OnXsheetDeleteframes() {
+void CXSheetOperations::DeleteFrames() {
     if (!m_context.model.sceneOpen)
         return;
     // Sounds placed beyond the new end stay: they are heard again when the frames come back.
@@ -144,12 +144,12 @@ void CXSheetOperations::SetFrameCount(int frames, UpdateHint hint) {
     m_context.Update(hint);
 }
 
-void CXSheetOperations::OnEditCopy() {
+void CXSheetOperations::Copy() {
     if (const std::optional<CXSheetSelection> selection = SelectedCells(m_context.model))
         m_context.model.clipboard = m_context.model.xsheet.Copy(*selection);
 }
 
-void CXSheetOperations::OnEditCut() {
+void CXSheetOperations::Cut() {
     CSceneModel& model = m_context.model;
     const std::optional<CXSheetSelection> selection = SelectedCells(model);
     if (!selection)
@@ -160,7 +160,7 @@ void CXSheetOperations::OnEditCut() {
     m_context.Update(cellsAndPictureHint);
 }
 
-void CXSheetOperations::OnEditPaste() {
+void CXSheetOperations::Paste() {
     CSceneModel& model = m_context.model;
     if (!CanPaste(m_context.model) || !model.xsheet.HasLevel(model.cursorLevel) ||
         !model.xsheet.HasFrame(model.cursorFrame))
@@ -169,15 +169,15 @@ void CXSheetOperations::OnEditPaste() {
     m_context.Update(cellsAndPictureHint);
 }
 
-void CXSheetOperations::OnEditReversecels() {
+void CXSheetOperations::Reverse() {
     EditRange(&CXSheet::Reverse);
 }
 
-void CXSheetOperations::OnEditCondensecels() {
+void CXSheetOperations::Condense() {
     EditRange(&CXSheet::Condense);
 }
 
-void CXSheetOperations::OnEditExpandcels() {
+void CXSheetOperations::Expand() {
     EditRange(&CXSheet::Expand);
 }
 
@@ -189,7 +189,7 @@ void CXSheetOperations::EditRange(void (CXSheet::*edit)(const CXSheetSelection&)
     m_context.Update(UpdateHint::Cells);
 }
 
-void CXSheetOperations::OnEditUndo() {
+void CXSheetOperations::Undo() {
     CSceneModel& model = m_context.model;
     if (!CanUndo(m_context.model))
         return;

@@ -82,7 +82,7 @@ void CXSheetOperations::SelectCamera() {
     m_context.Update(selectionHint);
 }
 
-void CXSheetOperations::OnXsheetMultiplelevelmoveselections() {
+void CXSheetOperations::ToggleMultipleMoveSelection() {
     if (m_context.model.moveSelection.ToggleMultiple())
         m_context.Update(selectionHint);
 }

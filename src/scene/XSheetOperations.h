@@ -29,22 +29,22 @@ public:
 
     void SetLevelCanMove(int level);
     void SelectCamera();
-    void OnXsheetMultiplelevelmoveselections();
+    void ToggleMultipleMoveSelection();
 
-    void OnXsheetAddlevel();
-    void OnXsheetDeletelevel();
-    void OnXsheetRenamelevel();
-    void OnXsheetSwaplevels();
-    void OnXsheetAddframes();
-    void OnXsheetDeleteframes();
+    void AddLevel();
+    void DeleteLevel();
+    void RenameLevel();
+    void SwapLevels();
+    void AddFrames();
+    void DeleteFrames();
 
-    void OnEditCopy();
-    void OnEditCut();
-    void OnEditPaste();
-    void OnEditReversecels();
-    void OnEditCondensecels();
-    void OnEditExpandcels();
-    void OnEditUndo();
+    void Copy();
+    void Cut();
+    void Paste();
+    void Reverse();
+    void Condense();
+    void Expand();
+    void Undo();
 
     /// Puts the selected assets on a level, each for `step` frames, from `frame` on; with `insert` the cells there
     /// move down first.

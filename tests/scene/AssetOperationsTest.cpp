@@ -58,9 +58,9 @@ protected:
 
 TEST_F(AssetOperations, NeedSomethingToWorkOn) {
     const auto runAll = [this] {
-        assets.OnAssetsDeleteassets();
-        assets.OnAssetsRenamecel();
-        assets.OnAssetsDuplicate();
+        assets.DeleteSelected();
+        assets.RenameSelected();
+        assets.DuplicateSelected();
     };
     const Texts nothingSelected{"Internal Error : Nothing selected in OnAssetsRenamecel"};
     runAll();
@@ -68,7 +68,7 @@ TEST_F(AssetOperations, NeedSomethingToWorkOn) {
     Select(SourceMode::Cels, {"1"});
     model.folderName.clear();
     runAll();
-    assets.OnAssetsDeletefolder();
+    assets.DeleteFolder();
     EXPECT_EQ(prompter.TakeMessages(), Texts{});
     Select(SourceMode::Pictures, {"Sky"});
     model.sceneOpen = false;
@@ -83,10 +83,10 @@ TEST_F(AssetOperations, ADeletedCelLeavesTheSheetAndTheEditor) {
     Edit(CelFile("5"), red);
     Select(SourceMode::Cels, {"5"});
     prompter.confirmations = {false};
-    assets.OnAssetsDeleteassets();
+    assets.DeleteSelected();
     EXPECT_TRUE(FileExists(CelFile("5")) && hints.empty());
 
-    assets.OnAssetsDeleteassets();
+    assets.DeleteSelected();
     const std::string question =
         "Are you sure you want to remove selected cels from folder \"Man\" and xsheet ? (NO UNDO!)";
     EXPECT_EQ(prompter.TakeMessages(), (Texts{question, question}));
@@ -105,7 +105,7 @@ TEST_F(AssetOperations, DeletionStopsAtAFileThatResists) {
         Expose(0, frame, "_Pictures_", std::string(1, static_cast<char>('A' + frame)));
     PutInTheWay(PictureFile("B"));
     Select(SourceMode::Pictures, {"A", "B", "C"});
-    assets.OnAssetsDeleteassets();
+    assets.DeleteSelected();
     EXPECT_EQ(
         prompter.TakeMessages(),
         (Texts{"Are you sure you want to remove selected pictures from Pictures folder and xsheet ? (NO UNDO!)",
@@ -123,15 +123,15 @@ TEST_F(AssetOperations, DeletedAndRenamedSoundsAreHeardSo) {
     EXPECT_EQ(Heard(), "BHB");
     Select(SourceMode::Sounds, {"Hey"});
     prompter.Answer(std::string("Ho"));
-    assets.OnAssetsRenamecel();
+    assets.RenameSelected();
     EXPECT_EQ(Heard(), "BHB");
     EXPECT_EQ(*model.sounds.NameAt(2), "Ho");
     EXPECT_EQ(TakeHints(), Hints{10});
     prompter.Answer(std::string("Boo"));
-    assets.OnAssetsRenamecel();
+    assets.RenameSelected();
     EXPECT_EQ(prompter.TakeMessages(), Texts{"Sound Exists, Do you want to overwrite it ?"});
     EXPECT_EQ(Heard(), "\x80H\x80") << "the sound that was replaced is heard no more";
-    assets.OnAssetsDeleteassets();
+    assets.DeleteSelected();
     EXPECT_EQ(prompter.TakeMessages(),
               Texts{"Are you sure you want to remove selected sounds from Sounds folder and xsheet ? (NO UNDO!)"});
     EXPECT_EQ(Heard(), "\x80\x80\x80");
@@ -146,7 +146,7 @@ TEST_F(AssetOperations, ADeletedFolderTakesItsCelsWithIt) {
     Select(SourceMode::Cels, {"3"});
     Edit(CelFile("3"), red);
     Set(profile, setting::lastFolder, "Man");
-    assets.OnAssetsDeletefolder();
+    assets.DeleteFolder();
     EXPECT_EQ(prompter.TakeMessages(),
               Texts{"Are you sure you want to remove current folder \"Man\" and remove the references of cels "
                     "inside it from the xsheet ? (NO UNDO!)"});
@@ -160,24 +160,24 @@ TEST_F(AssetOperations, ADeletedFolderTakesItsCelsWithIt) {
 
 TEST_F(AssetOperations, WhatIsDeletedGoesToTheTrash) {
     ExposeThreeAndFive();
-    CAssetOperations withTrash(Context(), lifecycle, imports, sounds, CTrash(folder / "Trash"));
+    CAssetOperations withTrash(Context(), lifecycle, imports, sounds, {}, CTrash(folder / "Trash"));
     Select(SourceMode::Cels, {"5"});
-    withTrash.OnAssetsDeleteassets();
+    withTrash.DeleteSelected();
     EXPECT_FALSE(FileExists(CelFile("5")));
     EXPECT_EQ(Load(folder / "Trash" / "files" / "5.bit").ColorAt(0, 0), blue);
     EXPECT_EQ(EverythingExposed(), "3....5 3....5 3.");
-    withTrash.OnAssetsDeletefolder();
+    withTrash.DeleteFolder();
     EXPECT_FALSE(FolderExists(model.Paths().CelFolder("Man")));
     EXPECT_EQ(Load(folder / "Trash" / "files" / "Man" / "3.bit").ColorAt(0, 0), red);
     EXPECT_EQ(model.folderName, "");
 
-    CAssetOperations withBrokenTrash(Context(), lifecycle, imports, sounds, CTrash("/proc/version/Trash"));
+    CAssetOperations withBrokenTrash(Context(), lifecycle, imports, sounds, {}, CTrash("/proc/version/Trash"));
     for (const char* name : {"A", "B"})
         MakePicture(name, red);
     PutInTheWay(PictureFile("B"));
     Select(SourceMode::Pictures, {"A", "B"});
     prompter.TakeMessages();
-    withBrokenTrash.OnAssetsDeleteassets();
+    withBrokenTrash.DeleteSelected();
     EXPECT_FALSE(FileExists(PictureFile("A"))) << "removed as ever";
     EXPECT_EQ(prompter.TakeMessages().back(), Utf8Of(PictureFile("B")));
 }
@@ -188,7 +188,7 @@ TEST_F(AssetOperations, AFolderThatResistsStaysTheCurrentOne) {
     Edit(PictureFile("Sky"), red);
     const Path folderPath = model.Paths().CelFolder("Man");
     static_cast<void>(CreateFolder(folderPath / "inner"));
-    assets.OnAssetsDeletefolder();
+    assets.DeleteFolder();
     EXPECT_EQ(Texts(prompter.messages.begin() + 1, prompter.messages.end()),
               (Texts{"Internal Error: Problem deleting folder in OnAssetsDeletecels",
                      Utf8Of(folderPath) + "\nGetLastError returns -> " + std::to_string(ENOTEMPTY)}));
@@ -198,7 +198,7 @@ TEST_F(AssetOperations, AFolderThatResistsStaysTheCurrentOne) {
     EXPECT_EQ(TakeHints(), Hints{2});
 
     std::filesystem::remove(folderPath / "inner");
-    assets.OnAssetsDeletefolder();
+    assets.DeleteFolder();
     EXPECT_EQ(model.folderName, "");
     EXPECT_EQ(Load(PictureFile("Sky")).ColorAt(1, 0), red) << "an edited picture is closed, not lost";
 }
@@ -210,7 +210,7 @@ TEST_F(AssetOperations, ARenamedCelReplacesAnother) {
     for (const char* name : {"a12", "5", "5"})
         prompter.Answer(std::string(name));
     prompter.confirmations = {false, true};
-    assets.OnAssetsRenamecel();
+    assets.RenameSelected();
     const std::string question = "Cel Exists, Do you want to overwrite it ?";
     EXPECT_EQ(prompter.TakeMessages(),
               (Texts{"The cel name must be a number and if required a letter", question, question}));
@@ -255,10 +255,10 @@ TEST_F(AssetOperations, TheEditorFollowsARenamedPicture) {
     Edit(PictureFile("Sky"), blue);
     Select(SourceMode::Pictures, {"Sky"});
     prompter.Answer(std::string("Sky"));
-    assets.OnAssetsRenamecel();
+    assets.RenameSelected();
     EXPECT_TRUE(prompter.messages.empty() && hints.empty());
     prompter.Answer(std::string("Night"));
-    assets.OnAssetsRenamecel();
+    assets.RenameSelected();
     EXPECT_EQ(TakeHints(), Hints{3});
     EXPECT_TRUE(model.celImg.IsModified());
     EXPECT_TRUE(lifecycle.CloseEditedImage());
@@ -272,7 +272,7 @@ TEST_F(AssetOperations, ARenameThatFailsChangesNothing) {
     Edit(CelFile("5"), red);
     Select(SourceMode::Cels, {"3"});
     prompter.Answer(std::string("5"));
-    assets.OnAssetsRenamecel();
+    assets.RenameSelected();
     EXPECT_EQ(prompter.messages.size(), 2U); // the question and the failure
     EXPECT_EQ(EverythingExposed(), "35..55 35..55 35");
     EXPECT_EQ(Load(CelFile("5")).ColorAt(0, 0), blue);
@@ -283,19 +283,19 @@ TEST_F(AssetOperations, ARenameThatFailsChangesNothing) {
 TEST_F(AssetOperations, NewNamesLoseTheZerosBeforeTheirNumber) {
     ExposeThreeAndFive();
     prompter.Answer(CNewCelValues{"007", {30, 20}});
-    assets.OnAssetsNewcel();
+    assets.NewCel();
     EXPECT_TRUE(FileExists(CelFile("7")) && !FileExists(CelFile("007")));
     Select(SourceMode::Cels, {"3"});
     prompter.Answer(std::string("03"));
-    assets.OnAssetsRenamecel();
+    assets.RenameSelected();
     EXPECT_EQ(prompter.TakeMessages(), Texts{}) << "its own name";
     prompter.Answer(std::string("005"));
-    assets.OnAssetsRenamecel();
+    assets.RenameSelected();
     EXPECT_EQ(prompter.TakeMessages(), Texts{"Cel Exists, Do you want to overwrite it ?"});
     EXPECT_EQ(Load(CelFile("5")).ColorAt(0, 0), red);
     EXPECT_EQ(EverythingExposed(), "5....5 5....5 5.");
     prompter.Answer(std::string("012b"));
-    assets.OnAssetsDuplicate();
+    assets.DuplicateSelected();
     EXPECT_TRUE(FileExists(CelFile("12b")));
 }
 
@@ -310,9 +310,9 @@ TEST_F(AssetOperations, ACelWithZerosInItsTitleIsWorkedOnUnderIt) {
     assets.EditCel("007");
     EXPECT_EQ(model.celImg.FilePath(), CelFile("007"));
     prompter.Answer(std::string("007"));
-    assets.OnAssetsRenamecel();
+    assets.RenameSelected();
     EXPECT_TRUE(FileExists(CelFile("007"))) << "nothing was entered";
-    assets.OnAssetsDeleteassets();
+    assets.DeleteSelected();
     EXPECT_FALSE(FileExists(CelFile("007")));
     EXPECT_EQ(Load(CelFile("7")).ColorAt(0, 0), white);
     EXPECT_EQ(Row(0, 2), ".7");
@@ -324,14 +324,14 @@ TEST_F(AssetOperations, ACopyNeverReplacesAnything) {
     Edit(CelFile("3"), blue);
     Select(SourceMode::Cels, {"3"});
     prompter.Answer(std::string("13"));
-    assets.OnAssetsDuplicate();
+    assets.DuplicateSelected();
     EXPECT_EQ(std::any_cast<CNameRequest>(prompter.lastRequest).initial, "13");
     EXPECT_EQ(Load(CelFile("13")).ColorAt(0, 0), red);
     EXPECT_EQ(Load(CelFile("13")).ColorAt(1, 0), blue) << "a copy is what the editor shows";
     EXPECT_EQ(TakeHints(), Hints{2});
 
     prompter.Answer(std::string("12a"));
-    assets.OnAssetsDuplicate();
+    assets.DuplicateSelected();
     EXPECT_EQ(prompter.TakeMessages(),
               (Texts{"Cel Exists, Do you want to overwrite it ?",
                      "Can not duplicate asset!\nEither the destination asset exists,\nor disk is full??\n"
@@ -343,7 +343,7 @@ TEST_F(AssetOperations, ACopyNeverReplacesAnything) {
         static_cast<void>(sounds.StoreSound(name, 22050, std::vector<std::uint8_t>(9)));
     Select(SourceMode::Sounds, {"Boo9"});
     prompter.Answer(std::string("Copy"));
-    assets.OnAssetsDuplicate();
+    assets.DuplicateSelected();
     EXPECT_EQ(std::any_cast<CNameRequest>(prompter.lastRequest).initial, "Boo11");
     EXPECT_TRUE(FileExists(model.Paths().SoundFile("Copy")));
 }
@@ -352,7 +352,7 @@ TEST_F(AssetOperations, ACelTooLargeForItsFileOrTheMemoryIsNotMade) {
     ExposeThreeAndFive();
     for (const CSize size : {CSize{70000, 100}, {100, 32768}, {32767, 2}})
         prompter.Answer(CNewCelValues{"3", size});
-    assets.OnAssetsNewcel();
+    assets.NewCel();
     const std::string tooLarge = "A cel can be at most 32767 pixels wide and high";
     EXPECT_EQ(prompter.TakeMessages(), (Texts{tooLarge, tooLarge, "Cel Exists, Do you want to overwrite it ?"}));
     EXPECT_TRUE(prompter.AllAnswersTaken());
@@ -368,12 +368,12 @@ TEST_F(AssetOperations, ANewCelReplacesTheOldOneOnlyWhenItIsThere) {
     ExposeThreeAndFive();
     Edit(CelFile("3"), blue);
     prompter.Answer(CNewCelValues{"3", {1, 50}});
-    assets.OnAssetsNewcel();
+    assets.NewCel();
     EXPECT_EQ(prompter.velmorMessages, Texts{"Invalid cel dimensions"});
     EXPECT_TRUE(model.celImg.IsModified());
     EXPECT_EQ(hints, Hints{});
     prompter.Answer(CNewCelValues{"3", {30, 50}});
-    assets.OnAssetsNewcel();
+    assets.NewCel();
     EXPECT_EQ(model.celImg.FilePath(), CelFile("3"));
     EXPECT_EQ(model.celImg.ColorAt(1, 0), white);
     EXPECT_EQ(model.xsheet.Cell(0, 0).Size(), (CSize{30, 50}));
@@ -387,7 +387,7 @@ TEST_F(AssetOperations, ANewCelIsTheOneToWorkOn) {
     Edit(PictureFile("Sky"), blue);
     Select(SourceMode::Pictures, {"Sky"});
     prompter.Answer(CNewCelValues{"1", {30, 20}});
-    assets.OnAssetsNewcel();
+    assets.NewCel();
     EXPECT_EQ(Load(PictureFile("Sky")).ColorAt(1, 0), blue) << "saved before it was left";
     EXPECT_EQ(model.celImg.FilePath(), CelFile("1"));
     EXPECT_EQ(model.openedImages, opened + 1) << "the canvas is to have the keyboard";
@@ -400,7 +400,7 @@ TEST_F(AssetOperations, ANewCelIsTheOneToWorkOn) {
     PutInTheWay(CelFile("1"));
     prompter.Answer(CNewCelValues{"2", {30, 20}});
     prompter.confirmations = {false};
-    assets.OnAssetsNewcel();
+    assets.NewCel();
     EXPECT_EQ(prompter.TakeMessages().back(),
               "The image could not be saved.\nDo you want to go on without saving it ?\n\n" + Utf8Of(CelFile("1")));
     EXPECT_EQ(model.celImg.FilePath(), CelFile("1")) << "what cannot be saved is left only if the user wants";

@@ -11,11 +11,11 @@ class AssetTransforms : public CAssetScene {
 protected:
     void Rotate(CRotationValues values) {
         prompter.Answer(values);
-        transforms.OnAssetsRotatecels();
+        transforms.RotateSelected();
     }
     void Flip(FlipDirection direction) {
         prompter.Answer(direction);
-        transforms.OnAssetsFlip();
+        transforms.FlipSelected();
     }
     /// Where the red corner has gone to.
     std::pair<int, int> RedPixel(const Path& file) {
@@ -34,23 +34,23 @@ using Place = std::pair<int, int>;
 
 TEST_F(AssetTransforms, NeedImages) {
     Select(SourceMode::Sounds, {"Boo"});
-    transforms.OnAssetsRotatecels();
-    transforms.OnAssetsColorkey();
-    transforms.OnAssetsFlip();
+    transforms.RotateSelected();
+    transforms.ColorKeySelected();
+    transforms.FlipSelected();
     Select(SourceMode::Cels, {});
-    transforms.OnAssetsRotatecels();
-    transforms.OnAssetsFlip();
+    transforms.RotateSelected();
+    transforms.FlipSelected();
     model.folderName.clear();
     Select(SourceMode::Cels, {"1"});
-    transforms.OnAssetsRotatecels();
-    transforms.OnAssetsColorkey();
-    transforms.OnAssetsFlip();
+    transforms.RotateSelected();
+    transforms.ColorKeySelected();
+    transforms.FlipSelected();
     model.sourceMode = static_cast<SourceMode>(4);
-    transforms.OnAssetsRotatecels();
+    transforms.RotateSelected();
     model.sceneOpen = false;
-    transforms.OnAssetsRotatecels();
-    transforms.OnAssetsFlip();
-    transforms.OnCelColorkey(red);
+    transforms.RotateSelected();
+    transforms.FlipSelected();
+    transforms.ColorKeyEdited(red);
     EXPECT_EQ(prompter.TakeMessages(), (Texts{"Internal Error: Sound is shown in OnAssetsFlip",
                                               "Internal Error: Nothing selected in OnAssetsFlip",
                                               "Internal Error: Folder not open in OnAssetsFlip",
@@ -64,7 +64,7 @@ TEST_F(AssetTransforms, NeedImages) {
 TEST_F(AssetTransforms, RotateTheWayTheDialogSays) {
     MakeCel(CelFile("1"), red);
     Select(SourceMode::Cels, {"1"});
-    transforms.OnAssetsRotatecels(); // cancelled
+    transforms.RotateSelected(); // cancelled
     EXPECT_EQ(RedPixel(CelFile("1")), Place(0, 0));
     Rotate({RotationKind::Clockwise90, 0});
     EXPECT_EQ(RedPixel(CelFile("1")), Place(0, 19)) << "bottom left goes to top left";
@@ -166,12 +166,12 @@ TEST_F(AssetTransforms, KeyPicturesAndRememberHow) {
         MakePicture(name, red);
     Expose(0, 0, "_Pictures_", "B");
     Select(SourceMode::Pictures, {"A", "B", "C"});
-    transforms.OnAssetsColorkey();
+    transforms.ColorKeySelected();
     EXPECT_TRUE(prompter.progressTexts.empty());
     prompter.Answer(CColorKeyValues{red, 256, 2, 1});
     prompter.Answer(CColorKeyValues{red, 7, 2, 1});
     prompter.stopAtReport = 3; // the second picture is done
-    transforms.OnAssetsColorkey();
+    transforms.ColorKeySelected();
     EXPECT_EQ(prompter.TakeMessages().size(), 1U);
     EXPECT_EQ(prompter.progressTexts,
               (Texts{"Percent Complete 0 %", "Percent Complete 33 %", "Percent Complete 66 %"}));
@@ -180,12 +180,12 @@ TEST_F(AssetTransforms, KeyPicturesAndRememberHow) {
     EXPECT_EQ(Load(PictureFile("C")).ColorAt(0, 0), red);
     EXPECT_EQ(TakeHints(), Hints{260});
 
-    transforms.OnAssetsColorkey();
+    transforms.ColorKeySelected();
     const CColorKeyValues initial = std::any_cast<CColorKeyRequest>(prompter.lastRequest).initial;
     EXPECT_EQ(std::pair(initial.tolerance, initial.process), std::pair(7, 2));
     Set(profile, setting::lastColorKeyTolerance, -3);
     Set(profile, setting::lastColorKeyProcess, 3);
-    transforms.OnAssetsColorkey();
+    transforms.ColorKeySelected();
     EXPECT_EQ(std::any_cast<CColorKeyRequest>(prompter.lastRequest).initial.tolerance, 0);
     EXPECT_EQ(std::any_cast<CColorKeyRequest>(prompter.lastRequest).initial.process, 2);
 }
@@ -194,7 +194,7 @@ TEST_F(AssetTransforms, ACelAmongThePicturesIsNotKeyed) {
     MakeCel(PictureFile("Fake"), red);
     Select(SourceMode::Pictures, {"Fake"});
     prompter.Answer(CColorKeyValues{red});
-    transforms.OnAssetsColorkey();
+    transforms.ColorKeySelected();
     EXPECT_EQ(prompter.TakeMessages(), Texts{"Internal Error : no picture image loaded in CCelImg::ColorKey\n"
                                              "Internal Error :: ColorKey ->" +
                                              Utf8Of(PictureFile("Fake"))});
@@ -205,7 +205,7 @@ TEST_F(AssetTransforms, ThePictureUnderEditIsKeyedInMemory) {
     MakePicture("Sky", red);
     model.celImg = Load(PictureFile("Sky"));
     prompter.Answer(CColorKeyValues{red, 0, 0, 2});
-    transforms.OnCelColorkey(blue);
+    transforms.ColorKeyEdited(blue);
     EXPECT_EQ(std::any_cast<CColorKeyRequest>(prompter.lastRequest).initial.color, blue);
     EXPECT_EQ(model.celImg.ColorAt(0, 0), (CColor{255, 255, 255, 0}));
     EXPECT_TRUE(model.celImg.IsModified());

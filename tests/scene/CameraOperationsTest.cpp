@@ -48,17 +48,17 @@ TEST_F(CCameraOperationsTest, CameraMovesOnceForEveryLevel) {
 
     SetLevels(4);
     Camera() = {};
-    camera.OnCameraRotatemode();
+    camera.SetMode(InputMode::Rotate);
     camera.StartCamInput();
     hints.clear();
     camera.EndCamInput(150, 70);
     EXPECT_DOUBLE_EQ(Camera().rotation, 4);
     EXPECT_EQ(TakeHints(), (Hints{8, 8, 8, 8, 4, 260}));
-    sheet.OnEditUndo();
+    sheet.Undo();
     EXPECT_EQ(Camera(), CCameraFrame{});
 
     SetLevels(1);
-    camera.OnCameraZoommode();
+    camera.SetMode(InputMode::Zoom);
     camera.ProcessCamInput(96, 0);
     EXPECT_DOUBLE_EQ(Camera().zoom, 1.0625);
     SetLevels(0);
@@ -68,7 +68,7 @@ TEST_F(CCameraOperationsTest, CameraMovesOnceForEveryLevel) {
 TEST_F(CCameraOperationsTest, ADragIsOneStepOfUndoAndAClickIsNone) {
     SetLevels(1, 10);
     prompter.Answer(5);
-    sheet.OnXsheetAddframes();
+    sheet.AddFrames();
     for (const InputMode mode : {InputMode::Move, InputMode::Rotate, InputMode::Zoom}) {
         model.inputMode = mode;
         camera.StartCamInput();
@@ -77,7 +77,7 @@ TEST_F(CCameraOperationsTest, ADragIsOneStepOfUndoAndAClickIsNone) {
     sheet.SetLevelCanMove(0); // of which nothing is to be seen
     camera.StartCamInput();
     camera.EndCamInput(30, 0);
-    sheet.OnEditUndo();
+    sheet.Undo();
     EXPECT_EQ(model.xsheet.FrameCount(), 10) << "the frames were still to be taken back";
 
     Put(0, 0, "1");
@@ -90,7 +90,7 @@ TEST_F(CCameraOperationsTest, ADragIsOneStepOfUndoAndAClickIsNone) {
         camera.EndCamInput(0, 0);
     }
     EXPECT_EQ(model.xsheet.Cell(0, 0).PosX(), 384 + 40);
-    sheet.OnEditUndo();
+    sheet.Undo();
     EXPECT_EQ(model.xsheet.Cell(0, 0).PosX(), 384 + 20);
 }
 
@@ -98,15 +98,15 @@ TEST_F(CCameraOperationsTest, MovesTheUsedCellsOfSelectedLevels) {
     SetLevels(3);
     Put(0, 0, "1");
     Put(1, 0, "2");
-    sheet.OnXsheetMultiplelevelmoveselections();
+    sheet.ToggleMultipleMoveSelection();
     sheet.SetLevelCanMove(1);
     sheet.SetLevelCanMove(2); // empty there
     hints.clear();
     Camera().rotation = std::numbers::pi / 2;
     EXPECT_TRUE(camera.ProcessCamInput(10, 0));
-    camera.OnCameraRotatemode();
+    camera.SetMode(InputMode::Rotate);
     camera.ProcessCamInput(150, 0);
-    camera.OnCameraZoommode();
+    camera.SetMode(InputMode::Zoom);
     camera.ProcessCamInput(10, 0); // as the mouse went, not turned
     const CCellTransform moved = model.xsheet.Cell(1, 0).Transform();
     EXPECT_EQ(moved.posX, 384);
@@ -150,10 +150,10 @@ TEST_F(CCameraOperationsTest, NothingWorksWithoutAScene) {
     camera.EndCamInput(1, 1);
     EXPECT_EQ(camera.GetMotionPathSetup(), 0);
     EXPECT_EQ(prompter.TakeMessages().size(), 4U); // one each
-    camera.OnCameraZoommode();
-    camera.OnXsheetEditcameradata();
-    camera.OnXsheetInbetweencameradata();
-    camera.OnAnimationLinecheck();
+    camera.SetMode(InputMode::Zoom);
+    camera.EditCameraData();
+    camera.Inbetween();
+    camera.CheckLines();
     EXPECT_FALSE(prompter.lastRequest.has_value());
     EXPECT_FALSE(model.undo.has_value());
     EXPECT_EQ(model.inputMode, InputMode::Move);
@@ -162,15 +162,15 @@ TEST_F(CCameraOperationsTest, NothingWorksWithoutAScene) {
 
 TEST_F(CCameraOperationsTest, MotionPathSetupIsKeptWhenItChanges) {
     prompter.Answer(1); // as it is
-    camera.OnCameraMotionpathsetup();
+    camera.ChooseMotionPaths();
     prompter.Answer(3);
-    camera.OnCameraMotionpathsetup();
+    camera.ChooseMotionPaths();
     EXPECT_EQ(TakeHints(), Hints{});
     prompter.Answer(2);
-    camera.OnCameraMotionpathsetup();
+    camera.ChooseMotionPaths();
     EXPECT_EQ(camera.GetMotionPathSetup(), 2);
     EXPECT_EQ(Get(profile, setting::motionPathSetup), 2);
-    camera.OnCameraAntialias();
+    camera.ToggleAntialias();
     EXPECT_TRUE(model.cameraAntialias);
     EXPECT_EQ(TakeHints(), (Hints{4, 260}));
 }
@@ -178,10 +178,10 @@ TEST_F(CCameraOperationsTest, MotionPathSetupIsKeptWhenItChanges) {
 TEST_F(CCameraOperationsTest, EditsTheCursorFramesCamera) {
     model.cursorFrame = 2;
     prompter.Answer(CCameraForm{4, 5, 150, {1, 0}});
-    camera.OnXsheetEditcameradata();
+    camera.EditCameraData();
     EXPECT_EQ(Camera(2), (CCameraFrame{4, 5, 2 * std::numbers::pi, 1.5}));
     EXPECT_EQ(TakeHints(), Hints{268});
-    sheet.OnEditUndo();
+    sheet.Undo();
     EXPECT_EQ(Camera(2), CCameraFrame{});
 }
 
@@ -189,14 +189,14 @@ TEST_F(CCameraOperationsTest, InbetweensTheCamera) {
     model.selection = {0, 0, 10, 14};
     Camera(10).zoom = 2;
     Camera(14).panX = 100;
-    camera.OnXsheetInbetweencameradata(); // cancelled: the snapshot is there all the same
+    camera.Inbetween(); // cancelled: the snapshot is there all the same
     EXPECT_TRUE(model.undo.has_value());
     prompter.Answer(CInbetweenAnswer{true, {0, 0}});
-    camera.OnXsheetInbetweencameradata();
+    camera.Inbetween();
     EXPECT_NEAR(Camera(12).panX, 50, 1e-3);
     EXPECT_EQ(TakeHints(), Hints{12});
     prompter.Answer(CInbetweenAnswer{true, {2, 4}});
-    camera.OnXsheetInbetweencameradata();
+    camera.Inbetween();
     EXPECT_EQ(Camera(11).zoom, 2);
     EXPECT_EQ(Camera(14).zoom, 2);
     EXPECT_EQ(Camera(15).zoom, 1);
@@ -211,7 +211,7 @@ TEST_F(CCameraOperationsTest, LineCheckShowsFramesAndComesBack) {
     framesShown.clear();
     prompter.Answer(100);
     prompter.Answer(101); // beyond the slider
-    camera.OnAnimationLinecheck();
+    camera.CheckLines();
     const CLineCheckRequest request = std::any_cast<CLineCheckRequest>(prompter.lastRequest);
     EXPECT_EQ(request.frameCount, 100);
     EXPECT_EQ(request.initial, 5);

@@ -2,6 +2,10 @@
 
 #include "image/CelImg.h"
 #include "render/FrameWorker.h"
+#include "scene/AssetOperations.h"
+#include "scene/CameraPictures.h"
+#include "scene/SceneLifecycle.h"
+#include "scene/XSheetOperations.h"
 
 #include <chrono>
 #include <thread>
@@ -21,13 +25,13 @@ protected:
             for (int x = 0; x < 64; ++x)
                 image.SetColorAt(x, y, color);
         ASSERT_TRUE(image.SaveCel());
-        doc->SetSourceSelection({name});
-        doc->DropCels(0, frame, 1, false);
+        doc->Scenes().SetSourceSelection({name});
+        doc->XSheet().DropCels(0, frame, 1, false);
     }
 
     std::shared_ptr<const CCameraPicture> WaitForPicture() {
         for (int i = 0; i < 1000; ++i) {
-            if (auto picture = doc->GetCameraBitmap())
+            if (auto picture = doc->CameraPictures().GetCameraBitmap())
                 return picture;
             std::this_thread::sleep_for(std::chrono::milliseconds(10));
         }
@@ -41,15 +45,16 @@ protected:
 };
 
 TEST_F(CameraPicture, ShowsTheCursorFrameAndDropsWhatIsNoLongerWanted) {
-    EXPECT_EQ(doc->CreateBitmap().Message(), "Internal error : CreateBitmap called with scene open!");
+    EXPECT_EQ(doc->CameraPictures().CreateBitmap().Message(),
+              "Internal error : CreateBitmap called with scene open!");
     NewScene("S");
     prompter.Answer(std::string("A"));
-    doc->OnAssetsNewfolder();
+    doc->Assets().NewFolder();
     for (int frame = 0; frame < 10; ++frame)
         ExposeColor(std::to_string(frame + 1), {0, 0, static_cast<std::uint8_t>(frame * 20), 255}, frame);
     for (int frame = 0; frame < 10; ++frame) {
-        doc->SetCursorY(frame);
-        ASSERT_TRUE(doc->CreateBitmap());
+        doc->XSheet().SetCursorY(frame);
+        ASSERT_TRUE(doc->CameraPictures().CreateBitmap());
     }
     const auto picture = WaitForPicture();
     ASSERT_TRUE(picture);
@@ -61,28 +66,28 @@ TEST_F(CameraPicture, ShowsTheCursorFrameAndDropsWhatIsNoLongerWanted) {
 TEST_F(CameraPicture, MissingFileIsReportedOnceAndTheLevelsBelowShow) {
     NewScene("S");
     prompter.Answer(std::string("A"));
-    doc->OnAssetsNewfolder();
+    doc->Assets().NewFolder();
     ExposeColor("1", {10, 20, 30, 255}, 0);
     prompter.Answer(std::string("Front"));
-    doc->OnXsheetAddlevel();
+    doc->XSheet().AddLevel();
     ExposeColor("2", {200, 200, 200, 255}, 0);
     const Path gone = SceneFolder("S") / "A" / "2.bit";
     std::filesystem::remove(gone);
-    doc->SetCursorY(0);
-    ASSERT_TRUE(doc->CreateBitmap());
+    doc->XSheet().SetCursorY(0);
+    ASSERT_TRUE(doc->CameraPictures().CreateBitmap());
     const auto picture = WaitForPicture();
     ASSERT_TRUE(picture);
     EXPECT_EQ(PixelOf(*picture, 5, 5), (CColor{10, 20, 30, 255}));
-    doc->GetCameraBitmap();
+    doc->CameraPictures().GetCameraBitmap();
     EXPECT_EQ(prompter.TakeMessages(),
               std::vector<std::string>{"Unable to open cel file for reading :: Reading file ->" + Utf8Of(gone)});
 
     // The next frames that meet the same file are quiet; the scene opened anew says it again.
-    ASSERT_TRUE(doc->CreateBitmap());
+    ASSERT_TRUE(doc->CameraPictures().CreateBitmap());
     ASSERT_TRUE(WaitForPicture());
     EXPECT_TRUE(prompter.TakeMessages().empty());
-    ASSERT_TRUE(doc->OpenScene("S"));
-    ASSERT_TRUE(doc->CreateBitmap());
+    ASSERT_TRUE(doc->Scenes().OpenScene("S"));
+    ASSERT_TRUE(doc->CameraPictures().CreateBitmap());
     ASSERT_TRUE(WaitForPicture());
     EXPECT_EQ(prompter.TakeMessages().size(), 1u);
 }

@@ -33,10 +33,10 @@ TEST_F(CCellOperationsTest, OutlineAndCentreInTheCameraView) {
 }
 
 TEST_F(CCellOperationsTest, EditsCelDataOfTheCursorCell) {
-    cells.OnXsheetEditceldata(); // empty
+    cells.EditCellData(); // empty
     EXPECT_FALSE(prompter.lastRequest.has_value());
     const CXSheetCell before = Put(0, 0, "1");
-    cells.OnXsheetEditceldata(); // cancelled
+    cells.EditCellData(); // cancelled
     EXPECT_FALSE(model.undo.has_value());
     const CCellDataRequest request = std::any_cast<CCellDataRequest>(prompter.lastRequest);
     EXPECT_EQ(request.cell.name + request.cell.folder + request.cell.level, "1ManDefault");
@@ -48,12 +48,12 @@ TEST_F(CCellOperationsTest, EditsCelDataOfTheCursorCell) {
     form.blurX = 2;
     form.posX = 12;
     prompter.Answer(form);
-    cells.OnXsheetEditceldata();
+    cells.EditCellData();
     EXPECT_EQ(prompter.TakeMessages().size(), 1U);
     EXPECT_EQ(model.xsheet.Cell(0, 0).PosX(), 12);
     EXPECT_EQ(model.xsheet.Cell(0, 0).BlurY(), 2);
     EXPECT_EQ(TakeHints(), Hints{260});
-    sheet.OnEditUndo();
+    sheet.Undo();
     EXPECT_EQ(model.xsheet.Cell(0, 0), before);
 }
 
@@ -91,7 +91,7 @@ TEST_F(CCellOperationsTest, InbetweensTheCursorLevelFromUsedKeyToUsedKey) {
     static_cast<void>(model.xsheet.MutableCell(1, 1).SetPos(0, 0));
     static_cast<void>(model.xsheet.MutableCell(1, 5).SetPos(100, 0));
     prompter.Answer(CInbetweenAnswer{true, {0, 0}});
-    cells.OnXsheetInbetweenleveldata();
+    cells.Inbetween();
     const CInbetweenRequest request = std::any_cast<CInbetweenRequest>(prompter.lastRequest);
     EXPECT_EQ(std::pair(request.firstFrame, request.lastFrame), std::pair(2, 6));
     EXPECT_NEAR(model.xsheet.Cell(1, 3).PosX(), 50, 1e-4);
@@ -99,7 +99,7 @@ TEST_F(CCellOperationsTest, InbetweensTheCursorLevelFromUsedKeyToUsedKey) {
     EXPECT_EQ(TakeHints(), Hints{4});
 
     prompter.Answer(CInbetweenAnswer{true, {0, 4}});
-    cells.OnXsheetInbetweenleveldata();
+    cells.Inbetween();
     EXPECT_EQ(model.xsheet.Cell(1, 5).PosX(), 0);
     EXPECT_EQ(TakeHints(), Hints{260});
 }
@@ -107,13 +107,13 @@ TEST_F(CCellOperationsTest, InbetweensTheCursorLevelFromUsedKeyToUsedKey) {
 TEST_F(CCellOperationsTest, InbetweenRemembersChoicesAndSnapshotOnCancelToo) {
     model.selection.lastFrame = 1;
     EXPECT_FALSE(CanInbetween(model));
-    cells.OnXsheetInbetweenleveldata();
+    cells.Inbetween();
     EXPECT_FALSE(model.undo.has_value());
     model.selection.lastFrame = 2;
     EXPECT_TRUE(CanInbetween(model));
     Put(0, 0, "1");
     Put(0, 1, "1");
-    cells.OnXsheetInbetweenleveldata();
+    cells.Inbetween();
     EXPECT_EQ(prompter.TakeMessages(),
               Texts{"Sorry, we need at least three used cels to inbetween from the first to the last!"});
     EXPECT_TRUE(model.undo.has_value());
@@ -121,9 +121,9 @@ TEST_F(CCellOperationsTest, InbetweenRemembersChoicesAndSnapshotOnCancelToo) {
     Put(0, 2, "1");
     Set(profile, setting::lastInbetweenType, 77);
     prompter.Answer(CInbetweenAnswer{false, {4, 3}});
-    cells.OnXsheetInbetweenleveldata();
+    cells.Inbetween();
     EXPECT_EQ(std::any_cast<CInbetweenRequest>(prompter.lastRequest).initial.type, 0);
-    cells.OnXsheetInbetweenleveldata();
+    cells.Inbetween();
     EXPECT_EQ(std::any_cast<CInbetweenRequest>(prompter.lastRequest).initial.source, 4);
     EXPECT_EQ(std::any_cast<CInbetweenRequest>(prompter.lastRequest).initial.type, 3);
     EXPECT_EQ(hints, Hints{});

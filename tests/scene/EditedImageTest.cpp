@@ -18,7 +18,7 @@ class EditedImage : public CAssetScene {
 protected:
     void MakeFlipbook() {
         prompter.Answer(CFlipbookAnswer{true, {{0}, 1, 1, 1, 50, 50, false}});
-        static_cast<void>(flipbooks.OnAnimationMakeflipbook());
+        static_cast<void>(flipbooks.MakeFlipbook());
     }
     void Render() {
         CRenderSetup setup;
@@ -28,7 +28,7 @@ protected:
         setup.directory = Utf8Of(folder / "out");
         setup.name = "shot";
         prompter.Answer(setup);
-        static_cast<void>(renders.OnAnimationRender());
+        renders.AskAndRender();
     }
     bool AnythingMade() const { return flipbooks.HasLastFlipbook() || FileExists(folder / "out" / "shot0001.bmp"); }
 
@@ -37,8 +37,8 @@ protected:
     CFlipbookOperations flipbooks{Context(), cache};
     CRenderOperations renders{Context(), cache, [](const Path&) {}};
     /// Those that show drawings from their files.
-    const std::array<std::function<void()>, 3> commands{[this] { camera.OnAnimationLinecheck(); },
-                                                        [this] { MakeFlipbook(); }, [this] { Render(); }};
+    const std::array<std::function<void()>, 3> commands{[this] { camera.CheckLines(); }, [this] { MakeFlipbook(); },
+                                                        [this] { Render(); }};
 };
 
 } // namespace

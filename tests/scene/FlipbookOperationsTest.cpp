@@ -1,6 +1,7 @@
 #include "DocumentFixture.h"
 
 #include "scene/FlipbookOperations.h"
+#include "scene/XSheetOperations.h"
 
 namespace velmor {
 namespace {
@@ -20,10 +21,10 @@ protected:
 };
 
 TEST_F(FlipbookOperations, DialogStartsFromTheSelectionAndRemembersItsChoicesEitherWay) {
-    doc->SetSelStartY(2);
-    doc->SetSelEndY(6);
+    doc->XSheet().SetSelStartY(2);
+    doc->XSheet().SetSelEndY(6);
     prompter.Answer(Answer(false, {}, 1, 1, 3));
-    EXPECT_FALSE(doc->Flipbooks().OnAnimationMakeflipbook());
+    EXPECT_FALSE(doc->Flipbooks().MakeFlipbook());
     const auto& first = std::any_cast<const CFlipbookRequest&>(prompter.lastRequest);
     EXPECT_EQ(first.levelNames, Texts{"Default"});
     EXPECT_EQ(first.initial.levels, std::vector<int>{0});
@@ -34,7 +35,7 @@ TEST_F(FlipbookOperations, DialogStartsFromTheSelectionAndRemembersItsChoicesEit
     EXPECT_EQ(first.initial.quality, 50);
     EXPECT_FALSE(first.initial.antialias);
 
-    EXPECT_FALSE(doc->Flipbooks().OnAnimationMakeflipbook()); // no answer: cancelled
+    EXPECT_FALSE(doc->Flipbooks().MakeFlipbook()); // no answer: cancelled
     const auto& second = std::any_cast<const CFlipbookRequest&>(prompter.lastRequest);
     EXPECT_EQ(second.initial.step, 3);
     EXPECT_EQ(second.initial.scaling, 40);
@@ -48,38 +49,38 @@ TEST_F(FlipbookOperations, RefusesInItsOwnDialogUntilTheValuesAreGood) {
     prompter.Answer(Answer(true, {0}, 5, 11, 1));
     prompter.Answer(Answer(true, {0}, 1, 10, 6));
     prompter.Answer(Answer(true, {0}, 1, 10, 2));
-    EXPECT_TRUE(doc->Flipbooks().OnAnimationMakeflipbook());
+    EXPECT_TRUE(doc->Flipbooks().MakeFlipbook());
     EXPECT_EQ(prompter.velmorMessages, (Texts{"You should select at least one level to generate a flipbook!",
                                               "Invalid start or end frame!", "Invalid step value!"}));
     EXPECT_EQ(prompter.progressTexts, (Texts{"Generating FlipBook...", "Preparing Frame : 1", "Preparing Frame : 3",
                                              "Preparing Frame : 5", "Preparing Frame : 7", "Preparing Frame : 9"}));
     EXPECT_TRUE(FileExists(Database() / "flipbook.avi"));
-    EXPECT_EQ(doc->Flipbooks().OnAnimationPlaylastflipbook(), Database() / "flipbook.avi");
+    EXPECT_EQ(doc->Flipbooks().LastFlipbookToPlay(), Database() / "flipbook.avi");
 }
 
 TEST_F(FlipbookOperations, StopButtonAsksAndKeepsWhatIsDone) {
     prompter.Answer(Answer(true, {0}, 1, 10, 1));
     prompter.stopAtReport = 4; // the first report is the opening text
     prompter.confirmations = {true};
-    EXPECT_TRUE(doc->Flipbooks().OnAnimationMakeflipbook());
+    EXPECT_TRUE(doc->Flipbooks().MakeFlipbook());
     EXPECT_EQ(prompter.TakeMessages(),
               (Texts{"Do you want to stop generating flipbook?", "Stopped after Frame : 3"}));
     EXPECT_TRUE(doc->Flipbooks().HasLastFlipbook());
 }
 
 TEST_F(FlipbookOperations, SavesTheLastFlipbookOverNothing) {
-    EXPECT_EQ(doc->Flipbooks().OnAnimationPlaylastflipbook(), std::nullopt);
+    EXPECT_EQ(doc->Flipbooks().LastFlipbookToPlay(), std::nullopt);
     EXPECT_EQ(prompter.TakeMessages(), Texts{"There is no last flipbook!"});
     prompter.Answer(Answer(true, {0}, 1, 3, 1));
-    ASSERT_TRUE(doc->Flipbooks().OnAnimationMakeflipbook());
+    ASSERT_TRUE(doc->Flipbooks().MakeFlipbook());
     prompter.Answer(Path(folder / "movie.avi"));
-    doc->OnAnimationSavelastflipbook();
+    doc->Flipbooks().SaveLastFlipbook();
     EXPECT_EQ(ReadBytes(folder / "movie.avi"), ReadBytes(Database() / "flipbook.avi"));
     EXPECT_TRUE(prompter.TakeMessages().empty());
 
     WriteBytes(folder / "movie.avi", std::vector<std::uint8_t>{1});
     prompter.Answer(Path(folder / "movie.avi"));
-    doc->OnAnimationSavelastflipbook();
+    doc->Flipbooks().SaveLastFlipbook();
     EXPECT_EQ(prompter.TakeMessages(),
               Texts{"Could not save preview, disk full or a file already exists with the same name!"});
     EXPECT_EQ(ReadBytes(folder / "movie.avi").size(), 1U);

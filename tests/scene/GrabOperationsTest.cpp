@@ -2,6 +2,8 @@
 
 #include "DocumentFixture.h"
 #include "platform/files/Archive.h"
+#include "scene/SceneLifecycle.h"
+#include "scene/SceneModel.h"
 
 namespace velmor::testing {
 namespace {
@@ -31,7 +33,7 @@ protected:
     void OpenScene() {
         NewScene("Grab");
         std::filesystem::create_directories(SceneFolder("Grab") / "walk");
-        doc->SetFolderName("walk");
+        doc->Scenes().SetFolderName("walk");
     }
     Path CelFile(const std::string& name) const { return SceneFolder("Grab") / "walk" / (name + ".bit"); }
 
@@ -60,7 +62,7 @@ TEST_F(CGrabOperationsTest, AScanGivesTheSameCelWhicheverColorComesFirst) {
             EXPECT_EQ(first.IsLine(x, y), x == 0 && y == 0);
             EXPECT_EQ(second.IsLine(x, y), first.IsLine(x, y));
         }
-    EXPECT_EQ(doc->GetSourceMode(), SourceMode::Cels);
+    EXPECT_EQ(doc->Model().sourceMode, SourceMode::Cels);
     EXPECT_TRUE(prompter.TakeMessages().empty());
 }
 
@@ -103,7 +105,7 @@ TEST_F(CGrabOperationsTest, CapturedFramesTakeTheThresholdAndNeedAScene) {
     EXPECT_EQ(prompter.TakeMessages(), (Texts{"Internal Error : GetDataFromDIB called with no scene open",
                                               "Internal Error : GetDataFromDIB called with no folder open"}));
     std::filesystem::create_directories(SceneFolder("Grab") / "walk");
-    doc->SetFolderName("walk");
+    doc->Scenes().SetFolderName("walk");
 
     // Two rows of grey 100 and 200, as a file.
     CArchiveWriter file;

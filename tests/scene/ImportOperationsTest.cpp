@@ -54,7 +54,7 @@ TEST_F(CImportOperationsTest, CelsAreNamedOneByOne) {
     prompter.Answer(std::string("13"));
     prompter.Cancel(); // all that are left
     prompter.confirmations = {false, false, true};
-    imports.OnSourcesImportcels();
+    imports.AskAndImportCels();
 
     const std::string cancel = "Do you want to cancel the import operation ?";
     EXPECT_EQ((Texts{cancel, "Cel Exists, Do you want to overwrite it ?", cancel}), prompter.messages);
@@ -71,7 +71,7 @@ TEST_F(CImportOperationsTest, PicturesGoToTheirOwnFolder) {
     prompter.Answer(std::vector<Path>{MakeTarga("sky.tga", 4, 3, 77)});
     prompter.Answer(std::string("blue sky"));
     prompter.Answer(std::string("Sky"));
-    imports.OnSourcesImportpicture();
+    imports.AskAndImportPictures();
     EXPECT_EQ((CColor{77, 77, 77, 255}), Load(SourceMode::Pictures, "Sky").ColorAt(3, 2));
     EXPECT_EQ(SourceMode::Pictures, model.sourceMode);
     prompter.confirmations = {false};
@@ -84,7 +84,7 @@ TEST_F(CImportOperationsTest, PicturesGoToTheirOwnFolder) {
 // The first filter of the cels hides every drawing that can be read.
 TEST_F(CImportOperationsTest, TheFileDialogStartsWithAllThatCanBeRead) {
     for (const bool cels : {true, false}) {
-        cels ? imports.OnSourcesImportcels() : imports.OnSourcesImportpicture();
+        cels ? imports.AskAndImportCels() : imports.AskAndImportPictures();
         const auto request = std::any_cast<CFileRequest>(prompter.lastRequest);
         Texts parts;
         std::istringstream filter(request.filter);
@@ -107,7 +107,7 @@ TEST_F(CImportOperationsTest, WhatCannotBeReadChangesNothing) {
     EXPECT_FALSE(imports.ImportPicture(file, ""));
     EXPECT_FALSE(imports.ImportCel(MakeTarga("drawing", 2, 2, 0), "1"));
     model.sceneOpen = false;
-    imports.OnSourcesImportpicture();
+    imports.AskAndImportPictures();
     EXPECT_EQ(
         (Texts{"Error : good.tga is corrupted!", "Error in import", "Error : good.tga is corrupted!",
                "Error in import", "Error in import", "The picture name should only consist of letters and numbers",
@@ -135,7 +135,7 @@ TEST_F(CImportOperationsTest, AReplacedCelIsReplacedEverywhere) {
 TEST_F(CImportOperationsTest, TheThresholdIsRemembered) {
     for (const int threshold : {255, 0, 256, -1}) {
         prompter.Answer(threshold);
-        imports.OnSourcesImportsettings();
+        imports.EditImportSettings();
     }
     EXPECT_EQ(0, model.importThreshold);
     EXPECT_EQ(0, Get(profile, setting::importThreshold));

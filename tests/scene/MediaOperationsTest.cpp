@@ -33,37 +33,37 @@ protected:
 } // namespace
 
 TEST_F(CMediaOperationsTest, PlaysTheTrackTheSelectionAndAnAsset) {
-    media.OnAnimationPlaysoundonxsheet();
+    media.PlayXSheetSound();
     ASSERT_EQ(audio.output.played.size(), 1u);
     EXPECT_EQ(audio.output.played[0], *model.soundBuffer);
     EXPECT_FALSE(audio.output.isOpen);
     EXPECT_EQ(prompter.statusTexts, (Texts{"Playing Sound...     Press any key to stop", "Stopped."}));
 
     model.selection = {0, 0, 10, 11};
-    media.OnAnimationPlayselectedsound();
+    media.PlaySelectedSound();
     Bytes expected(2 * 882, 128);
     std::fill_n(expected.begin(), 1000, std::uint8_t{2});
     EXPECT_EQ(audio.output.played.at(1), expected);
 
-    media.OnAssetsPlaysound();
+    media.PlaySoundAssets();
     EXPECT_EQ(audio.output.played.at(2), Bytes(1000, 2));
     EXPECT_TRUE(prompter.TakeMessages().empty());
 }
 
 TEST_F(CMediaOperationsTest, SaysWhyNothingIsHeard) {
     audio.output.closes = false;
-    media.OnAssetsPlaysound();
+    media.PlaySoundAssets();
     audio.output.opens = false;
-    media.OnAnimationPlaysoundonxsheet();
+    media.PlayXSheetSound();
     audio.output.exists = false;
-    media.OnAnimationPlaysoundonxsheet();
+    media.PlayXSheetSound();
     EXPECT_EQ(prompter.TakeMessages(),
               (Texts{"Error : could not close the wave out device!", "Could not open the audio device!",
                      "There are no audio devices to play the sound!"}));
     model.sourceMode = SourceMode::Pictures;
-    media.OnAssetsPlaysound();
+    media.PlaySoundAssets();
     model.sceneOpen = false;
-    media.OnAssetsPlaysound();
+    media.PlaySoundAssets();
     EXPECT_EQ(prompter.TakeMessages(),
               (Texts{"Internal Error: Not showing sound sources at CVelmorltDoc::OnAssetsPlaysound",
                      "Internal Error: Scene not open at CVelmorltDoc::OnAssetsPlaysound"}));
@@ -76,16 +76,16 @@ TEST_F(CMediaOperationsTest, AMissingSoundIsNamedAndHeardOnceItIsBack) {
     prompter.TakeMessages();
     const std::string missing =
         "Internal Error : Could not find sound Hey at CVelmorltDoc::LoadSound\n" + Utf8Of(file);
-    media.OnAnimationPlaysoundonxsheet();
-    media.OnAnimationPlayselectedsound();
+    media.PlayXSheetSound();
+    media.PlaySelectedSound();
     EXPECT_EQ(prompter.TakeMessages(), Texts(2, missing));
     prompter.Answer(CFlipbookAnswer{true, {{0}, 1, 3, 1, 50, 50, false}});
-    EXPECT_TRUE(flipbooks.OnAnimationMakeflipbook()) << "a preview without sound is better than none";
+    EXPECT_TRUE(flipbooks.MakeFlipbook()) << "a preview without sound is better than none";
     EXPECT_EQ(prompter.TakeMessages(), Texts{missing});
     EXPECT_TRUE(audio.output.played.empty());
 
     std::filesystem::rename(folder / "kept", file);
-    media.OnAnimationPlaysoundonxsheet();
+    media.PlayXSheetSound();
     EXPECT_EQ(audio.output.played.size(), 1u);
     EXPECT_TRUE(prompter.TakeMessages().empty());
 }
@@ -97,7 +97,7 @@ TEST_F(CMediaOperationsTest, ARecordingIsSavedUnderItsNameOrDiscarded) {
         return true; // with the recording still running
     };
     const std::string question = "Do you want to discard the recording ?";
-    media.OnSourcesRecordsound();
+    media.RecordSound();
     EXPECT_EQ(prompter.TakeMessages(), Texts{question});
     EXPECT_FALSE(FileExists(model.Paths().SoundFile("Clap"))) << "no name was given";
     // Cancelled by mistake, and under a name that cannot be written: the recording is still there.
@@ -106,7 +106,7 @@ TEST_F(CMediaOperationsTest, ARecordingIsSavedUnderItsNameOrDiscarded) {
     prompter.Cancel();
     prompter.Answer(std::string("Full"));
     prompter.Answer(std::string("Clap"));
-    media.OnSourcesRecordsound();
+    media.RecordSound();
     EXPECT_EQ(prompter.TakeMessages(),
               (Texts{question, "Unable to open audio file for writing ! Disk Full ??", question}));
     Bytes stored;
@@ -115,9 +115,9 @@ TEST_F(CMediaOperationsTest, ARecordingIsSavedUnderItsNameOrDiscarded) {
     EXPECT_FALSE(audio.input.isOpen);
 
     prompter.useRecorder = [](CSoundRecorder&) { return false; };
-    media.OnSourcesRecordsound();
+    media.RecordSound();
     audio.input.exists = false;
-    media.OnSourcesRecordsound();
+    media.RecordSound();
     EXPECT_EQ(prompter.TakeMessages(),
               Texts{"Sorry there are no sound devices capable of recording in the desired format"});
 }
@@ -129,14 +129,14 @@ TEST_F(CMediaOperationsTest, AFlipbookIsPlayedWhenItIsMade) {
         EXPECT_EQ(movie.Stream().frameCount, 3);
         EXPECT_TRUE(movie.HasSound());
     };
-    media.OnAnimationPlaylastflipbook();
+    media.PlayLastFlipbook();
     EXPECT_EQ(prompter.TakeMessages(), Texts{"There is no last flipbook!"});
-    media.OnAnimationMakeflipbook();
+    media.MakeFlipbook();
     EXPECT_EQ(played, 0) << "the dialog was cancelled";
     prompter.Answer(CFlipbookAnswer{true, {{0}, 1, 3, 1, 50, 50, false}});
-    media.OnAnimationMakeflipbook();
+    media.MakeFlipbook();
     EXPECT_EQ(played, 1);
-    media.OnAnimationPlaylastflipbook();
+    media.PlayLastFlipbook();
     EXPECT_EQ(played, 2);
 }
 

@@ -84,9 +84,9 @@ TEST_F(CPaletteOperationsTest, HoldsItsLimits) {
     while (model.palette.Count() < 498)
         static_cast<void>(model.palette.Add({}));
     prompter.Answer(CColorValues{"Last", rose});
-    palettes.OnAddColor();
+    palettes.AskAndAddColor();
     EXPECT_EQ("Last", palettes.GetColorName(498));
-    palettes.OnAddColor();
+    palettes.AskAndAddColor();
     palettes.AddColor(rose, "More");
     palettes.DeleteColor(499);
     palettes.SetBrush(6);

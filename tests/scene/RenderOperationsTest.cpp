@@ -1,6 +1,7 @@
 #include "DocumentFixture.h"
 
 #include "render/Movie.h"
+#include "scene/RenderOperations.h"
 #include "scene/Settings.h"
 
 namespace velmor {
@@ -38,7 +39,7 @@ protected:
     std::string RefusalOf(const CRenderSetup& setup) {
         prompter.TakeMessages();
         prompter.Answer(setup);
-        doc->OnAnimationRender();
+        doc->Renders().AskAndRender();
         EXPECT_TRUE(prompter.progressTexts.empty());
         const Texts messages = prompter.TakeMessages();
         return messages.size() == 1 ? messages.front() : "not one message";
@@ -47,7 +48,7 @@ protected:
 
 TEST_F(RenderOperations, RendersWhatWasSetUpAndRemembersIt) {
     prompter.Cancel();
-    doc->OnAnimationRender();
+    doc->Renders().AskAndRender();
     EXPECT_EQ(Initial().levels, std::vector<int>{0});
     EXPECT_EQ(Initial().lastFrame, 10);
     EXPECT_EQ(Initial().scaling, 100);
@@ -62,7 +63,7 @@ TEST_F(RenderOperations, RendersWhatWasSetUpAndRemembersIt) {
     setup.transparentBackground = true;
     setup.compressor = "FFV1";
     prompter.Answer(setup);
-    doc->OnAnimationRender();
+    doc->Renders().AskAndRender();
     EXPECT_EQ(ListFiles(folder / "a" / "b", ""), (Texts{"shot0002.bmp", "shot0005.bmp", "shot0008.bmp"}));
     EXPECT_EQ(prompter.progressTexts, (Texts{"Preparing Frame : 2", "Preparing Frame : 5", "Preparing Frame : 8"}));
     EXPECT_TRUE(prompter.TakeMessages().empty());
@@ -73,7 +74,7 @@ TEST_F(RenderOperations, RendersWhatWasSetUpAndRemembersIt) {
 
     StartDocument(); // and the scene is open again
     prompter.Cancel();
-    doc->OnAnimationRender();
+    doc->Renders().AskAndRender();
     EXPECT_EQ(Initial().step, 3);
     EXPECT_EQ(Initial().scaling, 50);
     EXPECT_FALSE(Initial().antialias);
@@ -87,7 +88,7 @@ TEST_F(RenderOperations, RendersWhatWasSetUpAndRemembersIt) {
     Set(profile, setting::lastRenderCompressor, "of another machine");
     Set(profile, setting::lastRenderQuality, 1000);
     prompter.Cancel();
-    doc->OnAnimationRender();
+    doc->Renders().AskAndRender();
     EXPECT_EQ(Initial().compressor, defaultCompressor);
     EXPECT_EQ(Initial().quality, 100);
 }
@@ -136,30 +137,30 @@ TEST_F(RenderOperations, FramesTooLargeForTheFormatAreRefused) {
     setup.format = RenderFormat::Png;
     EXPECT_TRUE(CheckRenderSetup(setup, 3, {8000, 10}));
     prompter.Answer(setup);
-    doc->OnAnimationRender();
+    doc->Renders().AskAndRender();
     EXPECT_TRUE(FileExists(folder / "a" / "b" / "shot0001.png"));
 }
 
 TEST_F(RenderOperations, AsksBeforeOverwritingUnlessItResumes) {
     prompter.Answer(Setup());
-    doc->OnAnimationRender();
+    doc->Renders().AskAndRender();
     const Path first = folder / "a" / "b" / "shot0002.bmp";
     WriteBytes(first, std::vector<std::uint8_t>{7});
     prompter.confirmations = {false};
     prompter.Answer(Setup());
-    doc->OnAnimationRender();
+    doc->Renders().AskAndRender();
     EXPECT_EQ(prompter.TakeMessages(), Texts{"Rendered Frames Exist, Do you want to overwrite them ?"});
     EXPECT_EQ(ReadBytes(first).size(), 1U);
 
     CRenderSetup resumed = Setup();
     resumed.resume = true;
     prompter.Answer(resumed);
-    doc->OnAnimationRender();
+    doc->Renders().AskAndRender();
     EXPECT_TRUE(prompter.TakeMessages().empty());
     EXPECT_EQ(ReadBytes(first).size(), 1U);
 
     prompter.Answer(Setup());
-    doc->OnAnimationRender();
+    doc->Renders().AskAndRender();
     EXPECT_GT(ReadBytes(first).size(), 1U);
 }
 
@@ -167,7 +168,7 @@ TEST_F(RenderOperations, StopAsksAndKeepsTheMovieSoFar) {
     prompter.stopAtReport = 2;
     prompter.confirmations = {true};
     prompter.Answer(Setup(RenderFormat::Mp4));
-    doc->OnAnimationRender();
+    doc->Renders().AskAndRender();
     EXPECT_EQ(prompter.TakeMessages(), (Texts{"Do you want to stop rendering?", "Stopped after Frame : 5"}));
     EXPECT_EQ(ListFiles(folder / "a" / "b", ""), Texts{"shot.mp4"});
     EXPECT_TRUE(prompter.rendered.empty()) << "whoever stopped it is not asked to look at it";
@@ -177,21 +178,21 @@ TEST_F(RenderOperations, OffersToPlayAMovieInTheProgramsOwnPlayerIfThatCan) {
     int frames = 0;
     prompter.usePlayer = [&](CMovie& movie) { frames = movie.Stream().frameCount; };
     prompter.Answer(Setup(RenderFormat::Avi));
-    doc->OnAnimationRender();
+    doc->Renders().AskAndRender();
     ASSERT_EQ(prompter.rendered.size(), 1u);
     EXPECT_TRUE(prompter.rendered.back().isMovie);
     ASSERT_TRUE(prompter.rendered.back().play);
     prompter.rendered.back().play();
     EXPECT_EQ(frames, 7) << "the empty ones between the three included";
     prompter.Answer(Setup(RenderFormat::Mp4));
-    doc->OnAnimationRender();
+    doc->Renders().AskAndRender();
     ASSERT_EQ(prompter.rendered.size(), 2u);
     EXPECT_FALSE(prompter.rendered.back().play);
 }
 
 TEST_F(RenderOperations, CompressorIsChosenInADialogOfItsOwn) {
     prompter.Cancel();
-    doc->OnAnimationRender();
+    doc->Renders().AskAndRender();
     const auto request = std::any_cast<CRenderSetupRequest>(prompter.lastRequest);
     prompter.Answer(std::string("FFV1"));
     EXPECT_EQ(request.chooseCompressor("MJPEG"), "FFV1");

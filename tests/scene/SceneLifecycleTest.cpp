@@ -1,8 +1,14 @@
 #include "DocumentFixture.h"
 
 #include "image/CelImg.h"
+#include "scene/AssetOperations.h"
+#include "scene/PaletteOperations.h"
+#include "scene/SceneLifecycle.h"
 #include "scene/SceneManager.h"
+#include "scene/SceneModel.h"
 #include "scene/Settings.h"
+#include "scene/SoundOperations.h"
+#include "scene/XSheetOperations.h"
 
 #include <functional>
 
@@ -18,21 +24,21 @@ class SceneLifecycle : public CDocumentFixture {
 protected:
     void MakeFolder(const std::string& name) {
         prompter.Answer(name);
-        doc->OnAssetsNewfolder();
+        doc->Assets().NewFolder();
     }
     /// Scene "S" with cel "1" of folder "A" under edit; its bottom left pixel is red, which is not saved yet.
     void PaintACel() {
         NewScene("S");
         MakeFolder("A");
         prompter.Answer(CNewCelValues{"1", {20, 10}});
-        doc->OnAssetsNewcel();
+        doc->Assets().NewCel();
         PaintCelOne();
         TakeHints();
     }
     void PaintCelOne() {
-        doc->EditCel("1");
-        doc->EditedImage().SetColorAt(0, 0, red);
-        doc->EditedImage().SetModified(true);
+        doc->Assets().EditCel("1");
+        EditedImage().SetColorAt(0, 0, red);
+        EditedImage().SetModified(true);
     }
     Path PaintedCel() const { return SceneFolder("S") / "A" / "1.bit"; }
     Path Sheet() const { return SceneFolder("S") / "S.xsheet"; }
@@ -54,7 +60,7 @@ TEST_F(SceneLifecycle, FirstStartMakesTheDatabaseBesideTheProgramAndRemembersIt)
     EXPECT_TRUE(FolderExists(Database()));
     EXPECT_EQ(profile.GetString("Settings", "Database Dir", ""), expected);
     EXPECT_EQ(doc->Model().databaseFolder, expected);
-    EXPECT_FALSE(doc->IsSceneOpen());
+    EXPECT_FALSE(doc->Model().sceneOpen);
     EXPECT_EQ(doc->GetTitle(), "* No Scene Open *");
     EXPECT_TRUE(prompter.messages.empty());
 }
@@ -66,15 +72,15 @@ TEST_F(SceneLifecycle, NewSceneTakesTheDialogsValuesButNotItsRate) {
     settings.length = 48;
     settings.geometry.background = MakeColorRef(1, 2, 3);
     prompter.Answer(settings);
-    doc->OnFileNewscene();
+    doc->Scenes().NewScene();
 
     EXPECT_EQ(TakeHints(), std::vector<int>{511});
-    EXPECT_EQ(doc->GetSceneName(), "Walk 1");
+    EXPECT_EQ(doc->Scenes().GetSceneName(), "Walk 1");
     EXPECT_EQ(doc->GetTitle(), "Walk 1");
-    EXPECT_EQ(doc->GetFrameCount(), 48);
+    EXPECT_EQ(doc->Model().xsheet.FrameCount(), 48);
     EXPECT_EQ(doc->Model().geometry.width, 1920);
-    EXPECT_EQ(doc->GetFPS(), 25);
-    EXPECT_EQ(doc->GetLevelName(0), "Default");
+    EXPECT_EQ(doc->Sounds().GetFPS(), 25);
+    EXPECT_EQ(doc->XSheet().GetLevelName(0), "Default");
     EXPECT_EQ(profile.GetString("Remember", "Last Scene", ""), "Walk 1");
     // 27 + 24 + frames x 32 + name + frames x 74 + sound count
     EXPECT_EQ(ReadBytes(SceneFolder("Walk 1") / "Walk 1.xsheet").size(), 27U + 24 + 48 * 32 + 8 + 48 * 74 + 4);
@@ -95,18 +101,18 @@ TEST_F(SceneLifecycle, SceneDialogStaysOpenUntilItsValuesAreGood) {
     attempt("Good", 2001, 64);
     attempt("Good", 10, 9);
     attempt("Good", 2000, 2048);
-    doc->OnFileNewscene();
+    doc->Scenes().NewScene();
     EXPECT_EQ(prompter.TakeMessages(), (Texts{"You must enter a valid scene name.",
                                               "The scene name can only consist of letters, digits and spaces",
                                               "Scene already exists. Use 'Open Scene' to open it.",
                                               "The length must be a whole number from 1 to 2000",
                                               "The width must be a whole number from 10 to 2048"}));
-    EXPECT_EQ(doc->GetSceneName(), "Good");
-    EXPECT_EQ(doc->GetFrameCount(), 2000);
+    EXPECT_EQ(doc->Scenes().GetSceneName(), "Good");
+    EXPECT_EQ(doc->Model().xsheet.FrameCount(), 2000);
 }
 
 TEST_F(SceneLifecycle, OpenCommandListsScenesAndRefusesTheOpenOne) {
-    doc->OnFileOpenscene();
+    doc->Scenes().AskAndOpenScene();
     EXPECT_EQ(prompter.TakeMessages(),
               Texts{"There are no scenes avaliable yet.\nUse 'New Scene' to create a new scene"});
     NewScene("B");
@@ -115,60 +121,60 @@ TEST_F(SceneLifecycle, OpenCommandListsScenesAndRefusesTheOpenOne) {
     TakeHints();
 
     prompter.Answer(std::string("A"));
-    doc->OnFileOpenscene();
+    doc->Scenes().AskAndOpenScene();
     EXPECT_EQ(std::any_cast<Texts>(prompter.lastRequest), (Texts{"A", "B"}));
     EXPECT_EQ(prompter.TakeMessages(), Texts{"The scene is already open."});
     EXPECT_TRUE(TakeHints().empty());
 
     prompter.Answer(std::string("B"));
-    doc->OnFileOpenscene();
-    EXPECT_EQ(doc->GetSceneName(), "B");
+    doc->Scenes().AskAndOpenScene();
+    EXPECT_EQ(doc->Scenes().GetSceneName(), "B");
     EXPECT_EQ(TakeHints(), std::vector<int>{511});
 
     std::filesystem::remove_all(SceneFolder("A"));
     prompter.Answer(std::string("A"));
-    doc->OnFileOpenscene();
+    doc->Scenes().AskAndOpenScene();
     EXPECT_EQ(prompter.TakeMessages(), Texts{"Problem openning the scene"});
-    EXPECT_EQ(doc->GetSceneName(), "B");
+    EXPECT_EQ(doc->Scenes().GetSceneName(), "B");
 }
 
 TEST_F(SceneLifecycle, LeavingASceneSavesItsSheet) {
     NewScene("One", 10);
     prompter.Answer(5);
-    doc->OnXsheetAddframes();
+    doc->XSheet().AddFrames();
     NewScene("Two", 3);
-    ASSERT_TRUE(doc->OpenScene("One"));
-    EXPECT_EQ(doc->GetFrameCount(), 15);
+    ASSERT_TRUE(doc->Scenes().OpenScene("One"));
+    EXPECT_EQ(doc->Model().xsheet.FrameCount(), 15);
     EXPECT_FALSE(doc->Model().undo);
 }
 
 TEST_F(SceneLifecycle, SceneWithoutASheetGetsOneAndDamagedOnesLeaveTheOpenScene) {
     static_cast<void>(CreateFolder(SceneFolder("Bare")));
-    ASSERT_TRUE(doc->OpenScene("Bare"));
-    EXPECT_EQ(doc->GetFrameCount(), 100);
+    ASSERT_TRUE(doc->Scenes().OpenScene("Bare"));
+    EXPECT_EQ(doc->Model().xsheet.FrameCount(), 100);
     const auto sheet = ReadBytes(SceneFolder("Bare") / "Bare.xsheet");
     EXPECT_EQ(sheet.size(), 10663U);
 
     static_cast<void>(CreateFolder(SceneFolder("Hurt")));
     const std::span<const std::uint8_t> half(sheet.data(), sheet.size() / 2);
     WriteBytes(SceneFolder("Hurt") / "Hurt.xsheet", half);
-    EXPECT_FALSE(doc->OpenScene("Hurt"));
+    EXPECT_FALSE(doc->Scenes().OpenScene("Hurt"));
     EXPECT_EQ(prompter.TakeMessages(), Texts{"Invalid or corrupted xsheet data file"});
-    EXPECT_EQ(doc->GetSceneName(), "Bare");
+    EXPECT_EQ(doc->Scenes().GetSceneName(), "Bare");
     EXPECT_EQ(ReadBytes(SceneFolder("Hurt") / "Hurt.xsheet").size(), half.size());
-    EXPECT_FALSE(doc->OpenScene("../Bare"));
+    EXPECT_FALSE(doc->Scenes().OpenScene("../Bare"));
 }
 
 TEST_F(SceneLifecycle, ReopensSceneAndFolderOfTheLastRun) {
     NewScene("Run");
     MakeFolder("Legs");
     StartDocument();
-    EXPECT_EQ(doc->GetSceneName(), "Run");
-    EXPECT_EQ(doc->GetFolderName(), "Legs");
+    EXPECT_EQ(doc->Scenes().GetSceneName(), "Run");
+    EXPECT_EQ(doc->Scenes().GetFolderName(), "Legs");
 
     std::filesystem::remove_all(SceneFolder("Run") / "Legs");
     StartDocument();
-    EXPECT_EQ(doc->GetFolderName(), "");
+    EXPECT_EQ(doc->Scenes().GetFolderName(), "");
     EXPECT_TRUE(prompter.TakeMessages().empty());
 
     std::filesystem::remove_all(SceneFolder("Run"));
@@ -183,11 +189,11 @@ TEST_F(SceneLifecycle, ChoosingAFolderGivesItAPalette) {
     NewScene("Paint");
     static_cast<void>(CreateFolder(SceneFolder("Paint") / "Head"));
     TakeHints();
-    doc->SetFolderName("Head");
+    doc->Scenes().SetFolderName("Head");
     EXPECT_EQ(TakeHints(), std::vector<int>{19});
     EXPECT_TRUE(FileExists(SceneFolder("Paint") / "Head" / "Head.colors"));
-    EXPECT_EQ(doc->GetColorCount(), 3);
-    EXPECT_EQ(doc->GetColorName(2), "TRANS");
+    EXPECT_EQ(doc->Model().palette.Count(), 3);
+    EXPECT_EQ(doc->Palette().GetColorName(2), "TRANS");
     EXPECT_EQ(profile.GetString("Remember", "Last Folder", ""), "Head");
 }
 
@@ -196,42 +202,42 @@ TEST_F(SceneLifecycle, FolderNamesAreChecked) {
     prompter.Answer(std::string());
     prompter.Answer(std::string("_Pictures_"));
     prompter.Answer(std::string("Arm"));
-    doc->OnAssetsNewfolder();
+    doc->Assets().NewFolder();
     EXPECT_EQ(prompter.TakeMessages(), (Texts{"You must enter a valid scene name.",
                                               "The scene name can only consist of letters, digits and spaces"}));
     prompter.Answer(std::string("Arm"));
-    doc->OnAssetsNewfolder();
+    doc->Assets().NewFolder();
     EXPECT_EQ(prompter.TakeMessages(), Texts{"Folder already exists. Use the drop down list to view it."});
-    EXPECT_EQ(doc->GetFolderName(), "Arm");
+    EXPECT_EQ(doc->Scenes().GetFolderName(), "Arm");
 }
 
 TEST_F(SceneLifecycle, OperationsThatNeedASceneSaySo) {
-    EXPECT_EQ(doc->GetSceneName(), "");
-    EXPECT_EQ(doc->GetFolderName(), "");
-    doc->SetFolderName("x");
-    EXPECT_EQ(doc->FindNextCelName(), "");
-    EXPECT_FALSE(doc->LoadXSheet());
+    EXPECT_EQ(doc->Scenes().GetSceneName(), "");
+    EXPECT_EQ(doc->Scenes().GetFolderName(), "");
+    doc->Scenes().SetFolderName("x");
+    EXPECT_EQ(doc->Scenes().FindNextCelName(), "");
+    EXPECT_FALSE(doc->Scenes().LoadXSheet());
     EXPECT_EQ(prompter.TakeMessages(), (Texts{"Internal error : scene not open for getscenename",
                                               "Internal error : scene not open for getfoldername",
                                               "Internal error : scene not open for setfoldername",
                                               "Internal error : scene not open for FindNextCelName",
                                               "Internal Error :  Scene not open in LoadXSheet"}));
     NewScene("S");
-    EXPECT_EQ(doc->FindNextCelName(), "");
+    EXPECT_EQ(doc->Scenes().FindNextCelName(), "");
     EXPECT_EQ(prompter.TakeMessages(), Texts{"Internal error : folder not open for FindNextCelName"});
 }
 
 TEST_F(SceneLifecycle, SaveAllWritesTheEditedCelAndOpensItAgain) {
     PaintACel();
     prompter.Answer(1);
-    doc->OnXsheetAddframes();
+    doc->XSheet().AddFrames();
     TakeHints();
 
-    EXPECT_TRUE(doc->OnFileSaveall());
+    EXPECT_TRUE(doc->Scenes().SaveAll());
     EXPECT_EQ(TakeHints(), std::vector<int>{1});
     EXPECT_FALSE(doc->Model().undo);
-    EXPECT_EQ(doc->EditedImage().FilePath(), PaintedCel());
-    EXPECT_FALSE(doc->EditedImage().IsModified());
+    EXPECT_EQ(doc->Model().celImg.FilePath(), PaintedCel());
+    EXPECT_FALSE(doc->Model().celImg.IsModified());
     CCelImg saved;
     ASSERT_TRUE(saved.Load(PaintedCel()));
     EXPECT_EQ(saved.ColorAt(0, 0), red);
@@ -239,16 +245,16 @@ TEST_F(SceneLifecycle, SaveAllWritesTheEditedCelAndOpensItAgain) {
     // What another program has made of the file meanwhile is what the editor shows.
     saved.SetColorAt(1, 1, red);
     ASSERT_TRUE(saved.Save());
-    EXPECT_TRUE(doc->OnFileSaveall());
-    EXPECT_EQ(doc->EditedImage().ColorAt(1, 1), red);
+    EXPECT_TRUE(doc->Scenes().SaveAll());
+    EXPECT_EQ(doc->Model().celImg.ColorAt(1, 1), red);
 }
 
 TEST_F(SceneLifecycle, SaveAllWritesWhatItCan) {
     PaintACel();
     prompter.Answer(7);
-    doc->OnXsheetAddframes();
+    doc->XSheet().AddFrames();
     PutInTheWay(Sheet());
-    EXPECT_FALSE(doc->OnFileSaveall());
+    EXPECT_FALSE(doc->Scenes().SaveAll());
     EXPECT_EQ(prompter.TakeMessages(),
               Texts{NotWritten("Problem opening the xsheet data file for writing", Sheet())});
     EXPECT_TRUE(doc->Model().undo);
@@ -256,28 +262,28 @@ TEST_F(SceneLifecycle, SaveAllWritesWhatItCan) {
     ASSERT_TRUE(saved.Load(PaintedCel()));
     EXPECT_EQ(saved.ColorAt(0, 0), red);
 
-    doc->EditedImage().SetModified(true);
+    EditedImage().SetModified(true);
     PutInTheWay(PaintedCel());
-    EXPECT_FALSE(doc->OnFileSaveall());
+    EXPECT_FALSE(doc->Scenes().SaveAll());
     EXPECT_EQ(prompter.TakeMessages().back(), CelNotWritten());
-    EXPECT_TRUE(doc->EditedImage().IsModified());
+    EXPECT_TRUE(doc->Model().celImg.IsModified());
 }
 
 TEST_F(SceneLifecycle, WorkThatCannotBeSavedIsGivenUpWhenAskedAlone) {
     PaintACel();
     NewScene("Other", 3);
-    ASSERT_TRUE(doc->OpenScene("S"));
-    doc->SetFolderName("A");
+    ASSERT_TRUE(doc->Scenes().OpenScene("S"));
+    doc->Scenes().SetFolderName("A");
     const std::string question =
         "The scene could not be saved.\nDo you want to go on without saving it ?\n\n" + Utf8Of(PaintedCel());
     const std::function<void()> leaves[] = {[&] {
                                                 prompter.Answer(std::string("Other"));
-                                                doc->OnFileOpenscene();
+                                                doc->Scenes().AskAndOpenScene();
                                             },
                                             [&] { NewScene("Newer"); },
                                             [&] {
                                                 prompter.Answer(Utf8Of(folder / "Elsewhere"));
-                                                doc->OnFileSettings();
+                                                doc->Scenes().ChooseDatabase();
                                             }};
     for (const auto& leave : leaves) {
         std::filesystem::remove_all(PaintedCel());
@@ -286,16 +292,16 @@ TEST_F(SceneLifecycle, WorkThatCannotBeSavedIsGivenUpWhenAskedAlone) {
         ASSERT_TRUE(blank.Save());
         PaintCelOne();
         prompter.Answer(7);
-        doc->OnXsheetAddframes();
+        doc->XSheet().AddFrames();
         PutInTheWay(PaintedCel());
         TakeHints();
 
         prompter.confirmations = {false};
         leave();
         EXPECT_EQ(prompter.TakeMessages(), (Texts{CelNotWritten(), question}));
-        EXPECT_EQ(doc->GetSceneName(), "S");
-        EXPECT_EQ(doc->EditedImage().ColorAt(0, 0), red);
-        EXPECT_TRUE(doc->EditedImage().IsModified());
+        EXPECT_EQ(doc->Scenes().GetSceneName(), "S");
+        EXPECT_EQ(doc->Model().celImg.ColorAt(0, 0), red);
+        EXPECT_TRUE(doc->Model().celImg.IsModified());
         EXPECT_TRUE(doc->Model().undo);
         EXPECT_EQ(TakeHints(), std::vector<int>{});
 
@@ -303,9 +309,9 @@ TEST_F(SceneLifecycle, WorkThatCannotBeSavedIsGivenUpWhenAskedAlone) {
         leave();
         EXPECT_EQ(prompter.TakeMessages(), (Texts{CelNotWritten(), question}));
         EXPECT_NE(doc->GetTitle(), "S");
-        EXPECT_EQ(doc->EditedImage().GetLoadState(), LoadState::Nothing);
-        static_cast<void>(doc->OpenScene("S"));
-        doc->SetFolderName("A");
+        EXPECT_EQ(doc->Model().celImg.GetLoadState(), LoadState::Nothing);
+        static_cast<void>(doc->Scenes().OpenScene("S"));
+        doc->Scenes().SetFolderName("A");
     }
 }
 
@@ -319,20 +325,20 @@ TEST_F(SceneLifecycle, ASceneWhoseFolderVanishedCanBeLeft) {
     prompter.useSceneManager = [&](CSceneManager&) { ++opened; };
     static_cast<void>(CreateFolder(SceneFolder("Other")));
     prompter.confirmations = {false, true};
-    doc->OnFileScenemanager();
+    doc->Scenes().ManageScenes();
     EXPECT_EQ(opened, 0);
     EXPECT_EQ(prompter.TakeMessages(), shown);
-    doc->OnFileScenemanager();
+    doc->Scenes().ManageScenes();
     EXPECT_EQ(opened, 1);
     prompter.TakeMessages();
-    EXPECT_TRUE(doc->OpenScene("Other"));
+    EXPECT_TRUE(doc->Scenes().OpenScene("Other"));
     EXPECT_EQ(prompter.TakeMessages(), shown);
 }
 
 TEST_F(SceneLifecycle, AnImageThatCannotBeSavedDoesNotHoldTheEditor) {
     PaintACel();
     prompter.Answer(CNewCelValues{"2", {20, 10}});
-    doc->OnAssetsNewcel();
+    doc->Assets().NewCel();
     PaintCelOne();
     PutInTheWay(PaintedCel());
     const Texts shown{CelNotWritten(),
@@ -340,48 +346,48 @@ TEST_F(SceneLifecycle, AnImageThatCannotBeSavedDoesNotHoldTheEditor) {
                           Utf8Of(PaintedCel())};
     static_cast<void>(CreateFolder(SceneFolder("S") / "B"));
     prompter.confirmations = {false, false, true};
-    doc->EditCel("2");
+    doc->Assets().EditCel("2");
     EXPECT_EQ(prompter.TakeMessages(), shown);
-    doc->SetFolderName("B");
+    doc->Scenes().SetFolderName("B");
     EXPECT_EQ(prompter.TakeMessages(), shown);
-    EXPECT_EQ(doc->GetFolderName(), "A");
-    EXPECT_EQ(doc->EditedImage().ColorAt(0, 0), red);
-    doc->EditCel("2");
+    EXPECT_EQ(doc->Scenes().GetFolderName(), "A");
+    EXPECT_EQ(doc->Model().celImg.ColorAt(0, 0), red);
+    doc->Assets().EditCel("2");
     EXPECT_EQ(prompter.TakeMessages(), shown);
-    EXPECT_EQ(doc->EditedImage().FilePath(), SceneFolder("S") / "A" / "2.bit");
+    EXPECT_EQ(doc->Model().celImg.FilePath(), SceneFolder("S") / "A" / "2.bit");
 }
 
 TEST_F(SceneLifecycle, ASceneThatCannotBeOpenedChangesNothing) {
     PaintACel();
     prompter.Answer(7);
-    doc->OnXsheetAddframes();
+    doc->XSheet().AddFrames();
     static_cast<void>(CreateFolder(SceneFolder("Hurt")));
     WriteBytes(SceneFolder("Hurt") / "Hurt.xsheet", std::vector<std::uint8_t>(100, 7));
     TakeHints();
     for (const char* name : {"Hurt", "Gone"}) {
-        EXPECT_FALSE(doc->OpenScene(name));
-        EXPECT_EQ(doc->EditedImage().ColorAt(0, 0), red);
-        EXPECT_TRUE(doc->EditedImage().IsModified());
+        EXPECT_FALSE(doc->Scenes().OpenScene(name));
+        EXPECT_EQ(doc->Model().celImg.ColorAt(0, 0), red);
+        EXPECT_TRUE(doc->Model().celImg.IsModified());
         EXPECT_TRUE(doc->Model().undo);
     }
     EXPECT_EQ(TakeHints(), std::vector<int>{});
     EXPECT_EQ(prompter.TakeMessages(), Texts{"Invalid or corrupted xsheet data file"});
-    doc->OnEditUndo();
-    EXPECT_EQ(doc->GetFrameCount(), 10);
+    doc->XSheet().Undo();
+    EXPECT_EQ(doc->Model().xsheet.FrameCount(), 10);
 }
 
 TEST_F(SceneLifecycle, TheOpenSceneIsOpenedAgainAsItIs) {
     NewScene("S", 10);
     prompter.Answer(5);
-    doc->OnXsheetAddframes();
-    ASSERT_TRUE(doc->OpenScene("S"));
-    EXPECT_EQ(doc->GetFrameCount(), 15);
+    doc->XSheet().AddFrames();
+    ASSERT_TRUE(doc->Scenes().OpenScene("S"));
+    EXPECT_EQ(doc->Model().xsheet.FrameCount(), 15);
 }
 
 TEST_F(SceneLifecycle, SceneSettingsResizeTheSheetAndKeepTheCursorInside) {
     NewScene("S", 50);
-    doc->SetCursorY(40);
-    doc->SetSelEndY(45);
+    doc->XSheet().SetCursorY(40);
+    doc->XSheet().SetSelEndY(45);
     TakeHints();
     CSceneSettings settings;
     settings.name = "ignored";
@@ -389,56 +395,56 @@ TEST_F(SceneLifecycle, SceneSettingsResizeTheSheetAndKeepTheCursorInside) {
     settings.geometry = {320, 240, 30, MakeColorRef(9, 8, 7)};
     settings.preset = customPreset;
     prompter.Answer(settings);
-    doc->OnFileScenesettings();
+    doc->Scenes().EditSceneSettings();
     EXPECT_EQ(TakeHints(), std::vector<int>{396});
-    EXPECT_EQ(doc->GetSceneName(), "S");
+    EXPECT_EQ(doc->Scenes().GetSceneName(), "S");
     EXPECT_EQ(doc->Model().geometry, settings.geometry);
-    EXPECT_EQ(doc->GetFrameCount(), 20);
-    EXPECT_EQ(doc->GetCursorY(), 19);
+    EXPECT_EQ(doc->Model().xsheet.FrameCount(), 20);
+    EXPECT_EQ(doc->Model().cursorFrame, 19);
     EXPECT_EQ(doc->Model().selection.lastFrame, 19);
-    EXPECT_EQ(doc->GetSoundBuffer()->size(), 20U * (22050 / 30));
+    EXPECT_EQ(doc->Sounds().GetSoundBuffer()->size(), 20U * (22050 / 30));
 }
 
 TEST_F(SceneLifecycle, SceneSettingsAreTakenBackByUndo) {
     PaintACel();
-    doc->SetSourceSelection({"1"});
-    doc->DropCels(0, 8, 1, false);
+    doc->Scenes().SetSourceSelection({"1"});
+    doc->XSheet().DropCels(0, 8, 1, false);
     const CSceneGeometry geometry = doc->Model().geometry;
     CSceneSettings settings;
     settings.length = 5;
     settings.geometry = {320, 240, 30, MakeColorRef(9, 8, 7)};
     settings.preset = customPreset;
     prompter.Answer(settings);
-    doc->OnFileScenesettings();
-    EXPECT_EQ(doc->GetFrameCount(), 5);
+    doc->Scenes().EditSceneSettings();
+    EXPECT_EQ(doc->Model().xsheet.FrameCount(), 5);
     // The same once more is no step of its own.
     prompter.Answer(settings);
-    doc->OnFileScenesettings();
+    doc->Scenes().EditSceneSettings();
 
-    doc->OnEditUndo();
-    EXPECT_EQ(doc->GetFrameCount(), 10);
-    EXPECT_EQ(doc->GetXsheetData(0, 8), "A1");
+    doc->XSheet().Undo();
+    EXPECT_EQ(doc->Model().xsheet.FrameCount(), 10);
+    EXPECT_EQ(doc->XSheet().GetXsheetData(0, 8), "A1");
     EXPECT_EQ(doc->Model().geometry, geometry);
-    EXPECT_EQ(doc->GetSoundBuffer()->size(), 10U * (22050 / 25));
+    EXPECT_EQ(doc->Sounds().GetSoundBuffer()->size(), 10U * (22050 / 25));
 }
 
 TEST_F(SceneLifecycle, AnotherDatabaseFolderClosesTheScene) {
     NewScene("S");
     TakeHints();
     prompter.Answer(doc->Model().databaseFolder);
-    doc->OnFileSettings();
-    EXPECT_TRUE(doc->IsSceneOpen());
+    doc->Scenes().ChooseDatabase();
+    EXPECT_TRUE(doc->Model().sceneOpen);
     EXPECT_TRUE(TakeHints().empty());
 
     prompter.Answer(Utf8Of(folder / "Elsewhere"));
     Set(profile, setting::importThreshold, 77);
-    doc->OnFileSettings();
+    doc->Scenes().ChooseDatabase();
     EXPECT_EQ(TakeHints().back(), 511);
-    EXPECT_FALSE(doc->IsSceneOpen());
+    EXPECT_FALSE(doc->Model().sceneOpen);
     EXPECT_EQ(profile.GetString("Settings", "Database Dir", ""), Utf8Of(folder / "Elsewhere") + "/");
     EXPECT_TRUE(FolderExists(folder / "Elsewhere"));
     EXPECT_EQ(doc->Model().importThreshold, 77);
-    EXPECT_FALSE(doc->GetSoundBuffer());
+    EXPECT_FALSE(doc->Sounds().GetSoundBuffer());
     prompter.TakeMessages();
 
     StartDocument();
@@ -448,9 +454,9 @@ TEST_F(SceneLifecycle, AnotherDatabaseFolderClosesTheScene) {
 TEST_F(SceneLifecycle, ADamagedPaletteIsSetAsideAndNotOverwritten) {
     NewScene("S");
     MakeFolder("Fox");
-    doc->AddColor(red, "Fur");
+    doc->Palette().AddColor(red, "Fur");
     MakeFolder("Cat");
-    doc->AddColor(red, "Whiskers");
+    doc->Palette().AddColor(red, "Whiskers");
     const Path file = SceneFolder("S") / "Fox" / "Fox.colors";
     const Path aside = SceneFolder("S") / "Fox" / "Fox.colors.damaged";
     auto damaged = ReadBytes(file);
@@ -458,21 +464,21 @@ TEST_F(SceneLifecycle, ADamagedPaletteIsSetAsideAndNotOverwritten) {
     WriteBytes(file, damaged);
     WriteBytes(aside, std::vector<std::uint8_t>{1});
 
-    doc->SetFolderName("Fox");
+    doc->Scenes().SetFolderName("Fox");
     EXPECT_EQ(prompter.TakeMessages(), Texts{"Invalid or corrupted color data file"});
     EXPECT_EQ(doc->Model().palette, CPalette::Default()) << "the three entries in front of the damage";
     EXPECT_EQ(ReadBytes(file), damaged) << "looking at a folder changes nothing";
-    doc->AddColor(red, "Tail");
+    doc->Palette().AddColor(red, "Tail");
     EXPECT_EQ(ReadBytes(SceneFolder("S") / "Fox" / "Fox.colors.damaged2"), damaged);
     EXPECT_EQ(ReadBytes(aside), std::vector<std::uint8_t>{1});
     EXPECT_EQ(prompter.TakeMessages(), Texts{"The damaged color data file is kept as Fox.colors.damaged2"});
 
-    doc->SetFolderName("Cat");
-    doc->SetFolderName("Fox");
-    EXPECT_EQ(doc->GetColorCount(), 4);
-    EXPECT_EQ(doc->GetColorName(3), "Tail");
+    doc->Scenes().SetFolderName("Cat");
+    doc->Scenes().SetFolderName("Fox");
+    EXPECT_EQ(doc->Model().palette.Count(), 4);
+    EXPECT_EQ(doc->Palette().GetColorName(3), "Tail");
     WriteBytes(file, std::vector<std::uint8_t>(40, 'V'));
-    doc->SetFolderName("Fox");
+    doc->Scenes().SetFolderName("Fox");
     EXPECT_EQ(doc->Model().palette, CPalette::Default());
 }
 

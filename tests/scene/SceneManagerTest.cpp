@@ -2,6 +2,9 @@
 
 #include "DocumentFixture.h"
 #include "image/Palette.h"
+#include "scene/AssetOperations.h"
+#include "scene/SceneLifecycle.h"
+#include "scene/SceneModel.h"
 #include "scene/Settings.h"
 
 #include <fstream>
@@ -184,7 +187,7 @@ class SceneManagerOfADocument : public CDocumentFixture {
 protected:
     void MakeFolder(const std::string& name) {
         prompter.Answer(name);
-        doc->OnAssetsNewfolder();
+        doc->Assets().NewFolder();
     }
 };
 
@@ -193,23 +196,23 @@ protected:
 TEST_F(SceneManagerOfADocument, NeedsASceneAndSavedFiles) {
     bool opened = false;
     prompter.useSceneManager = [&](CSceneManager&) { opened = true; };
-    doc->OnFileScenemanager();
+    doc->Scenes().ManageScenes();
     EXPECT_EQ(prompter.velmorMessages, Texts{"There are no scenes avaliable yet.\n"
                                              "You should have at least one scene in order to open scene manager"});
     NewScene("S");
     MakeFolder("A");
     prompter.Answer(CNewCelValues{"1", {20, 10}});
-    doc->OnAssetsNewcel();
-    doc->EditCel("1");
-    doc->EditedImage().SetModified(true);
+    doc->Assets().NewCel();
+    doc->Assets().EditCel("1");
+    EditedImage().SetModified(true);
     std::filesystem::remove(SceneFolder("S") / "A" / "1.bit");
     static_cast<void>(CreateFolder(SceneFolder("S") / "A" / "1.bit" / "x"));
     TakeHints();
     prompter.confirmations = {false}; // to go on without saving
-    doc->OnFileScenemanager();
+    doc->Scenes().ManageScenes();
     EXPECT_FALSE(opened);
     EXPECT_EQ(TakeHints(), std::vector<int>{});
-    EXPECT_TRUE(doc->EditedImage().IsModified());
+    EXPECT_TRUE(doc->Model().celImg.IsModified());
 }
 
 TEST_F(SceneManagerOfADocument, ADeletedSceneGoesToTheTrash) {
@@ -218,10 +221,10 @@ TEST_F(SceneManagerOfADocument, ADeletedSceneGoesToTheTrash) {
     NewScene("S");
     MakeFolder("A");
     prompter.useSceneManager = [](CSceneManager& manager) { EXPECT_TRUE(manager.DeleteScene("S")); };
-    doc->OnFileScenemanager();
+    doc->Scenes().ManageScenes();
     EXPECT_FALSE(FolderExists(SceneFolder("S")));
     EXPECT_TRUE(FileExists(folder / "Trash" / "files" / "S.scene" / "A" / "A.colors"));
-    EXPECT_FALSE(doc->IsSceneOpen());
+    EXPECT_FALSE(doc->Model().sceneOpen);
 }
 
 TEST_F(SceneManagerOfADocument, ThePaletteIsReadAgain) {
@@ -235,8 +238,8 @@ TEST_F(SceneManagerOfADocument, ThePaletteIsReadAgain) {
         static_cast<void>(manager.DeleteScene("S"));
     };
     TakeHints();
-    doc->OnFileScenemanager();
-    EXPECT_EQ(doc->GetColorCount(), 6);
+    doc->Scenes().ManageScenes();
+    EXPECT_EQ(doc->Model().palette.Count(), 6);
     EXPECT_EQ(TakeHints(), std::vector<int>{18});
     EXPECT_EQ(doc->GetTitle(), "T");
     EXPECT_FALSE(FolderExists(SceneFolder("S")));
@@ -248,14 +251,14 @@ TEST_F(SceneManagerOfADocument, TheOpenSceneIsClosedWhenItIsDeleted) {
     Set(profile, setting::importThreshold, 77);
     prompter.useSceneManager = [](CSceneManager& manager) { static_cast<void>(manager.DeleteScene("S")); };
     TakeHints();
-    doc->OnFileScenemanager();
+    doc->Scenes().ManageScenes();
     EXPECT_EQ(TakeHints(), std::vector<int>{511});
-    EXPECT_FALSE(doc->IsSceneOpen());
+    EXPECT_FALSE(doc->Model().sceneOpen);
     EXPECT_EQ(doc->Model().importThreshold, 77);
     EXPECT_EQ(Get(profile, setting::lastScene), "");
     prompter.TakeMessages();
     StartDocument();
-    EXPECT_FALSE(doc->IsSceneOpen());
+    EXPECT_FALSE(doc->Model().sceneOpen);
     EXPECT_EQ(prompter.TakeMessages(), Texts{});
 }
 

@@ -53,11 +53,11 @@ TEST_F(CSoundOperationsTest, DroppedSoundsStandInTheTrackUntilRemoved) {
     Drop("Boo", 20);
     model.selection.firstFrame = 9;
     model.selection.lastFrame = 19;
-    sounds.OnEditRemovesound();
+    sounds.RemoveSelectedSounds();
     EXPECT_EQ((std::vector<CSoundPlacement>{{20, "Boo"}}), model.sounds.All());
     EXPECT_EQ(3, model.undo.value().sounds.Count()); // one snapshot, from before the first removal
     EXPECT_EQ(128, sampleAt(10 * 882));
-    sounds.OnEditRemovesound();
+    sounds.RemoveSelectedSounds();
     EXPECT_EQ(Texts{"There are no sound starting at the selected frames for deleting."}, prompter.velmorMessages);
     EXPECT_EQ((Hints{8, 8, 8, 8}), TakeHints());
 }
@@ -107,12 +107,12 @@ TEST_F(CSoundOperationsTest, TheImportCommandRefusesWhatNothingCanPlay) {
     bool hasDevice = false;
     sounds.SetCanPlay([&] { return hasDevice; });
     prompter.Answer(std::vector<Path>{wave});
-    sounds.OnSourcesImportsound();
+    sounds.AskAndImportSound();
     EXPECT_EQ(prompter.TakeMessages(), Texts{"There are no audio devices to play this sound!"});
     hasDevice = true;
     prompter.Answer(std::vector<Path>{wave});
     prompter.Answer(std::string("Clap"));
-    sounds.OnSourcesImportsound();
+    sounds.AskAndImportSound();
     EXPECT_TRUE(FileExists(model.Paths().SoundFile("Clap")));
 }
 
@@ -124,7 +124,7 @@ TEST_F(CSoundOperationsTest, ImportsAWaveUnderTheNameAsked) {
     for (const char* name : {"not a name", "Old", "New1"})
         prompter.Answer(std::string(name));
     prompter.confirmations = {false};
-    sounds.OnSourcesImportsound();
+    sounds.AskAndImportSound();
     const std::string broken = "The picture name should only consist of letters and numbers";
     EXPECT_EQ((Texts{broken, "Sound Exists, Do you want to overwrite it ?"}), prompter.TakeMessages());
     Bytes samples;

@@ -57,7 +57,7 @@ TEST_F(CXSheetOperationsTest, NewLevelStandsInFrontAndKeepsTheFlag) {
     sheet.SetLevelCanMove(0);
     hints.clear();
     prompter.Answer(std::string("Sky"));
-    sheet.OnXsheetAddlevel();
+    sheet.AddLevel();
     EXPECT_EQ(sheet.GetLevelName(0) + sheet.GetLevelName(1), "SkyDefault");
     EXPECT_EQ(sheet.GetXsheetData(0, 2) + sheet.GetXsheetData(1, 2), "Man1");
     EXPECT_TRUE(sheet.GetLevelSmoothed(0));
@@ -66,7 +66,7 @@ TEST_F(CXSheetOperationsTest, NewLevelStandsInFrontAndKeepsTheFlag) {
 
     sheet.SetCursorX(1);
     sheet.SetSelEndX(1);
-    sheet.OnEditUndo();
+    sheet.Undo();
     EXPECT_EQ(model.xsheet.LevelCount(), 1);
     EXPECT_EQ(model.cursorLevel, 0);
     EXPECT_EQ(model.selection.lastLevel, 0);
@@ -76,7 +76,7 @@ TEST_F(CXSheetOperationsTest, RefusesTheFiftiethLevelAfterItsName) {
     for (const int levels : {49, 50}) {
         SetLevels(levels);
         prompter.Answer(std::string("One more"));
-        sheet.OnXsheetAddlevel();
+        sheet.AddLevel();
         EXPECT_TRUE(prompter.AllAnswersTaken());
         EXPECT_EQ(prompter.TakeMessages(),
                   Texts{"Sorry, Maximum level number is reached, can not add another level."});
@@ -93,14 +93,14 @@ TEST_F(CXSheetOperationsTest, DeletesALevelAfterConfirmationAndBringsItBack) {
     model.moveSelection.ToggleLevel(1, 3);
     prompter.confirmations = {false};
     prompter.Answer(1);
-    sheet.OnXsheetDeletelevel();
+    sheet.DeleteLevel();
     EXPECT_EQ(prompter.TakeMessages(), Texts{"Are you sure you want to delete level\n \" 1 \" ?"});
     EXPECT_EQ(prompter.lastConsequence, Consequence::Undoable);
     EXPECT_EQ(model.xsheet.LevelCount(), 3);
     EXPECT_FALSE(CanUndo(model));
 
     prompter.Answer(1);
-    sheet.OnXsheetDeletelevel();
+    sheet.DeleteLevel();
     EXPECT_EQ(model.xsheet.LevelCount(), 2);
     EXPECT_EQ(model.cursorLevel, 1);
     EXPECT_EQ(model.selection, (CXSheetSelection{1, 1, 0, 0}));
@@ -108,7 +108,7 @@ TEST_F(CXSheetOperationsTest, DeletesALevelAfterConfirmationAndBringsItBack) {
 
     static_cast<void>(model.sounds.Place(3, "Gone"));
     model.camera.MutableAt(5).panX = 8;
-    sheet.OnEditUndo();
+    sheet.Undo();
     EXPECT_EQ(sheet.GetLevelName(1), "1");
     EXPECT_EQ(model.xsheet.Cell(1, 4), cell);
     EXPECT_FALSE(sheet.GetLevelSmoothed(1));
@@ -125,13 +125,13 @@ TEST_F(CXSheetOperationsTest, RenamesAndSwapsLevels) {
     sheet.SetLevelCanMove(0);
     prompter.Answer(1);
     prompter.Cancel(); // the name: the snapshot is there already
-    sheet.OnXsheetRenamelevel();
+    sheet.RenameLevel();
     EXPECT_TRUE(CanUndo(model));
     prompter.Answer(1);
     prompter.Answer(std::string("Hand"));
-    sheet.OnXsheetRenamelevel();
+    sheet.RenameLevel();
     prompter.Answer(std::pair(0, 1));
-    sheet.OnXsheetSwaplevels();
+    sheet.SwapLevels();
     EXPECT_EQ(TakeHints(), (Hints{12, 136, 268}));
     EXPECT_EQ(sheet.GetLevelName(0), "Hand");
     EXPECT_EQ(Row(1, 1), "1");
@@ -141,12 +141,12 @@ TEST_F(CXSheetOperationsTest, RenamesAndSwapsLevels) {
 TEST_F(CXSheetOperationsTest, LevelNamesAreThoseThatTheFileCanHold) {
     for (const char* name : {"\xe7\x8b\x90", "Caf\xc3\xa9 \xe2\x82\xac?"})
         prompter.Answer(std::string(name));
-    sheet.OnXsheetAddlevel();
+    sheet.AddLevel();
     EXPECT_EQ(sheet.GetLevelName(0), "Caf\xc3\xa9 \xe2\x82\xac?");
     prompter.Answer(0);
     prompter.Answer(std::string("\xe7\x8b\x90"));
     prompter.Answer(std::string("Fox"));
-    sheet.OnXsheetRenamelevel();
+    sheet.RenameLevel();
     EXPECT_EQ(sheet.GetLevelName(0), "Fox");
     EXPECT_EQ(prompter.TakeMessages(), Texts(2, "The name holds characters that can not be stored.\n"
                                                 "Use Western European letters, digits and signs."));
@@ -157,7 +157,7 @@ TEST_F(CXSheetOperationsTest, FramesStayWithinLimits) {
     // A refused count keeps the dialog open for the next one.
     for (const int answer : {0, -5, 5001, 5000})
         prompter.Answer(answer);
-    sheet.OnXsheetAddframes();
+    sheet.AddFrames();
     EXPECT_EQ(prompter.TakeMessages(),
               std::vector<std::string>(3, "The number of frames must be a whole number from 1 to 5000"));
     EXPECT_EQ(model.xsheet.FrameCount(), 1999);
@@ -170,44 +170,44 @@ TEST_F(CXSheetOperationsTest, FramesStayWithinLimits) {
     sheet.SetSelEndY(1998);
     hints.clear();
     prompter.Answer(1949);
-    sheet.OnXsheetDeleteframes();
+    sheet.DeleteFrames();
     EXPECT_EQ(model.cursorFrame, 49);
     EXPECT_EQ(model.selection, (CXSheetSelection{0, 0, 49, 49}));
     EXPECT_EQ(sheet.GetXsheetData(0, 49), "Man1");
     EXPECT_EQ(model.soundBuffer->size(), 50U * 882);
     EXPECT_EQ(TakeHints(), Hints{396});
     prompter.Answer(5000);
-    sheet.OnXsheetDeleteframes();
+    sheet.DeleteFrames();
     EXPECT_EQ(model.xsheet.FrameCount(), 1);
-    sheet.OnEditUndo();
+    sheet.Undo();
     EXPECT_EQ(model.soundBuffer->size(), 50U * 882);
 }
 
 TEST_F(CXSheetOperationsTest, EditsTheSelectedCells) {
     for (int frame = 0; frame < 4; ++frame)
         Put(0, frame, std::to_string(frame / 2));
-    sheet.OnEditReversecels(); // one frame is no range
-    sheet.OnEditPaste();       // nothing copied
+    sheet.Reverse(); // one frame is no range
+    sheet.Paste();   // nothing copied
     EXPECT_EQ(TakeHints(), Hints{});
     model.selection = {0, 0, 0, 3};
-    sheet.OnEditReversecels();
-    sheet.OnEditExpandcels();
+    sheet.Reverse();
+    sheet.Expand();
     EXPECT_EQ(Row(0, 7), "111000.");
-    sheet.OnEditCondensecels();
+    sheet.Condense();
     EXPECT_EQ(TakeHints(), (Hints{8, 8, 8}));
     model.selection.lastFrame = 1;
-    sheet.OnEditCopy();
+    sheet.Copy();
     model.cursorFrame = 5;
-    sheet.OnEditPaste();
+    sheet.Paste();
     EXPECT_EQ(Row(0, 8), "1100011.");
     EXPECT_FALSE(CanUndo(model));
-    sheet.OnEditCut();
+    sheet.Cut();
     EXPECT_EQ(TakeHints(), (Hints{268, 268}));
     EXPECT_EQ(Row(0, 3), "..0");
     model.selection = {0, 0, 3, 2}; // the wrong way round
-    sheet.OnEditCopy();
+    sheet.Copy();
     EXPECT_EQ(model.clipboard.height, 2);
-    sheet.OnEditUndo();
+    sheet.Undo();
     EXPECT_EQ(Row(0, 3), "110");
 }
 
@@ -242,7 +242,7 @@ TEST_F(CXSheetOperationsTest, DropsAssetsInOrderAndStopsAtTheEnd) {
     EXPECT_EQ(model.xsheet.Cell(0, 4).PosY(), 288);
     EXPECT_EQ(TakeHints(), (Hints{8, 260}));
     EXPECT_EQ(prompter.TakeMessages(), Texts{});
-    sheet.OnEditUndo();
+    sheet.Undo();
     EXPECT_EQ(Row(0, 6), ".89...");
     sheet.DropCels(0, 1, 0, false);
     EXPECT_FALSE(CanUndo(model)) << "nothing was dropped";
@@ -265,12 +265,11 @@ TEST_F(CXSheetOperationsTest, WithoutASceneCommandsDoNothing) {
     model.selection = {0, 0, 0, 1};
     model.clipboard = model.xsheet.Copy(model.selection);
     const CXSheet before = model.xsheet;
-    for (const auto command : {&CXSheetOperations::OnXsheetAddlevel, &CXSheetOperations::OnXsheetDeletelevel,
-                               &CXSheetOperations::OnXsheetRenamelevel, &CXSheetOperations::OnXsheetSwaplevels,
-                               &CXSheetOperations::OnXsheetAddframes, &CXSheetOperations::OnXsheetDeleteframes,
-                               &CXSheetOperations::OnEditCut, &CXSheetOperations::OnEditPaste,
-                               &CXSheetOperations::OnEditReversecels, &CXSheetOperations::OnEditCondensecels,
-                               &CXSheetOperations::OnEditExpandcels, &CXSheetOperations::OnEditUndo}) {
+    for (const auto command :
+         {&CXSheetOperations::AddLevel, &CXSheetOperations::DeleteLevel, &CXSheetOperations::RenameLevel,
+          &CXSheetOperations::SwapLevels, &CXSheetOperations::AddFrames, &CXSheetOperations::DeleteFrames,
+          &CXSheetOperations::Cut, &CXSheetOperations::Paste, &CXSheetOperations::Reverse,
+          &CXSheetOperations::Condense, &CXSheetOperations::Expand, &CXSheetOperations::Undo}) {
         (sheet.*command)();
         EXPECT_EQ(model.xsheet, before);
         EXPECT_FALSE(prompter.lastRequest.has_value()); // no dialog either

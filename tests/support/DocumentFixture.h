@@ -3,6 +3,8 @@
 #include "ScriptedPrompter.h"
 #include "TempFolder.h"
 #include "platform/files/Profile.h"
+#include "scene/CelPainting.h"
+#include "scene/SceneLifecycle.h"
 #include "scene/SceneModel.h"
 #include "scene/VelmorltDoc.h"
 #include "scene/ViewList.h"
@@ -28,12 +30,22 @@ protected:
         doc = std::make_unique<CVelmorltDoc>(prompter, profile,
                                              CDocumentFolders{folder.Path(), folder / "data", trash});
         doc->Views().Add(*this);
-        doc->ReopenLastScene();
+        doc->Scenes().ReopenLastScene();
         hints.clear();
     }
 
     void OnUpdate(UpdateHint hint) override { hints.push_back(static_cast<int>(hint)); }
     std::vector<int> TakeHints() { return std::exchange(hints, {}); }
+
+    /// The image under edit, to be prepared for a test; there must be one.
+    CCelImg& EditedImage() {
+        CCelImg* edited = nullptr;
+        doc->Painting().Change([&](CCelImg& image) {
+            edited = &image;
+            return CPaintResult();
+        });
+        return *edited;
+    }
 
     void NewScene(const std::string& name, int frames = 10, int width = 64, int height = 48) {
         CSceneSettings settings;
@@ -43,7 +55,7 @@ protected:
         settings.geometry.height = height;
         settings.preset = customPreset;
         prompter.Answer(settings);
-        doc->OnFileNewscene();
+        doc->Scenes().NewScene();
     }
 
     Path Database() const { return folder / "Database"; }

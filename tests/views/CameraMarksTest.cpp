@@ -2,6 +2,11 @@
 
 #include "DocumentFixture.h"
 #include "TestScene.h"
+#include "scene/CameraOperations.h"
+#include "scene/CellOperations.h"
+#include "scene/SceneLifecycle.h"
+#include "scene/SceneModel.h"
+#include "scene/XSheetOperations.h"
 
 #include <cmath>
 
@@ -12,13 +17,13 @@ class CCameraMarksTest : public CDocumentFixture {
 protected:
     CCameraMarksTest() {
         const CTestScene scene(Database());
-        EXPECT_TRUE(doc->OpenScene("Test"));
+        EXPECT_TRUE(doc->Scenes().OpenScene("Test"));
         prompter.Answer(0); // paths of all levels
-        doc->OnCameraMotionpathsetup();
+        doc->Camera().ChooseMotionPaths();
     }
 
     CPathPoint PointOf(int level, int frame) const {
-        const CCameraMarks marks = CollectCameraMarks(*doc);
+        const CCameraMarks marks = CollectCameraMarks(doc->Model(), doc->Cells());
         const auto path = std::ranges::find(marks.paths, level, &CLevelPath::level);
         return path->path.front().points.at(static_cast<std::size_t>(frame - path->path.front().firstFrame));
     }
@@ -28,8 +33,8 @@ protected:
 
 TEST_F(CCameraMarksTest, PathsRunThroughTheMiddleOfWhatTheCameraSees) {
     for (int frame = 0; frame < CTestScene::frames; ++frame) {
-        doc->SetCursorY(frame);
-        const auto corners = doc->GetXSheetCelPoints(0);
+        doc->XSheet().SetCursorY(frame);
+        const auto corners = doc->Cells().GetXSheetCelPoints(0);
         ASSERT_TRUE(corners);
         double x = 0;
         double y = 0;
@@ -41,26 +46,26 @@ TEST_F(CCameraMarksTest, PathsRunThroughTheMiddleOfWhatTheCameraSees) {
         const CPoint point = PointOf(0, frame).at;
         EXPECT_NEAR(point.x, x, 2) << frame;
         EXPECT_NEAR(point.y, y, 2) << frame;
-        EXPECT_EQ(point, doc->GetXSheetCellCentre(0, frame)) << frame;
+        EXPECT_EQ(point, doc->Cells().GetXSheetCellCentre(0, frame)) << frame;
     }
 }
 
 TEST_F(CCameraMarksTest, AnInbetweenShowsOnThePathAtOnceAndACancelledOneChangesNothing) {
-    doc->SetSelEndY(8);
+    doc->XSheet().SetSelEndY(8);
     const CXSheet before = doc->Model().xsheet;
     prompter.Answer(CInbetweenAnswer{false, {0, 3}});
-    doc->OnXsheetInbetweenleveldata();
+    doc->Cells().Inbetween();
     EXPECT_EQ(doc->Model().xsheet, before);
-    doc->OnEditUndo();
+    doc->XSheet().Undo();
     EXPECT_EQ(doc->Model().xsheet, before) << "the snapshot was taken before the dialog";
 
     const CPoint straight = PointOf(0, 2).at;
     prompter.Answer(CInbetweenAnswer{true, {0, 3}});
-    doc->OnXsheetInbetweenleveldata();
+    doc->Cells().Inbetween();
     const CPoint eased = PointOf(0, 2).at;
     EXPECT_LT(eased.x, straight.x) << "it starts slowly";
-    EXPECT_EQ(eased, doc->GetXSheetCellCentre(0, 2));
-    doc->OnEditUndo();
+    EXPECT_EQ(eased, doc->Cells().GetXSheetCellCentre(0, 2));
+    doc->XSheet().Undo();
     EXPECT_EQ(PointOf(0, 2).at, straight);
 }
 

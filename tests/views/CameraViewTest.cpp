@@ -4,6 +4,12 @@
 #include "TestScene.h"
 #include "render/FrameRequests.h"
 #include "render/FrameWorker.h"
+#include "scene/CameraOperations.h"
+#include "scene/CameraPictures.h"
+#include "scene/SceneLifecycle.h"
+#include "scene/SceneModel.h"
+#include "scene/SoundOperations.h"
+#include "scene/XSheetOperations.h"
 #include "views/Icons.h"
 #include "views/camera/CamFrame.h"
 
@@ -26,10 +32,10 @@ protected:
 
     // The test scene without marks: the only selected level is empty and no paths are shown.
     void OpenScene() {
-        ASSERT_TRUE(doc->OpenScene("Test"));
-        doc->SetLevelCanMove(1);
+        ASSERT_TRUE(doc->Scenes().OpenScene("Test"));
+        doc->XSheet().SetLevelCanMove(1);
         prompter.Answer(2);
-        doc->OnCameraMotionpathsetup();
+        doc->Camera().ChooseMotionPaths();
         TakeHints();
     }
 
@@ -110,7 +116,7 @@ protected:
     }
     QPoint Scroll() const { return {view->horizontalScrollBar()->value(), view->verticalScrollBar()->value()}; }
     CPoint CelPosition(int level) const {
-        const CXSheetCell& cel = doc->Model().xsheet.Cell(level, doc->GetCursorY());
+        const CXSheetCell& cel = doc->Model().xsheet.Cell(level, doc->Model().cursorFrame);
         return {static_cast<int>(cel.PosX()), static_cast<int>(cel.PosY())};
     }
 
@@ -122,9 +128,9 @@ TEST_F(CameraView, ShowsTheComposedFramePixelForPixel) {
     OpenScene();
     ShowView();
     EXPECT_TRUE(WaitUntilShown());
-    doc->SetCursorY(7);
+    doc->XSheet().SetCursorY(7);
     EXPECT_TRUE(WaitUntilShown());
-    doc->OnCameraAntialias();
+    doc->Camera().ToggleAntialias();
     EXPECT_TRUE(WaitUntilShown());
     view->ZoomIn();
     view->ZoomIn();
@@ -194,14 +200,14 @@ TEST_F(CameraView, ArrowsAndPageKeysGoToOtherFrames) {
     const std::pair<Qt::Key, int> steps[] = {
         {Qt::Key_Down, 1},   {Qt::Key_Right, 2}, {Qt::Key_PageDown, 27}, {Qt::Key_Left, 26},     {Qt::Key_Up, 25},
         {Qt::Key_PageUp, 0}, {Qt::Key_Up, 0},    {Qt::Key_End, 99},      {Qt::Key_PageDown, 99}, {Qt::Key_Home, 0}};
-    ASSERT_EQ(doc->GetFPS(), 25) << "a page is a second";
+    ASSERT_EQ(doc->Sounds().GetFPS(), 25) << "a page is a second";
     for (const auto& [key, frame] : steps) {
         QTest::keyClick(view.get(), key);
-        EXPECT_EQ(doc->GetCursorY(), frame) << key;
+        EXPECT_EQ(doc->Model().cursorFrame, frame) << key;
     }
     EXPECT_EQ(doc->Model().selection, (CXSheetSelection{0, 0, 0, 0}));
     QTest::keyClick(view.get(), Qt::Key_Down, Qt::ShiftModifier);
-    EXPECT_EQ(doc->GetCursorY(), 0);
+    EXPECT_EQ(doc->Model().cursorFrame, 0);
 }
 
 TEST_F(CameraView, TheWheelScrollsByThePixelsOfTheDevice) {
@@ -223,7 +229,7 @@ TEST_F(CameraView, TheWheelScrollsByThePixelsOfTheDevice) {
 TEST_F(CameraView, DragsMoveCelsAndCameraInFramePixels) {
     OpenScene();
     ShowView();
-    doc->SetLevelCanMove(0);
+    doc->XSheet().SetLevelCanMove(0);
     const auto dragged = [&](QPoint by) {
         const CPoint before = CelPosition(0);
         Drag({100, 100}, by);
@@ -236,15 +242,15 @@ TEST_F(CameraView, DragsMoveCelsAndCameraInFramePixels) {
     view->ZoomOneToOne();
     view->ZoomOut();
     EXPECT_EQ(dragged({-3, 1}), (CPoint{-6, -2}));
-    doc->OnEditUndo();
+    doc->XSheet().Undo();
     EXPECT_EQ(CelPosition(0), (CPoint{20 + 10 + 2, 24 + 6 - 4})) << "a drag is one step of undo";
 
     view->ZoomOneToOne();
-    doc->SelectCamera();
+    doc->XSheet().SelectCamera();
     Drag({100, 100}, {4, -2});
-    EXPECT_EQ(doc->GetCamPosX(0), 12) << "once for each of the three levels";
-    EXPECT_EQ(doc->GetCamPosY(0), 6);
-    doc->OnCameraRotatemode();
+    EXPECT_EQ(doc->Camera().GetCamPosX(0), 12) << "once for each of the three levels";
+    EXPECT_EQ(doc->Camera().GetCamPosY(0), 6);
+    doc->Camera().SetMode(InputMode::Rotate);
     const double rotation = doc->Model().camera.At(0).rotation;
     Drag({100, 100}, {15, 0});
     EXPECT_NEAR(doc->Model().camera.At(0).rotation - rotation, 3 * 15 / 150.0, 1e-9);
@@ -252,7 +258,7 @@ TEST_F(CameraView, DragsMoveCelsAndCameraInFramePixels) {
 
 TEST_F(CameraView, OnlyWholeDragsOfTheLeftButtonAreInput) {
     OpenScene();
-    doc->SetLevelCanMove(0);
+    doc->XSheet().SetLevelCanMove(0);
     ShowView();
     const CXSheet before = doc->Model().xsheet;
     Mouse(QEvent::MouseButtonDblClick, {100, 100});
@@ -273,7 +279,7 @@ TEST_F(CameraView, OnlyWholeDragsOfTheLeftButtonAreInput) {
 
 TEST_F(CameraView, PanningScrollsAndChangesNothing) {
     OpenScene();
-    doc->SetLevelCanMove(0);
+    doc->XSheet().SetLevelCanMove(0);
     ShowView(50, 40);
     for (int i = 0; i < 5; ++i)
         view->ZoomIn();
@@ -317,23 +323,23 @@ TEST_F(CameraView, ComposesWhenToldOrWhenTheFrameHasChanged) {
     OpenScene();
     ShowView();
     ASSERT_TRUE(WaitUntilShown());
-    const auto picture = doc->GetCameraBitmap();
+    const auto picture = doc->CameraPictures().GetCameraBitmap();
     view->OnUpdate(UpdateHint::Cells);
     view->OnUpdate(UpdateHint::CameraCompose);
     view->OnUpdate(UpdateHint::CameraRedraw);
-    EXPECT_EQ(doc->GetCameraBitmap(), picture) << "nothing to compose";
+    EXPECT_EQ(doc->CameraPictures().GetCameraBitmap(), picture) << "nothing to compose";
     view->OnUpdate(pictureHint);
-    EXPECT_NE(doc->GetCameraBitmap(), picture);
+    EXPECT_NE(doc->CameraPictures().GetCameraBitmap(), picture);
     EXPECT_TRUE(Shows(Composed())) << "the last picture stays meanwhile";
 
     // What sends the redraw alone, as drags do, is followed all the same.
-    doc->SetLevelCanMove(0);
-    doc->StartCamInput();
-    doc->ProcessCamInput(9, 5);
-    doc->SetLevelCanMove(1);
+    doc->XSheet().SetLevelCanMove(0);
+    doc->Camera().StartCamInput();
+    doc->Camera().ProcessCamInput(9, 5);
+    doc->XSheet().SetLevelCanMove(1);
     EXPECT_TRUE(WaitUntilShown());
     prompter.Answer(9);
-    doc->OnAnimationLinecheck(); // to frame 9 and back
+    doc->Camera().CheckLines(); // to frame 9 and back
     EXPECT_TRUE(WaitUntilShown());
 }
 
@@ -348,9 +354,9 @@ TEST_F(CameraView, PicturesAppearDuringAFastDrag) {
     OpenScene();
     ShowView();
     view->ZoomOneToOne();
-    doc->OnCameraAntialias();
+    doc->Camera().ToggleAntialias();
     ASSERT_TRUE(WaitUntilShown());
-    doc->SetLevelCanMove(2);
+    doc->XSheet().SetLevelCanMove(2);
     const QRect inside(100, 100, 100, 20); // away from the marks
     const QImage first = Grab().copy(inside);
     Mouse(QEvent::MouseButtonPress, {100, 100});
@@ -365,7 +371,7 @@ TEST_F(CameraView, PicturesAppearDuringAFastDrag) {
     }
     EXPECT_TRUE(changed);
     Mouse(QEvent::MouseButtonRelease, {400, 300});
-    doc->SetLevelCanMove(1);
+    doc->XSheet().SetLevelCanMove(1);
     EXPECT_TRUE(WaitUntilShown()) << "and the last one is that of the end";
 }
 
@@ -378,16 +384,16 @@ TEST_F(CameraView, MissingFileIsToldOnceAndThePartialPictureShown) {
     EXPECT_TRUE(WaitUntilShown());
     EXPECT_EQ(prompter.TakeMessages(), told);
     // No message at every step of a drag.
-    doc->SetLevelCanMove(2);
-    doc->ProcessCamInput(5, 5);
-    doc->SetLevelCanMove(1);
+    doc->XSheet().SetLevelCanMove(2);
+    doc->Camera().ProcessCamInput(5, 5);
+    doc->XSheet().SetLevelCanMove(1);
     EXPECT_TRUE(WaitUntilShown());
     EXPECT_TRUE(prompter.messages.empty());
     // None at the next frames that show the same file; the scene opened anew says it again.
     view->OnUpdate(pictureHint);
     EXPECT_TRUE(WaitUntilShown());
     EXPECT_TRUE(prompter.messages.empty());
-    ASSERT_TRUE(doc->OpenScene("Test"));
+    ASSERT_TRUE(doc->Scenes().OpenScene("Test"));
     EXPECT_TRUE(QTest::qWaitFor([&] { return !prompter.messages.empty(); }, waitingLimit));
     EXPECT_EQ(prompter.TakeMessages(), told);
 }
@@ -398,9 +404,9 @@ TEST_F(CameraView, AnotherSceneDoesNotShowThePictureOfTheLast) {
     ASSERT_TRUE(WaitUntilShown());
     const CTestScene other(Database(), "Other");
     view->OnUpdate(pictureHint);
-    ASSERT_TRUE(doc->OpenScene("Other"));
+    ASSERT_TRUE(doc->Scenes().OpenScene("Other"));
     EXPECT_EQ(Grab().pixel(Origin() + QPoint(50, 5)), qRgb(0x40, 0x40, 0x40));
-    doc->SetLevelCanMove(1);
+    doc->XSheet().SetLevelCanMove(1);
     EXPECT_TRUE(WaitUntilShown());
 }
 
@@ -411,7 +417,8 @@ TEST_F(CameraView, MayDieWhileAPictureIsComposed) {
         ShowView();
         view->OnUpdate(pictureHint);
         view.reset();
-        EXPECT_TRUE(QTest::qWaitFor([&] { return doc->GetCameraBitmap() != nullptr; }, waitingLimit));
+        EXPECT_TRUE(
+            QTest::qWaitFor([&] { return doc->CameraPictures().GetCameraBitmap() != nullptr; }, waitingLimit));
     }
 }
 
@@ -419,19 +426,19 @@ TEST_F(CameraView, MarksStandOverTheCelsAndFollowADrag) {
     OpenScene();
     ShowView();
     ASSERT_TRUE(WaitUntilShown());
-    doc->SetLevelCanMove(0);
+    doc->XSheet().SetLevelCanMove(0);
     const auto isWhite = [&](CPoint frame) {
         return Grab().pixel(Origin() + QPoint(frame.x, CTestScene::height - frame.y)) == qRgb(255, 255, 255);
     };
     EXPECT_TRUE(isWhite({10, 34})) << "the handle of the upper left corner";
     EXPECT_TRUE(isWhite({20, 24})) << "the centre";
-    doc->ProcessCamInput(6, 9);
+    doc->Camera().ProcessCamInput(6, 9);
     EXPECT_TRUE(isWhite({16, 43}));
     EXPECT_FALSE(isWhite({10, 34}));
 
     const QImage without = Grab();
     prompter.Answer(0);
-    doc->OnCameraMotionpathsetup();
+    doc->Camera().ChooseMotionPaths();
     EXPECT_NE(Grab(), without);
     EXPECT_TRUE(prompter.messages.empty());
 }
@@ -445,9 +452,9 @@ TEST_F(CameraView, CursorTellsWhatADragDoes) {
     EXPECT_TRUE(cursorIs("cursor-none"));
     OpenScene();
     EXPECT_TRUE(cursorIs("cursor-move"));
-    doc->OnCameraRotatemode();
+    doc->Camera().SetMode(InputMode::Rotate);
     EXPECT_TRUE(cursorIs("cursor-rotate"));
-    doc->OnCameraZoommode();
+    doc->Camera().SetMode(InputMode::Zoom);
     EXPECT_TRUE(cursorIs("cursor-zoom"));
     view->TogglePan();
     EXPECT_TRUE(cursorIs("cursor-pan"));

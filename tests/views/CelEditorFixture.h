@@ -2,6 +2,9 @@
 
 #include "DocumentFixture.h"
 #include "RandomImages.h"
+#include "scene/AssetOperations.h"
+#include "scene/SceneLifecycle.h"
+#include "scene/SceneModel.h"
 
 #include <QApplication>
 #include <QMouseEvent>
@@ -22,7 +25,7 @@ protected:
         NewScene("Test");
         const CScenePaths paths = doc->Model().Paths();
         static_cast<void>(CreateFolder(paths.CelFolder("A")));
-        doc->SetFolderName("A");
+        doc->Scenes().SetFolderName("A");
         CCelImg cel = RandomCel(m_random, width, height);
         Sprinkle(cel, m_random, 20);
         cel.SetFilePath(paths.CelFile("A", "1"));
@@ -34,14 +37,14 @@ protected:
     }
 
     void EditCel() {
-        doc->SetSourceMode(SourceMode::Cels);
-        doc->EditCel("1");
-        ASSERT_EQ(doc->EditedImage().GetLoadState(), LoadState::Cel);
+        doc->Scenes().SetSourceMode(SourceMode::Cels);
+        doc->Assets().EditCel("1");
+        ASSERT_EQ(doc->Model().celImg.GetLoadState(), LoadState::Cel);
     }
     void EditPicture() {
-        doc->SetSourceMode(SourceMode::Pictures);
-        doc->EditCel("back");
-        ASSERT_EQ(doc->EditedImage().GetLoadState(), LoadState::Picture);
+        doc->Scenes().SetSourceMode(SourceMode::Pictures);
+        doc->Assets().EditCel("back");
+        ASSERT_EQ(doc->Model().celImg.GetLoadState(), LoadState::Picture);
     }
 
     static void Mouse(QWidget& widget, QEvent::Type type, QPoint at, Qt::MouseButton button,

@@ -1,6 +1,9 @@
 #include "views/cel/CelFrame.h"
 #include "CelEditorFixture.h"
 #include "qt/ModalDriver.h"
+#include "scene/AssetOperations.h"
+#include "scene/PaletteOperations.h"
+#include "scene/SceneModel.h"
 #include "scene/Settings.h"
 #include "views/cel/CelCaption.h"
 #include "views/cel/CelView.h"
@@ -45,35 +48,35 @@ protected:
 TEST_F(CelFrameTest, TheColorListChoosesAndEdits) {
     ASSERT_EQ(Colors().count(), 3);
     Click(1);
-    EXPECT_EQ(doc->GetFGColor(), (CColor{255, 255, 255, 255}));
+    EXPECT_EQ(doc->Model().paint.foreground, (CColor{255, 255, 255, 255}));
     Click(2, Qt::RightButton);
-    EXPECT_EQ(doc->GetBGColor(), (CColor{128, 128, 128, 0}));
+    EXPECT_EQ(doc->Model().paint.background, (CColor{128, 128, 128, 0}));
     EXPECT_EQ(Colors().Current(), 1) << "the right button leaves the selection";
     prompter.Answer(CColorValues{"Sky", {200, 100, 50, 255}});
     Get<QToolButton>("Add Color").click();
     ASSERT_EQ(Colors().count(), 4);
     EXPECT_EQ(Colors().Current(), 3);
     EXPECT_EQ(SwatchOf(3), (CColor{200, 100, 50, 255}));
-    EXPECT_EQ(doc->GetFGColor(), (CColor{200, 100, 50, 255})) << "a new color is there to paint with";
+    EXPECT_EQ(doc->Model().paint.foreground, (CColor{200, 100, 50, 255})) << "a new color is there to paint with";
     prompter.Answer(CColorValues{"Night", {80, 10, 20, 255}});
     QTest::mouseDClick(Colors().viewport(), Qt::LeftButton, {}, Colors().visualItemRect(Colors().item(3)).center());
     EXPECT_EQ(Colors().item(3)->text(), "Night");
     EXPECT_EQ(SwatchOf(3), (CColor{80, 10, 20, 255}));
-    EXPECT_EQ(doc->GetFGColor(), (CColor{80, 10, 20, 255})) << "follows its entry";
+    EXPECT_EQ(doc->Model().paint.foreground, (CColor{80, 10, 20, 255})) << "follows its entry";
     prompter.Answer(CColorValues{"Dusk", {81, 10, 20, 255}});
     Get<QToolButton>("Edit Color").click();
-    EXPECT_EQ(doc->GetColorName(3), "Dusk");
+    EXPECT_EQ(doc->Palette().GetColorName(3), "Dusk");
     prompter.confirmations = {false};
     Get<QToolButton>("Delete Color").click();
-    EXPECT_EQ(doc->GetColorCount(), 4) << "asked first";
+    EXPECT_EQ(doc->Model().palette.Count(), 4) << "asked first";
     Get<QToolButton>("Delete Color").click();
-    EXPECT_EQ(doc->GetColorCount(), 3);
+    EXPECT_EQ(doc->Model().palette.Count(), 3);
     EXPECT_EQ(Colors().Current(), 2);
-    EXPECT_EQ(doc->GetFGColor(), doc->GetColor(2)) << "what is lit paints";
+    EXPECT_EQ(doc->Model().paint.foreground, doc->Palette().GetColor(2)) << "what is lit paints";
     Colors().setCurrentRow(0); // with the keyboard
     QTest::keyClick(&Colors(), Qt::Key_Delete);
     EXPECT_EQ(Colors().Current(), 1);
-    EXPECT_EQ(doc->GetFGColor(), doc->GetColor(1)) << "what is lit paints";
+    EXPECT_EQ(doc->Model().paint.foreground, doc->Palette().GetColor(1)) << "what is lit paints";
     for (int i = 0; i < 2; ++i)
         QTest::keyClick(&Colors(), Qt::Key_Delete);
     EXPECT_EQ(Colors().count(), 0);
@@ -96,7 +99,7 @@ TEST_F(CelFrameTest, SwatchesShowTheColorInABlackFrame) {
 }
 
 TEST_F(CelFrameTest, TransparentColorsHaveTheSameSignEverywhere) {
-    const CColor trans = doc->GetColor(2);
+    const CColor trans = doc->Palette().GetColor(2);
     const auto isSigned = [](const QImage& image, const QRect& area) {
         int checks = 0;
         for (int x = area.center().x(); x < area.right(); ++x)
@@ -122,7 +125,7 @@ TEST_F(CelFrameTest, TheToolRowTellsWhatIsShown) {
     QWidget& canvas = *frame.View().viewport();
     Drag(canvas, canvas.rect().center(), canvas.rect().center(), canvas.rect().center());
     EXPECT_EQ(caption.Text(), "50 %   A / 1 *   100 x 80 pixels");
-    doc->OnCelUpdatecamera();
+    doc->Assets().UpdateCamera();
     EXPECT_EQ(caption.Text(), "50 %   A / 1   100 x 80 pixels") << "saved";
     EditPicture();
     EXPECT_EQ(caption.Text(), "100 %   Picture back   100 x 80 pixels");
@@ -130,9 +133,9 @@ TEST_F(CelFrameTest, TheToolRowTellsWhatIsShown) {
 
 TEST_F(CelFrameTest, ToolBrushPenAndModeComeBackAtTheNextStart) {
     frame.View().SetTool(CelTool::LineBrush);
-    doc->SetBrush(4);
-    doc->SetPen(3);
-    doc->SetBucketMode(2);
+    doc->Palette().SetBrush(4);
+    doc->Palette().SetPen(3);
+    doc->Palette().SetBucketMode(2);
     CVelmorltDoc next(prompter, profile, {folder.Path(), folder / "data"});
     CCelFrame nextFrame(next, prompter, profile, {});
     EXPECT_EQ(nextFrame.View().Tool(), CelTool::LineBrush);
@@ -173,9 +176,9 @@ TEST_F(CelFrameTest, BrushesPensAndModesFollowTheDocumentAndSetIt) {
         Get<QRadioButton>(qPrintable(QString("bucketMode%1").arg(mode))).click();
         EXPECT_EQ(doc->Model().paint.bucketMode, mode);
     }
-    doc->SetBrush(2);
-    doc->SetPen(1);
-    doc->SetBucketMode(2);
+    doc->Palette().SetBrush(2);
+    doc->Palette().SetPen(1);
+    doc->Palette().SetBucketMode(2);
     EXPECT_TRUE(Get<QRadioButton>("brush3").isChecked());
     EXPECT_FALSE(Get<QRadioButton>("brush6").isChecked());
     EXPECT_FALSE(Get<QCheckBox>("brushRectangle").isChecked());
@@ -198,9 +201,9 @@ TEST_F(CelFrameTest, APictureHasNoPensAndNoBucket) {
 
 TEST_F(CelFrameTest, UpdateCameraSavesTheImage) {
     EditCel();
-    doc->EditedImage().SetModified(true);
+    EditedImage().SetModified(true);
     Get<QToolButton>("updateCamera").click();
-    EXPECT_FALSE(doc->EditedImage().IsModified());
+    EXPECT_FALSE(doc->Model().celImg.IsModified());
 }
 
 TEST_F(CelFrameTest, APaneMayBeAsLowAsTwentyPixels) {

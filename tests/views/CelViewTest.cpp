@@ -4,6 +4,9 @@
 #include "image/paint/Fill.h"
 #include "image/paint/Tools.h"
 #include "scene/DialogRequests.h"
+#include "scene/PaletteOperations.h"
+#include "scene/SceneLifecycle.h"
+#include "scene/SceneModel.h"
 #include "scene/ViewList.h"
 
 #include <QKeyEvent>
@@ -63,14 +66,14 @@ protected:
         QApplication::processEvents();
     }
 
-    CCelImg& Image() { return doc->EditedImage(); }
+    CCelImg& Image() { return EditedImage(); }
     CPoint Scroll() { return {view.horizontalScrollBar()->value(), view.verticalScrollBar()->value()}; }
     void ExpectImage(const CCelImg& expected, const char* what) { EXPECT_TRUE(AreSame(Image(), expected)) << what; }
     void Choose(CelTool tool, int brush, int bucketMode) {
         view.SetTool(tool);
-        doc->SetBrush(brush);
-        doc->SetPen(2);
-        doc->SetBucketMode(bucketMode);
+        doc->Palette().SetBrush(brush);
+        doc->Palette().SetPen(2);
+        doc->Palette().SetBucketMode(bucketMode);
     }
 
     CCelView view;
@@ -115,8 +118,8 @@ const CToolCase toolCases[] = {
 };
 
 TEST_F(CelViewTest, EveryToolPaintsWhatItsOperationPaints) {
-    doc->SetFGColorValue(MakeColorRef(200, 30, 40));
-    doc->SetBGColorValue(MakeColorRef(10, 220, 90));
+    doc->Palette().SetFGColorValue(MakeColorRef(200, 30, 40));
+    doc->Palette().SetBGColorValue(MakeColorRef(10, 220, 90));
     for (const CToolCase& toolCase : toolCases) {
         EditCel();
         Image().SetLine(from.x, from.y, false);
@@ -124,7 +127,7 @@ TEST_F(CelViewTest, EveryToolPaintsWhatItsOperationPaints) {
         Image().SetModified(false);
         Choose(toolCase.tool, toolCase.brush, toolCase.bucketMode);
         CCelImg expected = Image();
-        toolCase.paint(expected, doc->GetFGColor(), doc->GetBGColor());
+        toolCase.paint(expected, doc->Model().paint.foreground, doc->Model().paint.background);
         const auto point = [](CPoint pixel) { return QPoint(20 + pixel.x, 20 + height - pixel.y); };
         Drag(client, point(from), point(over), point(to));
         ExpectImage(expected, toolCase.name);
@@ -264,7 +267,7 @@ TEST_F(CelViewTest, WhatIsRepaintedIsTheWholeTruth) {
             };
             const CToolCase& toolCase = toolCases[round % std::size(toolCases)];
             Choose(toolCase.tool, toolCase.brush < 0 ? -1 : RandomBetween(m_random, 0, 5), toolCase.bucketMode);
-            doc->SetFGColorValue(static_cast<ColorRef>(m_random() & 0xffffff));
+            doc->Palette().SetFGColorValue(static_cast<ColorRef>(m_random() & 0xffffff));
             Press(client, point());
             for (int i = 0; i < 3; ++i) {
                 Move(client, point());
@@ -314,18 +317,18 @@ TEST_F(CelViewTest, PickTakesTheColourShown) {
     view.Pick();
     Drag(client, {60, 60}, {50, 50}, {30, 20});
     EXPECT_EQ(view.PendingPick(), CelPick::Nothing);
-    EXPECT_EQ(doc->GetFGColor(), (CColor{10, 20, 30, 255}));
+    EXPECT_EQ(doc->Model().paint.foreground, (CColor{10, 20, 30, 255}));
     view.Pick();
     Release(client, {31, 20});
-    EXPECT_EQ(doc->GetFGColor(), (CColor{255, 255, 255, 255})) << "the grid";
+    EXPECT_EQ(doc->Model().paint.foreground, (CColor{255, 255, 255, 255})) << "the grid";
     view.Pick();
     QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
     QApplication::sendEvent(&view, &escape);
     Release(client, {30, 20});
-    EXPECT_EQ(doc->GetFGColor(), (CColor{255, 255, 255, 255})) << "called off";
+    EXPECT_EQ(doc->Model().paint.foreground, (CColor{255, 255, 255, 255})) << "called off";
     view.Pick();
     Release(client, {5, 5});
-    EXPECT_EQ(doc->GetFGColor(), (CColor{72, 72, 72, 255})) << "the margin";
+    EXPECT_EQ(doc->Model().paint.foreground, (CColor{72, 72, 72, 255})) << "the margin";
     ExpectImage(before, "picking");
 }
 
@@ -370,7 +373,7 @@ TEST_F(CelViewTest, WhatIsDraggedOutStaysWithTheImage) {
     view.horizontalScrollBar()->setValue(0);
     view.verticalScrollBar()->setValue(0);
     CCelImg expected = Image();
-    DrawLineBrushRect(expected, 10, 25, height - 30, height - 5, doc->GetFGColor());
+    DrawLineBrushRect(expected, 10, 25, height - 30, height - 5, doc->Model().paint.foreground);
     Press(client, {40, 20});
     Move(client, {60, 60});
     view.verticalScrollBar()->setValue(80);
@@ -405,7 +408,7 @@ TEST_F(CelViewTest, CursorsTellWhatTheMouseDoes) {
     EXPECT_EQ(drawing(), pan);
     Release(client, {50, 50}, Qt::MiddleButton);
     EXPECT_EQ(drawing(), pen);
-    doc->SetFolderName("");
+    doc->Scenes().SetFolderName("");
     doc->Views().UpdateAllViews(UpdateHint::AssetLists);
     EXPECT_EQ(client.cursor().shape(), Qt::ArrowCursor);
 }
@@ -418,7 +421,7 @@ TEST_F(CelViewTest, GridSettingsAreWrittenAndShownAtOnce) {
     empty.size = 0;
     prompter.Answer(empty);
     prompter.Answer(grid);
-    view.OnCelSettings();
+    view.EditGrid();
     EXPECT_EQ(prompter.TakeMessages().size(), 1u);
     EXPECT_EQ(ReadGridSettings(profile).size, 7);
     EXPECT_EQ(ReadGridSettings(profile).color1, grid.color1);

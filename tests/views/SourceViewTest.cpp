@@ -4,6 +4,10 @@
 #include "platform/files/Files.h"
 #include "qt/ModalDriver.h"
 #include "qt/PaletteChange.h"
+#include "scene/AssetOperations.h"
+#include "scene/SceneLifecycle.h"
+#include "scene/SceneModel.h"
+#include "scene/XSheetOperations.h"
 #include "views/Text.h"
 
 #include <QComboBox>
@@ -34,7 +38,7 @@ protected:
         for (const std::string& cel : cels)
             MakeCel("Cat", cel);
         MakeCel("Dog", "1");
-        doc->SetFolderName("Cat");
+        doc->Scenes().SetFolderName("Cat");
     }
     void MakeCel(const std::string& celFolder, const std::string& cel) {
         ASSERT_TRUE(CreateFolder(doc->Model().Paths().CelFolder(celFolder)));
@@ -119,16 +123,16 @@ TEST_F(SourceViewTest, RowsThatLookTheSameStandForTheirOwnFiles) {
         EXPECT_EQ(view->DragData()->data(CSourceView::dragType).toStdString(), title + '\n');
         EXPECT_TRUE(List().currentIndex().data(Qt::ToolTipRole).toString().contains(ToQt("<b>" + title + "</b>")));
         QTest::keyClick(&List(), Qt::Key_Return);
-        EXPECT_EQ(doc->EditedImage().FilePath(), doc->Model().Paths().CelFile("Cat", title));
+        EXPECT_EQ(doc->Model().celImg.FilePath(), doc->Model().Paths().CelFile("Cat", title));
     }
     ClickRow(0);
-    doc->DropCels(0, 0, 1, false);
-    EXPECT_EQ(doc->GetXsheetData(0, 0), "Cat007");
-    doc->OnAssetsDeleteassets();
+    doc->XSheet().DropCels(0, 0, 1, false);
+    EXPECT_EQ(doc->XSheet().GetXsheetData(0, 0), "Cat007");
+    doc->Assets().DeleteSelected();
     EXPECT_EQ(Listed(), Names{"7"});
     EXPECT_TRUE(FileExists(doc->Model().Paths().CelFile("Cat", "7")));
     EXPECT_TRUE(DocumentSelection().empty());
-    EXPECT_EQ(doc->GetXsheetData(0, 0), "");
+    EXPECT_EQ(doc->XSheet().GetXsheetData(0, 0), "");
 }
 
 TEST_F(SourceViewTest, ShowsNothingWithoutAScene) {
@@ -154,7 +158,7 @@ TEST_F(SourceViewTest, AnotherFolderClearsTheSelection) {
     ClickRow(0);
     ASSERT_EQ(DocumentSelection(), Names{"1"});
     ChooseFolder("Dog");
-    EXPECT_EQ(doc->GetFolderName(), "Dog");
+    EXPECT_EQ(doc->Scenes().GetFolderName(), "Dog");
     EXPECT_EQ(Listed(), Names{"1"});
     EXPECT_TRUE(DocumentSelection().empty());
     EXPECT_FALSE(List().selectionModel()->hasSelection()) << "a cel of the same name stands there too";
@@ -168,7 +172,7 @@ TEST_F(SourceViewTest, NewFolderIsMadeOrGivenUp) {
     EXPECT_EQ(Folders().currentText(), "Cat");
     prompter.Answer(std::string("Bird"));
     ChooseFolder("<New Folder>");
-    EXPECT_EQ(doc->GetFolderName(), "Bird");
+    EXPECT_EQ(doc->Scenes().GetFolderName(), "Bird");
     EXPECT_EQ(Folders().currentText(), "Bird");
     EXPECT_EQ(ListedFolders(), (Names{"Bird", "Cat", "Dog", "<New Folder>"}));
     EXPECT_TRUE(prompter.AllAnswersTaken());
@@ -180,7 +184,7 @@ TEST_F(SourceViewTest, OneModeIsCheckedAndListed) {
     ShowView();
     ClickRow(0);
     QTest::mouseClick(&Child<QToolButton>(*view, "pictures"), Qt::LeftButton);
-    EXPECT_EQ(doc->GetSourceMode(), SourceMode::Pictures);
+    EXPECT_EQ(doc->Model().sourceMode, SourceMode::Pictures);
     EXPECT_EQ(CheckedModes(), "PIC");
     EXPECT_EQ(Listed(), Names{"sky"});
     EXPECT_TRUE(DocumentSelection().empty());
@@ -190,7 +194,7 @@ TEST_F(SourceViewTest, OneModeIsCheckedAndListed) {
     ClickRow(0);
     QTest::mouseClick(&Child<QToolButton>(*view, "sounds"), Qt::LeftButton);
     EXPECT_EQ(CheckedModes(), "SND");
-    doc->SetSourceMode(SourceMode::Cels);
+    doc->Scenes().SetSourceMode(SourceMode::Cels);
     EXPECT_EQ(CheckedModes(), "CEL");
     EXPECT_EQ(Listed(), Names{"1"});
 }
@@ -213,10 +217,10 @@ TEST_F(SourceViewTest, OpensByDoubleClickAndReturn) {
     ShowView();
     ClickRow(1);
     QTest::mouseDClick(List().viewport(), Qt::LeftButton, {}, PlaceOf(1));
-    EXPECT_EQ(doc->EditedImage().FilePath(), doc->Model().Paths().CelFile("Cat", "2"));
+    EXPECT_EQ(doc->Model().celImg.FilePath(), doc->Model().Paths().CelFile("Cat", "2"));
     ClickRow(0);
     QTest::keyClick(&List(), Qt::Key_Return);
-    EXPECT_EQ(doc->EditedImage().FilePath(), doc->Model().Paths().CelFile("Cat", "1"));
+    EXPECT_EQ(doc->Model().celImg.FilePath(), doc->Model().Paths().CelFile("Cat", "1"));
     EXPECT_TRUE(prompter.messages.empty());
 }
 
@@ -300,7 +304,7 @@ TEST_F(SourceViewTest, RenamedAssetStaysSelected) {
     ShowView();
     ClickRow(0);
     prompter.Answer(std::string("9"));
-    doc->OnAssetsRenamecel();
+    doc->Assets().RenameSelected();
     EXPECT_EQ(Listed(), (Names{"2", "3", "9"}));
     EXPECT_EQ(List().currentIndex().data(), "9");
     EXPECT_TRUE(List().selectionModel()->isSelected(List().currentIndex()));
@@ -311,10 +315,10 @@ TEST_F(SourceViewTest, ANewCelIsSelectedWhateverWasListed) {
     OpenScene({"1", "2"});
     MakePicture("sky");
     ShowView();
-    doc->SetSourceMode(SourceMode::Pictures);
+    doc->Scenes().SetSourceMode(SourceMode::Pictures);
     ClickRow(0);
     prompter.Answer(CNewCelValues{"3", {20, 10}});
-    doc->OnAssetsNewcel();
+    doc->Assets().NewCel();
     EXPECT_EQ(Listed(), (Names{"1", "2", "3"}));
     EXPECT_EQ(DocumentSelection(), Names{"3"});
     EXPECT_EQ(List().currentIndex().data(), "3");
@@ -326,7 +330,7 @@ TEST_F(SourceViewTest, DeletedAssetsLeaveTheSelection) {
     ShowView();
     ClickRow(0);
     ClickRow(1, Qt::ShiftModifier);
-    doc->OnAssetsDeleteassets();
+    doc->Assets().DeleteSelected();
     EXPECT_EQ(Listed(), Names{"3"});
     EXPECT_TRUE(DocumentSelection().empty());
     EXPECT_FALSE(List().selectionModel()->hasSelection());
@@ -428,9 +432,9 @@ TEST_F(SourceViewTest, RowsShowWhatIsDrawnWhenAsked) {
     }));
     EXPECT_EQ(middleOf(2), QColor(Qt::red));
 
-    doc->SetSourceMode(SourceMode::Sounds);
+    doc->Scenes().SetSourceMode(SourceMode::Sounds);
     view->ShowThumbnails(false);
-    doc->SetSourceMode(SourceMode::Cels);
+    doc->Scenes().SetSourceMode(SourceMode::Cels);
     EXPECT_EQ(List().visualRect(List().model()->index(0, 0)).height(), height);
     EXPECT_NE(middleOf(0), color);
 }

@@ -2,7 +2,12 @@
 #include "DocumentFixture.h"
 #include "TestScene.h"
 #include "qt/PaletteChange.h"
+#include "scene/CameraOperations.h"
+#include "scene/CellOperations.h"
+#include "scene/SceneLifecycle.h"
+#include "scene/SceneModel.h"
 #include "scene/Settings.h"
+#include "scene/XSheetOperations.h"
 #include "views/source/SourceView.h"
 
 #include <QDropEvent>
@@ -32,7 +37,7 @@ protected:
         CTestScene scene(Database());
         scene.data.xsheet.SetFrameCount(frames);
         scene.Save();
-        static_cast<void>(doc->OpenScene("Test"));
+        static_cast<void>(doc->Scenes().OpenScene("Test"));
         view = std::make_unique<CXSheetView>(*doc, prompter);
         Show({30 + 5 * 80 + 140, 40 + 10 * 20});
         TakeHints();
@@ -85,12 +90,12 @@ protected:
         QCoreApplication::processEvents();
     }
     void SelectAssets(SourceMode mode, std::vector<std::string> names) {
-        doc->SetSourceMode(mode);
-        doc->SetSourceSelection(std::move(names));
+        doc->Scenes().SetSourceMode(mode);
+        doc->Scenes().SetSourceSelection(std::move(names));
     }
 
     static QPoint At(int level, int frame) { return {30 + 80 * level + 40, 40 + 20 * frame + 10}; }
-    CSheetCell Cursor() const { return {doc->GetCursorX(), doc->GetCursorY()}; }
+    CSheetCell Cursor() const { return {doc->Model().cursorLevel, doc->Model().cursorFrame}; }
     CXSheetSelection Selection() const { return doc->Model().selection; }
     std::string Cel(int level, int frame) const { return doc->Model().xsheet.Cell(level, frame).CelName(); }
 
@@ -197,10 +202,10 @@ TEST_F(XSheetViewTest, HeaderButtonsActOnRelease) {
     EXPECT_EQ(doc->Model().xsheet.Cell(0, 0).BlurX(), 5);
 
     Click({30 + 80 + 40, 19});
-    EXPECT_TRUE(doc->GetLevelSmoothed(1));
+    EXPECT_TRUE(doc->XSheet().GetLevelSmoothed(1));
     EXPECT_FALSE(doc->Model().moveSelection.IsCameraSelected());
     Click({30 + 2 * 80 + 60, 10});
-    EXPECT_TRUE(doc->GetLevelSmoothed(1)) << "a number is no button";
+    EXPECT_TRUE(doc->XSheet().GetLevelSmoothed(1)) << "a number is no button";
     Click({30 + 5 * 80 + 10, 10});
     EXPECT_TRUE(doc->Model().moveSelection.IsCameraSelected());
     EXPECT_EQ(Cursor(), (CSheetCell{0, 0}));
@@ -217,10 +222,10 @@ TEST_F(XSheetViewTest, DoubleClicksEditTheCelOrTheCamera) {
 
     prompter.Answer(CCameraForm{11, 0, 100, {}});
     QTest::mouseDClick(Port(), Qt::LeftButton, {}, {30 + 5 * 80 + 40, At(0, 3).y()});
-    EXPECT_EQ(doc->GetCamPosX(3), 11);
+    EXPECT_EQ(doc->Camera().GetCamPosX(3), 11);
     DragTo(At(1, 9));
     EXPECT_EQ(Selection().lastFrame, 3) << "no drag is left over";
-    EXPECT_EQ(doc->GetCursorX(), 2) << "the level nearest to the camera";
+    EXPECT_EQ(doc->Model().cursorLevel, 2) << "the level nearest to the camera";
 
     QTest::mouseDClick(Port(), Qt::LeftButton, Qt::ControlModifier, At(0, 6));
     EXPECT_EQ(doc->Model().celImg.FilePath(), SceneFolder("Test") / "A" / "2.bit");
@@ -258,9 +263,9 @@ TEST_F(XSheetViewTest, ARightClickChoosesWhatItsMenuIsAbout) {
 
     EXPECT_EQ(open({30 + 2 * 80 + 40, 30}), 1);
     EXPECT_EQ(Selection(), (CXSheetSelection{2, 2, 0, 99}));
-    EXPECT_EQ(doc->GetCursorX(), 2);
+    EXPECT_EQ(doc->Model().cursorLevel, 2);
     EXPECT_EQ(open({30 + 5 * 80 + 40, At(0, 7).y()}), 2);
-    EXPECT_EQ(doc->GetCursorY(), 0) << "a frame of the selected column";
+    EXPECT_EQ(doc->Model().cursorFrame, 0) << "a frame of the selected column";
     Click(At(2, 1));
     EXPECT_EQ(open({30 + 5 * 80 + 40, At(0, 7).y()}), 2);
     EXPECT_EQ(Cursor(), (CSheetCell{2, 7}));
@@ -283,9 +288,9 @@ TEST_F(XSheetViewTest, KeysMoveTheCursorAndKeepItInView) {
     EXPECT_EQ(Cursor().frame, 99);
     EXPECT_EQ(view->Geometry().firstFrame, 90);
     prompter.Answer(31);
-    doc->OnAnimationLinecheck();
+    doc->Camera().CheckLines();
     EXPECT_EQ(view->Geometry().firstFrame, 90) << "back at the frame before the check";
-    doc->SetCursorY(50);
+    doc->XSheet().SetCursorY(50);
     EXPECT_EQ(view->Geometry().firstFrame, 50);
 }
 
@@ -295,7 +300,7 @@ TEST_F(XSheetViewTest, TheWheelScrollsFramesAndWithShiftLevels) {
     prompter.Answer(std::string("b"));
     prompter.Answer(std::string("c"));
     for (int i = 0; i < 3; ++i)
-        doc->OnXsheetAddlevel();
+        doc->XSheet().AddLevel();
     EXPECT_EQ(view->horizontalScrollBar()->maximum(), 1);
     // The bar has taken some of the height.
     EXPECT_EQ(view->verticalScrollBar()->maximum(), view->Geometry().MostFirstFrame());
@@ -309,10 +314,10 @@ TEST_F(XSheetViewTest, TheWheelScrollsFramesAndWithShiftLevels) {
     EXPECT_EQ(view->Geometry().firstLevel, 0);
     turn(Qt::ShiftModifier);
     EXPECT_EQ(view->Geometry().firstLevel, 1);
-    doc->SetCursorX(0);
+    doc->XSheet().SetCursorX(0);
     EXPECT_EQ(view->Geometry().firstLevel, 1) << "the cursor has not moved";
-    doc->SetCursorX(1);
-    doc->SetCursorX(0);
+    doc->XSheet().SetCursorX(1);
+    doc->XSheet().SetCursorX(0);
     EXPECT_EQ(view->Geometry().firstLevel, 0);
     Click({30 + 5 * 80 + 100, 50});
     EXPECT_EQ(Cursor().level, 5);
@@ -321,7 +326,7 @@ TEST_F(XSheetViewTest, TheWheelScrollsFramesAndWithShiftLevels) {
 
 TEST_F(XSheetViewTest, DroppedCelsLandUnderTheMouse) {
     Open();
-    doc->SetFolderName("A");
+    doc->Scenes().SetFolderName("A");
     SelectAssets(SourceMode::Cels, {"1", "2"});
     view->verticalScrollBar()->setValue(20);
     prompter.Answer(0);
@@ -371,9 +376,9 @@ TEST_F(XSheetViewTest, AssetsHeldNearAnEdgeScroll) {
 TEST_F(XSheetViewTest, OnlyWhatChangedIsPainted) {
     Open();
     TakePainted();
-    doc->SetSelStartY(4);
-    doc->SetSelEndY(4);
-    doc->SetCursorY(4);
+    doc->XSheet().SetSelStartY(4);
+    doc->XSheet().SetSelEndY(4);
+    doc->XSheet().SetCursorY(4);
     const QRegion moved = TakePainted();
     EXPECT_TRUE(moved.contains(At(0, 0)));
     EXPECT_TRUE(moved.contains(At(0, 4)));
@@ -385,8 +390,8 @@ TEST_F(XSheetViewTest, OnlyWhatChangedIsPainted) {
         view->OnUpdate(hint);
     EXPECT_TRUE(TakePainted().isEmpty());
 
-    doc->SelectCamera();
-    doc->SetLevelCanMove(2);
+    doc->XSheet().SelectCamera();
+    doc->XSheet().SetLevelCanMove(2);
     const QRegion header = TakePainted();
     EXPECT_TRUE(header.contains(QPoint(30 + 2 * 80 + 50, 10)));
     EXPECT_TRUE(header.contains(QPoint(30 + 5 * 80 + 10, 10)));
@@ -394,7 +399,7 @@ TEST_F(XSheetViewTest, OnlyWhatChangedIsPainted) {
 
     // The effects of a cell are told with the camera's picture alone.
     prompter.Answer(30.0);
-    doc->OnXSheetDoTrans(0);
+    doc->Cells().OnXSheetDoTrans(0);
     EXPECT_TRUE(TakePainted().contains(At(0, 4)));
 
     view->verticalScrollBar()->setValue(1);
@@ -411,10 +416,10 @@ TEST_F(XSheetViewTest, WhatWasMovedAndPaintedInPartsLooksLikeWhatIsPaintedWhole)
     };
     view->verticalScrollBar()->setValue(7);
     expectSame("scrolling down");
-    doc->SetCursorY(3);
+    doc->XSheet().SetCursorY(3);
     expectSame("scrolling to a cursor that has moved");
-    doc->SetLevelCanMove(1);
-    doc->SetSelEndY(9);
+    doc->XSheet().SetLevelCanMove(1);
+    doc->XSheet().SetSelEndY(9);
     view->verticalScrollBar()->setValue(1);
     expectSame("scrolling with changes not yet painted");
     SelectAssets(SourceMode::Cels, {"1", "2"});
@@ -423,12 +428,12 @@ TEST_F(XSheetViewTest, WhatWasMovedAndPaintedInPartsLooksLikeWhatIsPaintedWhole)
     expectSame("scrolling under dragged assets");
     for (int i = 0; i < 4; ++i) {
         prompter.Answer(std::string("more"));
-        doc->OnXsheetAddlevel();
+        doc->XSheet().AddLevel();
     }
     view->horizontalScrollBar()->setValue(2);
     expectSame("scrolling to the right");
-    doc->SetCursorX(0);
-    doc->SetCursorY(80);
+    doc->XSheet().SetCursorX(0);
+    doc->XSheet().SetCursorY(80);
     expectSame("scrolling both ways");
     EXPECT_EQ(view->Geometry(), view->Geometry().Showing({0, 80}));
     EXPECT_EQ(view->horizontalScrollBar()->value(), 0);
@@ -440,7 +445,7 @@ TEST_F(XSheetViewTest, StructureChangesTheScrollBars) {
     EXPECT_EQ(view->horizontalScrollBar()->maximum(), 0);
     view->verticalScrollBar()->setValue(91);
     prompter.Answer(60);
-    doc->OnXsheetDeleteframes();
+    doc->XSheet().DeleteFrames();
     EXPECT_EQ(view->verticalScrollBar()->maximum(), 31);
     EXPECT_EQ(view->Geometry().firstFrame, 31);
     EXPECT_EQ(TakePainted().boundingRect(), Port()->rect());
@@ -469,9 +474,9 @@ TEST_F(XSheetViewTest, WithoutASceneThereIsNothingToDo) {
 
 TEST_F(XSheetViewTest, CellsHaveTheColoursOfCursorAndSelection) {
     Open();
-    doc->SetSelEndX(1);
-    doc->SetSelEndY(2);
-    doc->SetCursorY(0);
+    doc->XSheet().SetSelEndX(1);
+    doc->XSheet().SetSelEndY(2);
+    doc->XSheet().SetCursorY(0);
     const QImage image = Port()->grab().toImage();
     const auto colourOf = [&](int level, int frame) { return image.pixelColor(At(level, frame) - QPoint(38, 8)); };
     EXPECT_EQ(colourOf(0, 0), QColor(128, 255, 128));
@@ -482,9 +487,9 @@ TEST_F(XSheetViewTest, CellsHaveTheColoursOfCursorAndSelection) {
 
 TEST_F(XSheetViewTest, CellsAreDimmedAsLongAsTheDesktopIsDark) {
     Open();
-    doc->SetSelEndX(1);
-    doc->SetSelEndY(2);
-    doc->SetCursorY(0);
+    doc->XSheet().SetSelEndX(1);
+    doc->XSheet().SetSelEndY(2);
+    doc->XSheet().SetCursorY(0);
     const auto colours = [this] {
         const QImage image = Port()->grab().toImage();
         std::vector<QColor> seen;

@@ -4,6 +4,7 @@
 #include "app/window/SplashWindow.h"
 #include "app/window/Theme.h"
 #include "platform/files/SystemPaths.h"
+#include "scene/SceneLifecycle.h"
 #include "scene/VelmorltDoc.h"
 #include "views/prompter/QtPrompter.h"
 
@@ -37,7 +38,7 @@ bool CApplication::Start(bool showSplash) {
                                            CDocumentFolders{m_folders.program, m_folders.data, m_folders.trash});
     m_frame = std::make_unique<CMainFrame>(*m_doc, *m_prompter, *m_profile);
     m_prompter->SetParent(*m_frame, m_profile.get());
-    m_doc->ReopenLastScene();
+    m_doc->Scenes().ReopenLastScene();
     m_frame->show();
     AnswerBell();
     return true;

@@ -4,6 +4,7 @@
 #include "platform/files/SystemPaths.h"
 #include "scene/GrabOperations.h"
 #include "scene/Prompter.h"
+#include "scene/SceneModel.h"
 #include "scene/Settings.h"
 #include "scene/VelmorltDoc.h"
 #include "views/capture/CaptureDialog.h"

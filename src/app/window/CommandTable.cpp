@@ -2,9 +2,20 @@
 
 #include "app/window/Capturing.h"
 #include "app/window/MainFrame.h"
+#include "scene/AssetOperations.h"
+#include "scene/AssetTransforms.h"
+#include "scene/CameraOperations.h"
+#include "scene/CellOperations.h"
 #include "scene/CommandState.h"
 #include "scene/FlipbookOperations.h"
+#include "scene/ImportOperations.h"
+#include "scene/MediaOperations.h"
+#include "scene/RenderOperations.h"
+#include "scene/SceneLifecycle.h"
+#include "scene/SceneModel.h"
+#include "scene/SoundOperations.h"
 #include "scene/VelmorltDoc.h"
+#include "scene/XSheetOperations.h"
 #include "views/camera/CameraView.h"
 #include "views/cel/CelView.h"
 #include "views/source/SourceView.h"
@@ -27,7 +38,7 @@ bool Always(const Target&) {
 }
 
 bool HasScene(const Target& target) {
-    return target.doc.IsSceneOpen();
+    return target.doc.Model().sceneOpen;
 }
 bool HasFolder(const Target& target) {
     return target.doc.Model().HasFolder();
@@ -38,9 +49,10 @@ bool When(const Target& target) {
     return State(target.doc.Model());
 }
 
-template<void (CVelmorltDoc::*Operation)()>
-void Doc(Target& target) {
-    (target.doc.*Operation)();
+// A command of one of the document's parts.
+template<auto Part, auto Operation>
+void Do(Target& target) {
+    static_cast<void>(((target.doc.*Part)().*Operation)()); // it has said what went wrong
 }
 template<void (CMainFrame::*Operation)()>
 void Frame(Target& target) {
@@ -57,7 +69,7 @@ void Cel(Target& target) {
 
 template<PaneBar Bar>
 void ToggleBar(Target& target) {
-    target.frame.OnViewPaneBar(Bar);
+    target.frame.TogglePaneBar(Bar);
 }
 template<PaneBar Bar>
 bool HasBar(const Target& target) {
@@ -76,7 +88,12 @@ void Capture(Target& target) {
 
 template<InputMode Mode>
 bool IsMode(const Target& target) {
-    return target.doc.IsSceneOpen() && target.doc.Model().inputMode == Mode;
+    return target.doc.Model().sceneOpen && target.doc.Model().inputMode == Mode;
+}
+
+template<InputMode Mode>
+void SetMode(Target& target) {
+    target.doc.Camera().SetMode(Mode);
 }
 
 bool HasLastFlipbook(const Target& target) {
@@ -87,7 +104,7 @@ bool HasSelectedImages(const Target& target) {
     return CanChangeImages(target.doc.Model());
 }
 bool HasPlacedSounds(const Target& target) {
-    return target.doc.IsSceneOpen() && target.doc.Model().sounds.Count() > 0;
+    return target.doc.Model().sceneOpen && target.doc.Model().sounds.Count() > 0;
 }
 
 template<CelTool Tool>
@@ -101,6 +118,12 @@ bool IsTool(const Target& target) {
 template<CelTool Tool>
 void SetTool(Target& target) {
     target.cel.SetTool(Tool);
+}
+template<CommandId Id, CelTool Tool>
+constexpr CCommand ToolCommand() {
+    constexpr const CPaintTool& tool = ToolOf(Tool);
+    return {Id,           tool.text,     tool.icon, tool.key, tool.status, tool.toolTip, CanUseTool<Tool>,
+            IsTool<Tool>, SetTool<Tool>, celEditor, Focused,  CelTools};
 }
 template<CelPick Kind>
 bool IsPicking(const Target& target) {
@@ -119,101 +142,101 @@ void TogglePick(Target& target) {
 void Undo(Target& target) {
     if (!target.frame.Panes().IsOpen(camera) || !IsUndoInPicture(target.doc.Model()))
         target.frame.ShowPane(sheet);
-    target.doc.OnEditUndo();
+    target.doc.XSheet().Undo();
 }
 void EditFirstSelected(Target& target) {
     // A copy: editing may change the selection.
     const std::string name = target.doc.Model().sourceSelection.front();
-    target.doc.EditCel(name);
+    target.doc.Assets().EditCel(name);
 }
 
 constexpr CCommand commands[] = {
     // File
     {CommandId::FileNewScene, "New Scene", "new-scene", "Ctrl+N", "Creates a new scene in the database",
-     "New Scene", Always, nullptr, Doc<&CVelmorltDoc::OnFileNewscene>},
+     "New Scene", Always, nullptr, Do<&CVelmorltDoc::Scenes, &CSceneLifecycle::NewScene>},
     {CommandId::FileOpenScene, "&Open Scene", "open-scene", "Ctrl+O",
      "Opens an existing scene from default database", "Open Scene", Always, nullptr,
-     Doc<&CVelmorltDoc::OnFileOpenscene>},
+     Do<&CVelmorltDoc::Scenes, &CSceneLifecycle::AskAndOpenScene>},
     {CommandId::FileSceneManager, "Scene &Manager", "scene-manager", "", "Shows the scene manager", "Scene Manager",
-     Always, nullptr, Doc<&CVelmorltDoc::OnFileScenemanager>},
+     Always, nullptr, Do<&CVelmorltDoc::Scenes, &CSceneLifecycle::ManageScenes>},
     {CommandId::FileSceneSettings, "Scene Se&ttings", "scene-settings", "",
      "Changed the global parameters of the current scene", "Scene Settings", HasScene, nullptr,
-     Doc<&CVelmorltDoc::OnFileScenesettings>},
+     Do<&CVelmorltDoc::Scenes, &CSceneLifecycle::EditSceneSettings>},
     {CommandId::FileSaveAll, "Save All", "save-all", "Ctrl+S", "Saves all unsaved in memory data to the database",
-     "Save All", HasScene, nullptr, [](Target& target) { static_cast<void>(target.doc.OnFileSaveall()); }},
+     "Save All", HasScene, nullptr, Do<&CVelmorltDoc::Scenes, &CSceneLifecycle::SaveAll>},
     {CommandId::FileSettings, "&Settings", "settings", "", "General Settings", "", Always, nullptr,
-     Doc<&CVelmorltDoc::OnFileSettings>},
+     Do<&CVelmorltDoc::Scenes, &CSceneLifecycle::ChooseDatabase>},
     {CommandId::FilePrint, "&Print XSheet\tCtrl+P", "print", "Ctrl+P", "Print the active document", "Print",
-     HasScene, nullptr, Frame<&CMainFrame::OnFilePrint>},
+     HasScene, nullptr, Frame<&CMainFrame::PrintXSheet>},
     {CommandId::FilePrintPreview, "Print Pre&view", "print-preview", "", "Display full pages", "Print Preview",
-     HasScene, nullptr, Frame<&CMainFrame::OnFilePrintpreview>},
+     HasScene, nullptr, Frame<&CMainFrame::PreviewPrint>},
     {CommandId::FilePrintSetup, "P&rint Setup...", "print-setup", "", "Change the printer and printing options",
-     "Print Setup", Always, nullptr, Frame<&CMainFrame::OnFilePrintsetup>},
+     "Print Setup", Always, nullptr, Frame<&CMainFrame::SetUpPrinter>},
     {CommandId::FileExit, "E&xit", "exit", "", "Quit the application; prompts to save documents", "Exit", Always,
-     nullptr, Frame<&CMainFrame::OnFileExit>},
+     nullptr, Frame<&CMainFrame::Exit>},
 
     // Edit
     {CommandId::EditUndo, "&Undo\tCtrl+Z", "undo", "Ctrl+Z; Alt+Backspace", "Undo the last action", "Undo",
      When<CanUndo>, nullptr, Undo},
     {CommandId::EditCut, "Cu&t\tCtrl+X,DEL", "cut", "Ctrl+X; Del; Shift+Del",
-     "Cut the selection and put it on the Clipboard", "Cut", HasScene, nullptr, Doc<&CVelmorltDoc::OnEditCut>,
-     sheet, Focused},
+     "Cut the selection and put it on the Clipboard", "Cut", HasScene, nullptr,
+     Do<&CVelmorltDoc::XSheet, &CXSheetOperations::Cut>, sheet, Focused},
     {CommandId::EditCopy, "&Copy\tCtrl+C", "copy", "Ctrl+C; Ctrl+Ins",
-     "Copy the selection and put it on the Clipboard", "Copy", HasScene, nullptr, Doc<&CVelmorltDoc::OnEditCopy>,
-     sheet, Focused},
+     "Copy the selection and put it on the Clipboard", "Copy", HasScene, nullptr,
+     Do<&CVelmorltDoc::XSheet, &CXSheetOperations::Copy>, sheet, Focused},
     {CommandId::EditPaste, "&Paste\tCtrl+V", "paste", "Ctrl+V; Shift+Ins", "Insert Clipboard contents", "Paste",
-     When<CanPaste>, nullptr, Doc<&CVelmorltDoc::OnEditPaste>, sheet, Focused},
+     When<CanPaste>, nullptr, Do<&CVelmorltDoc::XSheet, &CXSheetOperations::Paste>, sheet, Focused},
     {CommandId::EditCondense, "Con&dense Cels", "condense", "",
      "Condenses the selection in xsheet by removing one duplicate from each repetition of cels", "Condense",
-     When<CanEditRange>, nullptr, Doc<&CVelmorltDoc::OnEditCondensecels>, sheet},
+     When<CanEditRange>, nullptr, Do<&CVelmorltDoc::XSheet, &CXSheetOperations::Condense>, sheet},
     {CommandId::EditExpand, "&Expand Cels", "expand", "",
      "Expands the selection in xsheet by putting one extra frame for each cel", "Expand", When<CanEditRange>,
-     nullptr, Doc<&CVelmorltDoc::OnEditExpandcels>, sheet},
+     nullptr, Do<&CVelmorltDoc::XSheet, &CXSheetOperations::Expand>, sheet},
     {CommandId::EditReverse, "&Reverse Cels", "reverse", "", "Reverses the order of selected cels on the xsheet",
-     "Reverse", When<CanEditRange>, nullptr, Doc<&CVelmorltDoc::OnEditReversecels>, sheet},
+     "Reverse", When<CanEditRange>, nullptr, Do<&CVelmorltDoc::XSheet, &CXSheetOperations::Reverse>, sheet},
     {CommandId::EditRemoveSound, "Remove &Sound", "remove-sound", "", "Removes the sound at cursor from xsheet",
-     "Remove Sound", HasScene, nullptr, Doc<&CVelmorltDoc::OnEditRemovesound>, sheet},
+     "Remove Sound", HasScene, nullptr, Do<&CVelmorltDoc::Sounds, &CSoundOperations::RemoveSelectedSounds>, sheet},
 
     // Assets
     {CommandId::AssetsNewFolder, "New &Folder", "new-folder", "", "Creates a new cel folder in the scene",
-     "New Folder in Scene", HasScene, nullptr, Doc<&CVelmorltDoc::OnAssetsNewfolder>},
+     "New Folder in Scene", HasScene, nullptr, Do<&CVelmorltDoc::Assets, &CAssetOperations::NewFolder>},
     {CommandId::AssetsNewCel, "New &Cel", "new-cel", "", "Creates a new cel", "New Cel", HasFolder, nullptr,
-     Doc<&CVelmorltDoc::OnAssetsNewcel>},
+     Do<&CVelmorltDoc::Assets, &CAssetOperations::NewCel>},
     {CommandId::AssetsDelete, "&Delete Asset(s)", "delete-asset", "",
      "Deletes the selected assets from the folder and xsheet", "", When<CanChangeAssets>, nullptr,
-     Doc<&CVelmorltDoc::OnAssetsDeleteassets>},
+     Do<&CVelmorltDoc::Assets, &CAssetOperations::DeleteSelected>},
     {CommandId::AssetsDeleteFolder, "De&lete Folder", "delete-folder", "",
      "Deletes the selected folder from the scene and all cels inside it and their references on the xsheet",
-     "Delete Folder In Scene", HasFolder, nullptr, Doc<&CVelmorltDoc::OnAssetsDeletefolder>},
+     "Delete Folder In Scene", HasFolder, nullptr, Do<&CVelmorltDoc::Assets, &CAssetOperations::DeleteFolder>},
     {CommandId::AssetsEdit, "&Edit Cel/Picture\tDBL CLK", "edit-asset", "",
      "Edits the selected cel in the cel editor", "Edit Cel", HasSelectedImages, nullptr, EditFirstSelected,
      celEditor},
     {CommandId::AssetsPlaySound, "Play &Sound\tDBL CLK", "play-sound", "", "Plays the selected sound", "",
-     When<CanPlaySelectedSound>, nullptr, Doc<&CVelmorltDoc::OnAssetsPlaysound>},
+     When<CanPlaySelectedSound>, nullptr, Do<&CVelmorltDoc::Media, &CMediaOperations::PlaySoundAssets>},
     {CommandId::AssetsRename, "Re&name Asset", "rename", "", "Renames the selected cel, picture or sound", "",
-     When<CanChangeAssets>, nullptr, Doc<&CVelmorltDoc::OnAssetsRenamecel>},
+     When<CanChangeAssets>, nullptr, Do<&CVelmorltDoc::Assets, &CAssetOperations::RenameSelected>},
     {CommandId::AssetsDuplicate, "Du&plicate Asset", "duplicate", "",
      "Duplicates the selected sound, picture or cel asset", "Duplicate Asset", When<CanChangeAssets>, nullptr,
-     Doc<&CVelmorltDoc::OnAssetsDuplicate>},
+     Do<&CVelmorltDoc::Assets, &CAssetOperations::DuplicateSelected>},
     {CommandId::AssetsRotate, "&Rotate Cel(s)/Picture(s)", "rotate", "", "Rotates the selected cels or pictures",
-     "", HasSelectedImages, nullptr, Doc<&CVelmorltDoc::OnAssetsRotatecels>},
+     "", HasSelectedImages, nullptr, Do<&CVelmorltDoc::Transforms, &CAssetTransforms::RotateSelected>},
     {CommandId::AssetsFlip, "Fli&p Cel(s)/Picture(s)", "flip", "",
      "Flips horizontally or vertically the selected cels or pictures", "", HasSelectedImages, nullptr,
-     Doc<&CVelmorltDoc::OnAssetsFlip>},
+     Do<&CVelmorltDoc::Transforms, &CAssetTransforms::FlipSelected>},
     {CommandId::AssetsColorKey, "Color &Key Picture(s)", "color-key", "",
      "Color Keys the selected picture assets with the given key color and tolerance", "Color Key Picture(s)",
-     When<CanColorKey>, nullptr, Doc<&CVelmorltDoc::OnAssetsColorkey>},
+     When<CanColorKey>, nullptr, Do<&CVelmorltDoc::Transforms, &CAssetTransforms::ColorKeySelected>},
 
     // Camera
     {CommandId::CameraMoveMode, "&Move Mode\tF5", "move-mode", "F5",
      "Selects the move mode for the selected level(s) and camera", "Move/Pan", HasScene, IsMode<InputMode::Move>,
-     Doc<&CVelmorltDoc::OnCameraMovemode>, camera, Shown, InputModes},
+     SetMode<InputMode::Move>, camera, Shown, InputModes},
     {CommandId::CameraRotateMode, "&Rotate Mode\tF6", "rotate-mode", "F6",
      "Selects the rotate mode for the selected level(s) and camera", "Rotate/Tilt", HasScene,
-     IsMode<InputMode::Rotate>, Doc<&CVelmorltDoc::OnCameraRotatemode>, camera, Shown, InputModes},
+     IsMode<InputMode::Rotate>, SetMode<InputMode::Rotate>, camera, Shown, InputModes},
     {CommandId::CameraZoomMode, "&Zoom Mode\tF7", "zoom-mode", "F7",
      "Selects the zoom mode for the selected level(s) and camera", "Zoom", HasScene, IsMode<InputMode::Zoom>,
-     Doc<&CVelmorltDoc::OnCameraZoommode>, camera, Shown, InputModes},
+     SetMode<InputMode::Zoom>, camera, Shown, InputModes},
     {CommandId::CameraZoomIn, "Zoom &In\t +", "zoom-in", "+", "Zooms One Level In", "Zoom In", HasScene, nullptr,
      Camera<&CCameraView::ZoomIn>, camera, Shown},
     {CommandId::CameraZoomOut, "Zoom &Out\t -", "zoom-out", "-", "Zooms one level out", "Zoom Out", HasScene,
@@ -224,56 +247,58 @@ constexpr CCommand commands[] = {
      [](const Target& target) { return target.camera.IsPanMode(); }, Camera<&CCameraView::TogglePan>, camera},
     {CommandId::CameraAntialias, "&Antialias", "antialias", "",
      "Turns antialiasing on and off for the camera rendering", "Antialias Toggle", HasScene,
-     [](const Target& target) { return target.doc.Model().cameraAntialias; }, Doc<&CVelmorltDoc::OnCameraAntialias>,
-     camera},
+     [](const Target& target) { return target.doc.Model().cameraAntialias; },
+     Do<&CVelmorltDoc::Camera, &CCameraOperations::ToggleAntialias>, camera},
     {CommandId::CameraMotionPathSetup, "Motion Path Setup", "motion-path", "",
      "Show Motion Path Setup Dialog for the Camera View", "Motion Path Setup", HasScene, nullptr,
-     Doc<&CVelmorltDoc::OnCameraMotionpathsetup>, camera},
+     Do<&CVelmorltDoc::Camera, &CCameraOperations::ChooseMotionPaths>, camera},
     {CommandId::CameraFit, "&Fit to Window\t0", "zoom-fit", "0",
      "Shows the whole picture, as large as there is room", "Fit to Window", HasScene, nullptr,
      Camera<&CCameraView::FitToWindow>, camera, Focused},
 
     // Xsheet
     {CommandId::XsheetAddLevel, "&Add Level\tINS", "add-level", "Ins", "Adds another level to the xsheet",
-     "Add Level", HasScene, nullptr, Doc<&CVelmorltDoc::OnXsheetAddlevel>, sheet, Focused},
+     "Add Level", HasScene, nullptr, Do<&CVelmorltDoc::XSheet, &CXSheetOperations::AddLevel>, sheet, Focused},
     {CommandId::XsheetDeleteLevel, "&Delete Level", "delete-level", "",
      "Delete one level from the current xsheet of the scene", "Delete Level", When<CanDeleteLevel>, nullptr,
-     Doc<&CVelmorltDoc::OnXsheetDeletelevel>, sheet},
+     Do<&CVelmorltDoc::XSheet, &CXSheetOperations::DeleteLevel>, sheet},
     {CommandId::XsheetRenameLevel, "&Rename Level", "rename-level", "", "Renames a level", "Rename Level", HasScene,
-     nullptr, Doc<&CVelmorltDoc::OnXsheetRenamelevel>, sheet},
+     nullptr, Do<&CVelmorltDoc::XSheet, &CXSheetOperations::RenameLevel>, sheet},
     {CommandId::XsheetSwapLevels, "&Swap Levels", "swap-levels", "", "Swaps two given layers", "Swap levels",
-     When<CanSwapLevels>, nullptr, Doc<&CVelmorltDoc::OnXsheetSwaplevels>, sheet},
+     When<CanSwapLevels>, nullptr, Do<&CVelmorltDoc::XSheet, &CXSheetOperations::SwapLevels>, sheet},
     {CommandId::XsheetAddFrames, "Add &Frames", "add-frames", "", "Adds frames to the xsheet", "Add Frames",
-     HasScene, nullptr, Doc<&CVelmorltDoc::OnXsheetAddframes>, sheet},
+     HasScene, nullptr, Do<&CVelmorltDoc::XSheet, &CXSheetOperations::AddFrames>, sheet},
     {CommandId::XsheetDeleteFrames, "&Delete Frames", "delete-frames", "",
      "Deletes frames from the end of the xsheet", "Delete Frames", HasScene, nullptr,
-     Doc<&CVelmorltDoc::OnXsheetDeleteframes>, sheet},
+     Do<&CVelmorltDoc::XSheet, &CXSheetOperations::DeleteFrames>, sheet},
     {CommandId::XsheetEditCelData, "Edit &Cel Data\tDBL CLK", "edit-cel-data", "",
      "Edits the current position/scale/rotate and fx of the current cel in Xsheet", "Edit Transformations",
-     When<CanEditCellData>, nullptr, Doc<&CVelmorltDoc::OnXsheetEditceldata>, sheet},
+     When<CanEditCellData>, nullptr, Do<&CVelmorltDoc::Cells, &CCellOperations::EditCellData>, sheet},
     {CommandId::XsheetEditCameraData, "Edit Ca&mera Data\tDBL CLK", "edit-camera-data", "",
      "Edits the current camera data on the current camera cel", "Edit Cam Data", HasScene, nullptr,
-     Doc<&CVelmorltDoc::OnXsheetEditcameradata>, sheet},
+     Do<&CVelmorltDoc::Camera, &CCameraOperations::EditCameraData>, sheet},
     {CommandId::XsheetInbetweenLevel, "&Inbetween Level Data\tF9", "inbetween-level", "F9",
      "Shows Inbetween dialog with the current level and selected frames", "Inbetween Level", When<CanInbetween>,
-     nullptr, Doc<&CVelmorltDoc::OnXsheetInbetweenleveldata>, sheet, Shown},
+     nullptr, Do<&CVelmorltDoc::Cells, &CCellOperations::Inbetween>, sheet, Shown},
     {CommandId::XsheetInbetweenCamera, "In&between Camera Data\tF10", "inbetween-camera", "F10",
      "Shows Inbetween dialog for camera with selected frames", "Inbetween Camera", When<CanInbetween>, nullptr,
-     Doc<&CVelmorltDoc::OnXsheetInbetweencameradata>, sheet, Shown},
+     Do<&CVelmorltDoc::Camera, &CCameraOperations::Inbetween>, sheet, Shown},
     {CommandId::XsheetMultipleLevels, "Multiple &Level Move Selections", "multiple-levels", "",
      "Sets either single or multiple level movement selections", "Multiple Level Move Selections", Always,
      [](const Target& target) { return target.doc.Model().moveSelection.IsMultiple(); },
-     Doc<&CVelmorltDoc::OnXsheetMultiplelevelmoveselections>, sheet},
+     Do<&CVelmorltDoc::XSheet, &CXSheetOperations::ToggleMultipleMoveSelection>, sheet},
     {CommandId::XsheetOpenDrawing, "&Open Drawing\tENTER", "edit-asset", "Return; Enter",
      "Opens the drawing of the current cel in the cel editor", "Open Drawing", When<CanEditCellData>, nullptr,
-     [](Target& target) { target.doc.EditDrawing(target.doc.GetCursorX(), target.doc.GetCursorY()); }, sheet,
-     Focused},
+     [](Target& target) {
+         target.doc.Assets().EditDrawing(target.doc.Model().cursorLevel, target.doc.Model().cursorFrame);
+     },
+     sheet, Focused},
     {CommandId::XsheetBlur, "Bl&ur", "header-blur", "", "Edits the blur of the current cel", "Blur",
-     When<CanEditCellData>, nullptr, [](Target& target) { target.doc.OnXSheetDoBlur(target.doc.GetCursorX()); },
-     sheet},
+     When<CanEditCellData>, nullptr,
+     [](Target& target) { target.doc.Cells().OnXSheetDoBlur(target.doc.Model().cursorLevel); }, sheet},
     {CommandId::XsheetTransparency, "&Transparency", "header-transparency", "",
      "Edits the transparency of the current cel", "Transparency", When<CanEditCellData>, nullptr,
-     [](Target& target) { target.doc.OnXSheetDoTrans(target.doc.GetCursorX()); }, sheet},
+     [](Target& target) { target.doc.Cells().OnXSheetDoTrans(target.doc.Model().cursorLevel); }, sheet},
 
     // Cel
     {CommandId::CelZoomIn, "Zoom &In\tCTRL +", "zoom-in", "Ctrl++; Ctrl+=", "Zooms One Level In", "Zoom In",
@@ -286,22 +311,15 @@ constexpr CCommand commands[] = {
      [](const Target& target) { return target.cel.IsPanMode(); }, Cel<&CCelView::TogglePan>, celEditor},
     {CommandId::CelUpdateCamera, "&Update Camera", "update-camera", "",
      "Updates the camera with the current cel editing", "Update Camera", When<HasEditedImage>, nullptr,
-     Doc<&CVelmorltDoc::OnCelUpdatecamera>},
+     Do<&CVelmorltDoc::Assets, &CAssetOperations::UpdateCamera>},
     {CommandId::CelSettings, "&Settings", "cel-settings", "", "Shows the cel view settings dialog", "", Always,
-     nullptr, Cel<&CCelView::OnCelSettings>},
+     nullptr, Cel<&CCelView::EditGrid>},
     {CommandId::CelFit, "&Fit to Window\t0", "zoom-fit", "0", "Shows the whole image, as large as there is room",
      "Fit to Window", When<HasEditedImage>, nullptr, Cel<&CCelView::FitToWindow>, celEditor, Focused},
-    {CommandId::CelBucket, "&Bucket\tB", "bucket", "B", "Fills areas between lines with the foreground color",
-     "Bucket: fill areas", CanUseTool<CelTool::Bucket>, IsTool<CelTool::Bucket>, SetTool<CelTool::Bucket>,
-     celEditor, Focused, CelTools},
-    {CommandId::CelPen, "Pe&n\tP", "pen", "P", "Draws lines, at which fills stop", "Pen: draw lines",
-     CanUseTool<CelTool::Pen>, IsTool<CelTool::Pen>, SetTool<CelTool::Pen>, celEditor, Focused, CelTools},
-    {CommandId::CelEraser, "&Eraser\tE", "eraser", "E", "Turns lines into background color",
-     "Eraser: turn lines into background color", CanUseTool<CelTool::Eraser>, IsTool<CelTool::Eraser>,
-     SetTool<CelTool::Eraser>, celEditor, Focused, CelTools},
-    {CommandId::CelLineBrush, "&Line Brush\tL", "line-brush", "L", "Colors lines with the foreground color",
-     "Line brush: color lines", CanUseTool<CelTool::LineBrush>, IsTool<CelTool::LineBrush>,
-     SetTool<CelTool::LineBrush>, celEditor, Focused, CelTools},
+    ToolCommand<CommandId::CelBucket, CelTool::Bucket>(),
+    ToolCommand<CommandId::CelPen, CelTool::Pen>(),
+    ToolCommand<CommandId::CelEraser, CelTool::Eraser>(),
+    ToolCommand<CommandId::CelLineBrush, CelTool::LineBrush>(),
     {CommandId::CelPickColor, "Pi&ck Color\tI", "pick-color", "I",
      "Makes the color under the next click the foreground color", "Pick the foreground color from the image",
      When<HasEditedImage>, IsPicking<CelPick::Foreground>, TogglePick<CelPick::Foreground, &CCelView::Pick>,
@@ -313,11 +331,11 @@ constexpr CCommand commands[] = {
 
     // Sources
     {CommandId::SourcesSelectSource, "&Select Source", "select-source", "",
-     "Shows the scanner source selection dialog", "", Always, nullptr, Frame<&CMainFrame::OnSourcesSelectsource>},
+     "Shows the scanner source selection dialog", "", Always, nullptr, Frame<&CMainFrame::SelectScanSource>},
     {CommandId::SourcesScanCels, "Scan &Cels", "scan-cels", "", "Shows the scanners interface to scan cels",
-     "Scan Cels", HasFolder, nullptr, Frame<&CMainFrame::OnSourcesScancels>},
+     "Scan Cels", HasFolder, nullptr, Frame<&CMainFrame::ScanCels>},
     {CommandId::SourcesScanPicture, "Sca&n Picture", "scan-picture", "", "Scans a color image",
-     "Scan Color Picture", HasScene, nullptr, Frame<&CMainFrame::OnSourcesScanpicture>},
+     "Scan Color Picture", HasScene, nullptr, Frame<&CMainFrame::ScanPicture>},
     {CommandId::SourcesCameraSettings, "C&amera Settings", "camera-settings", "",
      "Shows the camera settings dialog", "", Always, nullptr,
      [](Target& target) { target.frame.Capturing().Setup(); }},
@@ -328,39 +346,39 @@ constexpr CCommand commands[] = {
      Capture<SourceMode::Pictures>},
     {CommandId::SourcesImportCels, "&Import Cels", "import-cels", "",
      "Import cel(s) from disk to the current folder", "Import Cels", HasFolder, nullptr,
-     Doc<&CVelmorltDoc::OnSourcesImportcels>},
+     Do<&CVelmorltDoc::Imports, &CImportOperations::AskAndImportCels>},
     {CommandId::SourcesImportPicture, "Import Pict&ure", "import-picture", "",
      "Import Picture(s) from disk to the current scene", "Import Pictures", HasScene, nullptr,
-     Doc<&CVelmorltDoc::OnSourcesImportpicture>},
+     Do<&CVelmorltDoc::Imports, &CImportOperations::AskAndImportPictures>},
     {CommandId::SourcesImportSettings, "I&mport Settings", "import-settings", "",
      "Sets the graylevel threshold to be used in the import functions", "", Always, nullptr,
-     Doc<&CVelmorltDoc::OnSourcesImportsettings>},
+     Do<&CVelmorltDoc::Imports, &CImportOperations::EditImportSettings>},
     {CommandId::SourcesRecordSound, "&Record Sound", "record-sound", "", "Records a new sound", "Record Sound",
-     HasScene, nullptr, Doc<&CVelmorltDoc::OnSourcesRecordsound>},
+     HasScene, nullptr, Do<&CVelmorltDoc::Media, &CMediaOperations::RecordSound>},
     {CommandId::SourcesImportSound, "Import Soun&d", "import-sound", "", "Imports a sound from a windows wave file",
-     "Import Sound", HasScene, nullptr, Doc<&CVelmorltDoc::OnSourcesImportsound>},
+     "Import Sound", HasScene, nullptr, Do<&CVelmorltDoc::Sounds, &CSoundOperations::AskAndImportSound>},
 
     // Animation
     {CommandId::AnimationLineCheck, "&Line Check", "line-check", "",
      "Shows the line check slider to preview animation", "Line Check", HasScene, nullptr,
-     Doc<&CVelmorltDoc::OnAnimationLinecheck>},
+     Do<&CVelmorltDoc::Camera, &CCameraOperations::CheckLines>},
     {CommandId::AnimationMakeFlipbook, "&Make Flipbook", "make-flipbook", "", "Creates an display a flipbook",
-     "Make FlipBook", HasScene, nullptr, Doc<&CVelmorltDoc::OnAnimationMakeflipbook>},
+     "Make FlipBook", HasScene, nullptr, Do<&CVelmorltDoc::Media, &CMediaOperations::MakeFlipbook>},
     {CommandId::AnimationPlayFlipbook, "&Play Last Flipbook", "play-flipbook", "",
      "Plays the last generated flipbook", "Play Last Flipbook", HasLastFlipbook, nullptr,
-     Doc<&CVelmorltDoc::OnAnimationPlaylastflipbook>},
+     Do<&CVelmorltDoc::Media, &CMediaOperations::PlayLastFlipbook>},
     {CommandId::AnimationSaveFlipbook, "&Save Last Flipbook", "save-flipbook", "",
      "Saves the last generated flipbook to a seperate location for later viewing", "Save Last Flipbook",
-     HasLastFlipbook, nullptr, Doc<&CVelmorltDoc::OnAnimationSavelastflipbook>},
+     HasLastFlipbook, nullptr, Do<&CVelmorltDoc::Flipbooks, &CFlipbookOperations::SaveLastFlipbook>},
     {CommandId::AnimationPlayXsheetSound, "Play Sound on &Xsheet", "play-xsheet-sound", "",
      "Plays the sound on the xsheet", "Play sound on xsheet", HasPlacedSounds, nullptr,
-     Doc<&CVelmorltDoc::OnAnimationPlaysoundonxsheet>},
+     Do<&CVelmorltDoc::Media, &CMediaOperations::PlayXSheetSound>},
     {CommandId::AnimationPlaySelectedSound, "Play selected Sound", "play-selected-sound", "",
      "Plays the selected part of sound on xsheet", "Play selected sound", HasScene, nullptr,
-     Doc<&CVelmorltDoc::OnAnimationPlayselectedsound>},
+     Do<&CVelmorltDoc::Media, &CMediaOperations::PlaySelectedSound>},
     {CommandId::AnimationRender, "&Render", "render", "",
      "Renders the animation to disk with required file formats", "Render!", HasScene, nullptr,
-     Doc<&CVelmorltDoc::OnAnimationRender>},
+     Do<&CVelmorltDoc::Renders, &CRenderOperations::AskAndRender>},
 
     // View
     {CommandId::ViewCameraAndXsheet,
@@ -371,7 +389,7 @@ constexpr CCommand commands[] = {
      "View Camera and Xsheet",
      Always,
      ShowsOnly<true, true, false>,
-     Frame<&CMainFrame::OnViewCamxsheet>,
+     Frame<&CMainFrame::ShowCameraAndXSheet>,
      {},
      Everywhere,
      Arrangements},
@@ -383,7 +401,7 @@ constexpr CCommand commands[] = {
      "View Camera",
      Always,
      ShowsOnly<true, false, false>,
-     Frame<&CMainFrame::OnViewCamera>,
+     Frame<&CMainFrame::ShowCamera>,
      {},
      Everywhere,
      Arrangements},
@@ -395,7 +413,7 @@ constexpr CCommand commands[] = {
      "View Xsheet",
      Always,
      ShowsOnly<false, true, false>,
-     Frame<&CMainFrame::OnViewXsheet>,
+     Frame<&CMainFrame::ShowXSheet>,
      {},
      Everywhere,
      Arrangements},
@@ -407,14 +425,14 @@ constexpr CCommand commands[] = {
      "View Cel Editor",
      Always,
      ShowsOnly<false, false, true>,
-     Frame<&CMainFrame::OnViewCeleditor>,
+     Frame<&CMainFrame::ShowCelEditor>,
      {},
      Everywhere,
      Arrangements},
     {CommandId::ViewToolBar, "&Toolbar", "", "", "Show or hide the toolbar", "Toggle ToolBar", Always,
-     [](const Target& target) { return target.frame.IsToolBarShown(); }, Frame<&CMainFrame::OnViewToolbar>},
+     [](const Target& target) { return target.frame.IsToolBarShown(); }, Frame<&CMainFrame::ToggleToolBar>},
     {CommandId::ViewStatusBar, "&Status Bar", "", "", "Show or hide the status bar", "Toggle StatusBar", Always,
-     [](const Target& target) { return target.frame.IsStatusBarShown(); }, Frame<&CMainFrame::OnViewStatusbar>},
+     [](const Target& target) { return target.frame.IsStatusBarShown(); }, Frame<&CMainFrame::ToggleStatusBar>},
     {CommandId::ViewCameraTools, "Camera T&ools", "", "", "Show or hide the tools of the camera view", "", Always,
      HasBar<PaneBar::CameraTools>, ToggleBar<PaneBar::CameraTools>, camera},
     {CommandId::ViewXsheetTools, "XSheet Too&ls", "", "", "Show or hide the tools of the xsheet", "", Always,
@@ -428,17 +446,17 @@ constexpr CCommand commands[] = {
     {CommandId::ViewAssetThumbnails, "Asset T&humbnails", "", "",
      "Show or hide what is drawn on cels and pictures in the asset list", "Toggle Asset Thumbnails", Always,
      [](const Target& target) { return target.frame.SourceView().ShowsThumbnails(); },
-     Frame<&CMainFrame::OnViewAssetthumbnails>},
+     Frame<&CMainFrame::ToggleAssetThumbnails>},
     {CommandId::ViewAppearance, "&Appearance...", "", "", "Chooses light or dark colours for the window",
-     "Appearance", Always, nullptr, Frame<&CMainFrame::OnViewAppearance>},
+     "Appearance", Always, nullptr, Frame<&CMainFrame::ChooseAppearance>},
 
     // Help
     {CommandId::HelpManual, "&Online Manual", "manual", "",
      "Opens the online acrobat format manuals, You must have Abobe Acrobat installed in your system.", "", Always,
-     nullptr, Frame<&CMainFrame::OnHelpManual>},
+     nullptr, Frame<&CMainFrame::ShowManual>},
     {CommandId::HelpAbout, "&About Personal Velmor..", "about", "",
      "Display program information, version number and copyright", "About", Always, nullptr,
-     Frame<&CMainFrame::OnHelpAbout>},
+     Frame<&CMainFrame::ShowAbout>},
 };
 
 } // namespace

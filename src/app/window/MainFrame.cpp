@@ -10,6 +10,7 @@
 #include "app/window/WindowSettings.h"
 #include "platform/files/SystemPaths.h"
 #include "scene/Prompter.h"
+#include "scene/SceneLifecycle.h"
 #include "scene/SceneModel.h"
 #include "scene/VelmorltDoc.h"
 #include "views/Icons.h"
@@ -86,9 +87,9 @@ void CMainFrame::CreateViews() {
                                Action(CommandId::CelUpdateCamera)});
 
     m_panes = new CPaneStack({{
-        {"Camera", m_cameraPane, &m_cameraPane->View(), [this] { OnViewCamera(); }},
-        {"XSheet", m_xsheetPane, &m_xsheetPane->View(), [this] { OnViewXsheet(); }},
-        {"Cel Editor", m_celPane, &m_celPane->View(), [this] { OnViewCeleditor(); }},
+        {"Camera", m_cameraPane, &m_cameraPane->View(), [this] { ShowCamera(); }},
+        {"XSheet", m_xsheetPane, &m_xsheetPane->View(), [this] { ShowXSheet(); }},
+        {"Cel Editor", m_celPane, &m_celPane->View(), [this] { ShowCelEditor(); }},
     }});
     m_paneBars = {m_cameraPane->findChild<QToolBar*>("camera tools"),
                   m_xsheetPane->findChild<QToolBar*>("xsheet tools"), m_celPane->findChild<QToolBar*>("celToolBar"),
@@ -171,35 +172,35 @@ void CMainFrame::OnFocusMoved(const QWidget* focus) {
 void CMainFrame::SaveLeftImage() {
     const CCelImg& image = m_doc.Model().celImg;
     const CUnsavedImage unsaved{image.FilePath(), image.Changes()};
-    if (image.IsModified() && m_reported != unsaved && !m_doc.SaveEditedImage())
+    if (image.IsModified() && m_reported != unsaved && !m_doc.EditedImage().Save())
         m_reported = unsaved;
 }
 
-void CMainFrame::OnFilePrint() {
+void CMainFrame::PrintXSheet() {
     m_printing->Print();
 }
 
-void CMainFrame::OnFilePrintpreview() {
+void CMainFrame::PreviewPrint() {
     m_printing->Preview();
 }
 
-void CMainFrame::OnFilePrintsetup() {
+void CMainFrame::SetUpPrinter() {
     m_printing->Setup();
 }
 
-void CMainFrame::OnFileExit() {
+void CMainFrame::Exit() {
     close();
 }
 
-void CMainFrame::OnSourcesSelectsource() {
+void CMainFrame::SelectScanSource() {
     m_scanning->SelectSource();
 }
 
-void CMainFrame::OnSourcesScancels() {
+void CMainFrame::ScanCels() {
     m_scanning->ScanCels();
 }
 
-void CMainFrame::OnSourcesScanpicture() {
+void CMainFrame::ScanPicture() {
     m_scanning->ScanPicture();
 }
 
@@ -208,32 +209,32 @@ void CMainFrame::ShowAlone(StackedPane pane, const PaneHeights& heights) {
     m_panes->View(pane).setFocus();
 }
 
-void CMainFrame::OnViewCamxsheet() {
+void CMainFrame::ShowCameraAndXSheet() {
     m_panes->ArrangeHalves();
     m_panes->View(StackedPane::Xsheet).setFocus();
 }
 
-void CMainFrame::OnViewCamera() {
+void CMainFrame::ShowCamera() {
     ShowAlone(StackedPane::Camera, cameraHeights);
 }
 
-void CMainFrame::OnViewXsheet() {
+void CMainFrame::ShowXSheet() {
     ShowAlone(StackedPane::Xsheet, xsheetHeights);
 }
 
-void CMainFrame::OnViewCeleditor() {
+void CMainFrame::ShowCelEditor() {
     ShowAlone(StackedPane::CelEditor, celEditorHeights);
 }
 
-void CMainFrame::OnViewToolbar() {
+void CMainFrame::ToggleToolBar() {
     m_toolBar->setVisible(!IsToolBarShown());
 }
 
-void CMainFrame::OnViewStatusbar() {
+void CMainFrame::ToggleStatusBar() {
     statusBar()->setVisible(!IsStatusBarShown());
 }
 
-void CMainFrame::OnViewPaneBar(PaneBar bar) {
+void CMainFrame::TogglePaneBar(PaneBar bar) {
     m_paneBars[static_cast<std::size_t>(bar)]->setVisible(!IsPaneBarShown(bar));
 }
 
@@ -241,7 +242,7 @@ bool CMainFrame::IsPaneBarShown(PaneBar bar) const {
     return !m_paneBars[static_cast<std::size_t>(bar)]->isHidden();
 }
 
-void CMainFrame::OnViewAppearance() {
+void CMainFrame::ChooseAppearance() {
     ChooseTheme(m_prompter, m_profile);
 }
 
@@ -254,21 +255,21 @@ bool CMainFrame::IsStatusBarShown() const {
     return bar != nullptr && !bar->isHidden();
 }
 
-void CMainFrame::OnViewAssetthumbnails() {
+void CMainFrame::ToggleAssetThumbnails() {
     m_sourceView->ShowThumbnails(!m_sourceView->ShowsThumbnails());
 }
 
-void CMainFrame::OnHelpManual() {
+void CMainFrame::ShowManual() {
     OpenOnlineManual(*this, m_prompter, ProgramFolder());
 }
 
-void CMainFrame::OnHelpAbout() {
+void CMainFrame::ShowAbout() {
     CAboutDialog(this).exec();
 }
 
 void CMainFrame::closeEvent(QCloseEvent* event) {
     // Leaving a scene saves it, as opening another one does.
-    if (m_doc.IsSceneOpen() && !m_doc.SaveAllOrAsk("exit")) {
+    if (m_doc.Model().sceneOpen && !m_doc.Scenes().SaveAllOrAsk("exit")) {
         event->ignore();
         return;
     }

@@ -59,27 +59,27 @@ public:
     /// Brings enabling, check marks and status panes up to date; done by itself whenever the program is idle.
     void UpdateCommands();
 
-    void OnFilePrint();
-    void OnFilePrintpreview();
-    void OnFilePrintsetup();
-    void OnFileExit();
-    void OnSourcesSelectsource();
-    void OnSourcesScancels();
-    void OnSourcesScanpicture();
-    void OnViewCamxsheet();
-    void OnViewCamera();
-    void OnViewXsheet();
-    void OnViewCeleditor();
-    void OnViewToolbar();
-    void OnViewStatusbar();
-    void OnViewPaneBar(PaneBar bar);
-    void OnViewAssetthumbnails();
-    void OnViewAppearance();
+    void PrintXSheet();
+    void PreviewPrint();
+    void SetUpPrinter();
+    void Exit();
+    void SelectScanSource();
+    void ScanCels();
+    void ScanPicture();
+    void ShowCameraAndXSheet();
+    void ShowCamera();
+    void ShowXSheet();
+    void ShowCelEditor();
+    void ToggleToolBar();
+    void ToggleStatusBar();
+    void TogglePaneBar(PaneBar bar);
+    void ToggleAssetThumbnails();
+    void ChooseAppearance();
     bool IsToolBarShown() const;
     bool IsStatusBarShown() const;
     bool IsPaneBarShown(PaneBar bar) const;
-    void OnHelpManual();
-    void OnHelpAbout();
+    void ShowManual();
+    void ShowAbout();
 
     void OnUpdate(UpdateHint hint) override;
 

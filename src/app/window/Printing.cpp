@@ -1,6 +1,7 @@
 #include "app/window/Printing.h"
 
 #include "scene/Prompter.h"
+#include "scene/SceneModel.h"
 #include "scene/VelmorltDoc.h"
 #include "views/Text.h"
 #include "views/print/XSheetPrinter.h"

@@ -1,7 +1,7 @@
 #include "views/camera/CameraMarks.h"
 
+#include "scene/CellOperations.h"
 #include "scene/SceneModel.h"
-#include "scene/VelmorltDoc.h"
 
 namespace velmor {
 
@@ -20,22 +20,21 @@ std::vector<int> LevelsWithPath(const CSceneModel& model) {
     return levels;
 }
 
-CLevelPath PathOf(const CVelmorltDoc& doc, int level, CFrameRange frames) {
-    const CXSheet& xsheet = doc.Model().xsheet;
+CLevelPath PathOf(const CSceneModel& model, const CCellOperations& cells, int level, CFrameRange frames) {
+    const CXSheet& xsheet = model.xsheet;
     std::vector<std::optional<CPathStop>> stops;
     stops.reserve(static_cast<std::size_t>(frames.end - frames.first));
     for (int frame = frames.first; frame < frames.end; ++frame) {
         std::optional<CPathStop>& stop = stops.emplace_back();
-        if (const std::optional<CPoint> centre = doc.GetXSheetCellCentre(level, frame))
+        if (const std::optional<CPoint> centre = cells.GetXSheetCellCentre(level, frame))
             stop = {*centre, frame > 0 && !xsheet.Cell(level, frame).ShowsSameAs(xsheet.Cell(level, frame - 1))};
     }
-    return {level, TraceMotionPath(frames.first, stops), doc.GetXSheetCellCentre(level, doc.Model().cursorFrame)};
+    return {level, TraceMotionPath(frames.first, stops), cells.GetXSheetCellCentre(level, model.cursorFrame)};
 }
 
 } // namespace
 
-CCameraMarks CollectCameraMarks(const CVelmorltDoc& doc) {
-    const CSceneModel& model = doc.Model();
+CCameraMarks CollectCameraMarks(const CSceneModel& model, const CCellOperations& cells) {
     CCameraMarks marks;
     if (!model.sceneOpen)
         return marks;
@@ -45,11 +44,11 @@ CCameraMarks CollectCameraMarks(const CVelmorltDoc& doc) {
     const CFrameRange frames =
         FramesOfPaths(static_cast<int>(levels.size()), model.xsheet.FrameCount(), model.cursorFrame);
     for (const int level : levels)
-        marks.paths.push_back(PathOf(doc, level, frames));
+        marks.paths.push_back(PathOf(model, cells, level, frames));
     for (int level = 0; level < model.xsheet.LevelCount(); ++level) {
-        const auto centre = doc.GetXSheetCellCentre(level, model.cursorFrame);
+        const auto centre = cells.GetXSheetCellCentre(level, model.cursorFrame);
         if (centre && model.moveSelection.IsLevelSelected(level))
-            marks.outlines.push_back({*doc.GetXSheetCelPoints(level), *centre});
+            marks.outlines.push_back({*cells.GetXSheetCelPoints(level), *centre});
     }
     return marks;
 }

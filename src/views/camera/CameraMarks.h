@@ -9,7 +9,8 @@
 
 namespace velmor {
 
-class CVelmorltDoc;
+class CCellOperations;
+struct CSceneModel;
 
 /// The motion path of a level.
 struct CLevelPath {
@@ -33,6 +34,6 @@ struct CCameraMarks {
 };
 
 /// The marks of the current frame; none when no scene is open.
-CCameraMarks CollectCameraMarks(const CVelmorltDoc& doc);
+CCameraMarks CollectCameraMarks(const CSceneModel& model, const CCellOperations& cells);
 
 } // namespace velmor

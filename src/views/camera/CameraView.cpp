@@ -136,7 +136,7 @@ QSize CCameraView::minimumSizeHint() const {
 }
 
 bool CCameraView::IsSceneOpen() const {
-    return m_doc.IsSceneOpen();
+    return m_doc.Model().sceneOpen;
 }
 
 // The scaled frame in the viewport: centred where it is smaller, scrolled where it is larger.
@@ -222,7 +222,7 @@ bool CCameraView::IsPanning() const {
 
 const CCameraMarks& CCameraView::Marks() {
     if (!m_marks)
-        m_marks = CollectCameraMarks(m_doc);
+        m_marks = CollectCameraMarks(m_doc.Model(), m_doc.Cells());
     return *m_marks;
 }
 

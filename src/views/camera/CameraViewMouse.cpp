@@ -1,5 +1,6 @@
 // What the camera view does with mouse and keys.
 
+#include "scene/CameraOperations.h"
 #include "scene/SceneModel.h"
 #include "scene/VelmorltDoc.h"
 #include "views/camera/CameraView.h"
@@ -81,7 +82,7 @@ void CCameraView::mousePressEvent(QMouseEvent* event) {
     m_drag = CDrag{event->button(), point, std::nullopt};
     if (!pans) {
         m_drag->input = NewInput(point);
-        m_doc.StartCamInput();
+        m_doc.Camera().StartCamInput();
     }
     UpdateCursor();
 }
@@ -95,7 +96,7 @@ void CCameraView::mouseMoveEvent(QMouseEvent* event) {
     } else if (m_drag->input) {
         const CPoint motion = MotionTo(point);
         if (motion != CPoint{})
-            m_doc.ProcessCamInput(motion.x, motion.y);
+            m_doc.Camera().ProcessCamInput(motion.x, motion.y);
     } else {
         ScrollTo(ScrollPosition() + std::exchange(m_drag->last, point) - point);
     }
@@ -113,7 +114,7 @@ void CCameraView::EndDrag(QPoint point) {
     m_drag.reset();
     UpdateCursor();
     if (isInput)
-        m_doc.EndCamInput(motion.x, motion.y);
+        m_doc.Camera().EndCamInput(motion.x, motion.y);
 }
 
 void CCameraView::mouseDoubleClickEvent(QMouseEvent* event) {

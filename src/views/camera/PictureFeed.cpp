@@ -1,6 +1,7 @@
 #include "views/camera/PictureFeed.h"
 
 #include "render/FrameWorker.h"
+#include "scene/CameraPictures.h"
 #include "scene/Prompter.h"
 #include "scene/SceneModel.h"
 #include "scene/VelmorltDoc.h"
@@ -35,7 +36,7 @@ CPictureFeed::CPictureFeed(CVelmorltDoc& doc, IPrompter& prompter, std::function
         m_late = true;
         m_changed();
     });
-    m_doc.SetCameraBitmapCallback([this, door = m_door] {
+    m_doc.CameraPictures().SetCameraBitmapCallback([this, door = m_door] {
         const std::lock_guard lock(door->mutex);
         if (door->open)
             QMetaObject::invokeMethod(
@@ -101,7 +102,7 @@ void CPictureFeed::ForgetOtherScene() {
 void CPictureFeed::Start(Order order) {
     m_pending = Order::None;
     m_contents = CurrentContents();
-    if (const CStatus started = m_doc.CreateBitmap(); !started) {
+    if (const CStatus started = m_doc.CameraPictures().CreateBitmap(); !started) {
         Forget();
         m_prompter.ShowMessage(started.Message());
         m_prompter.ShowMessage("Internal error : Could not update mem dc");
@@ -130,7 +131,8 @@ void CPictureFeed::StartPending() {
 void CPictureFeed::Take() {
     if (m_running == Order::None)
         return;
-    const std::shared_ptr<const CCameraPicture> picture = m_doc.GetCameraBitmap(PictureErrors::Keep);
+    const std::shared_ptr<const CCameraPicture> picture =
+        m_doc.CameraPictures().GetCameraBitmap(PictureErrors::Keep);
     if (!picture)
         return;
     const Order taken = std::exchange(m_running, Order::None);
@@ -142,7 +144,7 @@ void CPictureFeed::Take() {
     if (taken == Order::Renew && !picture->error.empty()) {
         // The message runs a loop of its own, in which all of this may happen again and the view may be closed.
         const QPointer<QObject> alive(&m_context);
-        m_doc.GetCameraBitmap();
+        m_doc.CameraPictures().GetCameraBitmap();
         if (!alive)
             return;
     }

@@ -2,10 +2,12 @@
 
 #include "image/paint/Brushes.h"
 #include "image/paint/Tools.h"
+#include "scene/AssetOperations.h"
+#include "scene/PaintTools.h"
+#include "scene/PaletteOperations.h"
 #include "scene/SceneModel.h"
 #include "scene/VelmorltDoc.h"
 #include "views/Icons.h"
-#include "views/cel/CelTool.h"
 #include "views/cel/TipButton.h"
 
 #include <QButtonGroup>
@@ -95,11 +97,12 @@ CBrushBar::CBrushBar(CVelmorltDoc& doc, QAction* updateCamera, QWidget* parent)
     Arrange(false);
     m_area = new CTallArea(panel);
     addWidget(m_area);
-    connect(m_brushes, &QButtonGroup::idClicked, this, [this](int brush) { m_doc.SetBrush(brush); });
-    connect(m_pens, &QButtonGroup::idClicked, this, [this](int pen) { m_doc.SetPen(pen); });
-    connect(m_bucketModes, &QButtonGroup::idClicked, this, [this](int mode) { m_doc.SetBucketMode(mode); });
+    connect(m_brushes, &QButtonGroup::idClicked, this, [this](int brush) { m_doc.Palette().SetBrush(brush); });
+    connect(m_pens, &QButtonGroup::idClicked, this, [this](int pen) { m_doc.Palette().SetPen(pen); });
+    connect(m_bucketModes, &QButtonGroup::idClicked, this,
+            [this](int mode) { m_doc.Palette().SetBucketMode(mode); });
     connect(m_rectangle, &QCheckBox::clicked, this,
-            [this](bool checked) { m_doc.SetBrush(checked ? -1 : m_roundBrush); });
+            [this](bool checked) { m_doc.Palette().SetBrush(checked ? -1 : m_roundBrush); });
     UpdateBrushesandPens();
 }
 
@@ -192,7 +195,7 @@ QWidget* CBrushBar::MakeUpdateCamera(QAction* updateCamera) {
     } else {
         button->setText("Update Camera");
         button->setToolTip("Save the image and show it in the camera view");
-        connect(button, &QToolButton::clicked, this, [this] { m_doc.OnCelUpdatecamera(); });
+        connect(button, &QToolButton::clicked, this, [this] { m_doc.Assets().UpdateCamera(); });
     }
     button->setToolButtonStyle(Qt::ToolButtonTextOnly);
     return button;

@@ -1,5 +1,7 @@
 #include "views/cel/CelFrame.h"
 
+#include "scene/PaintTools.h"
+#include "scene/PaletteOperations.h"
 #include "scene/SceneModel.h"
 #include "scene/VelmorltDoc.h"
 #include "views/Icons.h"
@@ -23,7 +25,6 @@ namespace {
 
 constexpr QSize toolIconSize{20, 20};
 constexpr int gap = 2;
-constexpr std::array<const char*, 4> toolNames = {"BUCKET", "PEN", "ERASER", "LINEBRUSH"};
 
 } // namespace
 
@@ -32,9 +33,10 @@ CCelFrame::CCelFrame(CVelmorltDoc& doc, IPrompter& prompter, CProfile& profile, 
     : QMainWindow(parent, Qt::Widget),
       m_doc(doc),
       m_view(new CCelView(doc, prompter, profile)),
-      m_colors(new CColorList(
-          {[&doc](int index) { doc.SetFGColor(index); }, [&doc](int index) { doc.SetBGColor(index); },
-           [&doc](int index) { doc.EditColor(index); }, [&doc](int index) { doc.OnDeleteColor(index); }})),
+      m_colors(new CColorList({[&doc](int index) { doc.Palette().SetFGColor(index); },
+                               [&doc](int index) { doc.Palette().SetBGColor(index); },
+                               [&doc](int index) { doc.Palette().EditColor(index); },
+                               [&doc](int index) { doc.Palette().AskAndDeleteColor(index); }})),
       m_colorPair(new CColorPair),
       m_brushBar(new CBrushBar(doc, actions.updateCamera)),
       m_caption(new CCelCaption),
@@ -63,9 +65,9 @@ void CCelFrame::AddToolBar(const ActionList& actions) {
     FillToolBar(*bar, actions);
     bar->addSeparator();
     bar->addWidget(m_caption);
-    for (std::size_t tool = 0; tool < m_tools.size(); ++tool)
-        if (m_tools[tool] != nullptr)
-            m_tools[tool]->setIconText(toolNames[tool]);
+    for (const CPaintTool& tool : paintTools)
+        if (QAction* action = m_tools[static_cast<std::size_t>(tool.id)])
+            action->setIconText(tool.name);
 }
 
 QToolButton* CCelFrame::MakePaletteButton(const char* text, const char* icon, const char* tip) {
@@ -86,9 +88,10 @@ QWidget* CCelFrame::MakeColorPanel() {
     QToolButton* add = MakePaletteButton("Add Color", "add-color", "Add a color to the palette");
     QToolButton* edit = MakePaletteButton("Edit Color", "edit-color", "Edit the selected color");
     QToolButton* remove = MakePaletteButton("Delete Color", "delete-color", "Delete the selected color");
-    connect(add, &QToolButton::clicked, this, [this] { m_doc.OnAddColor(); });
-    connect(edit, &QToolButton::clicked, this, [this] { m_doc.EditColor(m_colors->Current()); });
-    connect(remove, &QToolButton::clicked, this, [this] { m_doc.OnDeleteColor(m_colors->Current()); });
+    connect(add, &QToolButton::clicked, this, [this] { m_doc.Palette().AskAndAddColor(); });
+    connect(edit, &QToolButton::clicked, this, [this] { m_doc.Palette().EditColor(m_colors->Current()); });
+    connect(remove, &QToolButton::clicked, this,
+            [this] { m_doc.Palette().AskAndDeleteColor(m_colors->Current()); });
     auto* panel = new QWidget;
     auto* row = new QHBoxLayout;
     row->setSpacing(gap);
@@ -138,16 +141,15 @@ void CCelFrame::UpdateCaption() {
 void CCelFrame::UpdateBrushesandPens() {
     m_brushBar->UpdateBrushesandPens();
     const bool isRound = m_doc.Model().paint.brush >= 0;
-    const auto show = [this](CelTool tool, const char* icon) {
-        if (QAction* action = m_tools[static_cast<std::size_t>(tool)])
-            action->setIcon(Icon(icon));
-    };
-    show(CelTool::Eraser, isRound ? "eraser" : "eraser-rect");
-    show(CelTool::LineBrush, isRound ? "line-brush" : "line-brush-rect");
+    for (const CPaintTool& tool : paintTools) {
+        QAction* action = m_tools[static_cast<std::size_t>(tool.id)];
+        if (action != nullptr && *tool.rectangleIcon != '\0')
+            action->setIcon(Icon(isRound ? tool.icon : tool.rectangleIcon));
+    }
 }
 
 void CCelFrame::UpdateColors() {
-    m_colorPair->SetColors(m_doc.GetFGColor(), m_doc.GetBGColor());
+    m_colorPair->SetColors(m_doc.Model().paint.foreground, m_doc.Model().paint.background);
     const int entry = m_doc.Model().paint.foregroundEntry;
     if (std::exchange(m_foregroundEntry, entry) != entry)
         m_colors->Light(entry);

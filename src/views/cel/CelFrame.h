@@ -1,5 +1,6 @@
 #pragma once
 
+#include "scene/PaintTools.h"
 #include "scene/ViewList.h"
 #include "views/ActionList.h"
 
@@ -25,7 +26,8 @@ class IPrompter;
 /// The actions of the cel editor's bars; they belong to the main frame and outlive the pane. All may be missing.
 struct CCelActions {
     ActionList toolBar;
-    std::array<QAction*, 4> tools{}; ///< those of the tool bar that choose tools, in the order of CelTool
+    std::array<QAction*, paintTools.size()>
+        tools{}; ///< those of the tool bar that choose tools, in the order of CelTool
     QAction* updateCamera = nullptr;
 };
 

@@ -1,9 +1,13 @@
 #include "views/cel/CelView.h"
 
 #include "image/CelImg.h"
+#include "scene/AssetTransforms.h"
+#include "scene/CelPainting.h"
 #include "scene/CommandState.h"
 #include "scene/DialogRequests.h"
+#include "scene/PaletteOperations.h"
 #include "scene/Prompter.h"
+#include "scene/SceneModel.h"
 #include "scene/Settings.h"
 #include "scene/VelmorltDoc.h"
 #include "views/Icons.h"
@@ -32,20 +36,6 @@ void SetScrollSize(QScrollBar& bar, int most, int displayed) {
     bar.setPageStep(std::max(displayed / pagesInImage, 1));
 }
 
-CCelCursor CursorOf(CelTool tool) {
-    switch (tool) {
-    case CelTool::Pen:
-        return {"cursor-pen", {4, 28}};
-    case CelTool::Eraser:
-        return {"cursor-eraser", {6, 26}};
-    case CelTool::LineBrush:
-        return {"cursor-line-brush", {4, 28}};
-    case CelTool::Bucket:
-        break;
-    }
-    return {"cursor-bucket", {6, 26}};
-}
-
 } // namespace
 
 CCelView::CCelView(CVelmorltDoc& doc, IPrompter& prompter, CProfile& profile, QWidget* parent)
@@ -54,7 +44,8 @@ CCelView::CCelView(CVelmorltDoc& doc, IPrompter& prompter, CProfile& profile, QW
       m_prompter(prompter),
       m_profile(profile),
       m_grid(ReadGridSettings(profile)),
-      m_tool(static_cast<CelTool>(std::clamp(Get(profile, setting::lastCelTool), 0, 3))),
+      m_tool(static_cast<CelTool>(
+          std::clamp(Get(profile, setting::lastCelTool), 0, static_cast<int>(paintTools.size()) - 1))),
       m_openedImages(doc.Model().openedImages) {
     m_doc.Views().Add(*this);
     setObjectName("celView");
@@ -71,7 +62,7 @@ CCelView::~CCelView() {
 }
 
 bool CCelView::HasImage() const {
-    return !m_display.IsEmpty() && m_doc.EditedImage().GetLoadState() != LoadState::Nothing;
+    return !m_display.IsEmpty() && m_doc.Model().celImg.GetLoadState() != LoadState::Nothing;
 }
 
 CCelViewMapping CCelView::Mapping() const {
@@ -82,7 +73,7 @@ CCelViewMapping CCelView::Mapping() const {
 }
 
 void CCelView::RebuildDisplay() {
-    if (!m_display.Rebuild(m_doc.EditedImage(), m_grid))
+    if (!m_display.Rebuild(m_doc.Model().celImg, m_grid))
         m_prompter.ShowMessage("Internal error : Could not update mem dc");
     UpdateScrollSizes();
     RefreshCursor();
@@ -153,7 +144,7 @@ void CCelView::Pick() {
 }
 
 void CCelView::ColorKey() {
-    if (m_doc.EditedImage().GetLoadState() == LoadState::Picture) {
+    if (m_doc.Model().celImg.GetLoadState() == LoadState::Picture) {
         StartPick(CelPick::ColorKey);
         return;
     }
@@ -181,12 +172,12 @@ void CCelView::FinishPick(CPoint point) {
     const std::optional<CPoint> pixel = Mapping().PixelShownAt(point);
     const ColorRef color = pixel ? m_display.ColorAt(*pixel) : surroundColor;
     if (pick == CelPick::Foreground)
-        m_doc.SetFGColorValue(color);
+        m_doc.Palette().SetFGColorValue(color);
     else
-        m_doc.OnCelColorkey({BlueOf(color), GreenOf(color), RedOf(color), 255});
+        m_doc.Transforms().ColorKeyEdited({BlueOf(color), GreenOf(color), RedOf(color), 255});
 }
 
-void CCelView::OnCelSettings() {
+void CCelView::EditGrid() {
     const auto accept = [this](const CGridSettings& grid) {
         if (grid.size < 1)
             m_prompter.ShowMessage("The grid size must be at least 1 pixel");
@@ -226,7 +217,7 @@ void CCelView::ShowResult(const CPaintResult& result) {
     if (result.changed.IsEmpty())
         return;
     TellState();
-    m_display.Update(m_doc.EditedImage(), m_grid, result.changed);
+    m_display.Update(m_doc.Model().celImg, m_grid, result.changed);
     viewport()->update(ToRect(Mapping().ToClient(result.changed)) & viewport()->rect());
 }
 
@@ -254,13 +245,14 @@ CCelOverlay CCelView::OverlayNow() const {
     CCelOverlay overlay;
     if (IsBrushShown())
         overlay.brush = BrushOutline(Mapping(), *m_pointer, m_doc.Model().paint.brush);
-    if (!m_drag || m_drag->pans || (m_drag->form != ToolForm::Rectangle && m_drag->form != ToolForm::Line))
+    const ToolForm form = m_doc.Painting().Form();
+    if (!m_drag || m_drag->pans || (form != ToolForm::Rectangle && form != ToolForm::Line))
         return overlay;
     const QPoint press(m_drag->press.x, m_drag->press.y);
     const QPoint last(m_drag->last.x, m_drag->last.y);
     overlay.band = QRect(QPoint(std::min(press.x(), last.x()), std::min(press.y(), last.y())),
                          QPoint(std::max(press.x(), last.x()), std::max(press.y(), last.y())));
-    if (m_drag->form == ToolForm::Line)
+    if (form == ToolForm::Line)
         overlay.gradient = {press, last};
     return overlay;
 }
@@ -280,7 +272,9 @@ CCelCursor CCelView::CursorNow() const {
         return {"cursor-pan", {16, 16}};
     if (m_pick != CelPick::Nothing)
         return {"cursor-pick", {4, 28}};
-    return CanUse(m_tool, m_doc.EditedImage()) ? CursorOf(m_tool) : CCelCursor{};
+    if (!CanUse(m_tool, m_doc.Model().celImg))
+        return {};
+    return {ToolOf(m_tool).cursor, ToolOf(m_tool).hotSpot};
 }
 
 void CCelView::RefreshCursor() {

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "scene/PaintTools.h"
 #include "scene/ViewList.h"
 #include "views/WheelTurn.h"
 #include "views/cel/CelDisplay.h"
 #include "views/cel/CelOverlay.h"
-#include "views/cel/CelTool.h"
 #include "views/cel/CelViewMapping.h"
 
 #include <QAbstractScrollArea>
@@ -66,7 +66,7 @@ public:
     /// Called whenever the zoom has changed, or a tool the image.
     void SetStateCallback(std::function<void()> changed) { m_stateChanged = std::move(changed); }
     /// Asks for the grid behind transparent pixels.
-    void OnCelSettings();
+    void EditGrid();
 
     void OnUpdate(UpdateHint hint) override;
 
@@ -90,7 +90,6 @@ private:
     struct CDrag {
         bool pans = false;
         Qt::MouseButton button = Qt::LeftButton;
-        ToolForm form = ToolForm::Point;
         CPoint press;
         CPoint last;
     };
@@ -111,7 +110,7 @@ private:
 
     void CancelDrag();
     void ContinueDrag(CPoint point);
-    void FinishDrag(const CDrag& drag, CPoint point);
+    void FinishDrag(CPoint point);
     void ShowResult(const CPaintResult& result);
     void StartPick(CelPick pick);
     void FinishPick(CPoint point);

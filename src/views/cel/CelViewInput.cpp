@@ -1,6 +1,7 @@
 // The mouse, the wheel and the keys of the cel editor.
 
 #include "image/CelImg.h"
+#include "scene/CelPainting.h"
 #include "scene/Prompter.h"
 #include "scene/SceneModel.h"
 #include "scene/VelmorltDoc.h"
@@ -39,10 +40,10 @@ void CCelView::mousePressEvent(QMouseEvent* event) {
         (!isLeft && event->button() != Qt::MiddleButton) || (isLeft && m_pick != CelPick::Nothing))
         return;
     const bool pans = !isLeft || m_panMode || m_isSpaceHeld;
-    if (!pans && !CanUse(m_tool, m_doc.EditedImage()))
+    if (!pans && !m_doc.Painting().Begin(m_tool, Mapping().ViewToBuffer(*m_pointer)))
         return;
     m_fit.reset();
-    m_drag = CDrag{pans, event->button(), FormOf(m_tool, m_doc.Model().paint), *m_pointer, *m_pointer};
+    m_drag = CDrag{pans, event->button(), *m_pointer, *m_pointer};
     RefreshCursor();
     RefreshOverlay();
 }
@@ -65,10 +66,8 @@ void CCelView::ContinueDrag(CPoint point) {
     if (m_drag->pans) {
         ScrollTo(
             {horizontalScrollBar()->value() + last.x - point.x, verticalScrollBar()->value() + last.y - point.y});
-    } else if (m_drag->form == ToolForm::Stroke) {
-        const CCelViewMapping mapping = Mapping();
-        ShowResult(PaintSegment(m_tool, m_doc.Model().paint, mapping.ViewToBuffer(last),
-                                mapping.ViewToBuffer(point), m_doc.EditedImage()));
+    } else {
+        ShowResult(m_doc.Painting().Move(Mapping().ViewToBuffer(point)));
     }
 }
 
@@ -77,10 +76,10 @@ void CCelView::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton && m_pick != CelPick::Nothing) {
         FinishPick(*m_pointer);
     } else if (m_drag && event->button() == m_drag->button) {
-        const CDrag drag = *m_drag;
-        CancelDrag();
-        if (!drag.pans && !event->buttons().testFlag(Qt::RightButton))
-            FinishDrag(drag, *m_pointer);
+        if (m_drag->pans || event->buttons().testFlag(Qt::RightButton))
+            CancelDrag();
+        else
+            FinishDrag(*m_pointer);
     } else if (event->button() == Qt::RightButton && std::exchange(m_opensMenu, false) && m_menu) {
         m_menu->popup(event->globalPosition().toPoint());
     }
@@ -97,25 +96,27 @@ void CCelView::contextMenuEvent(QContextMenuEvent* event) {
         m_menu->popup(event->globalPos());
 }
 
-void CCelView::FinishDrag(const CDrag& drag, CPoint point) {
+void CCelView::FinishDrag(CPoint point) {
     if (!HasImage()) {
+        CancelDrag();
         if (m_tool == CelTool::Bucket)
             m_prompter.ShowMessage("Internal Error : m_CelImg or pDoc is NULL in BUCKETFILL");
         return;
     }
-    const CCelViewMapping mapping = Mapping();
-    const CPoint from = mapping.ViewToBuffer(drag.form == ToolForm::Stroke ? drag.last : drag.press);
     CPaintResult result;
     {
-        const std::shared_ptr<void> wait = drag.form == ToolForm::Stroke ? nullptr : m_prompter.BeginWait();
-        result = PaintRelease(m_tool, m_doc.Model().paint, from, mapping.ViewToBuffer(point), m_doc.EditedImage());
+        const bool isStroke = m_doc.Painting().Form() == ToolForm::Stroke;
+        const std::shared_ptr<void> wait = isStroke ? nullptr : m_prompter.BeginWait();
+        result = m_doc.Painting().End(Mapping().ViewToBuffer(point));
     }
+    CancelDrag();
     ShowResult(result);
 }
 
 void CCelView::CancelDrag() {
     if (!m_drag)
         return;
+    m_doc.Painting().Cancel();
     m_drag.reset();
     RefreshCursor();
     RefreshOverlay();

@@ -1,5 +1,7 @@
 #include "views/source/SourceView.h"
 
+#include "scene/AssetOperations.h"
+#include "scene/SceneLifecycle.h"
 #include "scene/SceneModel.h"
 #include "scene/VelmorltDoc.h"
 #include "views/AssetThumbnails.h"
@@ -48,7 +50,7 @@ CSourceView::CSourceView(CVelmorltDoc& doc, IPrompter&, QWidget* parent)
     m_folders->setObjectName("folders");
     m_folders->SetChosen([this](const std::string& folder) { OnFolderChosen(folder); },
                          [this] {
-                             m_doc.OnAssetsNewfolder();
+                             m_doc.Assets().NewFolder();
                              Refresh(); // also when it was cancelled
                          });
     MakeAssetList();
@@ -72,8 +74,8 @@ void CSourceView::MakeAssetList() {
     m_list->setAccessibleName("Cels");
     m_list->setModel(m_assets);
     m_list->SetOpen(
-        [this](const QModelIndex& index) { m_doc.EditCel(std::string(m_assets->At(index.row()).title)); });
-    m_list->SetDelete([this] { m_doc.OnAssetsDeleteassets(); });
+        [this](const QModelIndex& index) { m_doc.Assets().EditCel(std::string(m_assets->At(index.row()).title)); });
+    m_list->SetDelete([this] { m_doc.Assets().DeleteSelected(); });
     m_list->SetDrag([this] { StartDrag(); });
     connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             [this] { OnSelectionChanged(); });
@@ -162,21 +164,21 @@ std::vector<CListedAsset> CSourceView::Listed() const {
 }
 
 void CSourceView::OnModeChosen(SourceMode mode) {
-    if (mode != m_doc.GetSourceMode())
-        m_doc.SetSourceMode(mode);
+    if (mode != m_doc.Model().sourceMode)
+        m_doc.Scenes().SetSourceMode(mode);
 }
 
 void CSourceView::OnFolderChosen(const std::string& folder) {
     if (folder != m_doc.Model().folderName) {
-        m_doc.SetSourceSelection({});
-        m_doc.SetFolderName(folder);
+        m_doc.Scenes().SetSourceSelection({});
+        m_doc.Scenes().SetFolderName(folder);
     }
     Refresh(); // also when the folder could not be left
 }
 
 void CSourceView::OnSelectionChanged() {
     if (!m_refreshing && SelectedTitles() != m_doc.Model().sourceSelection)
-        m_doc.SetSourceSelection(SelectedTitles());
+        m_doc.Scenes().SetSourceSelection(SelectedTitles());
 }
 
 // An operation may have chosen other assets, a renamed one for instance.
@@ -249,7 +251,7 @@ void CSourceView::StartDrag() {
 }
 
 void CSourceView::contextMenuEvent(QContextMenuEvent* event) {
-    if (!m_doc.IsSceneOpen() || m_contextMenu == nullptr)
+    if (!m_doc.Model().sceneOpen || m_contextMenu == nullptr)
         return;
     QPoint place = event->globalPos();
     if (event->reason() == QContextMenuEvent::Keyboard && m_list->hasFocus() && m_list->currentIndex().isValid())

@@ -1,7 +1,9 @@
 #include "views/xsheet/XSheetMouse.h"
 
+#include "scene/CellOperations.h"
 #include "scene/SceneModel.h"
 #include "scene/VelmorltDoc.h"
+#include "scene/XSheetOperations.h"
 
 #include <Qt>
 #include <algorithm>
@@ -11,10 +13,10 @@ namespace velmor {
 namespace {
 
 void Select(CVelmorltDoc& doc, const CXSheetSelection& selection) {
-    doc.SetSelStartX(selection.firstLevel);
-    doc.SetSelEndX(selection.lastLevel);
-    doc.SetSelStartY(selection.firstFrame);
-    doc.SetSelEndY(selection.lastFrame);
+    doc.XSheet().SetSelStartX(selection.firstLevel);
+    doc.XSheet().SetSelEndX(selection.lastLevel);
+    doc.XSheet().SetSelStartY(selection.firstFrame);
+    doc.XSheet().SetSelEndY(selection.lastFrame);
 }
 
 CXSheetSelection Spanning(CSheetCell a, CSheetCell b) {
@@ -40,7 +42,7 @@ void CXSheetMouse::Press(const CXSheetGeometry& geometry, QPoint point, bool ext
     if (point.y() > geometry.buttonSize && point.y() < geometry.headerHeight) {
         m_press = Pressed::Columns;
         if (geometry.LevelAt(point)) {
-            m_doc.SetCursorX(cell.level);
+            m_doc.XSheet().SetCursorX(cell.level);
             selection = extend ? Grown(selection, cell) : Spanning(cell, cell);
         }
         selection.firstFrame = 0;
@@ -49,15 +51,16 @@ void CXSheetMouse::Press(const CXSheetGeometry& geometry, QPoint point, bool ext
     } else {
         m_press = Pressed::Cells;
         Select(m_doc, extend ? Grown(selection, cell) : Spanning(cell, cell));
-        m_doc.SetCursorX(cell.level);
+        m_doc.XSheet().SetCursorX(cell.level);
     }
-    m_doc.SetCursorY(cell.frame);
+    m_doc.XSheet().SetCursorY(cell.frame);
 }
 
 void CXSheetMouse::Drag(const CXSheetGeometry& geometry, QPoint point) {
     if (!IsSelecting())
         return;
-    CXSheetSelection selection = Spanning(geometry.NearestCell(point), {m_doc.GetCursorX(), m_doc.GetCursorY()});
+    CXSheetSelection selection =
+        Spanning(geometry.NearestCell(point), {m_doc.Model().cursorLevel, m_doc.Model().cursorFrame});
     if (IsSelectingColumns()) {
         selection.firstFrame = 0;
         selection.lastFrame = geometry.frameCount - 1;
@@ -78,16 +81,16 @@ void CXSheetMouse::Release(const CXSheetGeometry& geometry, QPoint point) {
 void CXSheetMouse::ClickButton(const CHeaderHit& hit) {
     switch (hit.button) {
     case HeaderButton::Blur:
-        m_doc.OnXSheetDoBlur(hit.level);
+        m_doc.Cells().OnXSheetDoBlur(hit.level);
         break;
     case HeaderButton::Transparency:
-        m_doc.OnXSheetDoTrans(hit.level);
+        m_doc.Cells().OnXSheetDoTrans(hit.level);
         break;
     case HeaderButton::Move:
-        m_doc.SetLevelCanMove(hit.level);
+        m_doc.XSheet().SetLevelCanMove(hit.level);
         break;
     case HeaderButton::Camera:
-        m_doc.SelectCamera();
+        m_doc.XSheet().SelectCamera();
         break;
     }
 }
@@ -98,7 +101,7 @@ void SelectForMenu(CVelmorltDoc& doc, const CXSheetGeometry& geometry, QPoint po
     const bool onHeader = point.y() < geometry.headerHeight;
     const CSheetCell cell = geometry.CellAt(point) || onHeader
                                 ? geometry.NearestCell(point)
-                                : CSheetCell{doc.GetCursorX(), geometry.YToFrame(point.y())};
+                                : CSheetCell{doc.Model().cursorLevel, geometry.YToFrame(point.y())};
     const CXSheetSelection wanted{cell.level, cell.level, onHeader ? 0 : cell.frame,
                                   onHeader ? geometry.frameCount - 1 : cell.frame};
     if (Grown(Grown(selection, {wanted.firstLevel, wanted.firstFrame}), {wanted.lastLevel, wanted.lastFrame}) ==
@@ -116,8 +119,8 @@ void MoveCursor(CVelmorltDoc& doc, CSheetCell cell, bool extend) {
         model.cursorFrame == selection.firstFrame ? selection.lastFrame : selection.firstFrame};
     Select(doc, Spanning(cell, extend ? opposite : cell));
     if (cell.level != model.cursorLevel)
-        doc.SetCursorX(cell.level);
-    doc.SetCursorY(cell.frame);
+        doc.XSheet().SetCursorX(cell.level);
+    doc.XSheet().SetCursorY(cell.frame);
 }
 
 std::optional<CSheetCell> CursorAfterKey(int key, CSheetCell cursor, const CXSheetGeometry& geometry) {

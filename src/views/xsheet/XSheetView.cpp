@@ -1,5 +1,8 @@
 #include "views/xsheet/XSheetView.h"
 
+#include "scene/AssetOperations.h"
+#include "scene/CameraOperations.h"
+#include "scene/CellOperations.h"
 #include "scene/SceneModel.h"
 #include "scene/VelmorltDoc.h"
 #include "views/xsheet/XSheetPainter.h"
@@ -289,11 +292,11 @@ void CXSheetView::mouseDoubleClickEvent(QMouseEvent* event) {
     // The release goes to the dialog, or comes when it is closed.
     m_mouse.Cancel();
     if (onCell && event->modifiers().testFlag(Qt::ControlModifier))
-        m_doc.EditDrawing(m_doc.GetCursorX(), m_doc.GetCursorY());
+        m_doc.Assets().EditDrawing(m_doc.Model().cursorLevel, m_doc.Model().cursorFrame);
     else if (onCell)
-        m_doc.OnXsheetEditceldata();
+        m_doc.Cells().EditCellData();
     else
-        m_doc.OnXsheetEditcameradata();
+        m_doc.Camera().EditCameraData();
 }
 
 void CXSheetView::wheelEvent(QWheelEvent* event) {

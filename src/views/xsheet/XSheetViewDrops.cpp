@@ -1,7 +1,9 @@
 // The part of the xsheet view that takes assets dragged from the source view.
 
 #include "scene/SceneModel.h"
+#include "scene/SoundOperations.h"
 #include "scene/VelmorltDoc.h"
+#include "scene/XSheetOperations.h"
 #include "views/source/SourceView.h"
 #include "views/xsheet/XSheetStyle.h"
 #include "views/xsheet/XSheetView.h"
@@ -14,12 +16,12 @@ namespace velmor {
 
 void CXSheetView::DropCels(const QPoint& screenPoint) {
     if (const auto cell = m_geometry.DropTarget(viewport()->mapFromGlobal(screenPoint)))
-        m_doc.AskAndDropCels(cell->level, cell->frame, {screenPoint.x(), screenPoint.y()});
+        m_doc.XSheet().AskAndDropCels(cell->level, cell->frame, {screenPoint.x(), screenPoint.y()});
 }
 
 void CXSheetView::DropSounds(const QPoint& screenPoint) {
     if (const auto frame = m_geometry.DropFrame(viewport()->mapFromGlobal(screenPoint).y()))
-        m_doc.DropSound(*frame);
+        m_doc.Sounds().DropSound(*frame);
 }
 
 void CXSheetView::dragEnterEvent(QDragEnterEvent* event) {

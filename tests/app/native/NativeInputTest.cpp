@@ -3,6 +3,10 @@
 
 #include "DocumentFixture.h"
 #include "app/window/MainFrame.h"
+#include "scene/AssetOperations.h"
+#include "scene/SceneLifecycle.h"
+#include "scene/SceneModel.h"
+#include "scene/XSheetOperations.h"
 #include "views/camera/CamFrame.h"
 #include "views/camera/CameraView.h"
 #include "views/cel/CelFrame.h"
@@ -30,9 +34,9 @@ protected:
     CNativeInputTest() {
         NewScene("Native", 20, 320, 240);
         std::filesystem::create_directories(SceneFolder("Native") / "walk");
-        doc->SetFolderName("walk");
+        doc->Scenes().SetFolderName("walk");
         prompter.Answer(CNewCelValues{"1", {200, 160}});
-        doc->OnAssetsNewcel();
+        doc->Assets().NewCel();
         m_frame = std::make_unique<CMainFrame>(*doc, prompter, profile);
         m_frame->move(0, 0);
         m_frame->resize(1200, 900);
@@ -82,21 +86,21 @@ TEST_F(CNativeInputTest, ACelIsDraggedFromTheListToTheXsheet) {
     prompter.Answer(1);                           // on two's
     EXPECT_TRUE(Input(Drag(from, sheet.viewport()->mapToGlobal(cell)),
                       [&] { return doc->Model().xsheet.Cell(0, 3).IsUsed(); }));
-    EXPECT_EQ(doc->GetXsheetData(0, 3), "walk1");
+    EXPECT_EQ(doc->XSheet().GetXsheetData(0, 3), "walk1");
     EXPECT_TRUE(doc->Model().xsheet.Cell(0, 4).IsUsed());
     EXPECT_FALSE(doc->Model().xsheet.Cell(0, 5).IsUsed());
-    EXPECT_EQ(doc->GetCursorY(), 3);
+    EXPECT_EQ(doc->Model().cursorFrame, 3);
 }
 
 TEST_F(CNativeInputTest, TheKeypadZoomsCameraAndCelEditor) {
-    doc->SetSourceSelection({"1"});
-    doc->EditCel("1");
+    doc->Scenes().SetSourceSelection({"1"});
+    doc->Assets().EditCel("1");
     Frame().UpdateCommands();
     CCameraView& camera = Frame().CameraPane().View();
     EXPECT_TRUE(Input({"key KP_Multiply key KP_Add"}, [&] { return camera.Zoom() == CZoomLevel(2); }));
     EXPECT_TRUE(Input({"key KP_Multiply key KP_Subtract"}, [&] { return camera.Zoom() == CZoomLevel(0); }));
     CCelView& cel = Frame().CelPane().View();
-    Frame().OnViewCeleditor();
+    Frame().ShowCelEditor();
     Frame().UpdateCommands();
     EXPECT_TRUE(Input({"key ctrl+KP_Add key ctrl+KP_Add"}, [&] { return cel.Zoom() == CZoomLevel(3); }));
     EXPECT_TRUE(Input({"key ctrl+KP_Subtract"}, [&] { return cel.Zoom() == CZoomLevel(2); }));
@@ -105,20 +109,20 @@ TEST_F(CNativeInputTest, TheKeypadZoomsCameraAndCelEditor) {
 }
 
 TEST_F(CNativeInputTest, AStrokeOfThePenFollowsThePointer) {
-    doc->SetSourceSelection({"1"});
-    doc->EditCel("1");
-    Frame().OnViewCeleditor();
+    doc->Scenes().SetSourceSelection({"1"});
+    doc->Assets().EditCel("1");
+    Frame().ShowCelEditor();
     QTest::qWait(50);
     CCelView& cel = Frame().CelPane().View();
     cel.SetTool(CelTool::Pen);
     const QPoint centre = cel.viewport()->rect().center();
     const QPoint from = cel.viewport()->mapToGlobal(centre - QPoint(60, 0));
     const QPoint to = cel.viewport()->mapToGlobal(centre + QPoint(60, 0));
-    EXPECT_TRUE(Input(Drag(from, to), [&] { return doc->EditedImage().IsModified(); }));
+    EXPECT_TRUE(Input(Drag(from, to), [&] { return doc->Model().celImg.IsModified(); }));
     int lines = 0;
     for (int x = 0; x < 200; ++x)
         for (int y = 70; y < 90; ++y)
-            lines += doc->EditedImage().IsLine(x, y);
+            lines += doc->Model().celImg.IsLine(x, y);
     EXPECT_GE(lines, 120) << "a line without gaps";
 }
 
@@ -141,9 +145,9 @@ protected:
 } // namespace
 
 TEST_F(CNativeInputTest, AQuickStrokeKeepsItsPoints) {
-    doc->SetSourceSelection({"1"});
-    doc->EditCel("1");
-    Frame().OnViewCeleditor();
+    doc->Scenes().SetSourceSelection({"1"});
+    doc->Assets().EditCel("1");
+    Frame().ShowCelEditor();
     QTest::qWait(50);
     QWidget& canvas = *Frame().CelPane().View().viewport();
     Frame().CelPane().View().SetTool(CelTool::Pen);
@@ -162,7 +166,7 @@ TEST_F(CNativeInputTest, AQuickStrokeKeepsItsPoints) {
     CMoveCounter moves(canvas);
     EXPECT_TRUE(Input(spiral, [&] { return QApplication::mouseButtons() == Qt::NoButton; }));
     EXPECT_GE(moves.count, points * 95 / 100);
-    doc->EditedImage().SetModified(false);
+    EditedImage().SetModified(false);
 }
 
 } // namespace velmor::testing

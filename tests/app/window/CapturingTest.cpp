@@ -5,6 +5,8 @@
 #include "acquire/CaptureSession.h"
 #include "app/window/MainFrame.h"
 #include "qt/ModalDriver.h"
+#include "scene/AssetOperations.h"
+#include "scene/SceneLifecycle.h"
 #include "scene/Settings.h"
 #include "views/capture/CapturePreview.h"
 
@@ -31,7 +33,7 @@ protected:
         qputenv("TMPDIR", folder.Path().c_str());
         NewScene("First");
         prompter.Answer(std::string("walk"));
-        doc->OnAssetsNewfolder();
+        doc->Assets().NewFolder();
         frame.show();
         UseCamera(movingPicture);
         prompter.TakeMessages();
@@ -206,7 +208,7 @@ TEST_F(CCapturingTest, CapturingNeedsAPlaceForWhatIsCaptured) {
                            frame.Action(CommandId::SourcesCapturePicture)->isEnabled()};
     };
     EXPECT_EQ(enabled(), (std::vector{true, true, true}));
-    doc->SetFolderName("");
+    doc->Scenes().SetFolderName("");
     EXPECT_EQ(enabled(), (std::vector{true, false, true}));
 }
 

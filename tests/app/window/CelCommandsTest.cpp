@@ -1,7 +1,11 @@
 // The cel editor in the assembled window: its commands and their keys.
 
 #include "MainFrameFixture.h"
+#include "scene/AssetOperations.h"
 #include "scene/DialogRequests.h"
+#include "scene/PaletteOperations.h"
+#include "scene/SceneLifecycle.h"
+#include "scene/SceneModel.h"
 #include "views/camera/CamFrame.h"
 #include "views/camera/CameraView.h"
 #include "views/cel/CelFrame.h"
@@ -21,9 +25,9 @@ protected:
         const CScenePaths paths = doc->Model().Paths();
         static_cast<void>(CreateFolder(paths.CelFolder("walk")));
         static_cast<void>(CreateFolder(paths.PicturesFolder()));
-        doc->SetFolderName("walk");
+        doc->Scenes().SetFolderName("walk");
         prompter.Answer(CNewCelValues{"1", {200, 160}});
-        doc->OnAssetsNewcel();
+        doc->Assets().NewCel();
         CCelImg picture;
         EXPECT_TRUE(picture.CreatePicture(200, 160, paths.PictureFile("back")));
         EXPECT_TRUE(picture.Save());
@@ -32,8 +36,8 @@ protected:
     ~CCelCommandsTest() override { EndFrame(); }
 
     void Edit(SourceMode mode, const char* name) {
-        doc->SetSourceMode(mode);
-        doc->EditCel(name);
+        doc->Scenes().SetSourceMode(mode);
+        doc->Assets().EditCel(name);
         Frame().UpdateCommands();
     }
     void EditCelOnCanvas() {
@@ -107,7 +111,7 @@ TEST_F(CCelCommandsTest, OpeningShowsTheEditorAndGivesItTheKeyboard) {
     Run(CommandId::FileSaveAll);
     doc->Views().UpdateAllViews(UpdateHint::EditedImage);
     EXPECT_FALSE(isOpen()) << "nothing was opened";
-    doc->EditCel("missing");
+    doc->Assets().EditCel("missing");
     EXPECT_FALSE(isOpen()) << "nothing could be opened";
 }
 
@@ -133,14 +137,14 @@ TEST_F(CCelCommandsTest, TheColorListHasItsKeysToItself) {
     Colors().setCurrentRow(1);
     Colors().setFocus();
     Key(Qt::Key_Return);
-    EXPECT_EQ(doc->GetFGColor(), (CColor{255, 255, 255, 255}));
+    EXPECT_EQ(doc->Model().paint.foreground, (CColor{255, 255, 255, 255}));
     prompter.Answer(CColorValues{"Chalk", {250, 250, 250, 255}});
     Key(Qt::Key_F2);
-    EXPECT_EQ(doc->GetColorName(1), "Chalk");
+    EXPECT_EQ(doc->Palette().GetColorName(1), "Chalk");
     EXPECT_TRUE(Frame().Panes().IsOpen(StackedPane::CelEditor)) << "not another view";
     EXPECT_TRUE(HasFocus(Colors()));
     Key(Qt::Key_Delete);
-    EXPECT_EQ(doc->GetColorCount(), 2);
+    EXPECT_EQ(doc->Model().palette.Count(), 2);
 }
 
 } // namespace velmor::testing

@@ -2,6 +2,12 @@
 
 #include "MainFrameFixture.h"
 #include "TestScene.h"
+#include "scene/AssetOperations.h"
+#include "scene/CameraOperations.h"
+#include "scene/PaletteOperations.h"
+#include "scene/SceneLifecycle.h"
+#include "scene/SceneModel.h"
+#include "scene/XSheetOperations.h"
 #include "views/camera/CamFrame.h"
 #include "views/camera/CameraView.h"
 #include "views/cel/CelFrame.h"
@@ -26,8 +32,8 @@ struct CStroke {
 class CKeysTest : public CMainFrameFixture {
 protected:
     CKeysTest() {
-        EXPECT_TRUE(doc->OpenScene("Test"));
-        doc->SetFolderName("A");
+        EXPECT_TRUE(doc->Scenes().OpenScene("Test"));
+        doc->Scenes().SetFolderName("A");
         Frame();
     }
     ~CKeysTest() override { EndFrame(); }
@@ -101,8 +107,8 @@ TEST_F(CKeysTest, OnlyWhatHasTheFocusReacts) {
                          CelEditor().Tool(),
                          CelEditor().PendingPick(),
                          model.celImg.FilePath()};
-        for (int color = 0; color < doc->GetColorCount(); ++color)
-            now.colors.push_back(doc->GetColorName(color));
+        for (int color = 0; color < doc->Model().palette.Count(); ++color)
+            now.colors.push_back(doc->Palette().GetColorName(color));
         for (const auto& entry : std::filesystem::recursive_directory_iterator(SceneFolder("Test")))
             now.files.push_back(entry.path());
         std::ranges::sort(now.files);
@@ -157,7 +163,7 @@ TEST_F(CKeysTest, OnlyWhatHasTheFocusReacts) {
 }
 
 TEST_F(CKeysTest, OnlyTheSheetTakesTheEditingKeys) {
-    doc->OnEditCopy();
+    doc->XSheet().Copy();
     const CXSheet before = Grid();
     Run(CommandId::ViewCameraAndXsheet);
     const CStroke strokes[] = {{Qt::Key_Delete, {}},
@@ -168,7 +174,7 @@ TEST_F(CKeysTest, OnlyTheSheetTakesTheEditingKeys) {
                                {Qt::Key_Insert, {}}};
     // Any question that a list asks of its own is answered with no.
     prompter.confirmations.assign(20, false);
-    doc->SetCursorY(6);
+    doc->XSheet().SetCursorY(6);
     for (const CStroke& stroke : strokes) {
         EXPECT_EQ(After(Camera(), stroke), before) << stroke.key;
         EXPECT_EQ(After(Assets(), stroke), before) << stroke.key;
@@ -179,7 +185,7 @@ TEST_F(CKeysTest, OnlyTheSheetTakesTheEditingKeys) {
     EXPECT_FALSE(IsOpen(StackedPane::Xsheet));
 
     Run(CommandId::ViewXsheet);
-    doc->SetCursorY(0);
+    doc->XSheet().SetCursorY(0);
     Key(Qt::Key_Delete);
     EXPECT_FALSE(Grid().Cell(0, 0).IsUsed());
     Key(Qt::Key_V, Qt::ControlModifier);
@@ -190,7 +196,7 @@ TEST_F(CKeysTest, OnlyTheSheetTakesTheEditingKeys) {
 }
 
 TEST_F(CKeysTest, WhatIsChangedIsShownFirst) {
-    doc->OnEditCut();
+    doc->XSheet().Cut();
     Run(CommandId::ViewCelEditor);
     Key(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_TRUE(Grid().Cell(0, 0).IsUsed());
@@ -198,8 +204,8 @@ TEST_F(CKeysTest, WhatIsChangedIsShownFirst) {
     EXPECT_TRUE(IsOpen(StackedPane::CelEditor)) << "what was open stays open";
 
     Run(CommandId::ViewCamera);
-    doc->StartCamInput();
-    doc->EndCamInput(5, 0);
+    doc->Camera().StartCamInput();
+    doc->Camera().EndCamInput(5, 0);
     Key(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_FALSE(IsOpen(StackedPane::Xsheet)) << "the picture shows what a drag in it changed";
     EXPECT_EQ(Grid().Cell(0, 0).PosX(), 20);
@@ -216,8 +222,8 @@ TEST_F(CKeysTest, WhatIsChangedIsShownFirst) {
 }
 
 TEST_F(CKeysTest, KeysOfAViewRestWhileItIsOutOfSight) {
-    doc->EditCel("1");
-    doc->SetSelEndY(9);
+    doc->Assets().EditCel("1");
+    doc->XSheet().SetSelEndY(9);
     Run(CommandId::ViewCelEditor);
     const CZoomLevel cameraZoom = Camera().Zoom();
     for (const Qt::Key key : {Qt::Key_F6, Qt::Key_F9, Qt::Key_F10, Qt::Key_Plus, Qt::Key_Minus})

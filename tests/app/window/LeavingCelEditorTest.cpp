@@ -2,6 +2,9 @@
 
 #include "MainFrameFixture.h"
 #include "TestScene.h"
+#include "scene/AssetOperations.h"
+#include "scene/SceneLifecycle.h"
+#include "scene/SceneModel.h"
 #include "views/camera/CamFrame.h"
 #include "views/camera/CameraView.h"
 #include "views/cel/CelFrame.h"
@@ -20,16 +23,16 @@ namespace {
 class CLeavingCelEditorTest : public CMainFrameFixture {
 protected:
     CLeavingCelEditorTest() {
-        EXPECT_TRUE(doc->OpenScene("Test"));
-        doc->SetFolderName("A");
-        doc->EditCel("2"); // which the frame under the cursor does not show
+        EXPECT_TRUE(doc->Scenes().OpenScene("Test"));
+        doc->Scenes().SetFolderName("A");
+        doc->Assets().EditCel("2"); // which the frame under the cursor does not show
         Run(CommandId::ViewCelEditor);
     }
     ~CLeavingCelEditorTest() override { EndFrame(); }
 
     /// A stroke, as far as the document sees it.
     void Paint() {
-        CCelImg& image = doc->EditedImage();
+        CCelImg& image = EditedImage();
         image.SetColorAt(0, 0, {1, 2, ++m_stroke, 255});
         image.SetModified(true);
     }
@@ -37,7 +40,7 @@ protected:
         QCoreApplication::processEvents();
         CCelImg onDisk;
         EXPECT_TRUE(onDisk.Load(file));
-        return !doc->EditedImage().IsModified() && onDisk.ColorAt(0, 0) == doc->EditedImage().ColorAt(0, 0);
+        return !doc->Model().celImg.IsModified() && onDisk.ColorAt(0, 0) == doc->Model().celImg.ColorAt(0, 0);
     }
 
     CTestScene scene{Database()};
@@ -71,7 +74,7 @@ TEST_F(CLeavingCelEditorTest, AChangedDrawingIsWrittenWhateverItIsLeftFor) {
         leave[i]();
         EXPECT_TRUE(QTest::qWaitFor([this] { return IsSaved(); })) << i;
         EXPECT_EQ(TakeHints(), std::vector<int>{260}) << i;
-        EXPECT_EQ(doc->EditedImage().FilePath(), file) << "it stays under edit";
+        EXPECT_EQ(doc->Model().celImg.FilePath(), file) << "it stays under edit";
     }
 }
 

@@ -1,5 +1,8 @@
 #include "MainFrameFixture.h"
 #include "app/window/OnlineManual.h"
+#include "scene/AssetOperations.h"
+#include "scene/SceneModel.h"
+#include "scene/XSheetOperations.h"
 #include "views/camera/CamFrame.h"
 #include "views/cel/CelFrame.h"
 #include "views/source/SourceView.h"
@@ -112,7 +115,7 @@ TEST_F(CMainFrameTest, CommandsAreEnabledByWhatIsOpen) {
     expect(withMore, false, "a scene");
 
     prompter.Answer(std::string("walk"));
-    doc->OnAssetsNewfolder();
+    doc->Assets().NewFolder();
     expect(withFolder, true, "a folder");
     expect(withMore, false, "a folder");
 
@@ -131,7 +134,7 @@ TEST_F(CMainFrameTest, StatusPanesAndTitleFollowTheScene) {
     EXPECT_EQ(Pane("current frame"), "Current Frm : 1");
     EXPECT_EQ(Pane("total frames"), "Total Frm : 12");
     Frame().Action(CommandId::CameraZoomMode)->trigger();
-    doc->SetCursorY(4);
+    doc->XSheet().SetCursorY(4);
     Frame().UpdateCommands();
     EXPECT_EQ(Pane("camera mode"), "Mode : ZOOM");
     EXPECT_EQ(Pane("current frame"), "Current Frm : 5");
@@ -143,9 +146,9 @@ TEST_F(CMainFrameTest, KeysReachTheirCommands) {
     NewScene("First");
     prompter.Answer(std::string("Back"));
     QTest::keyClick(&Frame(), Qt::Key_Insert);
-    EXPECT_EQ(doc->GetLevelCount(), 2);
+    EXPECT_EQ(doc->Model().xsheet.LevelCount(), 2);
     QTest::keyClick(&Frame(), Qt::Key_Backspace, Qt::AltModifier);
-    EXPECT_EQ(doc->GetLevelCount(), 1);
+    EXPECT_EQ(doc->Model().xsheet.LevelCount(), 1);
     QTest::keyClick(&Frame(), Qt::Key_F7);
     EXPECT_EQ(doc->Model().inputMode, InputMode::Zoom);
 }
@@ -184,7 +187,7 @@ TEST_F(CMainFrameTest, LayoutIsRememberedAndLeavingSavesTheScene) {
     Frame().Action(CommandId::ViewXsheet)->trigger();
     Frame().Action(CommandId::ViewStatusBar)->trigger();
     prompter.Answer(std::string("Back"));
-    doc->OnXsheetAddlevel();
+    doc->XSheet().AddLevel();
     EXPECT_TRUE(Frame().close());
     EXPECT_FALSE(doc->Model().undo.has_value()) << "saved";
     EndFrame();

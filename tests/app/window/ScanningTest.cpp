@@ -4,6 +4,7 @@
 #include "SaneTestDevice.h"
 #include "image/CelImg.h"
 #include "qt/ModalDriver.h"
+#include "scene/AssetOperations.h"
 #include "scene/Settings.h"
 
 #include <QComboBox>
@@ -87,7 +88,7 @@ protected:
     void OpenFolder() {
         NewScene("First");
         prompter.Answer(std::string("walk"));
-        doc->OnAssetsNewfolder();
+        doc->Assets().NewFolder();
     }
     bool Load(CCelImg& image, const Path& file) { return static_cast<bool>(image.Load(file)); }
 
@@ -104,7 +105,7 @@ TEST_F(CScanningTest, CommandsNeedWhatTheyFill) {
     EXPECT_TRUE(Command(CommandId::SourcesScanPicture).isEnabled());
     EXPECT_FALSE(Command(CommandId::SourcesScanCels).isEnabled());
     prompter.Answer(std::string("walk"));
-    doc->OnAssetsNewfolder();
+    doc->Assets().NewFolder();
     EXPECT_TRUE(Command(CommandId::SourcesScanCels).isEnabled());
 }
 

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "scene/PaintTools.h"
+#include "scene/SceneModel.h"
+
+#include <functional>
+#include <optional>
+
+namespace velmor {
+
+/// Painting on the image under edit: the only way in which its pixels change. Whoever paints tells its own view
+/// what has changed; nothing is announced. All coordinates are those of the image (row 0 at the bottom) and may lie
+/// outside it.
+class CCelPainting {
+public:
+    /// The model outlives the object.
+    explicit CCelPainting(CSceneModel& model) : m_model(model) {}
+
+    /// A tool comes down at a pixel. False when there is no image, when the tool cannot work on it, or while
+    /// another is down.
+    [[nodiscard]] bool Begin(CelTool tool, CPoint at);
+    /// It moves on. Only strokes paint on their way.
+    CPaintResult Move(CPoint to);
+    /// It is lifted: the rest of a stroke, and all that the other forms do.
+    CPaintResult End(CPoint at);
+    /// It is lifted without painting any more. What a stroke has painted stays.
+    void Cancel() { m_tool.reset(); }
+
+    bool IsPainting() const { return m_tool.has_value(); }
+    /// Between Begin() and End().
+    ToolForm Form() const { return m_form; }
+
+    /// What no tool does: a filter, a key, a drawing made by the program. Nothing happens without an image.
+    CPaintResult Change(const std::function<CPaintResult(CCelImg& image)>& change);
+
+private:
+    CSceneModel& m_model;
+    std::optional<CelTool> m_tool; ///< that is down
+    ToolForm m_form = ToolForm::Point;
+    CPoint m_from; ///< the press, for a stroke the end of what is painted
+};
+
+} // namespace velmor
