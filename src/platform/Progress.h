@@ -13,6 +13,11 @@ public:
     virtual void Report(int percent, const std::string& text) = 0;
     /// A frame, counted from 1, is done.
     virtual void FrameDone(int frame) { static_cast<void>(frame); }
+    /// A frame, counted from 1, could not be made, and the work goes on with the others.
+    virtual void FrameFailed(int frame, const std::string& why) {
+        static_cast<void>(frame);
+        static_cast<void>(why);
+    }
     /// True when the user has asked to stop since the last call (the request is cleared by asking).
     virtual bool TakeStopRequest() = 0;
 };

@@ -1,12 +1,12 @@
 #include "render/FinalRender.h"
 
+#include "platform/process/Parallel.h"
 #include "render/Flipbook.h"
+#include "render/FrameReader.h"
 #include "render/OrderedProducer.h"
 #include "render/RenderMovie.h"
 
 #include <algorithm>
-#include <array>
-#include <cctype>
 #include <exception>
 
 namespace velmor {
@@ -20,11 +20,13 @@ struct CMadeFrame {
     CFrameBuffer overWhite;
     std::vector<std::uint8_t> encoded;
     CStatus status;
-};
+    RenderFault fault = RenderFault::None;
 
-CRenderOutcome Failed(const CStatus& status, int framesWritten) {
-    return {RenderEnd::Failed, status.Message(), framesWritten};
-}
+    void Fail(RenderFault of, std::string message) {
+        fault = of;
+        status = CStatus::Failure(std::move(message));
+    }
+};
 
 class CRenderRun {
 public:
@@ -35,22 +37,40 @@ public:
           m_geometry(RenderGeometryOf(job.settings, job.shot.geometry.Frame())),
           m_frames(job.settings.frames) {
         if (!IsMovie(m_settings.format) && m_settings.resume)
-            std::erase_if(m_frames, [this](int frame) { return FileExists(RenderFrameFile(m_settings, frame)); });
+            LeaveOutKept();
     }
 
     CRenderOutcome Run(IProgress& progress, const std::function<bool()>& askStop) {
         if (IsMovie(m_settings.format))
             if (const CStatus opened = OpenMovie(); !opened)
-                return Failed(opened, 0);
-        CRenderOutcome outcome = WriteFrames(progress, askStop);
-        if (m_movie && outcome.end != RenderEnd::Failed)
+                return Failed(RenderFault::Output, opened.Message());
+        WriteFrames(progress, askStop);
+        if (m_movie && m_outcome.end != RenderEnd::Failed)
             if (const CStatus closed = m_movie->Close(m_length); !closed)
-                return Failed(closed, outcome.framesWritten);
-        return outcome;
+                return Failed(RenderFault::Output, closed.Message());
+        return m_outcome;
     }
 
 private:
     bool IsTransparent() const { return m_settings.transparentBackground && HasAlpha(m_settings.format); }
+
+    const CRenderOutcome& Failed(RenderFault fault, std::string message) {
+        m_outcome.end = RenderEnd::Failed;
+        m_outcome.fault = std::max(m_outcome.fault, fault);
+        m_outcome.message = std::move(message);
+        return m_outcome;
+    }
+
+    void LeaveOutKept() {
+        std::vector<char> kept(m_frames.size());
+        const auto look = [&](int begin, int end) {
+            for (auto i = static_cast<std::size_t>(begin); i < static_cast<std::size_t>(end); ++i)
+                kept[i] = IsFrameKept(m_settings, m_geometry.scene, m_frames[i]);
+        };
+        ParallelFor(static_cast<int>(m_frames.size()), 1, look);
+        m_outcome.framesKept = static_cast<int>(std::ranges::count(kept, char{1}));
+        std::erase_if(m_frames, [&, i = std::size_t{0}](int) mutable { return kept[i++] != 0; });
+    }
 
     CStatus OpenMovie() {
         const CSceneGeometry& scene = m_job.shot.geometry;
@@ -75,59 +95,106 @@ private:
         return ComposeFrame(request, m_cache, buffer, false);
     }
 
+    // The frame to be encoded or written, from its layers or, finished, from its file.
+    [[nodiscard]] bool MakePixels(int frame, CMadeFrame& made) {
+        made.status =
+            m_job.finished
+                ? ReadFinished(frame, made.frame)
+                : Compose(frame, IsTransparent() ? ColorRef{0} : m_job.shot.geometry.background, made.frame);
+        if (made.status && IsTransparent())
+            made.status = Compose(frame, MakeColorRef(255, 255, 255), made.overWhite);
+        if (!made.status)
+            made.fault = IsInputMissing(frame) ? RenderFault::Input : RenderFault::Frame;
+        return static_cast<bool>(made.status);
+    }
+
+    CStatus ReadFinished(int frame, CFrameBuffer& buffer) const {
+        return ReadFrameFile(RenderFrameFile(m_job.finished->target, m_job.finished->format, frame),
+                             static_cast<FrameFormat>(m_job.finished->format), m_geometry.output, false, buffer);
+    }
+
+    bool IsInputMissing(int frame) const {
+        if (m_job.finished)
+            return !FileExists(RenderFrameFile(m_job.finished->target, m_job.finished->format, frame));
+        const CFrameRequest request =
+            RequestFrame(m_job.shot, m_settings.levels, frame, m_job.camera.At(frame), m_geometry);
+        return !std::ranges::all_of(request.layers, FileExists, &CFrameLayer::path);
+    }
+
     // A frame becomes a file here, on the producing thread: numbered files do not depend on one another.
     void MakeFrame(int frame, CMadeFrame& made) noexcept {
         try {
-            MakeFrameOrThrow(frame, made);
+            made.fault = RenderFault::None;
+            if (MakePixels(frame, made))
+                FinishFrame(frame, made);
         } catch (const std::exception&) {
-            made.status = CStatus::Failure("There is not enough memory to render a frame.");
+            made.Fail(RenderFault::Machine, "There is not enough memory to render a frame.");
         }
     }
 
-    void MakeFrameOrThrow(int frame, CMadeFrame& made) {
-        const ColorRef background = m_job.shot.geometry.background;
-        made.status = Compose(frame, IsTransparent() ? ColorRef{0} : background, made.frame);
-        if (!made.status)
-            return;
+    void FinishFrame(int frame, CMadeFrame& made) {
         if (m_movie) {
             m_movie->Encode(made.frame, made.encoded);
             return;
         }
         AlphaPlane alpha;
-        if (IsTransparent()) {
-            made.status = Compose(frame, MakeColorRef(255, 255, 255), made.overWhite);
-            if (!made.status)
-                return;
+        if (IsTransparent())
             alpha = SeparateBackground(made.frame, made.overWhite);
-        }
         if (!WriteFrameFile(RenderFrameFile(m_settings, frame), static_cast<FrameFormat>(m_settings.format),
                             made.frame, alpha))
-            made.status = CStatus::Failure(unwritable);
+            made.Fail(RenderFault::Output, unwritable);
     }
 
-    CRenderOutcome WriteFrames(IProgress& progress, const std::function<bool()>& askStop) {
+    void WriteFrames(IProgress& progress, const std::function<bool()>& askStop) {
         const int count = static_cast<int>(m_frames.size());
         COrderedProducer<CMadeFrame> made(count, [this](int index, CMadeFrame& item) {
             MakeFrame(m_frames[static_cast<std::size_t>(index)], item);
         });
-        if (made.Failed())
-            return Failed(CStatus::Failure(noRenderThread), 0);
-        int written = 0;
-        for (const int frame : m_frames) {
-            const CMadeFrame& item = *made.Next();
-            if (!item.status)
-                return Failed(item.status, written);
-            if (m_movie)
-                if (const CStatus added = m_movie->Write(PositionOf(frame), item.encoded); !added)
-                    return Failed(added, written);
-            m_length = PositionOf(frame) + LastStands();
-            ++written;
-            progress.Report(written * 100 / count, "Preparing Frame : " + std::to_string(frame + 1));
-            progress.FrameDone(frame + 1);
-            if (written < count && progress.TakeStopRequest() && askStop())
-                return {RenderEnd::Stopped, "Stopped after Frame : " + std::to_string(frame + 1), written};
+        if (made.Failed()) {
+            Failed(RenderFault::Machine, noRenderThread);
+            return;
         }
-        return {RenderEnd::Complete, {}, written};
+        for (int done = 0; done < count; ++done) {
+            const int frame = m_frames[static_cast<std::size_t>(done)];
+            const CMadeFrame& item = *made.Next();
+            if (!(item.status ? Take(frame, item) : GoOnWithout(frame, item, progress)))
+                return;
+            progress.Report((done + 1) * 100 / count, "Preparing Frame : " + std::to_string(frame + 1));
+            if (item.status)
+                progress.FrameDone(frame + 1);
+            if (done + 1 < count && progress.TakeStopRequest() && askStop()) {
+                m_outcome.end = RenderEnd::Stopped;
+                m_outcome.message = "Stopped after Frame : " + std::to_string(frame + 1);
+                return;
+            }
+        }
+        if (m_outcome.framesFailed > 0)
+            Failed(m_outcome.fault, std::to_string(m_outcome.framesFailed) + " of " + std::to_string(count) +
+                                        " frames could not be rendered");
+    }
+
+    // Both are false when the render ends with this frame.
+    [[nodiscard]] bool Take(int frame, const CMadeFrame& made) {
+        if (m_movie)
+            if (const CStatus added = m_movie->Write(PositionOf(frame), made.encoded); !added) {
+                Failed(RenderFault::Output, added.Message());
+                return false;
+            }
+        m_length = PositionOf(frame) + LastStands();
+        ++m_outcome.framesWritten;
+        return true;
+    }
+
+    [[nodiscard]] bool GoOnWithout(int frame, const CMadeFrame& made, IProgress& progress) {
+        const bool isOfThisFrame = made.fault == RenderFault::Frame || made.fault == RenderFault::Input;
+        if (!m_settings.keepGoing || m_movie || !isOfThisFrame) {
+            Failed(made.fault, made.status.Message());
+            return false;
+        }
+        m_outcome.fault = std::max(m_outcome.fault, made.fault);
+        ++m_outcome.framesFailed;
+        progress.FrameFailed(frame + 1, made.status.Message());
+        return true;
     }
 
     const CRenderJob& m_job;
@@ -137,50 +204,10 @@ private:
     std::vector<int> m_frames;
     std::unique_ptr<IRenderMovie> m_movie; ///< null for numbered frames
     int m_length = 0;                      ///< of the movie so far, frames
+    CRenderOutcome m_outcome;
 };
 
 } // namespace
-
-COutputGeometry RenderGeometryOf(const CRenderSettings& settings, CSize scene) {
-    int width = std::max(1, static_cast<int>(scene.width * settings.scaling * 0.01));
-    if (settings.format == RenderFormat::Avi)
-        width = (width + 3) / 4 * 4;
-    const double factor = static_cast<double>(width) / scene.width;
-    return {scene, {width, std::max(1, static_cast<int>(scene.height * factor))}, factor};
-}
-
-int MostPixelsOf(RenderFormat format) {
-    switch (format) {
-    case RenderFormat::Mp4:
-        return 16384; // of H.264 encoders
-    case RenderFormat::Avi:
-        return 32764; // 16-bit numbers in its header, and a multiple of 4
-    default:
-        return 32767; // of the programs that read the pictures, ours among them
-    }
-}
-
-std::string_view ExtensionOf(RenderFormat format) {
-    constexpr std::array<std::string_view, 5> extensions = {".png", ".tga", ".bmp", ".avi", ".mp4"};
-    return extensions[static_cast<std::size_t>(format)];
-}
-
-Path RenderTargetOf(const Path& name, RenderFormat format) {
-    if (!IsMovie(format))
-        return name;
-    std::string extension = name.extension().string();
-    std::ranges::transform(extension, extension.begin(),
-                           [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return extension == ExtensionOf(format) ? name : Path(name) += ExtensionOf(format);
-}
-
-Path RenderFrameFile(const CRenderSettings& settings, int frame) {
-    constexpr std::size_t digits = 4;
-    std::string number = std::to_string(frame + 1);
-    number.insert(0, digits - std::min(digits, number.size()), '0');
-    return settings.target.parent_path() /
-           (settings.target.filename().string() + number + std::string(ExtensionOf(settings.format)));
-}
 
 CRenderOutcome RenderToDisk(const CRenderJob& job, CImageCache& cache, IProgress& progress,
                             const std::function<bool()>& askStop) {

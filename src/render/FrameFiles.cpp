@@ -1,6 +1,7 @@
 #include "render/FrameFiles.h"
 
 #include "platform/files/PngFile.h"
+#include "render/FrameFileHeaders.h"
 
 #include <algorithm>
 #include <limits>
@@ -9,15 +10,8 @@ namespace velmor {
 
 namespace {
 
-constexpr std::size_t frameChannels = 3;
-
 std::size_t PixelCount(const CFrameBuffer& frame) {
     return static_cast<std::size_t>(frame.width) * static_cast<std::size_t>(frame.height);
-}
-
-void AppendLittleEndian(std::vector<std::uint8_t>& bytes, std::uint32_t value, int count) {
-    for (int i = 0; i < count; ++i)
-        bytes.push_back(static_cast<std::uint8_t>(value >> (8 * i)));
 }
 
 bool WriteFramePng(const Path& path, const CFrameBuffer& frame, const AlphaPlane& alpha) {
@@ -37,14 +31,8 @@ bool WriteFramePng(const Path& path, const CFrameBuffer& frame, const AlphaPlane
     return WritePng(path, {frame.width, frame.height, channels, bytes});
 }
 
-// Truevision TGA 2.0, uncompressed true colour, bottom row first.
 bool WriteFrameTarga(const Path& path, const CFrameBuffer& frame, const AlphaPlane& alpha) {
-    constexpr int alphaBits = 8; // in the descriptor of a 32-bit image
-    std::vector<std::uint8_t> bytes = {0, 0, 2, 0, 0, 0, 0, 0, 0, 0, 0, 0};
-    AppendLittleEndian(bytes, static_cast<std::uint32_t>(frame.width), 2);
-    AppendLittleEndian(bytes, static_cast<std::uint32_t>(frame.height), 2);
-    bytes.push_back(alpha.empty() ? 24 : 32);
-    bytes.push_back(alpha.empty() ? 0 : alphaBits);
+    std::vector<std::uint8_t> bytes = TargaHeader({frame.width, frame.height}, !alpha.empty());
     if (alpha.empty())
         bytes.insert(bytes.end(), frame.pixels.begin(), frame.pixels.end());
     for (std::size_t i = 0; i < alpha.size(); ++i) {
@@ -54,27 +42,14 @@ bool WriteFrameTarga(const Path& path, const CFrameBuffer& frame, const AlphaPla
     return WriteFileAtomically(path, bytes);
 }
 
-// Windows bitmap with a BITMAPINFOHEADER, 24 bits, bottom row first, rows padded to four bytes.
 bool WriteFrameBitmap(const Path& path, const CFrameBuffer& frame) {
-    constexpr std::uint32_t headerSize = 14 + 40;
     const std::size_t rowBytes = static_cast<std::size_t>(frame.width) * frameChannels;
-    const std::size_t padding = (4 - rowBytes % 4) % 4;
+    const std::size_t padding = BitmapRowBytes(frame.width) - rowBytes;
     const std::size_t bits = (rowBytes + padding) * static_cast<std::size_t>(frame.height);
-    if (bits > std::numeric_limits<std::uint32_t>::max() - headerSize)
+    if (bits > std::numeric_limits<std::uint32_t>::max() - bitmapHeaderBytes)
         return false;
-    std::vector<std::uint8_t> bytes = {'B', 'M'};
-    bytes.reserve(headerSize + bits);
-    AppendLittleEndian(bytes, headerSize + static_cast<std::uint32_t>(bits), 4);
-    AppendLittleEndian(bytes, 0, 4);
-    AppendLittleEndian(bytes, headerSize, 4);
-    AppendLittleEndian(bytes, 40, 4);
-    AppendLittleEndian(bytes, static_cast<std::uint32_t>(frame.width), 4);
-    AppendLittleEndian(bytes, static_cast<std::uint32_t>(frame.height), 4);
-    AppendLittleEndian(bytes, 1, 2);
-    AppendLittleEndian(bytes, 24, 2);
-    AppendLittleEndian(bytes, 0, 4);
-    AppendLittleEndian(bytes, static_cast<std::uint32_t>(bits), 4);
-    bytes.resize(headerSize, 0);
+    std::vector<std::uint8_t> bytes = BitmapHeader({frame.width, frame.height}, bits);
+    bytes.reserve(bitmapHeaderBytes + bits);
     for (std::size_t row = 0; row < frame.pixels.size(); row += rowBytes) {
         const auto begin = frame.pixels.begin() + static_cast<std::ptrdiff_t>(row);
         bytes.insert(bytes.end(), begin, begin + static_cast<std::ptrdiff_t>(rowBytes));

@@ -11,6 +11,7 @@ namespace {
 using testing::CTempFolder;
 using testing::CTestScene;
 using testing::ReadBytes;
+using testing::WriteBytes;
 
 class FinalRender : public ::testing::Test {
 protected:
@@ -117,6 +118,88 @@ TEST_F(FinalRender, FailuresSayWhyAndLeaveNothingHalfWritten) {
     EXPECT_EQ(refused.end, RenderEnd::Failed);
     EXPECT_FALSE(refused.message.empty());
     EXPECT_EQ(ListFiles(folder.Path(), "").size(), 0U);
+}
+
+TEST_F(FinalRender, FinishedFramesJoinToTheMovieThatOneRenderMakes) {
+    scene.data.geometry.width = 62; // which an AVI makes 64
+    for (const RenderFormat format : {RenderFormat::Avi, RenderFormat::Mp4})
+        for (const RenderFormat of : {RenderFormat::Png, RenderFormat::Targa, RenderFormat::Bitmap}) {
+            std::vector<std::uint8_t> sound(30000, 100);
+            CRenderJob movie = Job(format);
+            movie.settings.scaling = 75;
+            movie.settings.frames = {1, 3, 5, 9};
+            movie.settings.step = 2;
+            movie.sound = sound;
+            ASSERT_EQ(Render(movie).end, RenderEnd::Complete);
+
+            CRenderJob frames = movie;
+            frames.settings.format = of;
+            frames.settings.target = folder / "frame";
+            frames.settings.asOfAvi = format == RenderFormat::Avi;
+            ASSERT_EQ(Render(frames).end, RenderEnd::Complete);
+            CRenderJob joined = movie;
+            joined.settings.target = folder / "joined";
+            joined.finished = {folder / "frame", of};
+            ASSERT_EQ(Render(joined).end, RenderEnd::Complete);
+            EXPECT_EQ(ReadBytes(folder / "joined"), ReadBytes(folder / "out"));
+
+            static_cast<void>(RemoveFile(RenderFrameFile(frames.settings, 5)));
+            static_cast<void>(RemoveFile(folder / "joined"));
+            const CRenderOutcome missing = Render(joined);
+            EXPECT_EQ(missing.fault, RenderFault::Input);
+            EXPECT_EQ(missing.message, Utf8Of(RenderFrameFile(frames.settings, 5)) + " is missing");
+            EXPECT_FALSE(FileExists(folder / "joined"));
+        }
+}
+
+TEST_F(FinalRender, OfTheFramesThereOnlyWholeOnesAreKept) {
+    for (const RenderFormat format : {RenderFormat::Png, RenderFormat::Targa, RenderFormat::Bitmap}) {
+        CRenderJob job = Job(format);
+        ASSERT_EQ(Render(job).end, RenderEnd::Complete);
+        std::map<int, std::vector<std::uint8_t>> whole;
+        for (const int frame : job.settings.frames)
+            whole[frame] = ReadBytes(RenderFrameFile(job.settings, frame));
+        const auto damage = [&](int frame, auto change) {
+            std::vector<std::uint8_t> bytes = whole[frame];
+            change(bytes);
+            WriteBytes(RenderFrameFile(job.settings, frame), bytes);
+        };
+        damage(1, [](auto& bytes) { bytes.clear(); });
+        damage(2, [](auto& bytes) { bytes.pop_back(); });
+        damage(3, [](auto& bytes) { bytes.resize(bytes.size() / 2); });
+        CRenderJob other = job; // of another size
+        other.settings.scaling = 50;
+        other.settings.frames = {4};
+        ASSERT_EQ(Render(other).end, RenderEnd::Complete);
+
+        job.settings.resume = true;
+        job.settings.onlyWhole = true;
+        const CRenderOutcome outcome = Render(job);
+        EXPECT_EQ(outcome.framesWritten, 4);
+        EXPECT_EQ(outcome.framesKept, 6);
+        for (const int frame : job.settings.frames)
+            EXPECT_EQ(ReadBytes(RenderFrameFile(job.settings, frame)), whole[frame]) << frame;
+    }
+}
+
+TEST_F(FinalRender, ABrokenCelFailsItsFramesAlone) {
+    WriteBytes(scene.folder / "A" / "2.bit", std::vector<std::uint8_t>{1, 2, 3});
+    CRenderJob job = Job(RenderFormat::Bitmap);
+    job.settings.keepGoing = true;
+    const CRenderOutcome broken = Render(job);
+    EXPECT_EQ(broken.end, RenderEnd::Failed);
+    EXPECT_EQ(broken.fault, RenderFault::Frame);
+    EXPECT_EQ(broken.framesWritten, 5);
+    EXPECT_EQ(broken.framesFailed, 5);
+    EXPECT_EQ(ListFiles(folder.Path(), ".bmp").size(), 5U);
+
+    static_cast<void>(RemoveFile(scene.folder / "A" / "1.bit"));
+    EXPECT_EQ(Render(job).fault, RenderFault::Input);
+    job.settings.target = folder / "missing" / "out";
+    job.settings.levels = {2};
+    const CRenderOutcome unwritable = Render(job);
+    EXPECT_EQ(unwritable.fault, RenderFault::Output);
+    EXPECT_EQ(unwritable.framesFailed, 0);
 }
 
 } // namespace
