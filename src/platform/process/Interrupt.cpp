@@ -3,6 +3,7 @@
 #include "platform/files/Files.h"
 
 #include <csignal>
+#include <unistd.h>
 
 namespace velmor {
 
@@ -11,6 +12,11 @@ namespace {
 extern "C" void DieWithoutUnfinishedFiles(int signal) {
     DiscardUnfinishedFiles();
     std::raise(signal); // the default action is back in force, and the signal is not held off meanwhile
+}
+
+extern "C" void ExitWithoutUnfinishedFiles(int) {
+    DiscardUnfinishedFiles();
+    ::_exit(terminatedStatus);
 }
 
 } // namespace
@@ -26,6 +32,12 @@ void RemoveUnfinishedFilesOnInterrupt() {
         action.sa_flags = static_cast<int>(SA_RESETHAND | SA_NODEFER);
         ::sigaction(signal, &action, nullptr);
     }
+}
+
+void EndWithStatusOnTermination() {
+    struct sigaction action {};
+    action.sa_handler = ExitWithoutUnfinishedFiles;
+    ::sigaction(SIGTERM, &action, nullptr);
 }
 
 } // namespace velmor

@@ -7,4 +7,11 @@ namespace velmor {
 /// started to ignore stays ignored. For programs without a window; call it before files are written.
 void RemoveUnfinishedFilesOnInterrupt();
 
+/// The exit status of a process that was told to end (SIGTERM) after EndWithStatusOnTermination().
+inline constexpr int terminatedStatus = 7;
+
+/// From now on SIGTERM, after the same clearing up, ends the process with a status of its own. For work that a
+/// queue may stop and start again: a status tells it more than the death by a signal, which has many causes.
+void EndWithStatusOnTermination();
+
 } // namespace velmor

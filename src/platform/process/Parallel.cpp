@@ -92,6 +92,11 @@ private:
     std::vector<std::thread> m_threads;
 };
 
+std::atomic<int>& Processors() {
+    static std::atomic<int> count{std::max(1, static_cast<int>(std::thread::hardware_concurrency()))};
+    return count;
+}
+
 CThreadPool& UsualPool() {
     static CThreadPool pool;
     return pool;
@@ -111,8 +116,11 @@ CThreadPool& PoolOfCaller() {
 } // namespace
 
 int ProcessorCount() {
-    static const int count = std::max(1, static_cast<int>(std::thread::hardware_concurrency()));
-    return count;
+    return Processors().load(std::memory_order_relaxed);
+}
+
+void SetProcessorCount(int count) {
+    Processors() = std::max(1, count);
 }
 
 void StartParallelThreads() {

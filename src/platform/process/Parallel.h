@@ -7,6 +7,10 @@ namespace velmor {
 /// Number of processors that work can be divided among, at least 1.
 int ProcessorCount();
 
+/// Divides work among so many (at least 1) instead of all that there are. For a program's start, before anything is
+/// divided: others share the machine.
+void SetProcessorCount(int count);
+
 /// Makes the threads that ParallelFor() keeps, at the caller's priority. For a program's start; without it the
 /// first call makes them.
 void StartParallelThreads();
