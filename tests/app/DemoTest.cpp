@@ -66,7 +66,7 @@ private:
 };
 
 TEST_F(Demo, IsASceneOfSeveralFilledLevels) {
-    EXPECT_TRUE(RunCheck({Database(), ""}));
+    EXPECT_TRUE(RunCheck({Database(), {}}));
     EXPECT_EQ(data.geometry.width, 768);
     EXPECT_EQ(data.geometry.height, 576);
     EXPECT_EQ(data.geometry.frameRate, 25);

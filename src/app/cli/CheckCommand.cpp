@@ -30,6 +30,8 @@ public:
         return m_damaged.empty();
     }
 
+    std::size_t DamagedCount() const { return m_damaged.size(); }
+
 private:
     void Print(const Path& path, const CStatus& status) {
         if (!status && m_damaged.insert(path).second)
@@ -78,21 +80,31 @@ private:
     std::set<Path> m_damaged;
 };
 
+void Report(const std::string& scene, std::size_t damaged) {
+    std::cout << scene << ": ";
+    if (damaged == 0)
+        std::cout << "whole\n";
+    else
+        std::cout << damaged << (damaged == 1 ? " file" : " files") << " damaged or missing\n";
+}
+
 } // namespace
 
-bool RunCheck(const CSceneArguments& arguments) {
+bool RunCheck(const CCheckArguments& arguments) {
     CConsolePrompter prompter;
     if (!RequireDatabase(arguments.database, prompter))
         return false;
-    const std::vector<std::string> scenes =
-        arguments.scene.empty() ? ListScenes(arguments.database) : std::vector{arguments.scene};
+    const bool isAll = arguments.scenes.empty() || arguments.scenes == std::vector<std::string>{"all"};
     bool sound = true;
-    for (const std::string& scene : scenes) {
+    for (const std::string& scene : isAll ? ListScenes(arguments.database) : arguments.scenes) {
         if (!FolderExists(CScenePaths(WithSeparator(arguments.database), scene).SceneFolder())) {
             prompter.ShowMessage("Problem openning the scene");
             return false;
         }
-        sound = CSceneCheck(arguments.database, scene).Run() && sound;
+        CSceneCheck check(arguments.database, scene);
+        sound = check.Run() && sound;
+        if (arguments.report)
+            Report(scene, check.DamagedCount());
     }
     return sound;
 }

@@ -1,37 +1,20 @@
 #include "app/cli/CommandLine.h"
 
 #include "app/cli/Commands.h"
-#include "render/Compressors.h"
+#include "app/cli/ExitStatus.h"
+#include "app/cli/Grammar.h"
+#include "app/cli/RenderGrammar.h"
+#include "platform/process/Parallel.h"
 
-#include <CLI/CLI.hpp>
 #include <exception>
-#include <functional>
 #include <iostream>
 
 namespace velmor {
 
 namespace {
 
-enum ExitStatus { done = 0, failed = 1, wrongUsage = 2 };
-
-std::string CheckNumber(const std::string& text) {
-    return ParseNumber(text) ? std::string() : "not a number from 1 up: " + text;
-}
-
-std::string CheckNumberList(const std::string& text) {
-    return ParseNumberList(text) ? std::string() : "not a list of numbers such as 1-3,5: " + text;
-}
-
-std::string CheckSingleRange(const std::string& text) {
-    const auto ranges = ParseNumberList(text);
-    return ranges && ranges->size() == 1 ? std::string() : "not a range of frames such as 1-48: " + text;
-}
-
-std::string CompressorNames() {
-    std::string names;
-    for (const CCompressor& compressor : AvailableCompressors())
-        names += (names.empty() ? "" : ", ") + std::string(compressor.name);
-    return names;
+int StatusOf(bool done) {
+    return done ? statusDone : statusFailed;
 }
 
 /// The command line's grammar. Every subcommand stores what it is to do in m_run.
@@ -43,39 +26,40 @@ public:
         AddReaders();
         AddCompose();
         AddFlipbook();
-        AddRender();
+        m_rendering.AddTo(m_app, m_run);
         AddImport();
     }
 
     CLI::App& App() { return m_app; }
-    bool Run() const { return m_run(); }
+    int Run() const { return m_run(); }
 
 private:
-    CLI::App* AddCommand(CLI::App& parent, const char* name, const char* description, CSceneArguments& scene) {
-        CLI::App* command = parent.add_subcommand(name, description);
-        command->add_option("--database", scene.database, "Folder of the scene database")->required();
-        return command;
-    }
-
-    CLI::App* AddSceneCommand(CLI::App& parent, const char* name, const char* description, CSceneArguments& scene) {
-        CLI::App* command = AddCommand(parent, name, description, scene);
-        command->add_option("scene", scene.scene, "Name of the scene")->required();
-        return command;
-    }
-
     void AddReaders() {
         AddCommand(m_app, "scenes", "List the scenes", m_scene)->callback([this] {
-            m_run = [this] { return RunScenes(m_scene); };
+            m_run = [this] { return StatusOf(RunScenes(m_scene)); };
         });
         AddCommand(m_app, "demo", "Make a demonstration scene", m_scene)->callback([this] {
-            m_run = [this] { return RunDemo(m_scene); };
+            m_run = [this] { return StatusOf(RunDemo(m_scene)); };
         });
-        CLI::App* check = AddCommand(m_app, "check", "Read every file and name the damaged ones", m_scene);
-        check->add_option("scene", m_scene.scene, "Name of the scene; all scenes without it");
-        check->callback([this] { m_run = [this] { return RunCheck(m_scene); }; });
+        AddCheck();
         CLI::App* info = AddSceneCommand(m_app, "info", "Show what a scene holds", m_scene);
         info->add_flag("--json", m_json, "As JSON");
-        info->callback([this] { m_run = [this] { return RunInfo(m_scene, m_json); }; });
+        info->callback([this] { m_run = [this] { return StatusOf(RunInfo(m_scene, m_json)); }; });
+    }
+
+    void AddCheck() {
+        CLI::App* check = AddCommand(m_app, "check", "Read every file and name the damaged ones", m_scene);
+        CLI::Option* scene = check->add_option("scene", m_scene.scene, "Name of the scene; all scenes without it");
+        check->add_option("--scenes", m_check.scenes, "Several scenes, or all, with a line of report for each")
+            ->delimiter(',')
+            ->excludes(scene);
+        check->callback([this] {
+            m_check.database = m_scene.database;
+            m_check.report = !m_check.scenes.empty();
+            if (!m_scene.scene.empty())
+                m_check.scenes = {m_scene.scene};
+            m_run = [this] { return StatusOf(RunCheck(m_check)); };
+        });
     }
 
     void AddCompose() {
@@ -85,7 +69,7 @@ private:
             ->check(CheckNumber, "POSITIVE");
         command->add_flag("--antialias", m_compose.antialias, "Smooth edges");
         command->add_option("-o,--output", m_compose.output, "PNG to write")->required();
-        command->callback([this] { m_run = [this] { return RunCompose(m_compose); }; });
+        command->callback([this] { m_run = [this] { return StatusOf(RunCompose(m_compose)); }; });
     }
 
     void AddFlipbook() {
@@ -103,29 +87,7 @@ private:
         command->add_option("--cursor", m_flipbook.cursor, "Frame whose camera pan and tilt are taken")
             ->check(CheckNumber, "POSITIVE");
         command->add_option("-o,--output", m_flipbook.output, "AVI to write");
-        command->callback([this] { m_run = [this] { return RunFlipbook(m_flipbook); }; });
-    }
-
-    void AddRender() {
-        CLI::App* command = AddSceneCommand(m_app, "render", "Render the final output", m_render.scene);
-        AddLevels(*command, m_render.levels);
-        command
-            ->add_option_function<std::string>(
-                "--frames", [this](const std::string& text) { m_render.frames = ParseNumberList(text); },
-                "Frames, such as 1-48,60")
-            ->check(CheckNumberList);
-        command->add_option("--step", m_render.step, "Every how many frames")->check(CheckNumber, "POSITIVE");
-        command->add_option("--scaling", m_render.scaling, "Percent, 1 to 400")->check(CLI::Range(1, 400));
-        command->add_flag("--antialias", m_render.antialias, "Smooth edges");
-        command->add_option("--format", m_render.format, "png, tga, bmp, avi or mp4")
-            ->check(CLI::IsMember({"png", "tga", "bmp", "avi", "mp4"}));
-        command->add_option("--codec", m_render.codec, "Compressor of an AVI: " + CompressorNames());
-        command->add_option("--quality", m_render.quality, "Percent, 0 to 100, of a movie that is not lossless")
-            ->check(CLI::Range(0, 100));
-        command->add_flag("--transparent", m_render.transparent, "Alpha in place of the background (png, tga)");
-        command->add_flag("--resume", m_render.resume, "Keep the numbered frames that are there");
-        command->add_option("-o,--output", m_render.output, "Directory and name of the output")->required();
-        command->callback([this] { m_run = [this] { return RunRender(m_render); }; });
+        command->callback([this] { m_run = [this] { return StatusOf(RunFlipbook(m_flipbook)); }; });
     }
 
     void AddImport() {
@@ -151,25 +113,18 @@ private:
             if (!m_import.name.empty() && m_import.files.size() > 1)
                 throw CLI::ValidationError("--name", "names one file only");
             m_import.kind = kind;
-            m_run = [this] { return RunImport(m_import); };
+            m_run = [this] { return StatusOf(RunImport(m_import)); };
         });
     }
 
-    static void AddLevels(CLI::App& command, std::optional<std::vector<CNumberRange>>& levels) {
-        command
-            .add_option_function<std::string>(
-                "--levels", [&levels](const std::string& text) { levels = ParseNumberList(text); },
-                "Levels, 1 on top, such as 1-3,5")
-            ->check(CheckNumberList);
-    }
-
     CLI::App m_app{"Makes pictures and movies from a database of animation scenes.", "velmor-cli"};
-    std::function<bool()> m_run;
+    CommandRun m_run;
+    CRenderGrammar m_rendering;
     CSceneArguments m_scene;
     bool m_json = false;
+    CCheckArguments m_check;
     CComposeArguments m_compose;
     CFlipbookArguments m_flipbook;
-    CRenderArguments m_render;
     CImportArguments m_import;
 };
 
@@ -184,13 +139,14 @@ int RunCommandLine(int argc, char** argv) {
     } catch (const CLI::ParseError& error) {
         std::cerr << error.what()
                   << "\nUsage: velmor-cli SUBCOMMAND --database DIR [OPTIONS]; see velmor-cli --help" << std::endl;
-        return wrongUsage;
+        return statusWrongUsage;
     }
     try {
-        return grammar.Run() ? done : failed;
+        StartParallelThreads();
+        return grammar.Run();
     } catch (const std::exception& error) {
         std::cerr << "Out of memory or other trouble of the system: " << error.what() << std::endl;
-        return failed;
+        return statusFailed;
     }
 }
 

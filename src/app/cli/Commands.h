@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/cli/ConsoleProgress.h"
 #include "app/cli/NumberList.h"
 
 #include <optional>
@@ -14,6 +15,12 @@ namespace velmor {
 struct CSceneArguments {
     std::string database;
     std::string scene; ///< may be empty where a command does without
+};
+
+struct CCheckArguments {
+    std::string database;
+    std::vector<std::string> scenes; ///< "all" alone, or none: those of the database
+    bool report = false;             ///< a line a scene behind its damaged files
 };
 
 struct CComposeArguments {
@@ -35,8 +42,10 @@ struct CFlipbookArguments {
     std::string output; ///< empty: "flipbook.avi" in the database
 };
 
+/// Of a render: the scene, or several. With `from` the frames are there already and are joined to a movie.
 struct CRenderArguments {
     CSceneArguments scene;
+    std::vector<std::string> scenes; ///< "all" alone: those of the database; empty: scene.scene
     std::optional<std::vector<CNumberRange>> levels;
     std::optional<std::vector<CNumberRange>> frames;
     int step = 1;
@@ -46,7 +55,13 @@ struct CRenderArguments {
     std::string codec; ///< empty for the default
     int quality = 100; ///< percent
     bool transparent = false;
-    bool resume = false;
+    bool keepWhole = false; ///< numbered frames that are there and whole stay
+    bool forAvi = false;    ///< numbered frames of the size of an AVI's
+    bool eachLevel = false; ///< a sequence for each level instead of one of all
+    bool dryRun = false;
+    LogFormat log = LogFormat::Text;
+    std::string from; ///< directory and name of the frames to join; empty: they are composed
+    std::string fromFormat = "png";
     std::string output;
 };
 
@@ -65,9 +80,10 @@ struct CImportArguments {
 [[nodiscard]] bool RunInfo(const CSceneArguments& arguments, bool json);
 [[nodiscard]] bool RunCompose(const CComposeArguments& arguments);
 [[nodiscard]] bool RunFlipbook(const CFlipbookArguments& arguments);
-[[nodiscard]] bool RunRender(const CRenderArguments& arguments);
+/// Returns the exit status.
+[[nodiscard]] int RunRender(const CRenderArguments& arguments);
 [[nodiscard]] bool RunImport(const CImportArguments& arguments);
-[[nodiscard]] bool RunCheck(const CSceneArguments& arguments);
+[[nodiscard]] bool RunCheck(const CCheckArguments& arguments);
 /// Makes the scene "Demo" in the database folder, which is made when it is missing. Refuses when there is one
 /// already.
 [[nodiscard]] bool RunDemo(const CSceneArguments& arguments);

@@ -6,8 +6,10 @@
 
 namespace velmor {
 
+enum class LogFormat { Text, Json };
+
 /// Progress on the standard error output: a bar on a terminal, elsewhere flushed lines "FRAME: n" and "PROGRESS:
-/// n%".
-std::unique_ptr<IProgress> MakeConsoleProgress();
+/// n%", and "FAILED: n reason" for a frame that could not be made. As JSON each line is an object.
+std::unique_ptr<IProgress> MakeConsoleProgress(LogFormat log);
 
 } // namespace velmor

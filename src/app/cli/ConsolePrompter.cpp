@@ -1,17 +1,20 @@
 #include "app/cli/ConsolePrompter.h"
 
-#include "app/cli/ConsoleProgress.h"
+#include "app/cli/JsonLog.h"
 
 #include <iostream>
 
 namespace velmor {
 
 void CConsolePrompter::ShowMessage(const std::string& text) {
-    std::cerr << text << std::endl;
+    if (m_log == LogFormat::Json)
+        LogJson({{"event", "message"}, {"text", text}});
+    else
+        std::cerr << text << std::endl;
 }
 
 std::unique_ptr<IProgress> CConsolePrompter::BeginProgress(const std::string&) {
-    return MakeConsoleProgress();
+    return MakeConsoleProgress(m_log);
 }
 
 } // namespace velmor

@@ -1,0 +1,106 @@
+#include "app/cli/RenderGrammar.h"
+
+#include "platform/process/Parallel.h"
+#include "render/Compressors.h"
+
+namespace velmor {
+
+namespace {
+
+constexpr int mostThreads = 256;
+
+std::string CompressorNames() {
+    std::string names;
+    for (const CCompressor& compressor : AvailableCompressors())
+        names += (names.empty() ? "" : ", ") + std::string(compressor.name);
+    return names;
+}
+
+} // namespace
+
+void CRenderGrammar::AddTo(CLI::App& app, CommandRun& run) {
+    AddRender(app, run);
+    AddJoin(app, run);
+}
+
+void CRenderGrammar::AddRender(CLI::App& app, CommandRun& run) {
+    CLI::App* command = AddCommand(app, "render", "Render the final output", m_render.scene);
+    CLI::Option* scene = command->add_option("scene", m_render.scene.scene, "Name of the scene");
+    command->add_option("--scenes", m_render.scenes, "Several scenes, or all; each into a folder of its name")
+        ->delimiter(',')
+        ->excludes(scene);
+    AddChoices(*command);
+    AddLevels(*command, m_render.levels);
+    command->add_flag("--antialias", m_render.antialias, "Smooth edges");
+    command->add_option("--format", m_render.format, "png, tga, bmp, avi or mp4")
+        ->check(CLI::IsMember({"png", "tga", "bmp", "avi", "mp4"}));
+    AddMovieChoices(*command);
+    command->add_flag("--transparent", m_render.transparent, "Alpha in place of the background (png, tga)");
+    command->add_flag("--each-level", m_render.eachLevel,
+                      "An output for each level, its name behind that of the output");
+    command
+        ->add_option_function<std::string>(
+            "--existing", [this](const std::string& text) { m_render.keepWhole = text == "skip"; },
+            "Numbered frames that are there: skip those that are whole, or overwrite")
+        ->check(CLI::IsMember({"skip", "overwrite"}));
+    command->add_flag("--resume", m_render.keepWhole, "The same as --existing skip");
+    command
+        ->add_option_function<std::string>(
+            "--for", [this](const std::string& text) { m_render.forAvi = text == "avi"; },
+            "Movie that the frames will be joined to (avi widens them to a multiple of 4)")
+        ->check(CLI::IsMember({"avi", "mp4"}));
+    command->add_flag("--dry-run", m_render.dryRun, "Say what would be made and what is missing, and make nothing");
+    AddLog(*command);
+    command->add_option("-o,--output", m_render.output, "Directory and name of the output")->required();
+    command->callback([this, &run] {
+        if (m_render.scene.scene.empty() && m_render.scenes.empty())
+            throw CLI::RequiredError("scene or --scenes");
+        run = [this] { return RunRender(m_render); };
+    });
+}
+
+void CRenderGrammar::AddJoin(CLI::App& app, CommandRun& run) {
+    CLI::App* command =
+        AddSceneCommand(app, "join", "Join rendered frames and the scene's sound to a movie", m_render.scene);
+    command->add_option("--from", m_render.from, "Directory and name of the frames, as render was given them")
+        ->required();
+    command->add_option("--from-format", m_render.fromFormat, "png, tga or bmp")
+        ->check(CLI::IsMember({"png", "tga", "bmp"}));
+    AddChoices(*command);
+    command->add_option("--format", m_render.format, "avi or mp4")
+        ->required()
+        ->check(CLI::IsMember({"avi", "mp4"}));
+    AddMovieChoices(*command);
+    AddLog(*command);
+    command->add_option("-o,--output", m_render.output, "Movie to write")->required();
+    command->callback([this, &run] { run = [this] { return RunRender(m_render); }; });
+}
+
+void CRenderGrammar::AddChoices(CLI::App& command) {
+    AddFrames(command, m_render.frames);
+    command.add_option("--step", m_render.step, "Every how many frames")->check(CheckNumber, "POSITIVE");
+    command.add_option("--scaling", m_render.scaling, "Percent, 1 to 400")->check(CLI::Range(1, 400));
+    command
+        .add_option_function<int>(
+            "--threads", [](int threads) { SetProcessorCount(threads); },
+            "Processors to work on; without it what Slurm has given the task, or all")
+        ->check(CLI::Range(1, mostThreads))
+        ->envname("SLURM_CPUS_PER_TASK");
+}
+
+void CRenderGrammar::AddMovieChoices(CLI::App& command) {
+    command.add_option("--codec", m_render.codec, "Compressor of an AVI: " + CompressorNames());
+    command.add_option("--quality", m_render.quality, "Percent, 0 to 100, of a movie that is not lossless")
+        ->check(CLI::Range(0, 100));
+}
+
+void CRenderGrammar::AddLog(CLI::App& command) {
+    command
+        .add_option_function<std::string>(
+            "--log",
+            [this](const std::string& text) { m_render.log = text == "json" ? LogFormat::Json : LogFormat::Text; },
+            "text, or json: each line of the standard error output is an object")
+        ->check(CLI::IsMember({"text", "json"}));
+}
+
+} // namespace velmor
