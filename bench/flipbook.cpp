@@ -35,7 +35,7 @@ public:
     }
 
     CBenchFolder folder;
-    CXSheetData data;
+    CScene data;
 
 private:
     static std::string FolderOf(int level) { return std::to_string(level); }
@@ -70,8 +70,7 @@ void MakeFlipbook(benchmark::State& state, CSize size) {
     const CFlipbookScene scene(size);
     const std::vector<std::uint8_t> track(static_cast<std::size_t>(frameCount * SamplesPerFrame(25)), 100);
     CFlipbookJob job{scene.folder.Path() / "flipbook.avi",
-                     {scene.data.xsheet, scene.data.geometry, scene.folder.Path(), state.range(1) != 0},
-                     scene.data.camera,
+                     {scene.data, scene.folder.Path(), state.range(1) != 0},
                      {},
                      0,
                      0,

@@ -14,8 +14,8 @@ using namespace velmor;
 namespace {
 
 // Drawings on twos on every level but the last, which is empty as spare levels are.
-CXSheetData LargestSheet() {
-    CXSheetData data;
+CScene LargestSheet() {
+    CScene data;
     data.xsheet = CXSheet(CXSheet::mostLevels, CXSheet::mostFrames);
     for (int level = 0; level + 1 < CXSheet::mostLevels; ++level) {
         data.xsheet.SetLevelName(level, "Level " + std::to_string(level));
@@ -36,7 +36,7 @@ void LoadSheet(benchmark::State& state) {
     if (!SaveXSheet(file, LargestSheet()))
         state.SkipWithError("not saved");
     for (auto _ : state) {
-        CXSheetData data;
+        CScene data;
         if (!LoadXSheet(file, data))
             state.SkipWithError("not loaded");
         benchmark::DoNotOptimize(data);
@@ -46,7 +46,7 @@ void LoadSheet(benchmark::State& state) {
 
 void SaveSheet(benchmark::State& state) {
     const Path file = SheetFile();
-    const CXSheetData data = LargestSheet();
+    const CScene data = LargestSheet();
     for (auto _ : state)
         if (!SaveXSheet(file, data))
             state.SkipWithError("not saved");
@@ -55,7 +55,7 @@ void SaveSheet(benchmark::State& state) {
 
 // What a step of a history costs: the state before it is kept, then one cell changes.
 void KeepStateAndEditCell(benchmark::State& state) {
-    CXSheetData data = LargestSheet();
+    CScene data = LargestSheet();
     std::vector<CXSheet> kept;
     kept.reserve(1000);
     const std::size_t before = ::mallinfo2().uordblks;
@@ -77,7 +77,7 @@ void KeepStateAndEditCell(benchmark::State& state) {
 }
 
 void ExpandAndCondense(benchmark::State& state) {
-    CXSheetData data = LargestSheet();
+    CScene data = LargestSheet();
     const CXSheetSelection all{0, CXSheet::mostLevels - 1, 0, CXSheet::mostFrames - 1};
     for (auto _ : state) {
         data.xsheet.Expand(all);

@@ -3,11 +3,11 @@
 
 // What has been read is written and read again the same.
 void velmor::fuzz::Read(Bytes input) {
-    CXSheetData sheet;
+    CScene sheet;
     if (!DecodeXSheet(input, sheet))
         return;
     const std::vector<std::uint8_t> written = EncodeXSheet(sheet);
-    CXSheetData again;
+    CScene again;
     Require(static_cast<bool>(DecodeXSheet(written, again)));
     Require(EncodeXSheet(again) == written);
 }

@@ -84,7 +84,7 @@ void MakeLargeDatabase(const Path& database) {
     static_cast<void>(cel.SaveCel());
     for (int number = 2; number <= 500; ++number)
         std::filesystem::copy_file(paths.CelFile("walk", "1"), paths.CelFile("walk", std::to_string(number)));
-    CXSheetData data;
+    CScene data;
     data.xsheet = CXSheet(CXSheet::mostLevels, CXSheet::mostFrames);
     for (int level = 0; level < CXSheet::mostLevels; ++level) {
         data.xsheet.SetLevelName(level, "level " + std::to_string(level + 1));
@@ -101,7 +101,7 @@ void OpenLargeDatabase(benchmark::State& state) {
     MakeLargeDatabase(folder.Path());
     for ([[maybe_unused]] auto _ : state) {
         CProgram program(folder.Path(), "Scene 77", "walk");
-        if (program.doc->Model().xsheet.LevelCount() != CXSheet::mostLevels)
+        if (program.doc->Model().Scene().xsheet.LevelCount() != CXSheet::mostLevels)
             state.SkipWithError("the scene was not opened");
     }
 }
@@ -196,7 +196,7 @@ void StepThroughDemo(benchmark::State& state) {
     const auto hasPicture = [&doc] { return doc.CameraPictures().GetCameraBitmap() != nullptr; };
     static_cast<void>(QTest::qWaitFor(hasPicture));
     for ([[maybe_unused]] auto _ : state) {
-        doc.XSheet().SetCursorY((doc.Model().cursorFrame + 1) % doc.Model().xsheet.FrameCount());
+        doc.XSheet().SetCursorY((doc.Model().cursorFrame + 1) % doc.Model().Scene().xsheet.FrameCount());
         while (!hasPicture())
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
         CProgram::Settle();

@@ -34,7 +34,7 @@ public:
         : m_job(job),
           m_settings(job.settings),
           m_cache(cache),
-          m_geometry(RenderGeometryOf(job.settings, job.shot.geometry.Frame())),
+          m_geometry(RenderGeometryOf(job.settings, job.shot.scene.geometry.Frame())),
           m_frames(job.settings.frames) {
         if (!IsMovie(m_settings.format) && m_settings.resume)
             LeaveOutKept();
@@ -73,7 +73,7 @@ private:
     }
 
     CStatus OpenMovie() {
-        const CSceneGeometry& scene = m_job.shot.geometry;
+        const CSceneGeometry& scene = m_job.shot.scene.geometry;
         std::vector<std::uint8_t> sound;
         if (m_job.sound && !m_frames.empty())
             sound = CutSound(*m_job.sound, scene.frameRate, m_frames.front(),
@@ -90,7 +90,7 @@ private:
 
     CStatus Compose(int frame, ColorRef background, CFrameBuffer& buffer) {
         CFrameRequest request =
-            RequestFrame(m_job.shot, m_settings.levels, frame, m_job.camera.At(frame), m_geometry);
+            RequestFrame(m_job.shot, m_settings.levels, frame, m_job.shot.scene.camera.At(frame), m_geometry);
         request.background = background;
         return ComposeFrame(request, m_cache, buffer, false);
     }
@@ -100,7 +100,7 @@ private:
         made.status =
             m_job.finished
                 ? ReadFinished(frame, made.frame)
-                : Compose(frame, IsTransparent() ? ColorRef{0} : m_job.shot.geometry.background, made.frame);
+                : Compose(frame, IsTransparent() ? ColorRef{0} : m_job.shot.scene.geometry.background, made.frame);
         if (made.status && IsTransparent())
             made.status = Compose(frame, MakeColorRef(255, 255, 255), made.overWhite);
         if (!made.status)
@@ -117,7 +117,7 @@ private:
         if (m_job.finished)
             return !FileExists(RenderFrameFile(m_job.finished->target, m_job.finished->format, frame));
         const CFrameRequest request =
-            RequestFrame(m_job.shot, m_settings.levels, frame, m_job.camera.At(frame), m_geometry);
+            RequestFrame(m_job.shot, m_settings.levels, frame, m_job.shot.scene.camera.At(frame), m_geometry);
         return !std::ranges::all_of(request.layers, FileExists, &CFrameLayer::path);
     }
 

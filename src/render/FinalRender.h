@@ -52,7 +52,6 @@ struct CFinishedFrames {
 
 struct CRenderJob {
     CShot shot;
-    const CCameraTrack& camera;
     CRenderSettings settings;
     std::optional<std::span<const std::uint8_t>> sound; ///< the prepared track, for movies
     std::optional<CFinishedFrames> finished{};          ///< a movie is joined of these instead of composed

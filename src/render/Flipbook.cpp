@@ -31,7 +31,7 @@ public:
     CFlipbookRun(const CFlipbookJob& job, CImageCache& cache)
         : m_job(job),
           m_cache(cache),
-          m_geometry(FlipbookGeometryOf(job.shot.geometry.Frame(), job.settings.scaling)),
+          m_geometry(FlipbookGeometryOf(job.shot.scene.geometry.Frame(), job.settings.scaling)),
           m_first(job.settings.firstFrame - 1),
           m_last(job.settings.lastFrame - 1) {}
 
@@ -49,7 +49,7 @@ public:
 
 private:
     CStatus Open() {
-        const CSceneGeometry& scene = m_job.shot.geometry;
+        const CSceneGeometry& scene = m_job.shot.scene.geometry;
         const CAviSettings settings{m_job.settings.quality * qualityUnits, scene.frameRate / m_job.settings.step,
                                     m_geometry.output.width, m_geometry.output.height, scene.background};
         if (CStatus opened = m_writer.Open(m_job.output, settings); !opened || !m_job.sound)
@@ -69,7 +69,8 @@ private:
         made.status = ComposeFrame(RequestFlipbookFrame(m_job, frame), m_cache, made.frame, false);
         if (made.status)
             EncodeMsVideo1(made.frame.pixels, made.frame.width, made.frame.height,
-                           m_job.settings.quality * qualityUnits, m_job.shot.geometry.background, made.encoded);
+                           m_job.settings.quality * qualityUnits, m_job.shot.scene.geometry.background,
+                           made.encoded);
     }
 
     CFlipbookOutcome WriteFrames(IProgress& progress, const std::function<bool()>& askStop) {
@@ -105,14 +106,14 @@ private:
 } // namespace
 
 CFrameRequest RequestFlipbookFrame(const CFlipbookJob& job, int frame) {
-    const CFlipbookGeometry geometry = FlipbookGeometryOf(job.shot.geometry.Frame(), job.settings.scaling);
+    const CFlipbookGeometry geometry = FlipbookGeometryOf(job.shot.scene.geometry.Frame(), job.settings.scaling);
     // Filmed from where the camera stands at the cursor frame; only the zoom follows the movie.
-    CCameraFrame camera = job.camera.At(job.cursorFrame);
-    camera.zoom = job.camera.At(frame).zoom;
+    CCameraFrame camera = job.shot.scene.camera.At(job.cursorFrame);
+    camera.zoom = job.shot.scene.camera.At(frame).zoom;
     std::span<const int> levels(job.settings.levels);
     levels = levels.first(std::min<std::size_t>(levels.size(), CFlipbookSettings::mostLevels));
     return RequestFrame(job.shot, levels, frame, camera,
-                        {job.shot.geometry.Frame(), geometry.output, geometry.factor});
+                        {job.shot.scene.geometry.Frame(), geometry.output, geometry.factor});
 }
 
 CFlipbookOutcome GenerateFlipbook(const CFlipbookJob& job, CImageCache& cache, IProgress& progress,

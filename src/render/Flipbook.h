@@ -16,8 +16,7 @@ namespace velmor {
 /// What a flipbook is made from: a view on the document's values, which must not change meanwhile.
 struct CFlipbookJob {
     Path output;
-    CShot shot; ///< antialias as in the settings
-    const CCameraTrack& camera;
+    CShot shot;                 ///< antialias as in the settings
     CFlipbookSettings settings; ///< accepted by CheckFlipbookSettings
     int cursorFrame = 0;        ///< whose camera pan and rotation all frames take
     int soundFrame = 0;         ///< where the sound starts in the track

@@ -13,9 +13,9 @@ std::vector<int> AllLevels(const CXSheet& xsheet) {
 CFrameRequest RequestFrame(const CShot& shot, std::span<const int> levels, int frame, const CCameraFrame& camera,
                            const COutputGeometry& output) {
     CFrameRequest request{
-        output.output.width, output.output.width, output.output.height, shot.geometry.background, {}};
+        output.output.width, output.output.width, output.output.height, shot.scene.geometry.background, {}};
     for (auto level = levels.rbegin(); level != levels.rend(); ++level) { // the one in front comes last
-        const CXSheetCell& cell = shot.xsheet.Cell(*level, frame);
+        const CXSheetCell& cell = shot.scene.xsheet.Cell(*level, frame);
         if (cell.IsUsed())
             request.layers.push_back({AssetFilePath(shot.sceneFolder, cell.FolderName(), cell.CelName()),
                                       PlaceCell(cell, camera, output, shot.antialias)});
@@ -23,9 +23,10 @@ CFrameRequest RequestFrame(const CShot& shot, std::span<const int> levels, int f
     return request;
 }
 
-CFrameRequest RequestCameraPicture(const CShot& shot, int frame, const CCameraFrame& camera) {
-    const CSize size = shot.geometry.Frame();
-    CFrameRequest request = RequestFrame(shot, AllLevels(shot.xsheet), frame, camera, {size, size, 1});
+CFrameRequest RequestCameraPicture(const CShot& shot, int frame) {
+    const CSize size = shot.scene.geometry.Frame();
+    CFrameRequest request =
+        RequestFrame(shot, AllLevels(shot.scene.xsheet), frame, shot.scene.camera.At(frame), {size, size, 1});
     request.bufferWidth = PaddedWidthOf(size.width);
     return request;
 }

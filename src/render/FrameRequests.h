@@ -1,17 +1,16 @@
 #pragma once
 
 #include "render/FrameComposer.h"
-#include "xsheet/XSheetFile.h"
+#include "xsheet/Scene.h"
 
 #include <span>
 #include <vector>
 
 namespace velmor {
 
-/// The scene of which frames are asked. A view: xsheet and geometry belong to the caller.
+/// The scene of which frames are asked. A view: the scene belongs to the caller.
 struct CShot {
-    const CXSheet& xsheet;
-    const CSceneGeometry& geometry;
+    const CScene& scene;
     Path sceneFolder;
     bool antialias = false;
 };
@@ -26,6 +25,6 @@ CFrameRequest RequestFrame(const CShot& shot, std::span<const int> levels, int f
 
 /// The frame as the camera view shows it: all levels, the scene's own size, in a buffer of the padded width whose
 /// columns beyond the scene's width are not filled.
-CFrameRequest RequestCameraPicture(const CShot& shot, int frame, const CCameraFrame& camera);
+CFrameRequest RequestCameraPicture(const CShot& shot, int frame);
 
 } // namespace velmor

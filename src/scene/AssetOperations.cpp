@@ -7,6 +7,7 @@
 #include "scene/ImportOperations.h"
 #include "scene/NamingRules.h"
 #include "scene/NewCelSize.h"
+#include "scene/SceneEdit.h"
 #include "scene/SceneLifecycle.h"
 #include "scene/Settings.h"
 #include "scene/SoundOperations.h"
@@ -63,7 +64,7 @@ void CAssetOperations::NewCel() {
     const CSceneModel& model = m_context.model;
     if (!model.HasFolder())
         return;
-    const CNewCelValues proposed{m_lifecycle.FindNextCelName(), model.geometry.Frame()};
+    const CNewCelValues proposed{m_lifecycle.FindNextCelName(), model.Scene().geometry.Frame()};
     std::optional<CNewCelValues> cel = m_context.prompter.AskNewCel(
         {proposed, [this](const CNewCelValues& values) { return AcceptNewCel(values); }});
     if (!cel)
@@ -91,8 +92,9 @@ void CAssetOperations::ShowNewCel(const std::string& name, CCelImg image) {
     if (model.sourceMode != SourceMode::Cels)
         m_lifecycle.SetSourceMode(SourceMode::Cels);
     model.sourceSelection = {name};
-    const bool exposed = CAssetReferences(model).Resize(model.folderName, name) > 0;
-    m_context.Update(exposed ? newFolderHint | pictureHint : newFolderHint);
+    CSceneEdit edit(m_context, "New Cel", newFolderHint, UndoStep::None);
+    if (CAssetReferences(edit, model).Resize(model.folderName, name) > 0)
+        edit.AlsoAnnounce(pictureHint);
 }
 
 void CAssetOperations::EditCel(const std::string& name) {
@@ -119,10 +121,10 @@ void CAssetOperations::EditCel(const std::string& name) {
 
 void CAssetOperations::EditDrawing(int level, int frame) {
     const CSceneModel& model = m_context.model;
-    if (!model.sceneOpen || !model.xsheet.HasLevel(level) || !model.xsheet.HasFrame(frame) ||
-        !model.xsheet.Cell(level, frame).IsUsed())
+    if (!model.sceneOpen || !model.Scene().xsheet.HasLevel(level) || !model.Scene().xsheet.HasFrame(frame) ||
+        !model.Scene().xsheet.Cell(level, frame).IsUsed())
         return;
-    const CXSheetCell cel = model.xsheet.Cell(level, frame);
+    const CXSheetCell cel = model.Scene().xsheet.Cell(level, frame);
     const SourceMode kind = cel.FolderName() == picturesFolder ? SourceMode::Pictures : SourceMode::Cels;
     const Path file = model.Paths().AssetFile(kind, cel.FolderName(), cel.CelName());
     if (!FileExists(file)) {
@@ -164,7 +166,7 @@ void CAssetOperations::DeleteSelected() {
     const CSceneModel& model = m_context.model;
     if (!CanChangeAssets(model) || !m_context.prompter.Confirm(DeletionQuestion(model)))
         return;
-    UpdateHint hint = UpdateHint::AssetLists;
+    CSceneEdit edit(m_context, "Delete Assets", UpdateHint::AssetLists, UndoStep::None);
     std::optional<Path> resisting;
     for (const std::string& name : std::vector(model.sourceSelection)) {
         const Path file = AssetFile(name);
@@ -172,20 +174,18 @@ void CAssetOperations::DeleteSelected() {
             resisting = file;
             break;
         }
-        hint = hint | ForgetAsset(name);
+        edit.AlsoAnnounce(ForgetAsset(edit, name));
     }
-    if (model.sourceMode == SourceMode::Sounds && Holds(hint, UpdateHint::Cells))
-        m_sounds.PrepareSoundBuffer();
-    m_context.Update(hint);
+    edit.End();
     if (resisting) {
         m_context.Show("Internal Error: Problem deleting file in OnAssetsDeleteassets");
         m_context.Show(Utf8Of(*resisting));
     }
 }
 
-UpdateHint CAssetOperations::ForgetAsset(const std::string& name) {
+UpdateHint CAssetOperations::ForgetAsset(CSceneEdit& edit, const std::string& name) {
     CSceneModel& model = m_context.model;
-    CAssetReferences references(model);
+    CAssetReferences references(edit, model);
     std::erase(model.sourceSelection, name);
     if (model.sourceMode == SourceMode::Sounds)
         return references.RemoveSound(name) > 0 ? UpdateHint::Cells : UpdateHint::None;
@@ -215,7 +215,8 @@ void CAssetOperations::DeleteFolder() {
 
 void CAssetOperations::ForgetFolder() {
     CSceneModel& model = m_context.model;
-    CAssetReferences(model).ClearFolder(model.folderName);
+    CSceneEdit edit(m_context, "Delete Folder", folderDeletedHint, UndoStep::None);
+    CAssetReferences(edit, model).ClearFolder(model.folderName);
     if (model.celImg.FilePath().parent_path() == model.Paths().CelFolder(model.folderName))
         model.celImg.SetModified(false); // gone with its folder
     static_cast<void>(m_lifecycle.CloseEditedImage());
@@ -223,7 +224,6 @@ void CAssetOperations::ForgetFolder() {
         model.sourceSelection.clear();
     model.folderName.clear();
     Set(m_context.profile, setting::lastFolder, "");
-    m_context.Update(folderDeletedHint);
 }
 
 bool CAssetOperations::AcceptAssetName(const std::string& name) const {
@@ -259,18 +259,20 @@ void CAssetOperations::RenameSelected() {
     const std::string newName = StoredName(*entered);
     const bool replaced = FileExists(AssetFile(newName));
     // Replaces in one step: a file that cannot be moved leaves the other as it was.
-    if (MoveFile(AssetFile(oldName), AssetFile(newName)))
-        m_context.Update(UpdateHint::AssetLists | FollowRename(oldName, newName, replaced));
-    else
+    if (MoveFile(AssetFile(oldName), AssetFile(newName))) {
+        CSceneEdit edit(m_context, "Rename Asset", UpdateHint::AssetLists, UndoStep::None);
+        edit.AlsoAnnounce(FollowRename(edit, oldName, newName, replaced));
+    } else
         m_context.Show("Can not rename asset!\nEither the file does not exist,\nor disk is write protected??");
 }
 
-UpdateHint CAssetOperations::FollowRename(const std::string& oldName, const std::string& newName, bool replaced) {
+UpdateHint CAssetOperations::FollowRename(CSceneEdit& edit, const std::string& oldName, const std::string& newName,
+                                          bool replaced) {
     CSceneModel& model = m_context.model;
     std::erase(model.sourceSelection, newName);
     std::ranges::replace(model.sourceSelection, oldName, newName);
     if (model.sourceMode == SourceMode::Sounds)
-        return FollowSoundRename(oldName, newName, replaced);
+        return FollowSoundRename(edit, oldName, newName, replaced);
 
     UpdateHint hint = UpdateHint::None;
     if (model.DropEditedImage(AssetFile(newName)))
@@ -280,7 +282,7 @@ UpdateHint CAssetOperations::FollowRename(const std::string& oldName, const std:
         hint = UpdateHint::EditedImage;
     }
     const std::string folder = ReferenceFolder(model.sourceMode, model.folderName);
-    CAssetReferences references(model);
+    CAssetReferences references(edit, model);
     const int cleared = replaced ? references.Clear(folder, newName) : 0;
     const int renamed = references.Rename(folder, oldName, newName);
     // A picture that is being composed looks for the old file: it has to be composed again even if it looks the
@@ -288,15 +290,12 @@ UpdateHint CAssetOperations::FollowRename(const std::string& oldName, const std:
     return cleared + renamed > 0 ? hint | cellsAndPictureHint : hint;
 }
 
-UpdateHint CAssetOperations::FollowSoundRename(const std::string& oldName, const std::string& newName,
-                                               bool replaced) {
-    CAssetReferences references(m_context.model);
+UpdateHint CAssetOperations::FollowSoundRename(CSceneEdit& edit, const std::string& oldName,
+                                               const std::string& newName, bool replaced) {
+    CAssetReferences references(edit, m_context.model);
     const int removed = replaced ? references.RemoveSound(newName) : 0;
     const int renamed = references.RenameSound(oldName, newName);
-    if (removed + renamed == 0)
-        return UpdateHint::None;
-    m_sounds.PrepareSoundBuffer();
-    return UpdateHint::Cells;
+    return removed + renamed > 0 ? UpdateHint::Cells : UpdateHint::None;
 }
 
 void CAssetOperations::DuplicateSelected() {

@@ -9,6 +9,7 @@
 namespace velmor {
 
 class CImportOperations;
+class CSceneEdit;
 class CSceneLifecycle;
 class CSoundOperations;
 
@@ -63,9 +64,11 @@ private:
     Path AssetFile(const std::string& name) const;
     [[nodiscard]] bool DeleteFile(const Path& file) const;
     // What follows when files are gone or moved. They return what the views are to be told.
-    UpdateHint ForgetAsset(const std::string& name);
-    UpdateHint FollowRename(const std::string& oldName, const std::string& newName, bool replaced);
-    UpdateHint FollowSoundRename(const std::string& oldName, const std::string& newName, bool replaced);
+    UpdateHint ForgetAsset(CSceneEdit& edit, const std::string& name);
+    UpdateHint FollowRename(CSceneEdit& edit, const std::string& oldName, const std::string& newName,
+                            bool replaced);
+    UpdateHint FollowSoundRename(CSceneEdit& edit, const std::string& oldName, const std::string& newName,
+                                 bool replaced);
     void ForgetFolder();
 
     CSceneContext m_context;

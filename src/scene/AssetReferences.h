@@ -1,9 +1,13 @@
 #pragma once
 
+#include "platform/files/Files.h"
+
 #include <string>
 
 namespace velmor {
 
+class CSceneEdit;
+struct CCellClipboard;
 struct CSceneModel;
 
 /// Keeps what names assets in step with their files: the cells and sounds of the xsheet, those that undo would
@@ -11,7 +15,8 @@ struct CSceneModel;
 /// cells or sounds of the xsheet it has changed.
 class CAssetReferences {
 public:
-    explicit CAssetReferences(CSceneModel& model) : m_model(model) {}
+    /// Works within an edit of the model.
+    CAssetReferences(CSceneEdit& edit, CSceneModel& model);
 
     /// Empties the cells that show an asset, or any cel of a folder.
     int Clear(const std::string& folder, const std::string& name);
@@ -23,7 +28,9 @@ public:
     int RenameSound(const std::string& oldName, const std::string& newName);
 
 private:
-    CSceneModel& m_model;
+    CSceneEdit& m_edit;
+    CCellClipboard& m_clipboard;
+    Path m_sceneFolder;
 };
 
 } // namespace velmor

@@ -4,6 +4,7 @@
 #include "scene/AssetReferences.h"
 #include "scene/CommandState.h"
 #include "scene/DialogRequests.h"
+#include "scene/SceneEdit.h"
 #include "scene/Settings.h"
 
 #include <algorithm>
@@ -112,24 +113,23 @@ void CAssetTransforms::ColorKeyEdited(CColor key) {
 
 void CAssetTransforms::ChangeSelected(const CChange& change) {
     const std::vector<std::string> names = m_context.model.sourceSelection; // the views may change it meanwhile
-    UpdateHint hint = UpdateHint::None;
+    CSceneEdit edit(m_context, change.title, UpdateHint::None, UndoStep::None);
     std::optional<std::string> failure;
     std::unique_ptr<IProgress> progress = m_context.prompter.BeginProgress(change.title);
     progress->Report(0, PercentText(0));
     for (std::size_t done = 0; done < names.size() && !failure && !progress->TakeStopRequest(); ++done) {
-        failure = ChangeAsset(names[done], change, hint);
+        failure = ChangeAsset(edit, names[done], change);
         const int percent = static_cast<int>((done + 1) * 100 / names.size());
         progress->Report(percent, PercentText(percent));
     }
     progress.reset(); // out of the way of the message
-    if (hint != UpdateHint::None)
-        m_context.Update(hint);
+    edit.End();
     if (failure)
         m_context.Show(*failure);
 }
 
-std::optional<std::string> CAssetTransforms::ChangeAsset(const std::string& name, const CChange& change,
-                                                         UpdateHint& hint) {
+std::optional<std::string> CAssetTransforms::ChangeAsset(CSceneEdit& edit, const std::string& name,
+                                                         const CChange& change) {
     CSceneModel& model = m_context.model;
     const Path file = model.Paths().AssetFile(model.sourceMode, model.folderName, name);
     const auto failure = [&file](const CStatus& reason, const char* what) {
@@ -146,10 +146,10 @@ std::optional<std::string> CAssetTransforms::ChangeAsset(const std::string& name
         return failure(written, change.notWritten);
     if (model.celImg.FilePath() == file) {
         model.celImg = std::move(image);
-        hint = hint | UpdateHint::EditedImage;
+        edit.AlsoAnnounce(UpdateHint::EditedImage);
     }
-    if (CAssetReferences(model).Resize(ReferenceFolder(model.sourceMode, model.folderName), name) > 0)
-        hint = hint | pictureHint;
+    if (CAssetReferences(edit, model).Resize(ReferenceFolder(model.sourceMode, model.folderName), name) > 0)
+        edit.AlsoAnnounce(pictureHint);
     return std::nullopt;
 }
 

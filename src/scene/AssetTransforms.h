@@ -8,6 +8,7 @@
 
 namespace velmor {
 
+class CSceneEdit;
 struct CColorKey;
 
 /// What is done to the pixels of whole images: turning, mirroring and keying the selected assets in their files,
@@ -39,8 +40,8 @@ private:
     /// Asks for the values of a key and remembers them; nothing when cancelled.
     std::optional<CColorKey> AskColorKey(CColor color);
     void ChangeSelected(const CChange& change);
-    /// Adds to `hint` what the views are to be told. Returns the message of a failure.
-    std::optional<std::string> ChangeAsset(const std::string& name, const CChange& change, UpdateHint& hint);
+    /// Within an edit. Returns the message of a failure.
+    std::optional<std::string> ChangeAsset(CSceneEdit& edit, const std::string& name, const CChange& change);
 
     CSceneContext m_context;
 };

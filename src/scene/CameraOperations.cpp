@@ -4,6 +4,7 @@
 #include "scene/DialogRequests.h"
 #include "scene/EditedImage.h"
 #include "scene/InbetweenDialog.h"
+#include "scene/SceneEdit.h"
 #include "scene/Settings.h"
 #include "scene/XSheetOperations.h"
 #include "xsheet/CellForms.h"
@@ -36,81 +37,75 @@ CStatus ApplyInput(CXSheetCell& cell, InputMode mode, CPoint motion, CPoint move
 
 bool CCameraOperations::RequireFrame(int frame, const char* message) const {
     // The frame after the last one is accepted, as long as the track has it.
-    const int last = std::min(m_context.model.xsheet.FrameCount(), CCameraTrack::capacity - 1);
+    const int last = std::min(m_context.model.Scene().xsheet.FrameCount(), CCameraTrack::capacity - 1);
     return m_context.Require(frame >= 0 && frame <= last, message);
 }
 
 double CCameraOperations::GetCamPosX(int frame) const {
     return RequireFrame(frame, "Internal Error: Invalid Frame no at CVelmorltDoc::GetCamPosX")
-               ? m_context.model.camera.At(frame).panX
+               ? m_context.model.Scene().camera.At(frame).panX
                : 0;
 }
 
 double CCameraOperations::GetCamPosY(int frame) const {
     return RequireFrame(frame, "Internal Error: Invalid Frame no at CVelmorltDoc::GetCamPosY")
-               ? m_context.model.camera.At(frame).panY
+               ? m_context.model.Scene().camera.At(frame).panY
                : 0;
 }
 
 int CCameraOperations::GetCamRotDegree(int frame) const {
     return RequireFrame(frame, "Internal Error: Invalid Frame no at CVelmorltDoc::GetCamRotDegree")
-               ? RotationInDegrees(m_context.model.camera.At(frame).rotation)
+               ? RotationInDegrees(m_context.model.Scene().camera.At(frame).rotation)
                : 0;
 }
 
 double CCameraOperations::GetCamZoom(int frame) const {
     return RequireFrame(frame, "Internal Error: Invalid Frame no at CVelmorltDoc::GetCamZoom")
-               ? m_context.model.camera.At(frame).zoom
+               ? m_context.model.Scene().camera.At(frame).zoom
                : 0;
 }
 
 void CCameraOperations::StartCamInput() {
-    m_snapshotDue = m_context.Require(m_context.model.sceneOpen, "Scene not open at StartCamInput");
+    m_stepDue = m_context.Require(m_context.model.sceneOpen, "Scene not open at StartCamInput");
 }
 
 bool CCameraOperations::ProcessCamInput(int dx, int dy) {
-    CSceneModel& model = m_context.model;
-    if (!m_context.Require(model.sceneOpen, "Scene not open at ProcessCamInput"))
+    if (!m_context.Require(m_context.model.sceneOpen, "Scene not open at ProcessCamInput"))
         return false;
-    if (!m_snapshotDue)
-        return Apply(dx, dy);
-    CXSheetSnapshot before = m_context.Snapshot();
-    const CCameraFrame cameraBefore = model.camera.At(model.cursorFrame);
-    const bool applied = Apply(dx, dy);
-    if (model.camera.At(model.cursorFrame) != cameraBefore || model.xsheet != before.xsheet) {
-        model.undo = std::move(before);
-        m_snapshotDue = false;
-    }
+    CSceneEdit edit(m_context, "Move", UpdateHint::None, m_stepDue ? UndoStep::IfChanged : UndoStep::None);
+    const bool applied = Apply(edit, dx, dy);
+    if (edit.HasChanged())
+        m_stepDue = false;
     return applied;
 }
 
-bool CCameraOperations::Apply(int dx, int dy) {
-    CSceneModel& model = m_context.model;
+bool CCameraOperations::Apply(CSceneEdit& edit, int dx, int dy) {
+    const CSceneModel& model = m_context.model;
     const int frame = model.cursorFrame;
     const CPoint motion{dx, dy};
-    const CPoint moved = RotatePoint(motion, model.camera.At(frame).rotation);
+    const CPoint moved = RotatePoint(motion, edit.Camera().At(frame).rotation);
     bool changed = false;
-    for (int level = 0; level < model.xsheet.LevelCount(); ++level) {
-        if (model.moveSelection.IsLevelSelected(level) && model.xsheet.Cell(level, frame).IsUsed())
+    for (int level = 0; level < edit.XSheet().LevelCount(); ++level) {
+        if (model.moveSelection.IsLevelSelected(level) && edit.XSheet().Cell(level, frame).IsUsed())
             changed |= static_cast<bool>(
-                ApplyInput(model.xsheet.MutableCell(level, frame), model.inputMode, motion, moved));
+                ApplyInput(edit.XSheet().MutableCell(level, frame), model.inputMode, motion, moved));
         // Once for every level, chosen or not: how far a drag takes the camera grows with the number of levels.
         if (model.moveSelection.IsCameraSelected()) {
-            ApplyCameraInput(model.camera.MutableAt(frame), model.inputMode, dx, dy, model.geometry.width,
-                             model.geometry.height);
-            m_context.Update(UpdateHint::Cells);
+            const CSize size = edit.Geometry().Frame();
+            ApplyCameraInput(edit.Camera().MutableAt(frame), model.inputMode, dx, dy, size.width, size.height);
+            edit.ThenAnnounce(UpdateHint::Cells);
             changed = true;
         }
     }
     if (changed)
-        m_context.Update(UpdateHint::CameraRedraw);
+        edit.ThenAnnounce(UpdateHint::CameraRedraw);
     return changed;
 }
 
 void CCameraOperations::EndCamInput(int dx, int dy) {
     if (m_context.Require(m_context.model.sceneOpen, "Scene not open at EndCamInput") && ProcessCamInput(dx, dy))
         m_context.Update(pictureHint);
-    m_snapshotDue = false;
+    m_stepDue = false;
 }
 
 void CCameraOperations::SetMode(InputMode mode) {
@@ -147,29 +142,31 @@ void CCameraOperations::EditCameraData() {
     CSceneModel& model = m_context.model;
     if (!model.sceneOpen)
         return;
-    const std::optional<CCameraForm> form =
-        m_context.prompter.AskCameraData({model.cursorFrame + 1, CameraFormOf(model.camera.At(model.cursorFrame))});
+    const std::optional<CCameraForm> form = m_context.prompter.AskCameraData(
+        {model.cursorFrame + 1, CameraFormOf(model.Scene().camera.At(model.cursorFrame))});
     if (!form)
         return;
-    m_context.TakeSnapshot();
-    model.camera.MutableAt(model.cursorFrame) = CameraOf(*form);
-    m_context.Update(cellsAndPictureHint);
+    CSceneEdit edit(m_context, "Edit Camera Data", cellsAndPictureHint);
+    edit.Camera().MutableAt(model.cursorFrame) = CameraOf(*form);
 }
 
 void CCameraOperations::Inbetween() {
     CSceneModel& model = m_context.model;
     if (!CanInbetween(model))
         return;
-    // Before the dialog: Cancel leaves the snapshot.
-    m_context.TakeSnapshot();
+    // Before the dialog: Cancel leaves the step.
+    CSceneEdit edit(m_context, "Inbetween Camera", selectionHint);
     const CInbetweenKeys keys{model.selection.firstFrame, model.selection.lastFrame};
     const std::optional<CInbetweenChoice> choice =
         AskInbetween(m_context, cameraDialog, {true, "", keys.first + 1, keys.last + 1, {}});
-    if (!choice)
+    if (!choice) {
+        edit.CallOff();
         return;
+    }
     const InbetweenType type = static_cast<InbetweenType>(choice->type);
-    InbetweenCamera(model.camera, keys, static_cast<CameraSource>(choice->source), type);
-    m_context.Update(type == InbetweenType::Constant ? cellsAndPictureHint : selectionHint);
+    InbetweenCamera(edit.Camera(), keys, static_cast<CameraSource>(choice->source), type);
+    if (type == InbetweenType::Constant)
+        edit.AnnounceInstead(cellsAndPictureHint);
 }
 
 void CCameraOperations::CheckLines() {
@@ -179,9 +176,9 @@ void CCameraOperations::CheckLines() {
     if (!CEditedImage(m_context).SaveOrAsk())
         return;
     const int frameAtOpening = model.cursorFrame;
-    m_context.prompter.RunLineCheck({model.xsheet.FrameCount(), frameAtOpening + 1, [this](int shownFrame) {
+    m_context.prompter.RunLineCheck({model.Scene().xsheet.FrameCount(), frameAtOpening + 1, [this](int shownFrame) {
                                          // The slider's own range holds; a number beyond it is passed over.
-                                         if (!m_context.model.xsheet.HasFrame(shownFrame - 1))
+                                         if (!m_context.model.Scene().xsheet.HasFrame(shownFrame - 1))
                                              return;
                                          m_context.model.cursorFrame = shownFrame - 1;
                                          m_context.Update(UpdateHint::CameraRedraw);

@@ -4,6 +4,7 @@
 
 namespace velmor {
 
+class CSceneEdit;
 class CXSheetOperations;
 
 /// The camera track, mouse input to camera and levels, the camera's dialogs and the line check.
@@ -33,12 +34,12 @@ public:
     void CheckLines();
 
 private:
-    bool Apply(int dx, int dy);
+    bool Apply(CSceneEdit& edit, int dx, int dy);
     [[nodiscard]] bool RequireFrame(int frame, const char* message) const;
 
     CSceneContext m_context;
     CXSheetOperations& m_xsheet;
-    bool m_snapshotDue = false; ///< a drag has begun and nothing has changed yet
+    bool m_stepDue = false; ///< a drag has begun and nothing has changed yet
 };
 
 } // namespace velmor

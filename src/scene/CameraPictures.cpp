@@ -18,8 +18,8 @@ CStatus CCameraPictures::CreateBitmap() {
     const CSceneModel& model = m_context.model;
     if (!model.sceneOpen) // what the text means is "with no scene open"
         return CStatus::Failure("Internal error : CreateBitmap called with scene open!");
-    const CShot shot{model.xsheet, model.geometry, model.Paths().SceneFolder(), model.cameraAntialias};
-    if (!m_worker.Start(RequestCameraPicture(shot, model.cursorFrame, model.camera.At(model.cursorFrame))))
+    const CShot shot{model.Scene(), model.Paths().SceneFolder(), model.cameraAntialias};
+    if (!m_worker.Start(RequestCameraPicture(shot, model.cursorFrame)))
         m_context.Show("The system did not start a new background process for rendering!");
     return {};
 }

@@ -3,6 +3,7 @@
 #include "scene/CommandState.h"
 #include "scene/DialogRequests.h"
 #include "scene/InbetweenDialog.h"
+#include "scene/SceneEdit.h"
 #include "xsheet/CellForms.h"
 #include "xsheet/CellGeometry.h"
 #include "xsheet/Inbetween.h"
@@ -15,14 +16,14 @@ constexpr CInbetweenDialog levelDialog{5, setting::lastInbetweenSource, setting:
 
 // A used cell of the cursor frame; null when there is none on that level.
 const CXSheetCell* UsedCell(const CSceneModel& model, int level) {
-    if (!model.xsheet.HasLevel(level) || !model.xsheet.HasFrame(model.cursorFrame))
+    if (!model.Scene().xsheet.HasLevel(level) || !model.Scene().xsheet.HasFrame(model.cursorFrame))
         return nullptr;
-    const CXSheetCell& cell = model.xsheet.Cell(level, model.cursorFrame);
+    const CXSheetCell& cell = model.Scene().xsheet.Cell(level, model.cursorFrame);
     return cell.IsUsed() ? &cell : nullptr;
 }
 
 CCellIdentity IdentityOf(const CSceneModel& model, int level, const CXSheetCell& cell) {
-    return {cell.CelName(), cell.FolderName(), model.xsheet.LevelName(level), model.cursorFrame + 1};
+    return {cell.CelName(), cell.FolderName(), model.Scene().xsheet.LevelName(level), model.cursorFrame + 1};
 }
 
 } // namespace
@@ -30,25 +31,26 @@ CCellIdentity IdentityOf(const CSceneModel& model, int level, const CXSheetCell&
 std::optional<std::array<CPoint, 4>> CCellOperations::GetXSheetCelPoints(int level) const {
     const CSceneModel& model = m_context.model;
     if (!m_context.Require(model.sceneOpen, "Internal Error : GetXSheetCelPoints called with no scene open") ||
-        !m_context.Require(model.xsheet.HasLevel(level),
+        !m_context.Require(model.Scene().xsheet.HasLevel(level),
                            "Internal Error : levelno out of range in GetXSheetCelPoints"))
         return std::nullopt;
     const CXSheetCell* cell = UsedCell(model, level);
     if (cell == nullptr)
         return std::nullopt;
-    return CellCorners(*cell, model.camera.At(model.cursorFrame), model.geometry.Frame());
+    return CellCorners(*cell, model.Scene().camera.At(model.cursorFrame), model.Scene().geometry.Frame());
 }
 
 std::optional<CPoint> CCellOperations::GetXSheetCellCentre(int level, int frame) const {
     const CSceneModel& model = m_context.model;
-    if (!model.sceneOpen || !model.xsheet.HasLevel(level) || !model.xsheet.HasFrame(frame) ||
-        !model.xsheet.Cell(level, frame).IsUsed())
+    if (!model.sceneOpen || !model.Scene().xsheet.HasLevel(level) || !model.Scene().xsheet.HasFrame(frame) ||
+        !model.Scene().xsheet.Cell(level, frame).IsUsed())
         return std::nullopt;
-    return CellCentre(model.xsheet.Cell(level, frame), model.camera.At(frame), model.geometry.Frame());
+    return CellCentre(model.Scene().xsheet.Cell(level, frame), model.Scene().camera.At(frame),
+                      model.Scene().geometry.Frame());
 }
 
 void CCellOperations::EditCellData() {
-    CSceneModel& model = m_context.model;
+    const CSceneModel& model = m_context.model;
     if (!CanEditCellData(m_context.model))
         return;
     const CXSheetCell& cell = *UsedCell(model, model.cursorLevel);
@@ -57,15 +59,14 @@ void CCellOperations::EditCellData() {
          [this](const CCellDataForm& values) { return m_context.Report(CheckCellDataForm(values)); }});
     if (!form)
         return;
-    m_context.TakeSnapshot();
-    ApplyCellDataForm(*form, model.xsheet.MutableCell(model.cursorLevel, model.cursorFrame));
-    m_context.Update(pictureHint);
+    CSceneEdit edit(m_context, "Edit Cel Data", pictureHint);
+    ApplyCellDataForm(*form, edit.XSheet().MutableCell(model.cursorLevel, model.cursorFrame));
 }
 
 void CCellOperations::OnXSheetDoTrans(int level) {
-    CSceneModel& model = m_context.model;
-    if (!model.sceneOpen ||
-        !m_context.Require(model.xsheet.HasLevel(level), "Internal Error : lvlno out of range in OnXSheetDoTrans"))
+    const CSceneModel& model = m_context.model;
+    if (!model.sceneOpen || !m_context.Require(model.Scene().xsheet.HasLevel(level),
+                                               "Internal Error : lvlno out of range in OnXSheetDoTrans"))
         return;
     const CXSheetCell* cell = UsedCell(model, level);
     if (cell == nullptr)
@@ -75,15 +76,15 @@ void CCellOperations::OnXSheetDoTrans(int level) {
          [this](double value) { return m_context.Report(CheckTransparency(value)); }});
     if (!transparency)
         return;
-    m_context.TakeSnapshot();
-    static_cast<void>(m_context.Report(model.xsheet.MutableCell(level, model.cursorFrame).SetTrans(*transparency)));
-    m_context.Update(pictureHint);
+    CSceneEdit edit(m_context, "Edit Transparency", pictureHint);
+    static_cast<void>(
+        m_context.Report(edit.XSheet().MutableCell(level, model.cursorFrame).SetTrans(*transparency)));
 }
 
 void CCellOperations::OnXSheetDoBlur(int level) {
-    CSceneModel& model = m_context.model;
-    if (!model.sceneOpen ||
-        !m_context.Require(model.xsheet.HasLevel(level), "Internal Error : lvlno out of range in OnXSheetDoBlur"))
+    const CSceneModel& model = m_context.model;
+    if (!model.sceneOpen || !m_context.Require(model.Scene().xsheet.HasLevel(level),
+                                               "Internal Error : lvlno out of range in OnXSheetDoBlur"))
         return;
     const CXSheetCell* cell = UsedCell(model, level);
     if (cell == nullptr)
@@ -93,32 +94,36 @@ void CCellOperations::OnXSheetDoBlur(int level) {
          [this](const CBlurForm& values) { return m_context.Report(CheckBlurForm(values)); }});
     if (!form)
         return;
-    m_context.TakeSnapshot();
-    ApplyBlurForm(*form, model.xsheet.MutableCell(level, model.cursorFrame));
-    m_context.Update(pictureHint);
+    CSceneEdit edit(m_context, "Edit Blur", pictureHint);
+    ApplyBlurForm(*form, edit.XSheet().MutableCell(level, model.cursorFrame));
 }
 
 void CCellOperations::Inbetween() {
-    CSceneModel& model = m_context.model;
+    const CSceneModel& model = m_context.model;
     const int level = model.cursorLevel;
-    if (!CanInbetween(m_context.model) || !model.xsheet.HasLevel(level))
+    if (!CanInbetween(m_context.model) || !model.Scene().xsheet.HasLevel(level))
         return;
-    // Before anything is asked: a refusal or Cancel leaves the snapshot.
-    m_context.TakeSnapshot();
+    // Before anything is asked: a refusal or Cancel leaves the step.
+    CSceneEdit edit(m_context, "Inbetween Level", pictureHint);
     const std::optional<CInbetweenKeys> keys =
-        FindLevelKeys(model.xsheet, level, model.selection.firstFrame, model.selection.lastFrame);
+        FindLevelKeys(model.Scene().xsheet, level, model.selection.firstFrame, model.selection.lastFrame);
     if (!keys) {
+        edit.CallOff();
         m_context.prompter.ShowVelmorMessage(
             "Sorry, we need at least three used cels to inbetween from the first to the last!");
         return;
     }
-    const std::optional<CInbetweenChoice> choice = AskInbetween(
-        m_context, levelDialog, {false, model.xsheet.LevelName(level), keys->first + 1, keys->last + 1, {}});
-    if (!choice)
+    const std::optional<CInbetweenChoice> choice =
+        AskInbetween(m_context, levelDialog,
+                     {false, model.Scene().xsheet.LevelName(level), keys->first + 1, keys->last + 1, {}});
+    if (!choice) {
+        edit.CallOff();
         return;
+    }
     const InbetweenType type = static_cast<InbetweenType>(choice->type);
-    InbetweenLevel(model.xsheet, level, *keys, static_cast<LevelSource>(choice->source), type);
-    m_context.Update(type == InbetweenType::Constant ? pictureHint : UpdateHint::CameraRedraw);
+    InbetweenLevel(edit.XSheet(), level, *keys, static_cast<LevelSource>(choice->source), type);
+    if (type != InbetweenType::Constant)
+        edit.AnnounceInstead(UpdateHint::CameraRedraw);
 }
 
 } // namespace velmor

@@ -1,7 +1,5 @@
 #include "scene/CommandState.h"
 
-#include <algorithm>
-
 namespace velmor {
 
 bool HasSelectedAssets(const CSceneModel& model) {
@@ -22,11 +20,11 @@ bool CanColorKey(const CSceneModel& model) {
 }
 
 bool CanDeleteLevel(const CSceneModel& model) {
-    return model.sceneOpen && model.xsheet.LevelCount() > 1;
+    return model.sceneOpen && model.Scene().xsheet.LevelCount() > 1;
 }
 
 bool CanSwapLevels(const CSceneModel& model) {
-    return model.sceneOpen && model.xsheet.LevelCount() >= 2;
+    return model.sceneOpen && model.Scene().xsheet.LevelCount() >= 2;
 }
 
 bool CanEditRange(const CSceneModel& model) {
@@ -38,33 +36,33 @@ bool CanPaste(const CSceneModel& model) {
 }
 
 bool CanUndo(const CSceneModel& model) {
-    return model.sceneOpen && model.undo.has_value();
+    return model.sceneOpen && model.Undo().has_value();
 }
 
 bool IsUndoInPicture(const CSceneModel& model) {
     const int frame = model.cursorFrame;
-    if (!CanUndo(model) || !model.undo->xsheet.HasFrame(frame) ||
-        model.undo->xsheet.LevelCount() != model.xsheet.LevelCount() || model.undo->geometry != model.geometry ||
-        !std::ranges::equal(model.undo->sounds.All(), model.sounds.All()))
+    if (!CanUndo(model))
         return false;
-    CXSheet xsheet = model.xsheet;
-    for (int level = 0; level < xsheet.LevelCount(); ++level)
-        xsheet.MutableCell(level, frame) = model.undo->xsheet.Cell(level, frame);
-    CCameraTrack camera = model.camera;
-    camera.MutableAt(frame) = model.undo->camera.At(frame);
-    return xsheet == model.undo->xsheet && camera == model.undo->camera;
+    const CScene& before = model.Undo()->scene;
+    CScene now = model.Scene();
+    if (!before.xsheet.HasFrame(frame) || before.xsheet.LevelCount() != now.xsheet.LevelCount())
+        return false;
+    for (int level = 0; level < now.xsheet.LevelCount(); ++level)
+        now.xsheet.MutableCell(level, frame) = before.xsheet.Cell(level, frame);
+    now.camera.MutableAt(frame) = before.camera.At(frame);
+    return now == before;
 }
 
 bool CanEditCellData(const CSceneModel& model) {
-    return model.sceneOpen && model.xsheet.HasLevel(model.cursorLevel) &&
-           model.xsheet.HasFrame(model.cursorFrame) &&
-           model.xsheet.Cell(model.cursorLevel, model.cursorFrame).IsUsed();
+    return model.sceneOpen && model.Scene().xsheet.HasLevel(model.cursorLevel) &&
+           model.Scene().xsheet.HasFrame(model.cursorFrame) &&
+           model.Scene().xsheet.Cell(model.cursorLevel, model.cursorFrame).IsUsed();
 }
 
 bool CanInbetween(const CSceneModel& model) {
     const CXSheetSelection& selection = model.selection;
-    return model.sceneOpen && model.xsheet.HasFrame(selection.firstFrame) &&
-           model.xsheet.HasFrame(selection.lastFrame) && selection.lastFrame - selection.firstFrame >= 2;
+    return model.sceneOpen && model.Scene().xsheet.HasFrame(selection.firstFrame) &&
+           model.Scene().xsheet.HasFrame(selection.lastFrame) && selection.lastFrame - selection.firstFrame >= 2;
 }
 
 bool CanPlaySelectedSound(const CSceneModel& model) {

@@ -43,11 +43,11 @@ bool CFlipbookOperations::MakeFlipbook() {
     const CSceneModel& model = m_context.model;
     if (!model.sceneOpen)
         return false;
-    CFlipbookRequest request{{}, RememberedSettings(), {}, model.xsheet.FrameCount()};
-    for (int level = 0; level < model.xsheet.LevelCount(); ++level)
-        request.levelNames.push_back(model.xsheet.LevelName(level));
+    CFlipbookRequest request{{}, RememberedSettings(), {}, model.Scene().xsheet.FrameCount()};
+    for (int level = 0; level < model.Scene().xsheet.LevelCount(); ++level)
+        request.levelNames.push_back(model.Scene().xsheet.LevelName(level));
     request.accept = [this](const CFlipbookSettings& settings) {
-        const CStatus status = CheckFlipbookSettings(settings, m_context.model.xsheet.FrameCount());
+        const CStatus status = CheckFlipbookSettings(settings, m_context.model.Scene().xsheet.FrameCount());
         if (!status)
             m_context.prompter.ShowVelmorMessage(status.Message());
         return static_cast<bool>(status);
@@ -58,18 +58,15 @@ bool CFlipbookOperations::MakeFlipbook() {
         return false;
     static_cast<void>(CSoundOperations(m_context)
                           .PrepareMissingTrack()); // it names what is missing; the pictures are made all the same
-    return Generate(answer.settings, LastFlipbook());
+    return Generate(answer.settings, LastFlipbook(), model.cursorFrame, model.selection.firstFrame);
 }
 
-bool CFlipbookOperations::Generate(const CFlipbookSettings& settings, const Path& output) {
+bool CFlipbookOperations::Generate(const CFlipbookSettings& settings, const Path& output, int cursorFrame,
+                                   int soundFrame) {
     const CSceneModel& model = m_context.model;
-    CFlipbookJob job{output,
-                     {model.xsheet, model.geometry, model.Paths().SceneFolder(), settings.antialias},
-                     model.camera,
-                     settings,
-                     model.cursorFrame,
-                     model.selection.firstFrame,
-                     {}};
+    CFlipbookJob job{output,     {model.Scene(), model.Paths().SceneFolder(), settings.antialias},
+                     settings,   cursorFrame,
+                     soundFrame, {}};
     if (model.soundBuffer)
         job.sound = *model.soundBuffer;
     const std::unique_ptr<IProgress> progress = m_context.prompter.BeginProgress("Rendering");

@@ -21,9 +21,10 @@ public:
     std::optional<Path> LastFlipbookToPlay();
     void SaveLastFlipbook();
 
-    /// The generation itself, from accepted settings to a file. False when it failed (its messages have been
-    /// shown).
-    [[nodiscard]] bool Generate(const CFlipbookSettings& settings, const Path& output);
+    /// The generation itself, from accepted settings to a file, with the camera of `cursorFrame` and the sound from
+    /// `soundFrame` on (from 0). False when it failed (its messages have been shown).
+    [[nodiscard]] bool Generate(const CFlipbookSettings& settings, const Path& output, int cursorFrame,
+                                int soundFrame);
 
 private:
     CFlipbookSettings RememberedSettings() const;

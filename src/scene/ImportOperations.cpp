@@ -4,6 +4,7 @@
 #include "scene/AssetReferences.h"
 #include "scene/DialogRequests.h"
 #include "scene/NamingRules.h"
+#include "scene/SceneEdit.h"
 #include "scene/SceneLifecycle.h"
 #include "scene/Settings.h"
 
@@ -165,8 +166,9 @@ void CImportOperations::ShowReplaced(SourceMode kind, const std::string& name) {
     CSceneModel& model = m_context.model;
     if (model.DropEditedImage(model.Paths().AssetFile(kind, model.folderName, name)))
         m_context.Update(UpdateHint::EditedImage);
-    if (CAssetReferences(model).Resize(ReferenceFolder(kind, model.folderName), name) > 0)
-        m_context.Update(pictureHint);
+    CSceneEdit edit(m_context, "Import", UpdateHint::None, UndoStep::None);
+    if (CAssetReferences(edit, model).Resize(ReferenceFolder(kind, model.folderName), name) > 0)
+        edit.AlsoAnnounce(pictureHint);
 }
 
 } // namespace velmor

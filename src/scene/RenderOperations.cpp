@@ -40,9 +40,9 @@ CRenderSetup CRenderOperations::RememberedSetup() const {
     const CSceneModel& model = m_context.model;
     const CProfile& profile = m_context.profile;
     CRenderSetup setup;
-    setup.levels = AllLevels(model.xsheet);
+    setup.levels = AllLevels(model.Scene().xsheet);
     setup.firstFrame = 1;
-    setup.lastFrame = model.xsheet.FrameCount();
+    setup.lastFrame = model.Scene().xsheet.FrameCount();
     setup.step = std::max(1, Get(profile, setting::lastRenderStep));
     setup.scaling = std::clamp(Get(profile, setting::lastRenderScaling), 1, 400);
     setup.antialias = Get(profile, setting::lastRenderAntialias) != 0;
@@ -75,9 +75,10 @@ void CRenderOperations::AskAndRender() {
     const CSceneModel& model = m_context.model;
     if (!model.sceneOpen)
         return;
-    CRenderSetupRequest request{{}, model.xsheet.FrameCount(), model.geometry.Frame(), RememberedSetup(), {}, {}};
-    for (int level = 0; level < model.xsheet.LevelCount(); ++level)
-        request.levelNames.push_back(model.xsheet.LevelName(level));
+    CRenderSetupRequest request{
+        {}, model.Scene().xsheet.FrameCount(), model.Scene().geometry.Frame(), RememberedSetup(), {}, {}};
+    for (int level = 0; level < model.Scene().xsheet.LevelCount(); ++level)
+        request.levelNames.push_back(model.Scene().xsheet.LevelName(level));
     request.chooseCompressor = [this](const std::string& current) {
         return m_context.prompter.AskCompressor({AvailableCompressors(), current});
     };
@@ -95,7 +96,7 @@ void CRenderOperations::AskAndRender() {
 
 bool CRenderOperations::Accept(const CRenderSetup& setup) const {
     const CSceneModel& model = m_context.model;
-    CStatus status = CheckRenderSetup(setup, model.xsheet.FrameCount(), model.geometry.Frame());
+    CStatus status = CheckRenderSetup(setup, model.Scene().xsheet.FrameCount(), model.Scene().geometry.Frame());
     if (status)
         status = CheckTarget(RenderSettingsOf(setup));
     if (!status)
@@ -125,10 +126,7 @@ bool CRenderOperations::MayOverwrite(const CRenderSettings& settings) const {
 
 bool CRenderOperations::Render(const CRenderSetup& setup) {
     const CSceneModel& model = m_context.model;
-    CRenderJob job{{model.xsheet, model.geometry, model.Paths().SceneFolder(), setup.antialias},
-                   model.camera,
-                   RenderSettingsOf(setup),
-                   {}};
+    CRenderJob job{{model.Scene(), model.Paths().SceneFolder(), setup.antialias}, RenderSettingsOf(setup), {}};
     if (model.soundBuffer)
         job.sound = *model.soundBuffer;
     std::unique_ptr<IProgress> progress = m_context.prompter.BeginProgress("Rendering");

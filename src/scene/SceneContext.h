@@ -31,9 +31,6 @@ struct CSceneContext {
             Show(text);
         return condition;
     }
-    /// What undo would have to bring back to come to the present state.
-    CXSheetSnapshot Snapshot() const { return {model.xsheet, model.camera, model.sounds, model.geometry}; }
-    void TakeSnapshot() const { model.undo = Snapshot(); }
 };
 
 } // namespace velmor

@@ -5,9 +5,11 @@
 #include "scene/EditedImage.h"
 #include "scene/NamingRules.h"
 #include "scene/PaletteOperations.h"
+#include "scene/SceneEdit.h"
 #include "scene/SceneManager.h"
 #include "scene/Settings.h"
 #include "scene/SoundOperations.h"
+#include "xsheet/XSheetFile.h"
 
 #include <algorithm>
 
@@ -24,7 +26,7 @@ void CSceneLifecycle::ConstructFromSettings(const Path& programFolder, const Pat
     model.databaseFolder = WithSeparator(model.databaseFolder);
     static_cast<void>(CreateFolder(PathOf(model.databaseFolder))); // or the first scene fails, and says so
     ReadSettings();
-    ResetXSheet();
+    m_sounds.ResetSoundBuffer();
     m_palettes.ClearPalette();
     m_palettes.ReadChoices();
 }
@@ -88,40 +90,26 @@ std::string CSceneLifecycle::FindNextCelName() const {
     return std::to_string(NextCelNumber(model.Paths(), model.folderName));
 }
 
-void CSceneLifecycle::AdoptXSheet(CXSheetData data) {
-    CSceneModel& model = m_context.model;
-    model.geometry = data.geometry;
-    model.xsheet = std::move(data.xsheet);
-    model.camera = std::move(data.camera);
-    model.sounds.Set(std::move(data.sounds));
-}
-
 bool CSceneLifecycle::LoadXSheet() {
-    CSceneModel& model = m_context.model;
+    const CSceneModel& model = m_context.model;
     if (!m_context.Require(model.sceneOpen, "Internal Error :  Scene not open in LoadXSheet"))
         return false;
-    CXSheetData data;
-    if (!m_context.Report(velmor::LoadXSheet(model.Paths().XSheetFile(), data)))
+    CScene scene;
+    if (!m_context.Report(velmor::LoadXSheet(model.Paths().XSheetFile(), scene)))
         return false;
-    AdoptXSheet(std::move(data));
-    model.ClampToXSheet();
-    m_sounds.PrepareSoundBuffer();
+    CSceneEdit edit(m_context, "Load XSheet", UpdateHint::None, UndoStep::None);
+    edit.Scene() = std::move(scene);
+    edit.PrepareSound();
     return true;
 }
 
-void CSceneLifecycle::ResetXSheet() {
+void CSceneLifecycle::ShowFromStart() {
     CSceneModel& model = m_context.model;
-    model.geometry = {};
-    model.xsheet = CXSheet();
-    model.camera.Reset();
-    model.sounds.Clear();
     model.cursorLevel = 0;
     model.cursorFrame = 0;
     model.lastSetFrame = 0;
     model.selection = {};
     model.moveSelection.Reset();
-    model.undo.reset();
-    m_sounds.ResetSoundBuffer();
 }
 
 void CSceneLifecycle::EnterScene(const std::string& name) {
@@ -145,32 +133,30 @@ CSceneLifecycle::OpenResult CSceneLifecycle::TryToOpen(const std::string& name) 
     const bool comesBack = model.sceneOpen && name == model.sceneName;
     if (comesBack && !MayLeave("go on", WriteAll()))
         return OpenResult::Stayed;
-    std::optional<CXSheetData> sheet;
-    if (!ReadScene(name, sheet))
+    std::optional<CScene> scene;
+    if (!ReadScene(name, scene))
         return OpenResult::Failed;
     if (!comesBack && !MayLeave("go on", WriteAll()))
         return OpenResult::Stayed;
 
     CEditedImage(m_context).Discard();
     EnterScene(name);
-    ResetXSheet();
-    if (sheet)
-        AdoptXSheet(std::move(*sheet));
-    else
+    ShowFromStart();
+    CSceneEdit edit(m_context, "Open Scene", everythingHint, UndoStep::Forget);
+    edit.Scene() = scene.value_or(CScene());
+    if (!scene)
         static_cast<void>(WriteXSheetFile()); // it has shown why not; Save All tries again
-    m_sounds.PrepareSoundBuffer();
-    m_context.Update(everythingHint);
     return OpenResult::Opened;
 }
 
-bool CSceneLifecycle::ReadScene(const std::string& name, std::optional<CXSheetData>& sheet) const {
+bool CSceneLifecycle::ReadScene(const std::string& name, std::optional<CScene>& scene) const {
     const CScenePaths paths(m_context.model.databaseFolder, name);
     if (name.find(static_cast<char>(Path::preferred_separator)) != std::string::npos ||
         !FolderExists(paths.SceneFolder()))
         return false;
     if (!FileExists(paths.XSheetFile()))
         return true;
-    return m_context.Report(velmor::LoadXSheet(paths.XSheetFile(), sheet.emplace()));
+    return m_context.Report(velmor::LoadXSheet(paths.XSheetFile(), scene.emplace()));
 }
 
 void CSceneLifecycle::ResetToNoScene() {
@@ -182,7 +168,9 @@ void CSceneLifecycle::ResetToNoScene() {
     model.sourceMode = SourceMode::Cels;
     model.clipboard = {};
     CEditedImage(m_context).Discard(); // its scene is saved already, or gone, or given up
-    ResetXSheet();
+    ShowFromStart();
+    CSceneEdit edit(m_context, "Close Scene", UpdateHint::None, UndoStep::Forget);
+    edit.Scene() = CScene();
     model.soundBuffer.reset();
     m_palettes.ClearPalette();
     Set(m_context.profile, setting::lastScene, "");
@@ -216,7 +204,7 @@ bool CSceneLifecycle::AcceptNewScene(const CSceneSettings& settings) const {
 }
 
 void CSceneLifecycle::NewScene() {
-    CSceneModel& model = m_context.model;
+    const CSceneModel& model = m_context.model;
     const std::optional<CSceneSettings> settings = m_context.prompter.AskSceneSettings(
         {true, WithPreset({}, palPreset), [this](const CSceneSettings& values) { return AcceptNewScene(values); }});
     if (!settings || !SaveAllOrAsk("go on"))
@@ -227,22 +215,22 @@ void CSceneLifecycle::NewScene() {
     }
     CEditedImage(m_context).Discard();
     EnterScene(settings->name);
-    ResetXSheet();
-    model.xsheet.SetFrameCount(settings->length);
-    model.geometry.width = settings->geometry.width;
-    model.geometry.height = settings->geometry.height;
-    model.geometry.background = settings->geometry.background;
+    ShowFromStart();
+    CSceneEdit edit(m_context, "New Scene", everythingHint, UndoStep::Forget);
+    edit.Scene() = CScene();
+    edit.XSheet().SetFrameCount(settings->length);
     // The rate is not taken from the answer: a new scene has the default one, and Scene Settings changes it.
-    m_sounds.PrepareSoundBuffer();
+    edit.Geometry() = settings->geometry;
+    edit.Geometry().frameRate = CSceneGeometry().frameRate;
     static_cast<void>(WriteXSheetFile()); // it has shown why not; Save All tries again
-    m_context.Update(everythingHint);
 }
 
 void CSceneLifecycle::EditSceneSettings() {
-    CSceneModel& model = m_context.model;
+    const CSceneModel& model = m_context.model;
     if (!model.sceneOpen)
         return;
-    const CSceneSettings current{model.sceneName, model.xsheet.FrameCount(), model.geometry, customPreset};
+    const CSceneSettings current{model.sceneName, model.Scene().xsheet.FrameCount(), model.Scene().geometry,
+                                 customPreset};
     const std::optional<CSceneSettings> settings =
         m_context.prompter.AskSceneSettings({false, current, [this](const CSceneSettings& values) {
                                                  return m_context.Report(CheckSceneSettings(values));
@@ -250,13 +238,9 @@ void CSceneLifecycle::EditSceneSettings() {
     if (!settings)
         return;
     // Frames may be lost. Values that stay as they are do not cost the step of undo that there is.
-    if (settings->length != current.length || settings->geometry != current.geometry)
-        m_context.TakeSnapshot();
-    model.geometry = settings->geometry;
-    model.xsheet.SetFrameCount(settings->length);
-    model.ClampToXSheet();
-    m_sounds.PrepareSoundBuffer();
-    m_context.Update(structureAndPictureHint);
+    CSceneEdit edit(m_context, "Scene Settings", structureAndPictureHint, UndoStep::IfChanged);
+    edit.Geometry() = settings->geometry;
+    edit.XSheet().SetFrameCount(settings->length);
 }
 
 void CSceneLifecycle::ChooseDatabase() {

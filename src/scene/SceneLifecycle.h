@@ -60,16 +60,16 @@ private:
     enum class OpenResult { Opened, Stayed, Failed };
 
     OpenResult TryToOpen(const std::string& name);
-    /// Reads a scene without touching the open one; no sheet when it has none yet.
-    [[nodiscard]] bool ReadScene(const std::string& name, std::optional<CXSheetData>& sheet) const;
+    /// Reads a scene without touching the open one; nothing in `scene` when it has no xsheet yet.
+    [[nodiscard]] bool ReadScene(const std::string& name, std::optional<CScene>& scene) const;
     [[nodiscard]] bool WriteXSheetFile() const;
     /// As SaveWhatCanBe(), with the image left as it is. The views are not told.
     std::vector<Path> WriteAll();
     /// Returns what could not be written.
     std::vector<Path> SaveWhatCanBe();
     bool MayLeave(const std::string& deed, const std::vector<Path>& unsaved) const;
-    void AdoptXSheet(CXSheetData data);
-    void ResetXSheet();
+    /// Cursor, selections and move flags as at the opening of a scene.
+    void ShowFromStart();
     void EnterScene(const std::string& name);
     [[nodiscard]] bool AcceptNewScene(const CSceneSettings& settings) const;
     void ReadSettings();

@@ -5,13 +5,13 @@
 namespace velmor {
 
 void CSceneModel::ClampToXSheet() {
-    const int lastLevel = std::max(0, xsheet.LevelCount() - 1);
-    const int lastFrame = std::max(0, xsheet.FrameCount() - 1);
+    const int lastLevel = std::max(0, m_scene.xsheet.LevelCount() - 1);
+    const int lastFrame = std::max(0, m_scene.xsheet.FrameCount() - 1);
     for (int* level : {&cursorLevel, &selection.firstLevel, &selection.lastLevel})
         *level = std::min(*level, lastLevel);
     for (int* frame : {&cursorFrame, &selection.firstFrame, &selection.lastFrame})
         *frame = std::min(*frame, lastFrame);
-    moveSelection.ClampToLevels(xsheet.LevelCount());
+    moveSelection.ClampToLevels(m_scene.xsheet.LevelCount());
 }
 
 bool CSceneModel::DropEditedImage(const Path& file) {

@@ -4,11 +4,8 @@
 #include "image/Color.h"
 #include "image/Palette.h"
 #include "scene/ScenePaths.h"
-#include "sound/SoundTrack.h"
-#include "xsheet/CameraTrack.h"
 #include "xsheet/MoveSelection.h"
-#include "xsheet/XSheet.h"
-#include "xsheet/XSheetFile.h"
+#include "xsheet/Scene.h"
 
 #include <cstdint>
 #include <optional>
@@ -17,12 +14,14 @@
 
 namespace velmor {
 
+namespace testing {
+struct CSceneAccess;
+}
+
 /// What undo brings back. The move flags of the levels are not part of it.
-struct CXSheetSnapshot {
-    CXSheet xsheet;
-    CCameraTrack camera; ///< of the xsheet's frames
-    CSoundPlacements sounds;
-    CSceneGeometry geometry; ///< which the scene settings change together with the length
+struct CUndoStep {
+    std::string name; ///< of the command
+    CScene scene;     ///< as it was before
 };
 
 /// The tools of the cel editor as the document holds them.
@@ -35,9 +34,13 @@ struct CPaintChoices {
     int bucketMode = 0;       ///< 0 solid, 1 and 2 gradients
 };
 
-/// Everything that the document holds about the open scene: plain values, changed by the document's operations
-/// only.
+/// Everything that the document holds: the scene, which CSceneEdit alone changes, and beside it what a session
+/// adds, plain values that the document's operations change.
 struct CSceneModel {
+    const CScene& Scene() const { return m_scene; }
+    /// Nothing when undo is not available.
+    const std::optional<CUndoStep>& Undo() const { return m_undo; }
+
     std::string databaseFolder; ///< ends with the separator
     std::string sceneName;
     bool sceneOpen = false;
@@ -45,10 +48,6 @@ struct CSceneModel {
     SourceMode sourceMode = SourceMode::Cels;
     std::vector<std::string> sourceSelection; ///< titles of assets, in list order
 
-    CSceneGeometry geometry;
-    CXSheet xsheet;
-    CCameraTrack camera;
-    CSoundPlacements sounds;
     /// The track of the whole xsheet; nothing while a placed sound cannot be loaded.
     std::optional<std::vector<std::uint8_t>> soundBuffer;
 
@@ -58,7 +57,6 @@ struct CSceneModel {
     CXSheetSelection selection;
     CMoveSelection moveSelection;
     CCellClipboard clipboard;
-    std::optional<CXSheetSnapshot> undo; ///< nothing when undo is not available
 
     CPalette palette;
     CPaintChoices paint;
@@ -79,6 +77,13 @@ struct CSceneModel {
     bool DropEditedImage(const Path& file);
     /// Writes the image under edit when it belongs to `file` and has changes.
     CStatus SaveEditedImage(const Path& file);
+
+private:
+    friend class CSceneEdit;
+    friend struct testing::CSceneAccess;
+
+    CScene m_scene;
+    std::optional<CUndoStep> m_undo;
 };
 
 } // namespace velmor

@@ -1,6 +1,8 @@
 #include "scene/CommandState.h"
 #include "scene/EditedImage.h"
+#include "scene/SceneEdit.h"
 #include "scene/SceneLifecycle.h"
+#include "xsheet/XSheetFile.h"
 
 // How the open scene gets to its files.
 
@@ -9,8 +11,7 @@ namespace velmor {
 bool CSceneLifecycle::WriteXSheetFile() const {
     const CSceneModel& model = m_context.model;
     const Path file = model.Paths().XSheetFile();
-    const CStatus saved =
-        velmor::SaveXSheet(file, {model.geometry, model.xsheet, model.camera, model.sounds.All()});
+    const CStatus saved = velmor::SaveXSheet(file, model.Scene());
     if (!saved)
         m_context.Show(saved.Message() + ":: Writing file ->" + Utf8Of(file));
     return static_cast<bool>(saved);
@@ -41,7 +42,7 @@ std::vector<Path> CSceneLifecycle::SaveWhatCanBe() {
         m_context.Update(UpdateHint::EditedImage);
     }
     if (resisting.empty())
-        model.undo.reset();
+        CSceneEdit::ForgetUndo(m_context);
     return resisting;
 }
 

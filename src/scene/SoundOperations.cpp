@@ -2,6 +2,8 @@
 
 #include "scene/DialogRequests.h"
 #include "scene/NamingRules.h"
+#include "scene/SceneEdit.h"
+#include "scene/SceneSound.h"
 #include "sound/SoundFile.h"
 #include "sound/WaveFile.h"
 
@@ -23,9 +25,10 @@ bool CSoundOperations::LoadSound(const std::string& name, std::vector<std::uint8
 std::optional<std::string> CSoundOperations::GetSoundName(int frame) const {
     const CSceneModel& model = m_context.model;
     if (!m_context.Require(model.sceneOpen, "Internal Error : GetSoundName called with no scene open") ||
-        !m_context.Require(model.xsheet.HasFrame(frame), "Internal Error : Invalid frame no in GetSoundName"))
+        !m_context.Require(model.Scene().xsheet.HasFrame(frame),
+                           "Internal Error : Invalid frame no in GetSoundName"))
         return std::nullopt;
-    const std::string* name = model.sounds.NameAt(frame);
+    const std::string* name = model.Scene().sounds.NameAt(frame);
     return name != nullptr ? std::optional(*name) : std::nullopt;
 }
 
@@ -34,14 +37,15 @@ bool CSoundOperations::CanDropSound(int frame) const {
     const bool soundChosen = model.sourceMode == SourceMode::Sounds && !model.sourceSelection.empty();
     if (!m_context.Require(model.sceneOpen, "Internal Error : DropSound called with no scene open") ||
         !m_context.Require(soundChosen, "Internal Error : DropSound called with cels selected") ||
-        !m_context.Require(model.xsheet.HasFrame(frame), "Internal Error : Invalid frame no in DropSound") ||
-        !m_context.Require(!model.sounds.IsFull(), "Too many sounds on xsheet!"))
+        !m_context.Require(model.Scene().xsheet.HasFrame(frame),
+                           "Internal Error : Invalid frame no in DropSound") ||
+        !m_context.Require(!model.Scene().sounds.IsFull(), "Too many sounds on xsheet!"))
         return false;
     if (model.sourceSelection.size() > 1) {
         m_context.prompter.ShowVelmorMessage("Only one sound can be put on xsheet at one time.");
         return false;
     }
-    if (model.sounds.NameAt(frame) != nullptr) {
+    if (model.Scene().sounds.NameAt(frame) != nullptr) {
         m_context.prompter.ShowVelmorMessage(
             "A sound already exists at that frame. \nPlease delete it from xsheet first");
         return false;
@@ -50,49 +54,32 @@ bool CSoundOperations::CanDropSound(int frame) const {
 }
 
 void CSoundOperations::DropSound(int frame) {
-    CSceneModel& model = m_context.model;
-    if (!CanDropSound(frame) || !model.sounds.Place(frame, model.sourceSelection.front()))
+    if (!CanDropSound(frame))
         return;
-    PrepareSoundBuffer();
-    m_context.Update(UpdateHint::Cells);
+    CSceneEdit edit(m_context, "Drop Sound", UpdateHint::Cells, UndoStep::None);
+    if (!edit.Sounds().Place(frame, m_context.model.sourceSelection.front()))
+        edit.CallOff();
 }
 
 void CSoundOperations::RemoveSelectedSounds() {
-    CSceneModel& model = m_context.model;
+    const CSceneModel& model = m_context.model;
+    CSoundPlacements left = model.Scene().sounds;
     bool removed = false;
-    for (int frame = model.selection.firstFrame; frame <= model.selection.lastFrame; ++frame) {
-        if (model.sounds.NameAt(frame) == nullptr)
-            continue;
-        if (!removed)
-            m_context.TakeSnapshot();
-        removed |= model.sounds.RemoveAt(frame);
-    }
+    for (int frame = model.selection.firstFrame; frame <= model.selection.lastFrame; ++frame)
+        removed |= left.RemoveAt(frame);
     if (!removed) {
         m_context.prompter.ShowVelmorMessage("There are no sound starting at the selected frames for deleting.");
         return;
     }
-    PrepareSoundBuffer();
-    m_context.Update(UpdateHint::Cells);
+    CSceneEdit edit(m_context, "Remove Sound", UpdateHint::Cells);
+    edit.Sounds() = std::move(left);
 }
 
 void CSoundOperations::PrepareSoundBuffer() {
     const CSceneModel& model = m_context.model;
     if (!m_context.Require(model.sceneOpen, "Internal Error : Scene not open at PrepareSoundBuffer"))
         return;
-    static_cast<void>(m_context.Report(Prepare(nullptr))); // without a track there is silence
-}
-
-CStatus CSoundOperations::Prepare(Path* resisting) const {
-    CSceneModel& model = m_context.model;
-    const auto load = [&](const std::string& name, std::vector<std::uint8_t>& samples) {
-        const Path file = model.Paths().SoundFile(name);
-        CStatus status = LoadSoundFile(file, name, samples);
-        if (!status && resisting != nullptr)
-            *resisting = file;
-        return status;
-    };
-    return PrepareTrack(model.sounds.All(), model.xsheet.FrameCount(), std::max(1, model.geometry.frameRate), load,
-                        model.soundBuffer);
+    static_cast<void>(m_context.Report(PrepareSoundTrack(m_context.model))); // without a track there is silence
 }
 
 bool CSoundOperations::PrepareMissingTrack() {
@@ -100,7 +87,7 @@ bool CSoundOperations::PrepareMissingTrack() {
     if (!model.sceneOpen || model.soundBuffer)
         return model.sceneOpen;
     Path resisting;
-    const CStatus status = Prepare(&resisting);
+    const CStatus status = PrepareSoundTrack(m_context.model, &resisting);
     if (status)
         return true;
     std::string text = status.Message();
@@ -112,7 +99,7 @@ bool CSoundOperations::PrepareMissingTrack() {
 
 void CSoundOperations::ResetSoundBuffer() {
     CSceneModel& model = m_context.model;
-    const auto frames = static_cast<std::size_t>(model.xsheet.FrameCount());
+    const auto frames = static_cast<std::size_t>(model.Scene().xsheet.FrameCount());
     model.soundBuffer.emplace(frames * samplesPerSecond, silentSample);
 }
 
@@ -127,7 +114,7 @@ std::optional<std::span<const std::uint8_t>> CSoundOperations::GetSoundBuffer() 
 int CSoundOperations::GetFPS() const {
     const CSceneModel& model = m_context.model;
     return m_context.Require(model.sceneOpen, "Internal Error : Scene not open at GetFPS")
-               ? model.geometry.frameRate
+               ? model.Scene().geometry.frameRate
                : frameRateOfNoScene;
 }
 
@@ -173,7 +160,7 @@ bool CSoundOperations::StoreSound(const std::string& name, int rate, std::span<c
         m_context.Show(result.message);
     if (!result.done)
         return false;
-    const auto& placed = model.sounds.All();
+    const auto& placed = model.Scene().sounds.All();
     if (std::ranges::any_of(placed, [&](const CSoundPlacement& sound) { return sound.name == name; }))
         PrepareSoundBuffer();
     m_context.Update(UpdateHint::AssetLists);

@@ -51,8 +51,6 @@ public:
 
 private:
     bool CanDropSound(int frame) const;
-    /// `resisting`, if given, takes the file of a sound that cannot be loaded.
-    CStatus Prepare(Path* resisting) const;
 
     CSceneContext m_context;
     std::function<bool()> m_canPlay;

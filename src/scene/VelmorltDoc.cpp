@@ -41,7 +41,7 @@ struct CVelmorltDoc::CParts {
     CPaletteOperations palette{context};
     CCelPainting painting{model};
     CSceneLifecycle scenes;
-    CXSheetOperations xsheet{context, sounds};
+    CXSheetOperations xsheet{context};
     CCellOperations cells{context};
     CCameraOperations camera{context, xsheet};
     CImportOperations imports{context, scenes};

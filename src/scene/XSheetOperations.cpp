@@ -5,17 +5,17 @@
 namespace velmor {
 
 bool CXSheetOperations::RequireLevel(int level, const char* message) const {
-    return m_context.Require(m_context.model.xsheet.HasLevel(level), message);
+    return m_context.Require(m_context.model.Scene().xsheet.HasLevel(level), message);
 }
 
 bool CXSheetOperations::RequireFrame(int frame, const char* message) const {
-    return m_context.Require(m_context.model.xsheet.HasFrame(frame), message);
+    return m_context.Require(m_context.model.Scene().xsheet.HasFrame(frame), message);
 }
 
 std::string CXSheetOperations::GetLevelName(int level) const {
     if (!RequireLevel(level, "Internal Error : lvlno out of range in GetLevelName"))
         return {};
-    return m_context.model.xsheet.LevelName(level);
+    return m_context.model.Scene().xsheet.LevelName(level);
 }
 
 bool CXSheetOperations::GetLevelSmoothed(int level) const {
@@ -27,7 +27,7 @@ std::string CXSheetOperations::GetXsheetData(int level, int frame) const {
     if (!RequireLevel(level, "Internal Error : nlvl out of range in GetXsheetData") ||
         !RequireFrame(frame, "Internal Error : nfrm out of range in GetXsheetData"))
         return {};
-    return m_context.model.xsheet.CellText(level, frame);
+    return m_context.model.Scene().xsheet.CellText(level, frame);
 }
 
 void CXSheetOperations::SetCursorX(int level) {
@@ -73,7 +73,7 @@ void CXSheetOperations::SetSelEndY(int frame) {
 void CXSheetOperations::SetLevelCanMove(int level) {
     if (!RequireLevel(level, "Internal Error : nlvl out of range in SetLevelCanMove"))
         return;
-    m_context.model.moveSelection.ToggleLevel(level, m_context.model.xsheet.LevelCount());
+    m_context.model.moveSelection.ToggleLevel(level, m_context.model.Scene().xsheet.LevelCount());
     m_context.Update(selectionHint);
 }
 

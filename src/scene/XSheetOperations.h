@@ -8,13 +8,11 @@
 
 namespace velmor {
 
-class CSoundOperations;
-
 /// The xsheet as the views and commands use it: checked accessors, cursor and selections, structural and cell
 /// edits, undo, dropping assets. An index out of range shows its message and changes nothing.
 class CXSheetOperations {
 public:
-    CXSheetOperations(CSceneContext context, CSoundOperations& sounds) : m_context(context), m_sounds(sounds) {}
+    explicit CXSheetOperations(CSceneContext context) : m_context(context) {}
 
     std::string GetLevelName(int level) const;
     /// Whether the level is selected for moving, which is what "smoothed" stands for here.
@@ -59,13 +57,10 @@ private:
     std::optional<int> AskLevel(const char* prompt) const;
     std::optional<std::string> AskLevelName(const std::string& initial) const;
     std::optional<int> AskFrameCount(const char* prompt) const;
-    /// With snapshot and sound track; `frames` is brought into the limits of editing.
-    void SetFrameCount(int frames, UpdateHint hint);
-    void EditRange(void (CXSheet::*edit)(const CXSheetSelection&));
-    void FillWithSelectedAssets(int level, int frame, int held);
+    void EditRange(const char* name, void (CXSheet::*change)(const CXSheetSelection&));
+    void FillWithSelectedAssets(CXSheet& xsheet, int level, int frame, int held) const;
 
     CSceneContext m_context;
-    CSoundOperations& m_sounds;
 };
 
 } // namespace velmor

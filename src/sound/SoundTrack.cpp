@@ -31,39 +31,44 @@ CStatus FillTrack(const std::vector<CSoundPlacement>& sorted, int samplesInFrame
 } // namespace
 
 const std::string* CSoundPlacements::NameAt(int frame) const {
-    const auto found = std::ranges::find(m_placements, frame, &CSoundPlacement::frame);
-    return found == m_placements.end() ? nullptr : &found->name;
+    const auto found = std::ranges::find(All(), frame, &CSoundPlacement::frame);
+    return found == All().end() ? nullptr : &found->name;
 }
 
 bool CSoundPlacements::Place(int frame, std::string name) {
     if (IsFull() || NameAt(frame))
         return false;
-    m_placements.push_back({frame, std::move(name)});
+    m_placements.Change().push_back({frame, std::move(name)});
     return true;
 }
 
 bool CSoundPlacements::RemoveAt(int frame) {
-    const auto found = std::ranges::find(m_placements, frame, &CSoundPlacement::frame);
-    if (found == m_placements.end())
+    if (NameAt(frame) == nullptr)
         return false;
-    m_placements.erase(found);
+    std::erase_if(m_placements.Change(),
+                  [&](const CSoundPlacement& placement) { return placement.frame == frame; });
     return true;
 }
 
+int CSoundPlacements::CountNamed(const std::string& name) const {
+    return static_cast<int>(std::ranges::count(All(), name, &CSoundPlacement::name));
+}
+
 int CSoundPlacements::RemoveNamed(const std::string& name) {
-    return static_cast<int>(
-        std::erase_if(m_placements, [&](const CSoundPlacement& placement) { return placement.name == name; }));
+    const int count = CountNamed(name);
+    if (count > 0)
+        std::erase_if(m_placements.Change(),
+                      [&](const CSoundPlacement& placement) { return placement.name == name; });
+    return count;
 }
 
 int CSoundPlacements::Rename(const std::string& oldName, const std::string& newName) {
-    int renamed = 0;
-    for (CSoundPlacement& placement : m_placements) {
-        if (placement.name != oldName)
-            continue;
-        placement.name = newName;
-        ++renamed;
-    }
-    return renamed;
+    const int count = CountNamed(oldName);
+    if (count > 0)
+        for (CSoundPlacement& placement : m_placements.Change())
+            if (placement.name == oldName)
+                placement.name = newName;
+    return count;
 }
 
 int SamplesPerFrame(int framesPerSecond) {

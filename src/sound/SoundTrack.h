@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Shared.h"
 #include "platform/Status.h"
 #include "sound/SoundPlacement.h"
 
@@ -16,10 +17,10 @@ class CSoundPlacements {
 public:
     static constexpr int mostPlacements = 1999;
 
-    int Count() const { return static_cast<int>(m_placements.size()); }
+    int Count() const { return static_cast<int>(All().size()); }
     bool IsFull() const { return Count() >= mostPlacements; }
-    const std::vector<CSoundPlacement>& All() const { return m_placements; }
-    void Set(std::vector<CSoundPlacement> placements) { m_placements = std::move(placements); }
+    const std::vector<CSoundPlacement>& All() const { return *m_placements; }
+    void Set(std::vector<CSoundPlacement> placements) { m_placements = Placements(std::move(placements)); }
     /// Name of the sound that starts at `frame`; null when none does. Valid until the next change.
     const std::string* NameAt(int frame) const;
     /// False when full or when a sound already starts at the frame.
@@ -30,10 +31,16 @@ public:
     int RemoveNamed(const std::string& name);
     /// Gives every placement of one sound another name.
     int Rename(const std::string& oldName, const std::string& newName);
-    void Clear() { m_placements.clear(); }
+    void Clear() { *this = CSoundPlacements(); }
+
+    bool operator==(const CSoundPlacements&) const = default;
 
 private:
-    std::vector<CSoundPlacement> m_placements;
+    int CountNamed(const std::string& name) const;
+
+    using Placements = CShared<std::vector<CSoundPlacement>>;
+
+    Placements m_placements;
 };
 
 /// Samples in one frame (integer division); `framesPerSecond` at least 1.

@@ -17,7 +17,7 @@ constexpr std::uint64_t mostFileBytes = std::uint64_t{1} << 30;
 
 // The least that a part of the file takes: its strings empty, one byte each.
 constexpr std::size_t cameraBytes = 4 * sizeof(double);
-constexpr std::size_t leastCelBytes = 2 + 8 * sizeof(double) + 2 * sizeof(std::int32_t);
+constexpr std::size_t leastCellBytes = 2 + 8 * sizeof(double) + 2 * sizeof(std::int32_t);
 constexpr std::size_t leastSoundBytes = sizeof(std::int32_t) + 1;
 
 bool IsWithin(int value, int least, int most) {
@@ -45,14 +45,14 @@ void WriteCell(CArchiveWriter& writer, const CXSheetCell& cell) {
     writer.WriteInt(cell.Size().width);
 }
 
-void WriteHeader(CArchiveWriter& writer, const CXSheetData& data) {
+void WriteHeader(CArchiveWriter& writer, const CScene& scene) {
     writer.WriteString(signature);
-    writer.WriteInt(data.xsheet.FrameCount());
-    writer.WriteInt(static_cast<std::int32_t>(data.geometry.background));
-    writer.WriteInt(data.geometry.height);
-    writer.WriteInt(data.geometry.width);
-    writer.WriteInt(data.geometry.frameRate);
-    writer.WriteInt(data.xsheet.LevelCount());
+    writer.WriteInt(scene.xsheet.FrameCount());
+    writer.WriteInt(static_cast<std::int32_t>(scene.geometry.background));
+    writer.WriteInt(scene.geometry.height);
+    writer.WriteInt(scene.geometry.width);
+    writer.WriteInt(scene.geometry.frameRate);
+    writer.WriteInt(scene.xsheet.LevelCount());
 }
 
 CCameraFrame ReadCamera(CArchiveReader& reader) {
@@ -92,7 +92,7 @@ bool ReadCamera(CArchiveReader& reader, int frames, CCameraTrack& camera) {
 }
 
 bool ReadLevels(CArchiveReader& reader, int levels, int frames, CXSheet& xsheet) {
-    const std::size_t leastLevelBytes = 1 + static_cast<std::size_t>(frames) * leastCelBytes;
+    const std::size_t leastLevelBytes = 1 + static_cast<std::size_t>(frames) * leastCellBytes;
     if (reader.Remaining() / leastLevelBytes < static_cast<std::size_t>(levels))
         return false;
     xsheet = CXSheet(levels, frames);
@@ -106,24 +106,25 @@ bool ReadLevels(CArchiveReader& reader, int levels, int frames, CXSheet& xsheet)
     return !reader.Failed();
 }
 
-bool ReadSounds(CArchiveReader& reader, std::vector<CSoundPlacement>& sounds) {
+bool ReadSounds(CArchiveReader& reader, CSoundPlacements& placements) {
     const int count = reader.ReadInt();
     if (reader.Failed() || !IsWithin(count, 0, mostSoundsInFile) ||
         reader.Remaining() / leastSoundBytes < static_cast<std::size_t>(count))
         return false;
-    sounds.resize(static_cast<std::size_t>(count));
+    std::vector<CSoundPlacement> sounds(static_cast<std::size_t>(count));
     for (CSoundPlacement& sound : sounds) {
         sound.frame = reader.ReadInt();
         sound.name = reader.ReadString();
     }
+    placements.Set(std::move(sounds));
     return !reader.Failed();
 }
 
-bool ReadXSheet(std::span<const std::uint8_t> bytes, CXSheetData& data) {
+bool ReadXSheet(std::span<const std::uint8_t> bytes, CScene& scene) {
     CArchiveReader reader(bytes);
     if (reader.ReadString() != signature)
         return false;
-    CSceneGeometry& geometry = data.geometry;
+    CSceneGeometry& geometry = scene.geometry;
     const int frames = reader.ReadInt();
     geometry.background = static_cast<ColorRef>(reader.ReadInt());
     geometry.height = reader.ReadInt();
@@ -135,26 +136,26 @@ bool ReadXSheet(std::span<const std::uint8_t> bytes, CXSheetData& data) {
                               IsWithin(levels, 0, CXSheet::mostLevelsInFile) &&
                               IsWithin(geometry.height, 1, mostFrameSize) &&
                               IsWithin(geometry.width, 1, mostFrameSize) && geometry.frameRate >= 1;
-    return !reader.Failed() && withinLimits && ReadCamera(reader, frames, data.camera) &&
-           ReadLevels(reader, levels, frames, data.xsheet) && ReadSounds(reader, data.sounds);
+    return !reader.Failed() && withinLimits && ReadCamera(reader, frames, scene.camera) &&
+           ReadLevels(reader, levels, frames, scene.xsheet) && ReadSounds(reader, scene.sounds);
 }
 
-CArchiveWriter WriteXSheet(const CXSheetData& data) {
+CArchiveWriter WriteXSheet(const CScene& scene) {
     CArchiveWriter writer;
-    const auto frames = static_cast<std::size_t>(data.xsheet.FrameCount());
-    const auto levels = static_cast<std::size_t>(data.xsheet.LevelCount());
+    const auto frames = static_cast<std::size_t>(scene.xsheet.FrameCount());
+    const auto levels = static_cast<std::size_t>(scene.xsheet.LevelCount());
     constexpr std::size_t usualNameBytes = 16;
-    writer.Reserve(1024 + frames * (cameraBytes + levels * (leastCelBytes + usualNameBytes)));
-    WriteHeader(writer, data);
-    for (int frame = 0; frame < data.xsheet.FrameCount(); ++frame)
-        WriteCamera(writer, data.camera.At(frame));
-    for (int level = 0; level < data.xsheet.LevelCount(); ++level) {
-        writer.WriteString(data.xsheet.LevelName(level));
-        for (int frame = 0; frame < data.xsheet.FrameCount(); ++frame)
-            WriteCell(writer, data.xsheet.Cell(level, frame));
+    writer.Reserve(1024 + frames * (cameraBytes + levels * (leastCellBytes + usualNameBytes)));
+    WriteHeader(writer, scene);
+    for (int frame = 0; frame < scene.xsheet.FrameCount(); ++frame)
+        WriteCamera(writer, scene.camera.At(frame));
+    for (int level = 0; level < scene.xsheet.LevelCount(); ++level) {
+        writer.WriteString(scene.xsheet.LevelName(level));
+        for (int frame = 0; frame < scene.xsheet.FrameCount(); ++frame)
+            WriteCell(writer, scene.xsheet.Cell(level, frame));
     }
-    writer.WriteInt(static_cast<std::int32_t>(data.sounds.size()));
-    for (const CSoundPlacement& sound : data.sounds) {
+    writer.WriteInt(static_cast<std::int32_t>(scene.sounds.Count()));
+    for (const CSoundPlacement& sound : scene.sounds.All()) {
         writer.WriteInt(sound.frame);
         writer.WriteString(sound.name);
     }
@@ -163,37 +164,37 @@ CArchiveWriter WriteXSheet(const CXSheetData& data) {
 
 } // namespace
 
-std::vector<std::uint8_t> EncodeXSheet(const CXSheetData& data) {
-    const CArchiveWriter writer = WriteXSheet(data);
+std::vector<std::uint8_t> EncodeXSheet(const CScene& scene) {
+    const CArchiveWriter writer = WriteXSheet(scene);
     return {writer.Bytes().begin(), writer.Bytes().end()};
 }
 
-CStatus DecodeXSheet(std::span<const std::uint8_t> bytes, CXSheetData& data) {
+CStatus DecodeXSheet(std::span<const std::uint8_t> bytes, CScene& scene) {
     try {
-        CXSheetData read;
+        CScene read;
         if (!ReadXSheet(bytes, read))
             return Corrupted();
-        data = std::move(read);
+        scene = std::move(read);
         return {};
     } catch (const std::exception&) { // no memory
         return Corrupted();
     }
 }
 
-CStatus SaveXSheet(const Path& path, const CXSheetData& data) {
+CStatus SaveXSheet(const Path& path, const CScene& scene) {
     try {
-        if (WriteFileAtomically(path, WriteXSheet(data).Bytes()))
+        if (WriteFileAtomically(path, WriteXSheet(scene).Bytes()))
             return {};
     } catch (const std::exception&) { // no memory
     }
     return CStatus::Failure("Problem opening the xsheet data file for writing");
 }
 
-CStatus LoadXSheet(const Path& path, CXSheetData& data) {
+CStatus LoadXSheet(const Path& path, CScene& scene) {
     const std::optional<CFileBytes> bytes = ReadWholeFile(path, mostFileBytes);
     if (!bytes)
         return CStatus::Failure("Problem opening the xsheet data file for reading");
-    return DecodeXSheet(bytes->Span(), data);
+    return DecodeXSheet(bytes->Span(), scene);
 }
 
 } // namespace velmor

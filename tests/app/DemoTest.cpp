@@ -58,7 +58,7 @@ protected:
         return data.xsheet.Cell(LevelNamed(level), frame);
     }
 
-    CXSheetData data;
+    CScene data;
 
 private:
     static inline std::optional<CTempFolder> s_folder;
@@ -186,10 +186,10 @@ TEST_F(Demo, EffectsChangeGradually) {
 }
 
 TEST_F(Demo, StepsAreHeardWhenTheFeetTouchTheGround) {
-    ASSERT_GE(data.sounds.size(), 10u);
+    ASSERT_GE(data.sounds.Count(), 10);
     std::optional<std::vector<std::uint8_t>> track;
     ASSERT_TRUE(PrepareTrack(
-        data.sounds, 100, 25,
+        data.sounds.All(), 100, 25,
         [](const std::string& name, std::vector<std::uint8_t>& samples) {
             return LoadSoundFile(Paths().SoundFile(name), name, samples);
         },

@@ -16,7 +16,7 @@ using testing::WriteBytes;
 class FinalRender : public ::testing::Test {
 protected:
     CRenderJob Job(RenderFormat format) {
-        CRenderJob job{{scene.data.xsheet, scene.data.geometry, scene.folder, true}, scene.data.camera, {}, {}};
+        CRenderJob job{{scene.data, scene.folder, true}, {}, {}};
         job.settings.levels = AllLevels(scene.data.xsheet);
         for (int frame = 0; frame < CTestScene::frames; ++frame)
             job.settings.frames.push_back(frame);
@@ -30,9 +30,8 @@ protected:
     }
 
     CFrameBuffer Frame(int frame, ColorRef background) {
-        CFrameRequest request =
-            RequestFrame({scene.data.xsheet, scene.data.geometry, scene.folder, true}, AllLevels(scene.data.xsheet),
-                         frame, scene.data.camera.At(frame), {{64, 48}, {64, 48}, 1});
+        CFrameRequest request = RequestFrame({scene.data, scene.folder, true}, AllLevels(scene.data.xsheet), frame,
+                                             scene.data.camera.At(frame), {{64, 48}, {64, 48}, 1});
         request.background = background;
         CFrameBuffer buffer;
         EXPECT_TRUE(ComposeFrame(request, cache, buffer, false));

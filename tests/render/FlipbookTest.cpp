@@ -75,8 +75,7 @@ TEST(FlipbookSound, IsCutFromTheTrackAndFilledWithSilence) {
 class Flipbook : public ::testing::Test {
 protected:
     CFlipbookJob Job() {
-        CFlipbookJob job{
-            output, {scene.data.xsheet, scene.data.geometry, scene.folder, true}, scene.data.camera, {}, 0, 0, {}};
+        CFlipbookJob job{output, {scene.data, scene.folder, true}, {}, 0, 0, {}};
         job.settings.levels = {0, 2};
         job.settings.lastFrame = CTestScene::frames;
         job.settings.scaling = 100;

@@ -44,7 +44,7 @@ protected:
     }
 
     CRenderJob Job(RenderFormat format, const std::string& name) {
-        CRenderJob job{{scene.data.xsheet, scene.data.geometry, scene.folder, true}, scene.data.camera, {}, tone};
+        CRenderJob job{{scene.data, scene.folder, true}, {}, tone};
         job.settings.levels = AllLevels(scene.data.xsheet);
         for (int frame = 0; frame < CTestScene::frames; ++frame)
             job.settings.frames.push_back(frame);
@@ -67,9 +67,9 @@ protected:
         const CSize size{64, 48};
         const CRenderJob job = Job(RenderFormat::Avi, "unused");
         CFrameBuffer buffer;
-        EXPECT_TRUE(
-            ComposeFrame(RequestFrame(job.shot, job.settings.levels, frame, job.camera.At(frame), {size, size, 1}),
-                         cache, buffer, false));
+        EXPECT_TRUE(ComposeFrame(
+            RequestFrame(job.shot, job.settings.levels, frame, job.shot.scene.camera.At(frame), {size, size, 1}),
+            cache, buffer, false));
         return buffer.pixels;
     }
 

@@ -20,15 +20,15 @@ protected:
         Expose(0, 1, "Man", "5");
         Expose(1, 2, "Man", "5");
         Expose(1, 3, "Cat", "5");
-        Context().TakeSnapshot();
-        model.clipboard = model.xsheet.Copy({0, 0, 0, 1});
+        CSceneAccess::UndoOf(model) = CUndoStep{"", scene};
+        model.clipboard = scene.xsheet.Copy({0, 0, 0, 1});
     }
     /// The sheet as it is, as undo would bring it back, and the copied cells.
     std::string EverythingExposed() {
         const std::string now = Row(0, 2) + Row(1, 4);
-        std::swap(model.xsheet, model.undo->xsheet);
+        std::swap(scene.xsheet, CSceneAccess::UndoOf(model)->scene.xsheet);
         const std::string undone = Row(0, 2) + Row(1, 4);
-        std::swap(model.xsheet, model.undo->xsheet);
+        std::swap(scene.xsheet, CSceneAccess::UndoOf(model)->scene.xsheet);
         std::string copied;
         for (const CXSheetCell& cel : model.clipboard.cells)
             copied += cel.IsUsed() ? cel.CelName() : ".";
@@ -38,15 +38,15 @@ protected:
         for (const char* name : {"Boo", "Hey"})
             static_cast<void>(
                 sounds.StoreSound(name, 22050, std::vector<std::uint8_t>(100, static_cast<std::uint8_t>(name[0]))));
-        static_cast<void>(model.sounds.Place(0, "Boo"));
-        static_cast<void>(model.sounds.Place(2, "Hey"));
-        static_cast<void>(model.sounds.Place(4, "Boo"));
+        static_cast<void>(scene.sounds.Place(0, "Boo"));
+        static_cast<void>(scene.sounds.Place(2, "Hey"));
+        static_cast<void>(scene.sounds.Place(4, "Boo"));
         sounds.PrepareSoundBuffer();
         TakeHints();
     }
     /// The first sample of each second frame.
     std::string Heard() const {
-        const int step = 2 * SamplesPerFrame(model.geometry.frameRate);
+        const int step = 2 * SamplesPerFrame(scene.geometry.frameRate);
         std::string heard;
         for (int i = 0; i < 3; ++i)
             heard += static_cast<char>(model.soundBuffer.value()[static_cast<std::size_t>(i * step)]);
@@ -119,13 +119,13 @@ TEST_F(AssetOperations, DeletionStopsAtAFileThatResists) {
 
 TEST_F(AssetOperations, DeletedAndRenamedSoundsAreHeardSo) {
     PlaceSounds();
-    Context().TakeSnapshot();
+    CSceneAccess::UndoOf(model) = CUndoStep{"", scene};
     EXPECT_EQ(Heard(), "BHB");
     Select(SourceMode::Sounds, {"Hey"});
     prompter.Answer(std::string("Ho"));
     assets.RenameSelected();
     EXPECT_EQ(Heard(), "BHB");
-    EXPECT_EQ(*model.sounds.NameAt(2), "Ho");
+    EXPECT_EQ(*scene.sounds.NameAt(2), "Ho");
     EXPECT_EQ(TakeHints(), Hints{10});
     prompter.Answer(std::string("Boo"));
     assets.RenameSelected();
@@ -135,7 +135,7 @@ TEST_F(AssetOperations, DeletedAndRenamedSoundsAreHeardSo) {
     EXPECT_EQ(prompter.TakeMessages(),
               Texts{"Are you sure you want to remove selected sounds from Sounds folder and xsheet ? (NO UNDO!)"});
     EXPECT_EQ(Heard(), "\x80\x80\x80");
-    EXPECT_EQ(model.undo->sounds.Count(), 0);
+    EXPECT_EQ(CSceneAccess::UndoOf(model)->scene.sounds.Count(), 0);
     EXPECT_EQ(TakeHints(), (Hints{10, 10}));
 }
 
@@ -376,7 +376,7 @@ TEST_F(AssetOperations, ANewCelReplacesTheOldOneOnlyWhenItIsThere) {
     assets.NewCel();
     EXPECT_EQ(model.celImg.FilePath(), CelFile("3"));
     EXPECT_EQ(model.celImg.ColorAt(1, 0), white);
-    EXPECT_EQ(model.xsheet.Cell(0, 0).Size(), (CSize{30, 50}));
+    EXPECT_EQ(scene.xsheet.Cell(0, 0).Size(), (CSize{30, 50}));
     EXPECT_EQ(Load(CelFile("3")).ColorAt(1, 0), white);
     EXPECT_EQ(TakeHints(), Hints{263});
 }

@@ -83,15 +83,15 @@ TEST_F(AssetTransforms, CellsTakeTheNewSize) {
     MakeCel(model.Paths().CelFile("Cat", "1"), red);
     Expose(0, 0, "Man", "1");
     Expose(0, 1, "Cat", "1");
-    Context().TakeSnapshot();
-    model.clipboard = model.xsheet.Copy({0, 0, 0, 1});
+    CSceneAccess::UndoOf(model) = CUndoStep{"", scene};
+    model.clipboard = scene.xsheet.Copy({0, 0, 0, 1});
     Select(SourceMode::Cels, {"1"});
     Rotate({RotationKind::Clockwise90, 0});
-    EXPECT_EQ(model.xsheet.Cell(0, 0).Size(), (CSize{10, 20}));
-    EXPECT_EQ(model.xsheet.Cell(0, 1).Size(), (CSize{20, 10}));
-    EXPECT_EQ(model.undo->xsheet, model.xsheet);
-    EXPECT_EQ(model.clipboard.cells[0], model.xsheet.Cell(0, 0));
-    EXPECT_EQ(model.clipboard.cells[1], model.xsheet.Cell(0, 1));
+    EXPECT_EQ(scene.xsheet.Cell(0, 0).Size(), (CSize{10, 20}));
+    EXPECT_EQ(scene.xsheet.Cell(0, 1).Size(), (CSize{20, 10}));
+    EXPECT_EQ(CSceneAccess::UndoOf(model)->scene.xsheet, scene.xsheet);
+    EXPECT_EQ(model.clipboard.cells[0], scene.xsheet.Cell(0, 0));
+    EXPECT_EQ(model.clipboard.cells[1], scene.xsheet.Cell(0, 1));
     EXPECT_EQ(TakeHints(), Hints{260});
 }
 
@@ -119,7 +119,7 @@ TEST_F(AssetTransforms, ADamagedFileEndsTheBatch) {
     Rotate({RotationKind::Clockwise90, 0});
     EXPECT_EQ(prompter.TakeMessages(),
               Texts{"Unable to read cel file :: Truncated cel file:: Reading cel file ->" + Utf8Of(CelFile("2"))});
-    EXPECT_EQ(model.xsheet.Cell(0, 0).Size(), (CSize{10, 20}));
+    EXPECT_EQ(scene.xsheet.Cell(0, 0).Size(), (CSize{10, 20}));
     EXPECT_EQ(ReadBytes(CelFile("2")), damaged);
     EXPECT_EQ(RedPixel(CelFile("3")), Place(0, 0));
     EXPECT_EQ(TakeHints(), Hints{260});

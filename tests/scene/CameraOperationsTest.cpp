@@ -17,7 +17,7 @@ protected:
         CXSheetScene::OnUpdate(hint);
         framesShown.push_back(model.cursorFrame);
     }
-    CCameraFrame& Camera(int frame = 0) { return model.camera.MutableAt(frame); }
+    CCameraFrame& Camera(int frame = 0) { return scene.camera.MutableAt(frame); }
 
     CCameraOperations camera{Context(), sheet};
     std::vector<int> framesShown; // the cursor frame at each hint
@@ -26,7 +26,7 @@ protected:
 } // namespace
 
 TEST_F(CCameraOperationsTest, GettersAcceptTheFrameAfterTheLast) {
-    model.xsheet.SetFrameCount(10);
+    scene.xsheet.SetFrameCount(10);
     Camera(10) = {1, 2, -0.5, 3};
     EXPECT_EQ(camera.GetCamPosX(10), 1);
     EXPECT_EQ(camera.GetCamPosY(10), 2);
@@ -36,7 +36,7 @@ TEST_F(CCameraOperationsTest, GettersAcceptTheFrameAfterTheLast) {
     EXPECT_EQ(camera.GetCamPosX(11) + camera.GetCamPosY(-1) + camera.GetCamRotDegree(11) + camera.GetCamZoom(11),
               0);
     EXPECT_EQ(prompter.TakeMessages().size(), 4U);
-    model.xsheet.SetFrameCount(CXSheet::mostFramesInFile);
+    scene.xsheet.SetFrameCount(CXSheet::mostFramesInFile);
     EXPECT_EQ(camera.GetCamZoom(2000), 0); // the track ends there
 }
 
@@ -78,7 +78,7 @@ TEST_F(CCameraOperationsTest, ADragIsOneStepOfUndoAndAClickIsNone) {
     camera.StartCamInput();
     camera.EndCamInput(30, 0);
     sheet.Undo();
-    EXPECT_EQ(model.xsheet.FrameCount(), 10) << "the frames were still to be taken back";
+    EXPECT_EQ(scene.xsheet.FrameCount(), 10) << "the frames were still to be taken back";
 
     Put(0, 0, "1");
     model.inputMode = InputMode::Move;
@@ -89,9 +89,9 @@ TEST_F(CCameraOperationsTest, ADragIsOneStepOfUndoAndAClickIsNone) {
         camera.ProcessCamInput(10, 0);
         camera.EndCamInput(0, 0);
     }
-    EXPECT_EQ(model.xsheet.Cell(0, 0).PosX(), 384 + 40);
+    EXPECT_EQ(scene.xsheet.Cell(0, 0).PosX(), 384 + 40);
     sheet.Undo();
-    EXPECT_EQ(model.xsheet.Cell(0, 0).PosX(), 384 + 20);
+    EXPECT_EQ(scene.xsheet.Cell(0, 0).PosX(), 384 + 20);
 }
 
 TEST_F(CCameraOperationsTest, MovesTheUsedCellsOfSelectedLevels) {
@@ -108,12 +108,12 @@ TEST_F(CCameraOperationsTest, MovesTheUsedCellsOfSelectedLevels) {
     camera.ProcessCamInput(150, 0);
     camera.SetMode(InputMode::Zoom);
     camera.ProcessCamInput(10, 0); // as the mouse went, not turned
-    const CCellTransform moved = model.xsheet.Cell(1, 0).Transform();
+    const CCellTransform moved = scene.xsheet.Cell(1, 0).Transform();
     EXPECT_EQ(moved.posX, 384);
     EXPECT_EQ(moved.posY, 298);
     EXPECT_DOUBLE_EQ(moved.rotation, 1);
     EXPECT_DOUBLE_EQ(moved.scaleX, 1.05);
-    EXPECT_EQ(model.xsheet.Cell(0, 0).Transform(), (CCellTransform{384, 288, 1, 1, 0}));
+    EXPECT_EQ(scene.xsheet.Cell(0, 0).Transform(), (CCellTransform{384, 288, 1, 1, 0}));
     EXPECT_EQ(TakeHints(), (Hints{4, 12, 4, 12, 4}));
 
     model.cursorFrame = 1; // nothing used there
@@ -155,7 +155,7 @@ TEST_F(CCameraOperationsTest, NothingWorksWithoutAScene) {
     camera.Inbetween();
     camera.CheckLines();
     EXPECT_FALSE(prompter.lastRequest.has_value());
-    EXPECT_FALSE(model.undo.has_value());
+    EXPECT_FALSE(model.Undo().has_value());
     EXPECT_EQ(model.inputMode, InputMode::Move);
     EXPECT_EQ(hints, Hints{});
 }
@@ -190,7 +190,7 @@ TEST_F(CCameraOperationsTest, InbetweensTheCamera) {
     Camera(10).zoom = 2;
     Camera(14).panX = 100;
     camera.Inbetween(); // cancelled: the snapshot is there all the same
-    EXPECT_TRUE(model.undo.has_value());
+    EXPECT_TRUE(model.Undo().has_value());
     prompter.Answer(CInbetweenAnswer{true, {0, 0}});
     camera.Inbetween();
     EXPECT_NEAR(Camera(12).panX, 50, 1e-3);

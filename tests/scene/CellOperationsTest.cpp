@@ -20,7 +20,7 @@ TEST_F(CCellOperationsTest, OutlineAndCentreInTheCameraView) {
     model.cursorFrame = 5;
     EXPECT_EQ(cells.GetXSheetCelPoints(0),
               (std::array<CPoint, 4>{{{334, 238}, {434, 238}, {434, 338}, {334, 338}}}));
-    model.camera.MutableAt(5).panX = 10;
+    scene.camera.MutableAt(5).panX = 10;
     EXPECT_EQ(cells.GetXSheetCellCentre(0, 5), (CPoint{394, 288}));
     EXPECT_FALSE(cells.GetXSheetCellCentre(0, 4).has_value());
     EXPECT_FALSE(cells.GetXSheetCellCentre(1, 5).has_value());
@@ -37,7 +37,7 @@ TEST_F(CCellOperationsTest, EditsCelDataOfTheCursorCell) {
     EXPECT_FALSE(prompter.lastRequest.has_value());
     const CXSheetCell before = Put(0, 0, "1");
     cells.EditCellData(); // cancelled
-    EXPECT_FALSE(model.undo.has_value());
+    EXPECT_FALSE(model.Undo().has_value());
     const CCellDataRequest request = std::any_cast<CCellDataRequest>(prompter.lastRequest);
     EXPECT_EQ(request.cell.name + request.cell.folder + request.cell.level, "1ManDefault");
     EXPECT_EQ(request.cell.frame, 1);
@@ -50,11 +50,11 @@ TEST_F(CCellOperationsTest, EditsCelDataOfTheCursorCell) {
     prompter.Answer(form);
     cells.EditCellData();
     EXPECT_EQ(prompter.TakeMessages().size(), 1U);
-    EXPECT_EQ(model.xsheet.Cell(0, 0).PosX(), 12);
-    EXPECT_EQ(model.xsheet.Cell(0, 0).BlurY(), 2);
+    EXPECT_EQ(scene.xsheet.Cell(0, 0).PosX(), 12);
+    EXPECT_EQ(scene.xsheet.Cell(0, 0).BlurY(), 2);
     EXPECT_EQ(TakeHints(), Hints{260});
     sheet.Undo();
-    EXPECT_EQ(model.xsheet.Cell(0, 0), before);
+    EXPECT_EQ(scene.xsheet.Cell(0, 0), before);
 }
 
 TEST_F(CCellOperationsTest, EditsTransparencyAndBlurOfALevel) {
@@ -76,7 +76,7 @@ TEST_F(CCellOperationsTest, EditsTransparencyAndBlurOfALevel) {
         prompter.Answer(CBlurForm{3, blurY, false});
     cells.OnXSheetDoBlur(1);
     EXPECT_EQ(prompter.TakeMessages().size(), 2U); // of the values refused
-    const CXSheetCell& cell = model.xsheet.Cell(1, 3);
+    const CXSheetCell& cell = scene.xsheet.Cell(1, 3);
     EXPECT_EQ(cell.Transparency(), 40);
     EXPECT_EQ(cell.BlurX() * cell.BlurY(), 12);
     EXPECT_EQ(TakeHints(), (Hints{260, 260}));
@@ -88,19 +88,19 @@ TEST_F(CCellOperationsTest, InbetweensTheCursorLevelFromUsedKeyToUsedKey) {
     model.selection = {0, 1, 0, 7};
     for (const int frame : {1, 2, 3, 5})
         Put(1, frame, "1");
-    static_cast<void>(model.xsheet.MutableCell(1, 1).SetPos(0, 0));
-    static_cast<void>(model.xsheet.MutableCell(1, 5).SetPos(100, 0));
+    static_cast<void>(scene.xsheet.MutableCell(1, 1).SetPos(0, 0));
+    static_cast<void>(scene.xsheet.MutableCell(1, 5).SetPos(100, 0));
     prompter.Answer(CInbetweenAnswer{true, {0, 0}});
     cells.Inbetween();
     const CInbetweenRequest request = std::any_cast<CInbetweenRequest>(prompter.lastRequest);
     EXPECT_EQ(std::pair(request.firstFrame, request.lastFrame), std::pair(2, 6));
-    EXPECT_NEAR(model.xsheet.Cell(1, 3).PosX(), 50, 1e-4);
+    EXPECT_NEAR(scene.xsheet.Cell(1, 3).PosX(), 50, 1e-4);
     EXPECT_EQ(Row(1, 6), ".111.1");
     EXPECT_EQ(TakeHints(), Hints{4});
 
     prompter.Answer(CInbetweenAnswer{true, {0, 4}});
     cells.Inbetween();
-    EXPECT_EQ(model.xsheet.Cell(1, 5).PosX(), 0);
+    EXPECT_EQ(scene.xsheet.Cell(1, 5).PosX(), 0);
     EXPECT_EQ(TakeHints(), Hints{260});
 }
 
@@ -108,7 +108,7 @@ TEST_F(CCellOperationsTest, InbetweenRemembersChoicesAndSnapshotOnCancelToo) {
     model.selection.lastFrame = 1;
     EXPECT_FALSE(CanInbetween(model));
     cells.Inbetween();
-    EXPECT_FALSE(model.undo.has_value());
+    EXPECT_FALSE(model.Undo().has_value());
     model.selection.lastFrame = 2;
     EXPECT_TRUE(CanInbetween(model));
     Put(0, 0, "1");
@@ -116,7 +116,7 @@ TEST_F(CCellOperationsTest, InbetweenRemembersChoicesAndSnapshotOnCancelToo) {
     cells.Inbetween();
     EXPECT_EQ(prompter.TakeMessages(),
               Texts{"Sorry, we need at least three used cels to inbetween from the first to the last!"});
-    EXPECT_TRUE(model.undo.has_value());
+    EXPECT_TRUE(model.Undo().has_value());
 
     Put(0, 2, "1");
     Set(profile, setting::lastInbetweenType, 77);

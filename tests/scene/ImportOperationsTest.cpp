@@ -123,12 +123,12 @@ TEST_F(CImportOperationsTest, AReplacedCelIsReplacedEverywhere) {
     ASSERT_TRUE(imports.ImportCel(MakeTarga("old.tga", 4, 4, 0), "1"));
     model.celImg = Load(SourceMode::Cels, "1");
     model.celImg.SetModified(true);
-    EXPECT_TRUE(model.xsheet.MutableCell(0, 5).Set(model.Paths().SceneFolder(), "Walk", "1", {100, 100}));
+    EXPECT_TRUE(scene.xsheet.MutableCell(0, 5).Set(model.Paths().SceneFolder(), "Walk", "1", {100, 100}));
     TakeHints();
     ASSERT_TRUE(imports.ImportCel(MakeTarga("new.tga", 6, 7, 255), "01"));
     EXPECT_EQ(LoadState::Nothing, model.celImg.GetLoadState());
     EXPECT_EQ(7, Load(SourceMode::Cels, "1").Height());
-    EXPECT_EQ((CSize{6, 7}), model.xsheet.Cell(0, 5).Size());
+    EXPECT_EQ((CSize{6, 7}), scene.xsheet.Cell(0, 5).Size());
     EXPECT_EQ((Hints{1, 260, 2}), TakeHints());
 }
 

@@ -77,8 +77,8 @@ TEST_F(SceneLifecycle, NewSceneTakesTheDialogsValuesButNotItsRate) {
     EXPECT_EQ(TakeHints(), std::vector<int>{511});
     EXPECT_EQ(doc->Scenes().GetSceneName(), "Walk 1");
     EXPECT_EQ(doc->GetTitle(), "Walk 1");
-    EXPECT_EQ(doc->Model().xsheet.FrameCount(), 48);
-    EXPECT_EQ(doc->Model().geometry.width, 1920);
+    EXPECT_EQ(doc->Model().Scene().xsheet.FrameCount(), 48);
+    EXPECT_EQ(doc->Model().Scene().geometry.width, 1920);
     EXPECT_EQ(doc->Sounds().GetFPS(), 25);
     EXPECT_EQ(doc->XSheet().GetLevelName(0), "Default");
     EXPECT_EQ(profile.GetString("Remember", "Last Scene", ""), "Walk 1");
@@ -108,7 +108,7 @@ TEST_F(SceneLifecycle, SceneDialogStaysOpenUntilItsValuesAreGood) {
                                               "The length must be a whole number from 1 to 2000",
                                               "The width must be a whole number from 10 to 2048"}));
     EXPECT_EQ(doc->Scenes().GetSceneName(), "Good");
-    EXPECT_EQ(doc->Model().xsheet.FrameCount(), 2000);
+    EXPECT_EQ(doc->Model().Scene().xsheet.FrameCount(), 2000);
 }
 
 TEST_F(SceneLifecycle, OpenCommandListsScenesAndRefusesTheOpenOne) {
@@ -144,14 +144,14 @@ TEST_F(SceneLifecycle, LeavingASceneSavesItsSheet) {
     doc->XSheet().AddFrames();
     NewScene("Two", 3);
     ASSERT_TRUE(doc->Scenes().OpenScene("One"));
-    EXPECT_EQ(doc->Model().xsheet.FrameCount(), 15);
-    EXPECT_FALSE(doc->Model().undo);
+    EXPECT_EQ(doc->Model().Scene().xsheet.FrameCount(), 15);
+    EXPECT_FALSE(doc->Model().Undo());
 }
 
 TEST_F(SceneLifecycle, SceneWithoutASheetGetsOneAndDamagedOnesLeaveTheOpenScene) {
     static_cast<void>(CreateFolder(SceneFolder("Bare")));
     ASSERT_TRUE(doc->Scenes().OpenScene("Bare"));
-    EXPECT_EQ(doc->Model().xsheet.FrameCount(), 100);
+    EXPECT_EQ(doc->Model().Scene().xsheet.FrameCount(), 100);
     const auto sheet = ReadBytes(SceneFolder("Bare") / "Bare.xsheet");
     EXPECT_EQ(sheet.size(), 10663U);
 
@@ -235,7 +235,7 @@ TEST_F(SceneLifecycle, SaveAllWritesTheEditedCelAndOpensItAgain) {
 
     EXPECT_TRUE(doc->Scenes().SaveAll());
     EXPECT_EQ(TakeHints(), std::vector<int>{1});
-    EXPECT_FALSE(doc->Model().undo);
+    EXPECT_FALSE(doc->Model().Undo());
     EXPECT_EQ(doc->Model().celImg.FilePath(), PaintedCel());
     EXPECT_FALSE(doc->Model().celImg.IsModified());
     CCelImg saved;
@@ -257,7 +257,7 @@ TEST_F(SceneLifecycle, SaveAllWritesWhatItCan) {
     EXPECT_FALSE(doc->Scenes().SaveAll());
     EXPECT_EQ(prompter.TakeMessages(),
               Texts{NotWritten("Problem opening the xsheet data file for writing", Sheet())});
-    EXPECT_TRUE(doc->Model().undo);
+    EXPECT_TRUE(doc->Model().Undo());
     CCelImg saved;
     ASSERT_TRUE(saved.Load(PaintedCel()));
     EXPECT_EQ(saved.ColorAt(0, 0), red);
@@ -302,7 +302,7 @@ TEST_F(SceneLifecycle, WorkThatCannotBeSavedIsGivenUpWhenAskedAlone) {
         EXPECT_EQ(doc->Scenes().GetSceneName(), "S");
         EXPECT_EQ(doc->Model().celImg.ColorAt(0, 0), red);
         EXPECT_TRUE(doc->Model().celImg.IsModified());
-        EXPECT_TRUE(doc->Model().undo);
+        EXPECT_TRUE(doc->Model().Undo());
         EXPECT_EQ(TakeHints(), std::vector<int>{});
 
         prompter.confirmations = {true};
@@ -368,12 +368,12 @@ TEST_F(SceneLifecycle, ASceneThatCannotBeOpenedChangesNothing) {
         EXPECT_FALSE(doc->Scenes().OpenScene(name));
         EXPECT_EQ(doc->Model().celImg.ColorAt(0, 0), red);
         EXPECT_TRUE(doc->Model().celImg.IsModified());
-        EXPECT_TRUE(doc->Model().undo);
+        EXPECT_TRUE(doc->Model().Undo());
     }
     EXPECT_EQ(TakeHints(), std::vector<int>{});
     EXPECT_EQ(prompter.TakeMessages(), Texts{"Invalid or corrupted xsheet data file"});
     doc->XSheet().Undo();
-    EXPECT_EQ(doc->Model().xsheet.FrameCount(), 10);
+    EXPECT_EQ(doc->Model().Scene().xsheet.FrameCount(), 10);
 }
 
 TEST_F(SceneLifecycle, TheOpenSceneIsOpenedAgainAsItIs) {
@@ -381,7 +381,7 @@ TEST_F(SceneLifecycle, TheOpenSceneIsOpenedAgainAsItIs) {
     prompter.Answer(5);
     doc->XSheet().AddFrames();
     ASSERT_TRUE(doc->Scenes().OpenScene("S"));
-    EXPECT_EQ(doc->Model().xsheet.FrameCount(), 15);
+    EXPECT_EQ(doc->Model().Scene().xsheet.FrameCount(), 15);
 }
 
 TEST_F(SceneLifecycle, SceneSettingsResizeTheSheetAndKeepTheCursorInside) {
@@ -398,8 +398,8 @@ TEST_F(SceneLifecycle, SceneSettingsResizeTheSheetAndKeepTheCursorInside) {
     doc->Scenes().EditSceneSettings();
     EXPECT_EQ(TakeHints(), std::vector<int>{396});
     EXPECT_EQ(doc->Scenes().GetSceneName(), "S");
-    EXPECT_EQ(doc->Model().geometry, settings.geometry);
-    EXPECT_EQ(doc->Model().xsheet.FrameCount(), 20);
+    EXPECT_EQ(doc->Model().Scene().geometry, settings.geometry);
+    EXPECT_EQ(doc->Model().Scene().xsheet.FrameCount(), 20);
     EXPECT_EQ(doc->Model().cursorFrame, 19);
     EXPECT_EQ(doc->Model().selection.lastFrame, 19);
     EXPECT_EQ(doc->Sounds().GetSoundBuffer()->size(), 20U * (22050 / 30));
@@ -409,22 +409,22 @@ TEST_F(SceneLifecycle, SceneSettingsAreTakenBackByUndo) {
     PaintACel();
     doc->Scenes().SetSourceSelection({"1"});
     doc->XSheet().DropCels(0, 8, 1, false);
-    const CSceneGeometry geometry = doc->Model().geometry;
+    const CSceneGeometry geometry = doc->Model().Scene().geometry;
     CSceneSettings settings;
     settings.length = 5;
     settings.geometry = {320, 240, 30, MakeColorRef(9, 8, 7)};
     settings.preset = customPreset;
     prompter.Answer(settings);
     doc->Scenes().EditSceneSettings();
-    EXPECT_EQ(doc->Model().xsheet.FrameCount(), 5);
+    EXPECT_EQ(doc->Model().Scene().xsheet.FrameCount(), 5);
     // The same once more is no step of its own.
     prompter.Answer(settings);
     doc->Scenes().EditSceneSettings();
 
     doc->XSheet().Undo();
-    EXPECT_EQ(doc->Model().xsheet.FrameCount(), 10);
+    EXPECT_EQ(doc->Model().Scene().xsheet.FrameCount(), 10);
     EXPECT_EQ(doc->XSheet().GetXsheetData(0, 8), "A1");
-    EXPECT_EQ(doc->Model().geometry, geometry);
+    EXPECT_EQ(doc->Model().Scene().geometry, geometry);
     EXPECT_EQ(doc->Sounds().GetSoundBuffer()->size(), 10U * (22050 / 25));
 }
 

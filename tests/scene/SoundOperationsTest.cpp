@@ -54,8 +54,8 @@ TEST_F(CSoundOperationsTest, DroppedSoundsStandInTheTrackUntilRemoved) {
     model.selection.firstFrame = 9;
     model.selection.lastFrame = 19;
     sounds.RemoveSelectedSounds();
-    EXPECT_EQ((std::vector<CSoundPlacement>{{20, "Boo"}}), model.sounds.All());
-    EXPECT_EQ(3, model.undo.value().sounds.Count()); // one snapshot, from before the first removal
+    EXPECT_EQ((std::vector<CSoundPlacement>{{20, "Boo"}}), scene.sounds.All());
+    EXPECT_EQ(3, model.Undo()->scene.sounds.Count()); // one snapshot, from before the first removal
     EXPECT_EQ(128, sampleAt(10 * 882));
     sounds.RemoveSelectedSounds();
     EXPECT_EQ(Texts{"There are no sound starting at the selected frames for deleting."}, prompter.velmorMessages);
@@ -63,7 +63,7 @@ TEST_F(CSoundOperationsTest, DroppedSoundsStandInTheTrackUntilRemoved) {
 }
 
 TEST_F(CSoundOperationsTest, DropChecksInOrder) {
-    model.sounds.Set(std::vector<CSoundPlacement>(1999, {5, "Boo"}));
+    scene.sounds.Set(std::vector<CSoundPlacement>(1999, {5, "Boo"}));
     model.sceneOpen = false;
     sounds.DropSound(100);
     model.sceneOpen = true;
@@ -76,13 +76,13 @@ TEST_F(CSoundOperationsTest, DropChecksInOrder) {
                      "Internal Error : DropSound called with cels selected",
                      "Internal Error : Invalid frame no in DropSound", "Too many sounds on xsheet!"}),
               prompter.messages);
-    model.sounds.Set({{5, "Boo"}});
+    scene.sounds.Set({{5, "Boo"}});
     sounds.DropSound(5);
     Drop("Hey", 5);
     EXPECT_EQ((Texts{"Only one sound can be put on xsheet at one time.",
                      "A sound already exists at that frame. \nPlease delete it from xsheet first"}),
               prompter.velmorMessages);
-    EXPECT_EQ(1, model.sounds.Count());
+    EXPECT_EQ(1, scene.sounds.Count());
     EXPECT_TRUE(hints.empty());
 }
 

@@ -67,7 +67,7 @@ TEST_F(CXSheetOperationsTest, NewLevelStandsInFrontAndKeepsTheFlag) {
     sheet.SetCursorX(1);
     sheet.SetSelEndX(1);
     sheet.Undo();
-    EXPECT_EQ(model.xsheet.LevelCount(), 1);
+    EXPECT_EQ(scene.xsheet.LevelCount(), 1);
     EXPECT_EQ(model.cursorLevel, 0);
     EXPECT_EQ(model.selection.lastLevel, 0);
 }
@@ -80,7 +80,7 @@ TEST_F(CXSheetOperationsTest, RefusesTheFiftiethLevelAfterItsName) {
         EXPECT_TRUE(prompter.AllAnswersTaken());
         EXPECT_EQ(prompter.TakeMessages(),
                   Texts{"Sorry, Maximum level number is reached, can not add another level."});
-        EXPECT_EQ(model.xsheet.LevelCount(), levels);
+        EXPECT_EQ(scene.xsheet.LevelCount(), levels);
         EXPECT_FALSE(CanUndo(model));
     }
 }
@@ -96,25 +96,25 @@ TEST_F(CXSheetOperationsTest, DeletesALevelAfterConfirmationAndBringsItBack) {
     sheet.DeleteLevel();
     EXPECT_EQ(prompter.TakeMessages(), Texts{"Are you sure you want to delete level\n \" 1 \" ?"});
     EXPECT_EQ(prompter.lastConsequence, Consequence::Undoable);
-    EXPECT_EQ(model.xsheet.LevelCount(), 3);
+    EXPECT_EQ(scene.xsheet.LevelCount(), 3);
     EXPECT_FALSE(CanUndo(model));
 
     prompter.Answer(1);
     sheet.DeleteLevel();
-    EXPECT_EQ(model.xsheet.LevelCount(), 2);
+    EXPECT_EQ(scene.xsheet.LevelCount(), 2);
     EXPECT_EQ(model.cursorLevel, 1);
     EXPECT_EQ(model.selection, (CXSheetSelection{1, 1, 0, 0}));
     EXPECT_EQ(TakeHints(), Hints{396});
 
-    static_cast<void>(model.sounds.Place(3, "Gone"));
-    model.camera.MutableAt(5).panX = 8;
+    static_cast<void>(scene.sounds.Place(3, "Gone"));
+    scene.camera.MutableAt(5).panX = 8;
     sheet.Undo();
     EXPECT_EQ(sheet.GetLevelName(1), "1");
-    EXPECT_EQ(model.xsheet.Cell(1, 4), cell);
+    EXPECT_EQ(scene.xsheet.Cell(1, 4), cell);
     EXPECT_FALSE(sheet.GetLevelSmoothed(1));
     EXPECT_TRUE(model.moveSelection.IsCameraSelected()) << "the only level that moved is gone";
-    EXPECT_EQ(model.sounds.Count(), 0);
-    EXPECT_EQ(model.camera.At(5).panX, 0);
+    EXPECT_EQ(scene.sounds.Count(), 0);
+    EXPECT_EQ(scene.camera.At(5).panX, 0);
     EXPECT_EQ(TakeHints(), Hints{511});
     EXPECT_FALSE(CanUndo(model));
 }
@@ -160,7 +160,7 @@ TEST_F(CXSheetOperationsTest, FramesStayWithinLimits) {
     sheet.AddFrames();
     EXPECT_EQ(prompter.TakeMessages(),
               std::vector<std::string>(3, "The number of frames must be a whole number from 1 to 5000"));
-    EXPECT_EQ(model.xsheet.FrameCount(), 1999);
+    EXPECT_EQ(scene.xsheet.FrameCount(), 1999);
     ASSERT_TRUE(model.soundBuffer.has_value());
     EXPECT_EQ(model.soundBuffer->size(), 1999U * 882);
     EXPECT_EQ(TakeHints(), Hints{136});
@@ -178,7 +178,7 @@ TEST_F(CXSheetOperationsTest, FramesStayWithinLimits) {
     EXPECT_EQ(TakeHints(), Hints{396});
     prompter.Answer(5000);
     sheet.DeleteFrames();
-    EXPECT_EQ(model.xsheet.FrameCount(), 1);
+    EXPECT_EQ(scene.xsheet.FrameCount(), 1);
     sheet.Undo();
     EXPECT_EQ(model.soundBuffer->size(), 50U * 882);
 }
@@ -236,10 +236,10 @@ TEST_F(CXSheetOperationsTest, DropsAssetsInOrderAndStopsAtTheEnd) {
     model.sourceSelection = {"1", "2"};
     sheet.DropCels(0, 1, 2, true);
     EXPECT_EQ(Row(0, 6), ".11228");
-    EXPECT_EQ(model.xsheet.Cell(0, 2).Size(), (CSize{30, 20}));
-    EXPECT_EQ(model.xsheet.Cell(0, 4).Size(), (CSize{40, 20}));
-    EXPECT_EQ(model.xsheet.Cell(0, 4).PosX(), 384);
-    EXPECT_EQ(model.xsheet.Cell(0, 4).PosY(), 288);
+    EXPECT_EQ(scene.xsheet.Cell(0, 2).Size(), (CSize{30, 20}));
+    EXPECT_EQ(scene.xsheet.Cell(0, 4).Size(), (CSize{40, 20}));
+    EXPECT_EQ(scene.xsheet.Cell(0, 4).PosX(), 384);
+    EXPECT_EQ(scene.xsheet.Cell(0, 4).PosY(), 288);
     EXPECT_EQ(TakeHints(), (Hints{8, 260}));
     EXPECT_EQ(prompter.TakeMessages(), Texts{});
     sheet.Undo();
@@ -252,7 +252,7 @@ TEST_F(CXSheetOperationsTest, DropsAssetsInOrderAndStopsAtTheEnd) {
     model.sourceSelection = {"4", "5"}; // without files: shown all the same, one message each
     sheet.DropCels(0, 3, 2, false);
     EXPECT_EQ(Row(0, 6), ".11445");
-    EXPECT_TRUE(model.xsheet.Cell(0, 5).IsPicture());
+    EXPECT_TRUE(scene.xsheet.Cell(0, 5).IsPicture());
     EXPECT_EQ(prompter.TakeMessages().size(), 2U);
     sheet.DropCels(0, 0, std::numeric_limits<int>::max(), true);
     EXPECT_EQ(Row(0, 6), "444444");
@@ -263,15 +263,15 @@ TEST_F(CXSheetOperationsTest, WithoutASceneCommandsDoNothing) {
     Put(0, 0, "1");
     Put(0, 1, "2");
     model.selection = {0, 0, 0, 1};
-    model.clipboard = model.xsheet.Copy(model.selection);
-    const CXSheet before = model.xsheet;
+    model.clipboard = scene.xsheet.Copy(model.selection);
+    const CXSheet before = scene.xsheet;
     for (const auto command :
          {&CXSheetOperations::AddLevel, &CXSheetOperations::DeleteLevel, &CXSheetOperations::RenameLevel,
           &CXSheetOperations::SwapLevels, &CXSheetOperations::AddFrames, &CXSheetOperations::DeleteFrames,
           &CXSheetOperations::Cut, &CXSheetOperations::Paste, &CXSheetOperations::Reverse,
           &CXSheetOperations::Condense, &CXSheetOperations::Expand, &CXSheetOperations::Undo}) {
         (sheet.*command)();
-        EXPECT_EQ(model.xsheet, before);
+        EXPECT_EQ(scene.xsheet, before);
         EXPECT_FALSE(prompter.lastRequest.has_value()); // no dialog either
     }
     EXPECT_EQ(hints, Hints{});

@@ -54,7 +54,7 @@ protected:
     }
     void Expose(int level, int frame, const std::string& celFolder, const std::string& name) {
         static_cast<void>(
-            model.xsheet.MutableCell(level, frame).Set(model.Paths().SceneFolder(), celFolder, name, {100, 100}));
+            scene.xsheet.MutableCell(level, frame).Set(model.Paths().SceneFolder(), celFolder, name, {100, 100}));
     }
     /// Something that no user can write, replace or delete like a file.
     static void PutInTheWay(const Path& file) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "SceneAccess.h"
 #include "ScriptedPrompter.h"
 #include "TempFolder.h"
 #include "scene/SceneContext.h"
@@ -28,6 +29,7 @@ protected:
 
     CTempFolder folder;
     CSceneModel model;
+    CScene& scene = CSceneAccess::Of(model);
     CScriptedPrompter prompter;
     CViewList views;
     CProfile profile;

@@ -47,7 +47,7 @@ public:
 
     const std::filesystem::path folder;
     const std::string name;
-    CXSheetData data;
+    CScene data;
 
 private:
     // A square of paint with a black outline on transparent paper.
@@ -79,7 +79,7 @@ private:
         for (std::size_t i = 0; i < samples.size(); ++i)
             samples[i] = static_cast<std::uint8_t>(i * 7);
         EXPECT_TRUE(WriteSound(folder / "_Sounds_" / (sound + ".sound"), samplesPerSecond, samples).done);
-        data.sounds.push_back({frame, sound});
+        EXPECT_TRUE(data.sounds.Place(frame, sound));
     }
 };
 

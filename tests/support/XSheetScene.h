@@ -11,27 +11,27 @@ class CXSheetScene : public CSceneFixture {
 protected:
     /// A cell of folder "Man", 100 x 100 pixels at (384, 288).
     CXSheetCell& Put(int level, int frame, const std::string& name) {
-        return model.xsheet.MutableCell(level, frame) =
+        return scene.xsheet.MutableCell(level, frame) =
                    CXSheetCell::FromFile("Man", name, {384, 288, 1, 1, 0}, 0, 1, 1, {100, 100});
     }
     /// The cel names of a level's first frames, a point for an empty cell.
     std::string Row(int level, int frames) const {
         std::string row;
         for (int frame = 0; frame < frames; ++frame)
-            row += model.xsheet.Cell(level, frame).IsUsed() ? model.xsheet.Cell(level, frame).CelName() : ".";
+            row += scene.xsheet.Cell(level, frame).IsUsed() ? scene.xsheet.Cell(level, frame).CelName() : ".";
         return row;
     }
     /// A sheet of as many empty levels, named "0", "1" and so on.
     void SetLevels(int levels, int frames = 100) {
-        model.xsheet = CXSheet(levels, frames);
+        scene.xsheet = CXSheet(levels, frames);
         for (int level = 0; level < levels; ++level)
-            model.xsheet.SetLevelName(level, std::to_string(level));
+            scene.xsheet.SetLevelName(level, std::to_string(level));
     }
     using Texts = std::vector<std::string>;
     using Hints = std::vector<int>;
 
     CSoundOperations sounds{Context()};
-    CXSheetOperations sheet{Context(), sounds};
+    CXSheetOperations sheet{Context()};
 };
 
 } // namespace velmor::testing

@@ -52,12 +52,12 @@ TEST_F(CCameraMarksTest, PathsRunThroughTheMiddleOfWhatTheCameraSees) {
 
 TEST_F(CCameraMarksTest, AnInbetweenShowsOnThePathAtOnceAndACancelledOneChangesNothing) {
     doc->XSheet().SetSelEndY(8);
-    const CXSheet before = doc->Model().xsheet;
+    const CXSheet before = doc->Model().Scene().xsheet;
     prompter.Answer(CInbetweenAnswer{false, {0, 3}});
     doc->Cells().Inbetween();
-    EXPECT_EQ(doc->Model().xsheet, before);
+    EXPECT_EQ(doc->Model().Scene().xsheet, before);
     doc->XSheet().Undo();
-    EXPECT_EQ(doc->Model().xsheet, before) << "the snapshot was taken before the dialog";
+    EXPECT_EQ(doc->Model().Scene().xsheet, before) << "the snapshot was taken before the dialog";
 
     const CPoint straight = PointOf(0, 2).at;
     prompter.Answer(CInbetweenAnswer{true, {0, 3}});

@@ -47,18 +47,16 @@ protected:
 
     CFrameBuffer Composed() const {
         const CSceneModel& model = doc->Model();
-        const CShot shot{model.xsheet, model.geometry, model.Paths().SceneFolder(), model.cameraAntialias};
+        const CShot shot{model.Scene(), model.Paths().SceneFolder(), model.cameraAntialias};
         CImageCache cache(CImageCache::usualBytes);
         CFrameBuffer frame;
-        static_cast<void>(
-            ComposeFrame(RequestCameraPicture(shot, model.cursorFrame, model.camera.At(model.cursorFrame)), cache,
-                         frame, false));
+        static_cast<void>(ComposeFrame(RequestCameraPicture(shot, model.cursorFrame), cache, frame, false));
         return frame;
     }
 
     QPoint Origin() const {
         const QSize client = view->viewport()->size();
-        const CSize frame = doc->Model().geometry.Frame();
+        const CSize frame = doc->Model().Scene().geometry.Frame();
         const QSize total(view->Zoom().Scaled(frame.width), view->Zoom().Scaled(frame.height));
         return {client.width() > total.width() ? (client.width() - total.width()) / 2
                                                : -view->horizontalScrollBar()->value(),
@@ -74,7 +72,7 @@ protected:
         const QImage shown = Grab();
         const QPoint origin = Origin();
         const int z = view->Zoom().Level();
-        const CSize size = doc->Model().geometry.Frame();
+        const CSize size = doc->Model().Scene().geometry.Frame();
         for (int y = 0; y < shown.height(); ++y)
             for (int x = 0; x < shown.width(); ++x) {
                 const int column = (x - origin.x()) / z;
@@ -116,7 +114,7 @@ protected:
     }
     QPoint Scroll() const { return {view->horizontalScrollBar()->value(), view->verticalScrollBar()->value()}; }
     CPoint CelPosition(int level) const {
-        const CXSheetCell& cel = doc->Model().xsheet.Cell(level, doc->Model().cursorFrame);
+        const CXSheetCell& cel = doc->Model().Scene().xsheet.Cell(level, doc->Model().cursorFrame);
         return {static_cast<int>(cel.PosX()), static_cast<int>(cel.PosY())};
     }
 
@@ -251,23 +249,23 @@ TEST_F(CameraView, DragsMoveCelsAndCameraInFramePixels) {
     EXPECT_EQ(doc->Camera().GetCamPosX(0), 12) << "once for each of the three levels";
     EXPECT_EQ(doc->Camera().GetCamPosY(0), 6);
     doc->Camera().SetMode(InputMode::Rotate);
-    const double rotation = doc->Model().camera.At(0).rotation;
+    const double rotation = doc->Model().Scene().camera.At(0).rotation;
     Drag({100, 100}, {15, 0});
-    EXPECT_NEAR(doc->Model().camera.At(0).rotation - rotation, 3 * 15 / 150.0, 1e-9);
+    EXPECT_NEAR(doc->Model().Scene().camera.At(0).rotation - rotation, 3 * 15 / 150.0, 1e-9);
 }
 
 TEST_F(CameraView, OnlyWholeDragsOfTheLeftButtonAreInput) {
     OpenScene();
     doc->XSheet().SetLevelCanMove(0);
     ShowView();
-    const CXSheet before = doc->Model().xsheet;
+    const CXSheet before = doc->Model().Scene().xsheet;
     Mouse(QEvent::MouseButtonDblClick, {100, 100});
     Mouse(QEvent::MouseMove, {120, 100});
     Mouse(QEvent::MouseButtonRelease, {120, 100});
     Mouse(QEvent::MouseMove, {150, 100});
     Drag({100, 100}, {20, 0}, Qt::RightButton);
-    EXPECT_EQ(doc->Model().xsheet, before);
-    EXPECT_FALSE(doc->Model().undo);
+    EXPECT_EQ(doc->Model().Scene().xsheet, before);
+    EXPECT_FALSE(doc->Model().Undo());
     // Let go unseen: the drag ends where it was last seen.
     Mouse(QEvent::MouseButtonPress, {100, 100});
     Mouse(QEvent::MouseMove, {105, 100});
@@ -285,7 +283,7 @@ TEST_F(CameraView, PanningScrollsAndChangesNothing) {
         view->ZoomIn();
     view->horizontalScrollBar()->setValue(100);
     view->verticalScrollBar()->setValue(100);
-    const CXSheet before = doc->Model().xsheet;
+    const CXSheet before = doc->Model().Scene().xsheet;
     view->TogglePan();
     EXPECT_TRUE(view->IsPanMode());
     Drag({10, 20}, {7, -5});
@@ -299,8 +297,8 @@ TEST_F(CameraView, PanningScrollsAndChangesNothing) {
     Drag({10, 20}, {-7, 5});
     QTest::keyRelease(view.get(), Qt::Key_Space);
     EXPECT_EQ(Scroll(), QPoint(14, 95));
-    EXPECT_EQ(doc->Model().xsheet, before);
-    EXPECT_FALSE(doc->Model().undo);
+    EXPECT_EQ(doc->Model().Scene().xsheet, before);
+    EXPECT_FALSE(doc->Model().Undo());
     Drag({10, 20}, {6, 0});
     EXPECT_EQ(CelPosition(0), (CPoint{21, 24})) << "input again";
 }

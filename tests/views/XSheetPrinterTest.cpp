@@ -1,4 +1,5 @@
 #include "views/print/XSheetPrinter.h"
+#include "SceneAccess.h"
 #include "ScriptedPrompter.h"
 #include "TempFolder.h"
 #include "TestScene.h"
@@ -100,10 +101,7 @@ protected:
     XSheetPrinterTest() {
         model.sceneOpen = true;
         model.sceneName = "Test";
-        model.geometry = scene.data.geometry;
-        model.xsheet = scene.data.xsheet;
-        model.camera = scene.data.camera;
-        model.sounds.Set(scene.data.sounds);
+        sheet = scene.data;
         printer.setOutputFormat(QPrinter::PdfFormat);
         printer.setOutputFileName(QString::fromStdString(file.string()));
         printer.setPageSize(QPageSize(QPageSize::A4));
@@ -128,19 +126,20 @@ protected:
     CTestScene scene{folder.Path()};
     const Path file = folder / "sheet.pdf";
     CSceneModel model;
+    CScene& sheet = CSceneAccess::Of(model);
     CScriptedPrompter prompter;
     QPrinter printer;
 };
 
 TEST_F(XSheetPrinterTest, PrintsEveryPage) {
-    model.xsheet = CXSheet(20, 120);
+    sheet.xsheet = CXSheet(20, 120);
     EXPECT_TRUE(PrintXSheet(model, prompter, printer));
     EXPECT_EQ(PrintedPages(), 6);
     EXPECT_EQ(prompter.progressTexts.size(), 6u);
 }
 
 TEST_F(XSheetPrinterTest, PrintsTheChosenPagesOnly) {
-    model.xsheet = CXSheet(1, 200);
+    sheet.xsheet = CXSheet(1, 200);
     printer.setPrintRange(QPrinter::PageRange);
     printer.setFromTo(2, 3);
     EXPECT_TRUE(PrintXSheet(model, prompter, printer));
@@ -159,7 +158,7 @@ TEST_F(XSheetPrinterTest, RefusesPortraitAndNoScene) {
 }
 
 TEST_F(XSheetPrinterTest, StoppingLeavesNoFile) {
-    model.xsheet = CXSheet(49, 1999);
+    sheet.xsheet = CXSheet(49, 1999);
     prompter.stopAtReport = 3;
     EXPECT_FALSE(PrintXSheet(model, prompter, printer));
     EXPECT_EQ(prompter.progressTexts.size(), 3u);
@@ -169,7 +168,7 @@ TEST_F(XSheetPrinterTest, StoppingLeavesNoFile) {
 TEST_F(XSheetPrinterTest, CellsShowInTheirColumnsOnly) {
     const CXSheetPages pages = A4Pages(ExtentOf(model));
     const QImage full = PaintPage(pages, 0);
-    model.xsheet.MutableCell(1, 4) = model.xsheet.Cell(0, 0);
+    sheet.xsheet.MutableCell(1, 4) = sheet.xsheet.Cell(0, 0);
     const QImage changed = PaintPage(pages, 0);
     const QRectF cell(pages.Level(1).left / pagePoint, pages.RowTop(4) / pagePoint,
                       pages.Level(1).width / pagePoint, pages.RowHeight() / pagePoint);

@@ -1,3 +1,4 @@
+#include "SceneAccess.h"
 #include "TempFolder.h"
 #include "image/CelImg.h"
 #include "scene/SceneModel.h"
@@ -71,9 +72,10 @@ TEST(AssetThumbnailsTest, TheOldestAreForgotten) {
 
 TEST(XSheetToolTipTest, SaysHowACelIsPlaced) {
     CSceneModel model;
-    model.xsheet = CXSheet(2, 5);
-    model.xsheet.SetLevelName(1, "<Sky>");
-    model.xsheet.MutableCell(1, 3) =
+    CScene& scene = testing::CSceneAccess::Of(model);
+    scene.xsheet = CXSheet(2, 5);
+    scene.xsheet.SetLevelName(1, "<Sky>");
+    scene.xsheet.MutableCell(1, 3) =
         CXSheetCell::FromFile("Man & dog", "12b", {10.5, -3, 0.5, 0.5, -0.5}, 25, 1, 4, {320, 200});
     QPixmap thumbnail(4, 3);
     thumbnail.fill(Qt::red);
@@ -83,7 +85,7 @@ TEST(XSheetToolTipTest, SaysHowACelIsPlaced) {
           "rotation -28", "Transparency 25%", "Blur 1 x 4", "<img width=4 height=3"})
         EXPECT_TRUE(text.contains(part)) << part << " in " << text.toStdString();
 
-    model.xsheet.MutableCell(0, 0) = CXSheetCell::FromFile("_Pictures_", "back", {}, 0, 1, 1, {8, 8});
+    scene.xsheet.MutableCell(0, 0) = CXSheetCell::FromFile("_Pictures_", "back", {}, 0, 1, 1, {8, 8});
     const QString plain = CellToolTip(model, {0, 0}, {});
     EXPECT_TRUE(plain.contains("picture"));
     for (const char* part : {"scale", "rotation", "Transparency", "Blur", "img", "_Pictures_"})

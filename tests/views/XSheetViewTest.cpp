@@ -97,7 +97,7 @@ protected:
     static QPoint At(int level, int frame) { return {30 + 80 * level + 40, 40 + 20 * frame + 10}; }
     CSheetCell Cursor() const { return {doc->Model().cursorLevel, doc->Model().cursorFrame}; }
     CXSheetSelection Selection() const { return doc->Model().selection; }
-    std::string Cel(int level, int frame) const { return doc->Model().xsheet.Cell(level, frame).CelName(); }
+    std::string Cel(int level, int frame) const { return doc->Model().Scene().xsheet.Cell(level, frame).CelName(); }
 
     CPaintWatch watch;
     QMimeData assets;
@@ -194,12 +194,12 @@ TEST_F(XSheetViewTest, HeaderButtonsActOnRelease) {
     Press({50, 10});
     EXPECT_FALSE(prompter.AllAnswersTaken());
     Release({50, 10});
-    EXPECT_EQ(doc->Model().xsheet.Cell(0, 0).Transparency(), 30);
+    EXPECT_EQ(doc->Model().Scene().xsheet.Cell(0, 0).Transparency(), 30);
     prompter.Answer(CBlurForm{5, 5, true});
     Click({30, 5});
     EXPECT_FALSE(prompter.AllAnswersTaken()) << "the first pixel column is no button's";
     Click({31, 5});
-    EXPECT_EQ(doc->Model().xsheet.Cell(0, 0).BlurX(), 5);
+    EXPECT_EQ(doc->Model().Scene().xsheet.Cell(0, 0).BlurX(), 5);
 
     Click({30 + 80 + 40, 19});
     EXPECT_TRUE(doc->XSheet().GetLevelSmoothed(1));
@@ -217,7 +217,7 @@ TEST_F(XSheetViewTest, DoubleClicksEditTheCelOrTheCamera) {
     form.posX = 7;
     prompter.Answer(form);
     QTest::mouseDClick(Port(), Qt::LeftButton, {}, At(0, 6));
-    EXPECT_EQ(doc->Model().xsheet.Cell(0, 6).PosX(), 7);
+    EXPECT_EQ(doc->Model().Scene().xsheet.Cell(0, 6).PosX(), 7);
     EXPECT_EQ(Selection(), (CXSheetSelection{0, 0, 6, 6}));
 
     prompter.Answer(CCameraForm{11, 0, 100, {}});
@@ -352,11 +352,11 @@ TEST_F(XSheetViewTest, DroppedSoundsCountByFrameOnly) {
     SelectAssets(SourceMode::Sounds, {"tick"});
     DropAssets({520, At(0, 7).y()});
     DropAssets(At(0, 9));
-    EXPECT_NE(doc->Model().sounds.NameAt(7), nullptr);
-    EXPECT_NE(doc->Model().sounds.NameAt(9), nullptr);
-    const int placed = doc->Model().sounds.Count();
+    EXPECT_NE(doc->Model().Scene().sounds.NameAt(7), nullptr);
+    EXPECT_NE(doc->Model().Scene().sounds.NameAt(9), nullptr);
+    const int placed = doc->Model().Scene().sounds.Count();
     view->DropSounds(Port()->mapToGlobal(QPoint(520, 5)));
-    EXPECT_EQ(doc->Model().sounds.Count(), placed);
+    EXPECT_EQ(doc->Model().Scene().sounds.Count(), placed);
 }
 
 TEST_F(XSheetViewTest, AssetsHeldNearAnEdgeScroll) {

@@ -54,9 +54,9 @@ Bytes With(Bytes bytes, std::size_t at, std::int32_t value) {
 
 // Whether the bytes are refused and leave the data as it was.
 bool IsRefused(const Bytes& bytes) {
-    CXSheetData data;
+    CScene data;
     data.geometry.frameRate = 99;
-    const CXSheetData before = data;
+    const CScene before = data;
     const CStatus status = DecodeXSheet(bytes, data);
     return !status && status.Message() == corrupted && data == before;
 }
@@ -65,14 +65,14 @@ bool IsRefused(const Bytes& bytes) {
 
 TEST(XSheetFile, HoldsEveryFieldInItsPlace) {
     const Bytes file = SmallSheet("walk", 6).All();
-    CXSheetData data;
+    CScene data;
     ASSERT_TRUE(DecodeXSheet(file, data));
     EXPECT_EQ(data.geometry, (CSceneGeometry{640, 480, 12, 0x80332211}));
     EXPECT_EQ(data.camera.At(0), (CCameraFrame{1.5, -2.5, 0.75, 1.25}));
     EXPECT_EQ(data.camera.At(1), CCameraFrame());
     EXPECT_EQ(data.xsheet.LevelName(0), "Ink");
     EXPECT_EQ(data.xsheet.Cell(0, 0), CXSheetCell::FromFile("walk", "12a", {3, 4, 5, 6, 7}, 8, 9, 10, {100, 200}));
-    EXPECT_EQ(data.sounds, (std::vector<CSoundPlacement>{{7, "boom"}, {3, ""}}));
+    EXPECT_EQ(data.sounds.All(), (std::vector<CSoundPlacement>{{7, "boom"}, {3, ""}}));
     EXPECT_EQ(EncodeXSheet(data), file);
     EXPECT_EQ(EncodeXSheet({}).size(), 10663u);
 }
@@ -83,14 +83,14 @@ TEST(XSheetFile, KeepsEveryByteOfTextAndNumbers) {
         characters[c / 128] += static_cast<char>(c);
     for (const std::uint64_t number : {0x7ff0000000000001u, 0xfff8000000abcdefu, 0x8000000000000000u}) {
         const Bytes file = SmallSheet(characters[number & 1], std::bit_cast<double>(number)).All();
-        CXSheetData data;
+        CScene data;
         ASSERT_TRUE(DecodeXSheet(file, data));
         EXPECT_EQ(EncodeXSheet(data), file);
     }
-    CXSheetData data;
+    CScene data;
     data.xsheet.MutableCell(0, 99) =
         CXSheetCell::FromFile(std::string(255, 'f'), std::string(70000, 'c'), {}, 0, 1, 1, {});
-    CXSheetData again;
+    CScene again;
     ASSERT_TRUE(DecodeXSheet(EncodeXSheet(data), again));
     EXPECT_EQ(again, data);
     // Equal to what an unused place holds, and yet other bytes.
@@ -126,18 +126,18 @@ TEST(XSheetFile, RefusesWhatIsBeyondTheLimits) {
     ++laterVersion[26];
     EXPECT_TRUE(IsRefused(laterVersion));
 
-    CXSheetData largest;
+    CScene largest;
     largest.xsheet = CXSheet(50, 2000);
     largest.geometry = {32767, 32767, 1, 0};
-    largest.sounds.assign(2000, {5, "s"});
-    CXSheetData data;
+    largest.sounds.Set(std::vector<CSoundPlacement>(2000, {5, "s"}));
+    CScene data;
     EXPECT_TRUE(DecodeXSheet(EncodeXSheet(largest), data));
     EXPECT_EQ(data, largest);
     // One more of each, with all the bytes that it takes.
-    CXSheetData tooLarge = largest;
-    tooLarge.sounds.emplace_back();
+    CScene tooLarge = largest;
+    tooLarge.sounds.Set(std::vector<CSoundPlacement>(2001));
     EXPECT_TRUE(IsRefused(EncodeXSheet(tooLarge)));
-    tooLarge.sounds.clear();
+    tooLarge.sounds.Clear();
     tooLarge.xsheet = CXSheet(51, 2);
     EXPECT_TRUE(IsRefused(EncodeXSheet(tooLarge)));
     tooLarge.xsheet = CXSheet(0, 2000);
@@ -151,22 +151,22 @@ TEST(XSheetFile, SurvivesDamage) {
             EXPECT_TRUE(IsRefused(bytes)) << bytes.size();
             return;
         }
-        CXSheetData data;
+        CScene data;
         const CStatus status = DecodeXSheet(bytes, data);
         EXPECT_TRUE(status ? EncodeXSheet(data).size() <= bytes.size() : status.Message() == corrupted);
     });
     Bytes longer = good;
     longer.push_back(1);
-    CXSheetData data;
+    CScene data;
     ASSERT_TRUE(DecodeXSheet(longer, data));
     EXPECT_EQ(EncodeXSheet(data), good);
 }
 
 TEST(XSheetFile, SavesAndLoads) {
     const CTempFolder folder;
-    CXSheetData data, loaded;
+    CScene data, loaded;
     data.xsheet = SheetOf({"AB.", "CCC"});
-    data.sounds = {{2, "b"}, {0, "a"}};
+    data.sounds.Set({{2, "b"}, {0, "a"}});
     ASSERT_TRUE(SaveXSheet(folder / "s.xsheet", data));
     ASSERT_TRUE(LoadXSheet(folder / "s.xsheet", loaded));
     EXPECT_EQ(loaded, data);

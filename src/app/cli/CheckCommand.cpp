@@ -4,6 +4,7 @@
 #include "image/CelImg.h"
 #include "image/Palette.h"
 #include "sound/SoundFile.h"
+#include "xsheet/XSheetFile.h"
 
 #include <iostream>
 #include <set>
@@ -39,7 +40,7 @@ private:
     }
 
     void CheckXSheet() {
-        CXSheetData data;
+        CScene data;
         const CStatus status = LoadXSheet(m_paths.XSheetFile(), data);
         Print(m_paths.XSheetFile(), status);
         if (!status)
@@ -48,7 +49,7 @@ private:
             for (int frame = 0; frame < data.xsheet.FrameCount(); ++frame)
                 if (const CXSheetCell& cel = data.xsheet.Cell(level, frame); cel.IsUsed())
                     CheckReference(AssetFilePath(m_paths.SceneFolder(), cel.FolderName(), cel.CelName()));
-        for (const CSoundPlacement& sound : data.sounds)
+        for (const CSoundPlacement& sound : data.sounds.All())
             CheckReference(m_paths.SoundFile(sound.name));
     }
 

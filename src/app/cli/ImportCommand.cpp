@@ -24,9 +24,9 @@ public:
           m_imports(scene.context, m_lifecycle) {}
 
     bool Run() {
-        const CXSheet before = m_scene.model.xsheet;
+        const CXSheet before = m_scene.model.Scene().xsheet;
         const bool imported = Import();
-        return (m_scene.model.xsheet == before || m_lifecycle.SaveXSheet()) && imported;
+        return (m_scene.model.Scene().xsheet == before || m_lifecycle.SaveXSheet()) && imported;
     }
 
 private:

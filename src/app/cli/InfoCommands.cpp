@@ -37,41 +37,42 @@ ordered_json DescribeLevel(const CXSheet& xsheet, int level) {
 
 ordered_json Describe(const CSceneModel& model) {
     ordered_json scene = {{"scene", model.sceneName},
-                          {"frameCount", model.xsheet.FrameCount()},
-                          {"width", model.geometry.width},
-                          {"height", model.geometry.height},
-                          {"frameRate", model.geometry.frameRate},
-                          {"backgroundColor", HexOf(model.geometry.background)},
+                          {"frameCount", model.Scene().xsheet.FrameCount()},
+                          {"width", model.Scene().geometry.width},
+                          {"height", model.Scene().geometry.height},
+                          {"frameRate", model.Scene().geometry.frameRate},
+                          {"backgroundColor", HexOf(model.Scene().geometry.background)},
                           {"levels", ordered_json::array()},
                           {"camera", ordered_json::array()},
                           {"sounds", ordered_json::array()}};
-    for (int level = 0; level < model.xsheet.LevelCount(); ++level)
-        scene["levels"].push_back(DescribeLevel(model.xsheet, level));
-    for (int frame = 0; frame < model.xsheet.FrameCount(); ++frame) {
-        const CCameraFrame& camera = model.camera.At(frame);
+    for (int level = 0; level < model.Scene().xsheet.LevelCount(); ++level)
+        scene["levels"].push_back(DescribeLevel(model.Scene().xsheet, level));
+    for (int frame = 0; frame < model.Scene().xsheet.FrameCount(); ++frame) {
+        const CCameraFrame& camera = model.Scene().camera.At(frame);
         scene["camera"].push_back({{"frame", frame + 1},
                                    {"panX", camera.panX},
                                    {"panY", camera.panY},
                                    {"zoom", camera.zoom},
                                    {"rotation", camera.rotation}});
     }
-    for (const CSoundPlacement& sound : model.sounds.All())
+    for (const CSoundPlacement& sound : model.Scene().sounds.All())
         scene["sounds"].push_back({{"frame", sound.frame + 1}, {"name", sound.name}});
     return scene;
 }
 
 void PrintSummary(const CSceneModel& model) {
-    std::cout << model.sceneName << ": " << model.xsheet.FrameCount() << " frames of " << model.geometry.width
-              << " x " << model.geometry.height << " at " << model.geometry.frameRate << " a second, background "
-              << HexOf(model.geometry.background) << '\n';
-    for (int level = 0; level < model.xsheet.LevelCount(); ++level) {
+    std::cout << model.sceneName << ": " << model.Scene().xsheet.FrameCount() << " frames of "
+              << model.Scene().geometry.width << " x " << model.Scene().geometry.height << " at "
+              << model.Scene().geometry.frameRate << " a second, background "
+              << HexOf(model.Scene().geometry.background) << '\n';
+    for (int level = 0; level < model.Scene().xsheet.LevelCount(); ++level) {
         int used = 0;
-        for (int frame = 0; frame < model.xsheet.FrameCount(); ++frame)
-            used += model.xsheet.Cell(level, frame).IsUsed() ? 1 : 0;
-        std::cout << "level " << level + 1 << " \"" << model.xsheet.LevelName(level) << "\": " << used
+        for (int frame = 0; frame < model.Scene().xsheet.FrameCount(); ++frame)
+            used += model.Scene().xsheet.Cell(level, frame).IsUsed() ? 1 : 0;
+        std::cout << "level " << level + 1 << " \"" << model.Scene().xsheet.LevelName(level) << "\": " << used
                   << " used cells\n";
     }
-    for (const CSoundPlacement& sound : model.sounds.All())
+    for (const CSoundPlacement& sound : model.Scene().sounds.All())
         std::cout << "sound \"" << sound.name << "\" from frame " << sound.frame + 1 << '\n';
 }
 

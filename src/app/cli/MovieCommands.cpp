@@ -35,17 +35,18 @@ bool RunCompose(const CComposeArguments& arguments) {
         return false;
     const CSceneModel& model = scene->model;
     const int frame = arguments.frame - 1;
-    if (!model.xsheet.HasFrame(frame)) {
+    if (!model.Scene().xsheet.HasFrame(frame)) {
         prompter.ShowMessage("There is no frame " + std::to_string(arguments.frame) + " in the scene");
         return false;
     }
     CImageCache cache(0);
     CFrameBuffer picture;
-    const CShot shot{model.xsheet, model.geometry, model.Paths().SceneFolder(), arguments.antialias};
-    const CFrameRequest request = RequestCameraPicture(shot, frame, model.camera.At(frame));
+    const CShot shot{model.Scene(), model.Paths().SceneFolder(), arguments.antialias};
+    const CFrameRequest request = RequestCameraPicture(shot, frame);
     if (!scene->context.Report(ComposeFrame(request, cache, picture, true)))
         return false;
-    if (WriteFrameFile(PathOf(arguments.output), FrameFormat::Png, CropWidth(picture, model.geometry.width), {}))
+    if (WriteFrameFile(PathOf(arguments.output), FrameFormat::Png, CropWidth(picture, model.Scene().geometry.width),
+                       {}))
         return true;
     prompter.ShowMessage("Could not write " + arguments.output);
     return false;
@@ -56,29 +57,28 @@ bool RunFlipbook(const CFlipbookArguments& arguments) {
     const auto scene = ReadScene(arguments.scene.database, arguments.scene.scene, prompter);
     if (!scene)
         return false;
-    CSceneModel& model = scene->model;
-    const CNumberRange range = arguments.frames.value_or(CNumberRange{1, model.xsheet.FrameCount()});
+    const CSceneModel& model = scene->model;
+    const CNumberRange range = arguments.frames.value_or(CNumberRange{1, model.Scene().xsheet.FrameCount()});
     CFlipbookSettings settings;
-    settings.levels = ChosenLevels(arguments.levels, model.xsheet);
+    settings.levels = ChosenLevels(arguments.levels, model.Scene().xsheet);
     settings.firstFrame = range.first;
-    settings.lastFrame = std::min(range.last, model.xsheet.FrameCount());
+    settings.lastFrame = std::min(range.last, model.Scene().xsheet.FrameCount());
     settings.step = arguments.step;
     settings.scaling = arguments.scaling;
     settings.quality = arguments.quality;
     settings.antialias = arguments.antialias;
-    if (!scene->context.Report(CheckFlipbookSettings(settings, model.xsheet.FrameCount())))
+    if (!scene->context.Report(CheckFlipbookSettings(settings, model.Scene().xsheet.FrameCount())))
         return false;
-    if (!model.xsheet.HasFrame(arguments.cursor - 1)) {
+    if (!model.Scene().xsheet.HasFrame(arguments.cursor - 1)) {
         prompter.ShowMessage("There is no frame " + std::to_string(arguments.cursor) + " in the scene");
         return false;
     }
-    model.cursorFrame = arguments.cursor - 1;
-    model.selection.firstFrame = settings.firstFrame - 1; // where the sound starts
     CSoundOperations(scene->context).PrepareSoundBuffer();
     CImageCache cache(CImageCache::usualBytes);
     CFlipbookOperations flipbooks(scene->context, cache);
     return flipbooks.Generate(settings,
-                              arguments.output.empty() ? flipbooks.LastFlipbook() : PathOf(arguments.output));
+                              arguments.output.empty() ? flipbooks.LastFlipbook() : PathOf(arguments.output),
+                              arguments.cursor - 1, settings.firstFrame - 1);
 }
 
 } // namespace velmor

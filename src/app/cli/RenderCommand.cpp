@@ -69,7 +69,7 @@ private:
 
     int RunOne(const CRenderSettings& settings) {
         const CSceneModel& scene = m_scene->model;
-        if (const std::string refusal = RefusalOf(settings, scene.geometry.Frame()); !refusal.empty())
+        if (const std::string refusal = RefusalOf(settings, scene.Scene().geometry.Frame()); !refusal.empty())
             return Refuse(statusWrongUsage, refusal);
         CRenderJob job = JobOf(m_arguments, settings, scene);
         if (m_arguments.dryRun)
@@ -111,7 +111,8 @@ private:
             std::cout << "make " << Utf8Of(settings.target) << " of " << settings.frames.size() << " frames\n";
         } else {
             for (const int frame : settings.frames) {
-                const bool kept = settings.resume && IsFrameKept(settings, m_scene->model.geometry.Frame(), frame);
+                const bool kept =
+                    settings.resume && IsFrameKept(settings, m_scene->model.Scene().geometry.Frame(), frame);
                 std::cout << (kept ? "keep " : "make ") << Utf8Of(RenderFrameFile(settings, frame)) << '\n';
             }
         }

@@ -80,7 +80,7 @@ std::vector<int> ChosenLevels(const std::optional<std::vector<CNumberRange>>& le
 
 std::vector<CRenderSettings> PlanRender(const CRenderArguments& arguments, const CSceneModel& scene,
                                         bool ownFolder) {
-    CRenderSettings settings = SettingsOf(arguments, scene.xsheet);
+    CRenderSettings settings = SettingsOf(arguments, scene.Scene().xsheet);
     Path name = PathOf(arguments.output);
     if (ownFolder)
         name = name.parent_path() / PathOf(scene.sceneName) / name.filename();
@@ -88,7 +88,7 @@ std::vector<CRenderSettings> PlanRender(const CRenderArguments& arguments, const
     if (!arguments.eachLevel || settings.levels.empty())
         return {settings};
     std::vector<CRenderSettings> plan;
-    const std::vector<std::string> suffixes = LevelSuffixes(settings.levels, scene.xsheet);
+    const std::vector<std::string> suffixes = LevelSuffixes(settings.levels, scene.Scene().xsheet);
     for (std::size_t i = 0; i < suffixes.size(); ++i) {
         plan.push_back(settings);
         plan.back().levels = {settings.levels[i]};
@@ -109,10 +109,7 @@ std::string RefusalOf(const CRenderSettings& settings, CSize scene) {
 }
 
 CRenderJob JobOf(const CRenderArguments& arguments, const CRenderSettings& settings, const CSceneModel& scene) {
-    CRenderJob job{{scene.xsheet, scene.geometry, scene.Paths().SceneFolder(), settings.antialias},
-                   scene.camera,
-                   settings,
-                   {}};
+    CRenderJob job{{scene.Scene(), scene.Paths().SceneFolder(), settings.antialias}, settings, {}};
     if (!arguments.from.empty())
         job.finished = {PathOf(arguments.from), FormatNamed(arguments.fromFormat)};
     return job;
@@ -126,11 +123,11 @@ std::vector<Path> MissingInputs(const CRenderJob& job, const CSceneModel& scene)
             continue;
         }
         for (const int level : job.settings.levels)
-            if (const CXSheetCell& cell = scene.xsheet.Cell(level, frame); cell.IsUsed())
+            if (const CXSheetCell& cell = scene.Scene().xsheet.Cell(level, frame); cell.IsUsed())
                 files.insert(AssetFilePath(job.shot.sceneFolder, cell.FolderName(), cell.CelName()));
     }
     if (IsMovie(job.settings.format))
-        for (const CSoundPlacement& sound : scene.sounds.All())
+        for (const CSoundPlacement& sound : scene.Scene().sounds.All())
             files.insert(scene.Paths().SoundFile(sound.name));
     std::vector<Path> missing;
     std::ranges::copy_if(files, std::back_inserter(missing), [](const Path& file) { return !FileExists(file); });

@@ -1,5 +1,8 @@
 #include "app/cli/SceneReader.h"
 
+#include "scene/SceneEdit.h"
+#include "xsheet/XSheetFile.h"
+
 namespace velmor {
 
 bool RequireDatabase(const std::string& database, IPrompter& prompter) {
@@ -20,14 +23,13 @@ std::unique_ptr<CReadScene> ReadScene(const std::string& database, const std::st
         prompter.ShowMessage("Problem openning the scene");
         return nullptr;
     }
-    CXSheetData data;
+    CScene data;
     if (!read->context.Report(LoadXSheet(model.Paths().XSheetFile(), data)))
         return nullptr;
-    model.sceneOpen = true;
-    model.geometry = data.geometry;
-    model.xsheet = std::move(data.xsheet);
-    model.camera = std::move(data.camera);
-    model.sounds.Set(std::move(data.sounds));
+    CSceneEdit edit(read->context, "Read Scene", UpdateHint::None, UndoStep::None);
+    edit.Scene() = std::move(data);
+    edit.CallOff();
+    model.sceneOpen = true; // not before: nobody may want the sound
     return read;
 }
 

@@ -13,7 +13,7 @@
 namespace velmor::demo {
 
 int CAnimator::LevelNamed(const std::string& name) const {
-    for (int level = 0; level < m_doc.Model().xsheet.LevelCount(); ++level)
+    for (int level = 0; level < m_doc.Model().Scene().xsheet.LevelCount(); ++level)
         if (m_doc.XSheet().GetLevelName(level) == name)
             return level;
     m_prompter.ShowMessage("There is no level named " + name);

@@ -104,7 +104,7 @@ bool HasSelectedImages(const Target& target) {
     return CanChangeImages(target.doc.Model());
 }
 bool HasPlacedSounds(const Target& target) {
-    return target.doc.Model().sceneOpen && target.doc.Model().sounds.Count() > 0;
+    return target.doc.Model().sceneOpen && target.doc.Model().Scene().sounds.Count() > 0;
 }
 
 template<CelTool Tool>

@@ -29,7 +29,7 @@ CStatusTexts StatusTextsOf(const CSceneModel& model, const CStatusTexts& current
         return {};
     const char* mode = ModeText(model.inputMode);
     return {mode != nullptr ? mode : current.mode, "Current Frm : " + std::to_string(model.cursorFrame + 1),
-            "Total Frm : " + std::to_string(model.xsheet.FrameCount())};
+            "Total Frm : " + std::to_string(model.Scene().xsheet.FrameCount())};
 }
 
 CStatusPanes::CStatusPanes(QStatusBar& bar) {

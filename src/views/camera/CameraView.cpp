@@ -86,7 +86,7 @@ void CCameraView::Fit() {
         return;
     const QSize room = maximumViewportSize();
     const CZoomLevel zoom =
-        FittingZoom(m_doc.Model().geometry.Frame(), {room.width(), room.height()}, *m_largestFit);
+        FittingZoom(m_doc.Model().Scene().geometry.Frame(), {room.width(), room.height()}, *m_largestFit);
     if (zoom != m_zoom)
         SetZoom(zoom);
 }
@@ -141,7 +141,7 @@ bool CCameraView::IsSceneOpen() const {
 
 // The scaled frame in the viewport: centred where it is smaller, scrolled where it is larger.
 QRect CCameraView::PictureRect() const {
-    const CSize frame = m_doc.Model().geometry.Frame();
+    const CSize frame = m_doc.Model().Scene().geometry.Frame();
     const QSize total(m_zoom.Scaled(frame.width), m_zoom.Scaled(frame.height));
     const QPoint scroll = ScrollPosition();
     const QSize client = viewport()->size();
@@ -151,7 +151,7 @@ QRect CCameraView::PictureRect() const {
 }
 
 void CCameraView::SetScrolls() {
-    const CSize frame = m_doc.Model().geometry.Frame();
+    const CSize frame = m_doc.Model().Scene().geometry.Frame();
     const bool open = IsSceneOpen();
     const QSize total = open ? QSize(m_zoom.Scaled(frame.width), m_zoom.Scaled(frame.height)) : QSize();
     // Bars that the picture does not need must not keep each other.
@@ -167,7 +167,7 @@ void CCameraView::SetScrolls() {
 }
 
 void CCameraView::SetZoom(CZoomLevel zoom) {
-    const CSize frame = m_doc.Model().geometry.Frame();
+    const CSize frame = m_doc.Model().Scene().geometry.Frame();
     const QSize client = viewport()->size();
     const QPoint before = ScrollPosition();
     const QPoint after(ScrollAfterZoom(before.x(), client.width(), zoom.Scaled(frame.width), m_zoom, zoom),
@@ -257,7 +257,7 @@ void CCameraView::paintEvent(QPaintEvent* event) {
     QPainter painter(viewport());
     PaintPicture(painter, event->rect());
     const QRect picture = PictureRect();
-    PaintCameraMarks(painter, Marks(), {picture.topLeft(), m_zoom.Factor(), m_doc.Model().geometry.height});
+    PaintCameraMarks(painter, Marks(), {picture.topLeft(), m_zoom.Factor(), m_doc.Model().Scene().geometry.height});
     if (m_picture.isNull() || m_feed.IsLate())
         PaintText(painter);
 }

@@ -21,7 +21,7 @@ namespace {
 
 // Only moving turns the mouse's motion into the camera's rotation.
 double TurnOfInput(const CSceneModel& model) {
-    const double rotation = model.camera.At(model.cursorFrame).rotation;
+    const double rotation = model.Scene().camera.At(model.cursorFrame).rotation;
     return model.inputMode == InputMode::Move && std::isfinite(rotation) ? rotation : 0;
 }
 
@@ -144,8 +144,8 @@ void CCameraView::keyPressEvent(QKeyEvent* event) {
     }
     const bool plain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
     const CSceneModel& model = m_doc.Model();
-    const std::optional<int> frame =
-        FrameAfterKey(event->key(), model.cursorFrame, model.xsheet.FrameCount(), model.geometry.frameRate);
+    const std::optional<int> frame = FrameAfterKey(
+        event->key(), model.cursorFrame, model.Scene().xsheet.FrameCount(), model.Scene().geometry.frameRate);
     if (!plain || !frame || !model.sceneOpen) {
         event->ignore();
     } else if (!m_drag && *frame != model.cursorFrame) {

@@ -83,16 +83,17 @@ void CPictureFeed::Forget() {
 
 CPictureFeed::CContents CPictureFeed::CurrentContents() const {
     const CSceneModel& model = m_doc.Model();
-    CContents contents{model.geometry, model.camera.At(model.cursorFrame), model.cameraAntialias, {}};
-    for (int level = 0; level < model.xsheet.LevelCount(); ++level)
-        contents.cells.push_back(model.xsheet.Cell(level, model.cursorFrame));
+    CContents contents{
+        model.Scene().geometry, model.Scene().camera.At(model.cursorFrame), model.cameraAntialias, {}};
+    for (int level = 0; level < model.Scene().xsheet.LevelCount(); ++level)
+        contents.cells.push_back(model.Scene().xsheet.Cell(level, model.cursorFrame));
     return contents;
 }
 
 // A picture of another scene, or of another size, is not to be seen for a moment even.
 void CPictureFeed::ForgetOtherScene() {
     const CSceneModel& model = m_doc.Model();
-    CScene scene{model.databaseFolder, model.sceneName, model.geometry.Frame()};
+    CScene scene{model.databaseFolder, model.sceneName, model.Scene().geometry.Frame()};
     if (m_scene == scene)
         return;
     Forget();
@@ -139,7 +140,7 @@ void CPictureFeed::Take() {
     m_poll.stop();
     m_lateTimer.stop();
     m_late = m_late && m_pending == Order::Renew; // does not come and go while pictures lag behind
-    m_image = ToImage(picture->frame, m_doc.Model().geometry.width);
+    m_image = ToImage(picture->frame, m_doc.Model().Scene().geometry.width);
     m_changed();
     if (taken == Order::Renew && !picture->error.empty()) {
         // The message runs a loop of its own, in which all of this may happen again and the view may be closed.

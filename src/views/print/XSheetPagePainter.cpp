@@ -26,7 +26,7 @@ const QColor lightGrey(175, 175, 175);
 const QColor shade(238, 238, 238);
 
 QString NameOf(const CSceneModel& model, int level) {
-    return ToQt(model.xsheet.LevelName(level));
+    return ToQt(model.Scene().xsheet.LevelName(level));
 }
 
 bool IsHeld(const CXSheet& xsheet, int level, int frame) {
@@ -36,7 +36,7 @@ bool IsHeld(const CXSheet& xsheet, int level, int frame) {
 } // namespace
 
 CXSheetExtent ExtentOf(const CSceneModel& model) {
-    const CXSheet& xsheet = model.xsheet;
+    const CXSheet& xsheet = model.Scene().xsheet;
     const QFont textFont = PageFont(cellFont, true);
     const QFont marksFont = PageFont(markFont);
     double width = 0;
@@ -54,7 +54,7 @@ CXSheetExtent ExtentOf(const CSceneModel& model) {
                                         TextWidth(marksFont, ToQt(marks)) + 2 * markPadding);
         }
     }
-    return {xsheet.LevelCount(), xsheet.FrameCount(), model.geometry.frameRate, width};
+    return {xsheet.LevelCount(), xsheet.FrameCount(), model.Scene().geometry.frameRate, width};
 }
 
 CXSheetPagePainter::CXSheetPagePainter(const CSceneModel& model, const CXSheetPages& pages, const QDate& date)
@@ -96,12 +96,12 @@ void CXSheetPagePainter::PaintHead(QPainter& painter, const CXSheetPage& page) c
     DrawLine(painter, titleLine.adjusted(0, 0, -65 * pt, 0), Qt::AlignRight,
              QLocale(QLocale::English, QLocale::UnitedStates).toString(m_date, "dddd, MMMM dd, yyyy"));
 
-    const CSceneGeometry& geometry = m_model.geometry;
+    const CSceneGeometry& geometry = m_model.Scene().geometry;
     const QString values[][2] = {
-        {"Length", ToQt(LengthText(m_model.xsheet.FrameCount(), geometry.frameRate))},
+        {"Length", ToQt(LengthText(m_model.Scene().xsheet.FrameCount(), geometry.frameRate))},
         {"Rate", QString::asprintf("%d fps", geometry.frameRate)},
         {"Frame", QString::asprintf("%d x %d", geometry.width, geometry.height)},
-        {"Levels", QString::asprintf("%d, level 1 (left) is the topmost", m_model.xsheet.LevelCount())}};
+        {"Levels", QString::asprintf("%d, level 1 (left) is the topmost", m_model.Scene().xsheet.LevelCount())}};
     double left = 0;
     for (const auto& [label, value] : values)
         left = PaintHeadValue(painter, left, label, value);
@@ -150,7 +150,7 @@ void CXSheetPagePainter::PaintRules(QPainter& painter, const CXSheetPage& page) 
     const QPen pens[] = {QPen(lightGrey, 0.35 * pt), QPen(darkGrey, 0.7 * pt), QPen(Qt::black, 1.4 * pt)};
     const double right = m_pages.Width();
     for (int row = 0; row <= page.Frames(); ++row) {
-        const FrameRule rule = RuleAbove(page.firstFrame + row, m_model.geometry.frameRate);
+        const FrameRule rule = RuleAbove(page.firstFrame + row, m_model.Scene().geometry.frameRate);
         painter.setPen(pens[static_cast<std::size_t>(rule)]);
         painter.drawLine(QLineF(0, m_pages.RowTop(row), right, m_pages.RowTop(row)));
     }
@@ -187,7 +187,7 @@ void CXSheetPagePainter::PaintLevel(QPainter& painter, const CXSheetPage& page, 
 // Tells all of a cell in the first row of a page: a hold that comes from an earlier one is named again, in
 // brackets.
 void CXSheetPagePainter::PaintCell(QPainter& painter, const QRectF& cell, int level, int frame, bool first) const {
-    const CXSheet& xsheet = m_model.xsheet;
+    const CXSheet& xsheet = m_model.Scene().xsheet;
     if (!xsheet.Cell(level, frame).IsUsed())
         return;
     const std::string held = HeldName(xsheet, level, frame);
@@ -208,7 +208,7 @@ void CXSheetPagePainter::PaintCell(QPainter& painter, const QRectF& cell, int le
 
 // A line from below the drawing to the end of its hold, closed where the hold ends on this page.
 void CXSheetPagePainter::PaintHolds(QPainter& painter, const CXSheetPage& page, int level) const {
-    const CXSheet& xsheet = m_model.xsheet;
+    const CXSheet& xsheet = m_model.Scene().xsheet;
     const double x = m_pages.Level(level - page.firstLevel).left + holdLine;
     painter.setPen(QPen(Qt::black, 0.6 * pt));
     for (int frame = page.firstFrame; frame <= page.lastFrame; ++frame) {
@@ -233,16 +233,16 @@ void CXSheetPagePainter::PaintBeside(QPainter& painter, const CXSheetPage& page)
             DrawLine(painter, {column.left + markPadding, top, column.width - 2 * markPadding, m_pages.RowHeight()},
                      align, text);
         };
-        painter.setFont(RuleAbove(frame, m_model.geometry.frameRate) == FrameRule::Plain ? m_plainFont
-                                                                                         : m_boldFont);
+        painter.setFont(RuleAbove(frame, m_model.Scene().geometry.frameRate) == FrameRule::Plain ? m_plainFont
+                                                                                                 : m_boldFont);
         draw(m_pages.LeftFrames(), Qt::AlignHCenter, QString::number(frame + 1));
         draw(m_pages.RightFrames(), Qt::AlignHCenter, QString::number(frame + 1));
         painter.setFont(m_boldFont);
-        if (const std::string* sound = m_model.sounds.NameAt(frame))
+        if (const std::string* sound = m_model.Scene().sounds.NameAt(frame))
             draw(m_pages.Sound(), Qt::AlignLeft, ToQt(*sound));
         painter.setFont(m_plainFont);
-        const CCameraFrame& camera = m_model.camera.At(frame);
-        const CCameraFrame& before = m_model.camera.At(std::max(0, frame - 1));
+        const CCameraFrame& camera = m_model.Scene().camera.At(frame);
+        const CCameraFrame& before = m_model.Scene().camera.At(std::max(0, frame - 1));
         // Told where it changes; the ditto mark elsewhere, as in the levels.
         const auto drawCamera = [&](const CPageColumn& column, std::string (*textOf)(const CCameraFrame&)) {
             const bool same = frame > page.firstFrame && textOf(camera) == textOf(before);
@@ -260,7 +260,8 @@ void CXSheetPagePainter::PaintFoot(QPainter& painter, const CXSheetPage& page) c
     painter.setFont(PageFont(6.5));
     DrawLine(painter, {0, top, width * 0.62, 14 * pt}, Qt::AlignLeft, marksLegend);
     painter.setFont(PageFont(7.5, true));
-    const std::string place = PageCoordinates(page, m_model.xsheet.LevelCount(), m_model.xsheet.FrameCount());
+    const std::string place =
+        PageCoordinates(page, m_model.Scene().xsheet.LevelCount(), m_model.Scene().xsheet.FrameCount());
     DrawLine(painter, {width * 0.62, top, width * 0.38, 14 * pt}, Qt::AlignRight, ToQt(place));
 }
 

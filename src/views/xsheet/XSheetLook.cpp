@@ -29,13 +29,13 @@ CellFill FillOf(const CSceneModel& model, int level, int frame) {
 }
 
 CCellLook CellLook(const CSceneModel& model, int level, int frame) {
-    const CXSheetCell& cell = model.xsheet.Cell(level, frame);
+    const CXSheetCell& cell = model.Scene().xsheet.Cell(level, frame);
     CCellLook look;
     look.fill = FillOf(model, level, frame);
     if (!cell.IsUsed())
         return look;
-    look.text = model.xsheet.CellText(level, frame);
-    look.held = frame > 0 && cell.ShowsSameAs(model.xsheet.Cell(level, frame - 1));
+    look.text = model.Scene().xsheet.CellText(level, frame);
+    look.held = frame > 0 && cell.ShowsSameAs(model.Scene().xsheet.Cell(level, frame - 1));
     look.missing = cell.Size() == CSize{};
     look.blurred = IsBlurred(cell);
     look.transparent = IsTransparent(cell);
@@ -44,12 +44,12 @@ CCellLook CellLook(const CSceneModel& model, int level, int frame) {
 
 CLevelLook LevelLook(const CSceneModel& model, int level) {
     CLevelLook look;
-    look.name = model.xsheet.LevelName(level);
+    look.name = model.Scene().xsheet.LevelName(level);
     look.current = level == model.cursorLevel;
     look.moves = model.moveSelection.IsLevelSelected(level);
-    if (!model.xsheet.HasFrame(model.cursorFrame))
+    if (!model.Scene().xsheet.HasFrame(model.cursorFrame))
         return look;
-    const CXSheetCell& cell = model.xsheet.Cell(level, model.cursorFrame);
+    const CXSheetCell& cell = model.Scene().xsheet.Cell(level, model.cursorFrame);
     look.used = cell.IsUsed();
     look.blurred = IsBlurred(cell);
     look.transparent = IsTransparent(cell);
@@ -60,13 +60,13 @@ CFrameLook FrameLook(const CSceneModel& model, const CXSheetSounds& sounds, int 
     CFrameLook look;
     look.current = frame == model.cursorFrame;
     look.selected = frame >= model.selection.firstFrame && frame <= model.selection.lastFrame;
-    look.camera = model.camera.At(frame);
-    look.cameraHeld = frame > 0 && look.camera == model.camera.At(frame - 1);
+    look.camera = model.Scene().camera.At(frame);
+    look.cameraHeld = frame > 0 && look.camera == model.Scene().camera.At(frame - 1);
     const int heard = sounds.HeardAt(frame);
     look.sounding = heard >= 0;
     look.soundGoesOn = look.sounding && sounds.HeardAt(frame - 1) == heard;
     look.soundContinues = look.sounding && sounds.HeardAt(frame + 1) == heard;
-    if (const std::string* name = model.sounds.NameAt(frame))
+    if (const std::string* name = model.Scene().sounds.NameAt(frame))
         look.sound = *name;
     return look;
 }
@@ -80,12 +80,12 @@ CXSheetLook LookAt(const CSceneModel& model, const CXSheetSounds& sounds, const 
     look.geometry = geometry;
     if (!model.sceneOpen)
         return look;
-    look.frameRate = model.geometry.frameRate;
+    look.frameRate = model.Scene().geometry.frameRate;
     look.pointer = pointer;
     look.cameraMoves = model.moveSelection.IsCameraSelected();
     // The sheet may have shrunk without the views having been told yet.
-    const int endLevel = std::min(geometry.EndLevel(), model.xsheet.LevelCount());
-    const int endFrame = std::min(geometry.EndFrame(), model.xsheet.FrameCount());
+    const int endLevel = std::min(geometry.EndLevel(), model.Scene().xsheet.LevelCount());
+    const int endFrame = std::min(geometry.EndFrame(), model.Scene().xsheet.FrameCount());
     for (int level = geometry.firstLevel; level < endLevel; ++level)
         look.levels.push_back(LevelLook(model, level));
     for (int frame = geometry.firstFrame; frame < endFrame; ++frame) {

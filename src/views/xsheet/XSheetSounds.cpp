@@ -28,17 +28,17 @@ std::vector<int> HeardSounds(const std::vector<CSoundPlacement>& placements, int
 }
 
 void CXSheetSounds::Update(const CSceneModel& model, bool filesToo) {
-    const int frameCount = model.sceneOpen ? model.xsheet.FrameCount() : 0;
+    const int frameCount = model.sceneOpen ? model.Scene().xsheet.FrameCount() : 0;
     const std::string scene = model.databaseFolder + model.sceneName;
-    if (!filesToo && m_placements == model.sounds.All() && m_frameCount == frameCount &&
-        m_frameRate == model.geometry.frameRate && m_scene == scene)
+    if (!filesToo && m_placements == model.Scene().sounds.All() && m_frameCount == frameCount &&
+        m_frameRate == model.Scene().geometry.frameRate && m_scene == scene)
         return;
     if (m_scene != scene)
         m_lengths.clear();
     m_scene = scene;
     m_frameCount = frameCount;
-    m_frameRate = model.geometry.frameRate;
-    m_placements = model.sounds.All();
+    m_frameRate = model.Scene().geometry.frameRate;
+    m_placements = model.Scene().sounds.All();
     m_heard = HeardSounds(m_placements, frameCount, m_frameRate,
                           [&](const std::string& name) { return LengthOf(model, name); });
 }

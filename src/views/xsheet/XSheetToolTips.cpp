@@ -43,7 +43,7 @@ QString ImageTag(const QPixmap& thumbnail) {
 }
 
 QString LevelTitle(const CSceneModel& model, int level) {
-    const QString name = ToQt(model.xsheet.LevelName(level)).toHtmlEscaped();
+    const QString name = ToQt(model.Scene().xsheet.LevelName(level)).toHtmlEscaped();
     const QString number = QString("Level %1").arg(level + 1);
     return name.isEmpty() ? number : number + " \"" + name + '"';
 }
@@ -69,7 +69,7 @@ QString Effects(const CXSheetCell& cell) {
 } // namespace
 
 QString CellToolTip(const CSceneModel& model, CSheetCell place, const QPixmap& thumbnail) {
-    const CXSheetCell& cell = model.xsheet.Cell(place.level, place.frame);
+    const CXSheetCell& cell = model.Scene().xsheet.Cell(place.level, place.frame);
     QString text =
         "<b>" + ToQt(cell.CelName()).toHtmlEscaped() + "</b>" + Dot() +
         (cell.IsPicture() ? QString("picture") : "folder \"" + ToQt(cell.FolderName()).toHtmlEscaped() + '"');
@@ -97,7 +97,7 @@ QString ButtonToolTip(const CSceneModel& model, const CHeaderHit& hit) {
 }
 
 QString CameraToolTip(const CSceneModel& model, int frame) {
-    const CCameraFrame& camera = model.camera.At(frame);
+    const CCameraFrame& camera = model.Scene().camera.At(frame);
     return QString("<b>Camera</b>") + Dot() + QString("frame %1").arg(frame + 1) + "<br>Pan " +
            Number(camera.panX) + ", " + Number(camera.panY) + Dot() + "zoom " + Number(camera.zoom * 100) + '%' +
            Dot() + "rotation " + Degrees(camera.rotation);

@@ -64,8 +64,8 @@ void CXSheetView::OnUpdate(UpdateHint hint) {
 void CXSheetView::SetScrolls() {
     const CSceneModel& model = m_doc.Model();
     m_geometry.client = viewport()->size();
-    m_geometry.levelCount = model.sceneOpen ? model.xsheet.LevelCount() : 0;
-    m_geometry.frameCount = model.sceneOpen ? model.xsheet.FrameCount() : 0;
+    m_geometry.levelCount = model.sceneOpen ? model.Scene().xsheet.LevelCount() : 0;
+    m_geometry.frameCount = model.sceneOpen ? model.Scene().xsheet.FrameCount() : 0;
     // A bar that clamps its value scrolls by itself.
     verticalScrollBar()->setPageStep(std::max(1, m_geometry.VisibleFrames()));
     verticalScrollBar()->setRange(0, m_geometry.MostFirstFrame());
@@ -188,9 +188,9 @@ QString CXSheetView::ToolTipAt(QPoint point) {
     if (const std::optional<int> frame = m_geometry.CameraFrameAt(point))
         return CameraToolTip(model, *frame);
     const std::optional<CSheetCell> place = m_geometry.CellAt(point);
-    if (!place || !model.xsheet.HasLevel(place->level) || !model.xsheet.HasFrame(place->frame))
+    if (!place || !model.Scene().xsheet.HasLevel(place->level) || !model.Scene().xsheet.HasFrame(place->frame))
         return {};
-    const CXSheetCell& cell = model.xsheet.Cell(place->level, place->frame);
+    const CXSheetCell& cell = model.Scene().xsheet.Cell(place->level, place->frame);
     if (!cell.IsUsed())
         return {};
     const Path file = AssetFilePath(model.Paths().SceneFolder(), cell.FolderName(), cell.CelName());

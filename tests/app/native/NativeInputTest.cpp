@@ -85,10 +85,10 @@ TEST_F(CNativeInputTest, ACelIsDraggedFromTheListToTheXsheet) {
     const QPoint cell(30 + 40, 40 + 20 * 3 + 10); // level 0, frame 3
     prompter.Answer(1);                           // on two's
     EXPECT_TRUE(Input(Drag(from, sheet.viewport()->mapToGlobal(cell)),
-                      [&] { return doc->Model().xsheet.Cell(0, 3).IsUsed(); }));
+                      [&] { return doc->Model().Scene().xsheet.Cell(0, 3).IsUsed(); }));
     EXPECT_EQ(doc->XSheet().GetXsheetData(0, 3), "walk1");
-    EXPECT_TRUE(doc->Model().xsheet.Cell(0, 4).IsUsed());
-    EXPECT_FALSE(doc->Model().xsheet.Cell(0, 5).IsUsed());
+    EXPECT_TRUE(doc->Model().Scene().xsheet.Cell(0, 4).IsUsed());
+    EXPECT_FALSE(doc->Model().Scene().xsheet.Cell(0, 5).IsUsed());
     EXPECT_EQ(doc->Model().cursorFrame, 3);
 }
 

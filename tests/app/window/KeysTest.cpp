@@ -43,7 +43,7 @@ protected:
     CCelView& CelEditor() { return Frame().CelPane().View(); }
     QAbstractItemView& Assets() { return *Frame().SourceView().findChild<QAbstractItemView*>("assets"); }
     bool IsOpen(StackedPane pane) { return Frame().Panes().IsOpen(pane); }
-    const CXSheet& Grid() { return doc->Model().xsheet; }
+    const CXSheet& Grid() { return doc->Model().Scene().xsheet; }
     /// The sheet after a key that `focus` gets.
     const CXSheet& After(QWidget& focus, const CStroke& stroke) {
         focus.setFocus();

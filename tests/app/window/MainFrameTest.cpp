@@ -146,9 +146,9 @@ TEST_F(CMainFrameTest, KeysReachTheirCommands) {
     NewScene("First");
     prompter.Answer(std::string("Back"));
     QTest::keyClick(&Frame(), Qt::Key_Insert);
-    EXPECT_EQ(doc->Model().xsheet.LevelCount(), 2);
+    EXPECT_EQ(doc->Model().Scene().xsheet.LevelCount(), 2);
     QTest::keyClick(&Frame(), Qt::Key_Backspace, Qt::AltModifier);
-    EXPECT_EQ(doc->Model().xsheet.LevelCount(), 1);
+    EXPECT_EQ(doc->Model().Scene().xsheet.LevelCount(), 1);
     QTest::keyClick(&Frame(), Qt::Key_F7);
     EXPECT_EQ(doc->Model().inputMode, InputMode::Zoom);
 }
@@ -189,7 +189,7 @@ TEST_F(CMainFrameTest, LayoutIsRememberedAndLeavingSavesTheScene) {
     prompter.Answer(std::string("Back"));
     doc->XSheet().AddLevel();
     EXPECT_TRUE(Frame().close());
-    EXPECT_FALSE(doc->Model().undo.has_value()) << "saved";
+    EXPECT_FALSE(doc->Model().Undo().has_value()) << "saved";
     EndFrame();
     QCoreApplication::processEvents();
     EXPECT_EQ(Frame().size(), QSize(1111, 777));
