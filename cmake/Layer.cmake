@@ -49,12 +49,13 @@ function(velmor_check_headers target)
   add_dependencies(headers headers_${target})
 endfunction()
 
-# velmor_layer(<name> [USES <layer>...] [HIDES <target>...] [SHOWS <target>...])
-# Declares the static library velmor_<name> of all sources in the current folder. USES names the layers below
+# velmor_layer(<name> [WITHOUT <folder>...] [USES <layer>...] [HIDES <target>...] [SHOWS <target>...])
+# Declares the static library velmor_<name> of all sources in the current folder, those in the folders WITHOUT left
+# out: they are modules. USES names the layers below
 # that it needs, HIDES the outside libraries whose headers no other layer may include, SHOWS those that its own
 # headers speak of.
 function(velmor_layer name)
-  cmake_parse_arguments(LAYER "" "" "USES;HIDES;SHOWS" ${ARGN})
+  cmake_parse_arguments(LAYER "" "" "WITHOUT;USES;HIDES;SHOWS" ${ARGN})
   if(NOT name IN_LIST VELMOR_LAYERS)
     message(FATAL_ERROR "${name} is not a layer; the layers are: ${VELMOR_LAYERS}")
   endif()
@@ -65,6 +66,11 @@ function(velmor_layer name)
   endforeach()
 
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  file(GLOB_RECURSE headers CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.h)
+  foreach(folder IN LISTS LAYER_WITHOUT)
+    list(FILTER sources EXCLUDE REGEX "^${CMAKE_CURRENT_SOURCE_DIR}/${folder}/")
+    list(FILTER headers EXCLUDE REGEX "^${CMAKE_CURRENT_SOURCE_DIR}/${folder}/")
+  endforeach()
   add_library(velmor_${name} STATIC ${sources})
   set(root ${PROJECT_BINARY_DIR}/include/${name})
   velmor_include_root(${root} ${name} ${LAYER_USES})
@@ -73,8 +79,27 @@ function(velmor_layer name)
     target_link_libraries(velmor_${name} PUBLIC velmor_${used})
   endforeach()
   target_link_libraries(velmor_${name} PRIVATE ${LAYER_HIDES} PUBLIC ${LAYER_SHOWS} Threads::Threads)
-  file(GLOB_RECURSE headers CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.h)
   velmor_check_headers(velmor_${name} ${headers})
+endfunction()
+
+# velmor_module(<layer> <name> <folder> [HIDES <target>...])
+# Declares <name>.so of the sources in a folder of a layer: what the layer loads when it is first used, so that a
+# program that does not use it starts without the libraries HIDES. A module sees the headers of its layer and is linked
+# with nothing of it: what the two have for one another goes through abstract classes.
+function(velmor_module layer name folder)
+  cmake_parse_arguments(MODULE "" "" "HIDES" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp)
+  add_library(${name} MODULE ${sources})
+  set_target_properties(${name} PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY ${VELMOR_MODULES})
+  target_include_directories(${name} PRIVATE ${PROJECT_BINARY_DIR}/include/${layer})
+  target_link_libraries(${name} PRIVATE ${MODULE_HIDES})
+  if(NOT VELMOR_SANITIZE AND NOT VELMOR_FUZZ)
+    target_link_options(${name} PRIVATE -Wl,--no-undefined)
+  endif()
+  file(GLOB headers CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.h)
+  velmor_check_headers(${name} ${headers})
+  add_dependencies(velmor_${layer} ${name})
+  install(TARGETS ${name} LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/personal-velmor)
 endfunction()
 
 # velmor_program_library(<name> <source>... TOP <layer> [HIDES <target>...])

@@ -29,17 +29,18 @@ while IFS=';' read -r headers folders rule; do
     report "$rule" "$(places "$include($headers)" "$folders")"
 done <<'END'
 png\.h|pngconf\.h;src/platform/|tests/platform/;libpng is used outside src/platform
-SDL\.h|SDL2/|SDL_;src/platform/|tests/platform/;SDL is used outside src/platform
+SDL\.h|SDL2/|SDL_;src/platform/sdl/;SDL is used outside its module, src/platform/sdl
 SimpleIni;src/platform/;SimpleIni is used outside src/platform
 hwy/;src/image/;Highway is used outside src/image
 CLI/|CLI11;src/app/;CLI11 is used outside src/app
 nlohmann/;src/app/|tests/app/;The JSON library is used outside src/app
-libav[a-z]+/|libsw[a-z]+/;src/platform/|tests/;The FFmpeg libraries are used outside src/platform
+libav[a-z]+/|libsw[a-z]+/;src/platform/ffmpeg/|tests/;The FFmpeg libraries are used outside their module, src/platform/ffmpeg
 sane/;src/platform/;SANE is used outside src/platform
 gtest/|gmock/;tests/;GoogleTest is used outside the tests
 benchmark/;bench/;Google Benchmark is used outside bench
 Q[A-Z][A-Za-z]*[>"/]|Qt[A-Z];src/views/|src/app/window/|src/app/manual/|tests/views/|tests/app/window/|tests/app/native/|bench/window/|tests/support/qt/;Qt is used outside src/views and the windowed part of src/app
-unistd\.h|fcntl\.h|dlfcn\.h|pthread\.h|signal\.h|csignal|pwd\.h|sys/|windows\.h;src/platform/|tests/|bench/|fuzz/;The operating system is called outside src/platform
+dlfcn\.h;src/platform/(process/Module|scanner/SourceManagerLibrary)\.cpp|tests/;A library is loaded by other code than what loads modules and source managers
+unistd\.h|fcntl\.h|pthread\.h|signal\.h|csignal|pwd\.h|sys/|windows\.h;src/platform/|tests/|bench/|fuzz/;The operating system is called outside src/platform
 END
 
 report 'An #include climbs out of its folder' "$(places "${include}[^\">]*\\.\\." "$nowhere")"

@@ -20,6 +20,17 @@ using testing::CRun;
 using testing::ReadBytes;
 using testing::WriteBytes;
 
+// The loader lists what it would load, and runs nothing. Movies and sound bring some 150 libraries along, which
+// every start would pay for.
+TEST_F(CommandLine, StartsWithoutTheLibrariesOfMoviesAndSound) {
+    const std::string list = (folder / "libraries").string();
+    ASSERT_EQ(std::system(("LD_TRACE_LOADED_OBJECTS=1 " VELMOR_CLI " >" + list).c_str()), 0);
+    const std::string libraries = TextOf(list);
+    ASSERT_NE(libraries.find("libstdc++"), std::string::npos) << libraries;
+    for (const char* name : {"libav", "libsw", "libSDL", "libX11", "libQt", "libsane"})
+        EXPECT_EQ(libraries.find(name), std::string::npos) << name;
+}
+
 TEST_F(CommandLine, WrongUsageHasStatusTwoAndAUsageLine) {
     for (const std::string arguments :
          {"", "frobnicate", "scenes", "compose --database x y -o z", "compose --database x y --frame 0 -o z",

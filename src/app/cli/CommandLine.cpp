@@ -31,6 +31,11 @@ public:
     }
 
     CLI::App& App() { return m_app; }
+    /// Prints what was asked for, help or the version.
+    int Answer(const CLI::Success& asked) {
+        m_rendering.CompleteHelp();
+        return m_app.exit(asked);
+    }
     int Run() const { return m_run(); }
 
 private:
@@ -135,7 +140,7 @@ int RunCommandLine(int argc, char** argv) {
     try {
         grammar.App().parse(argc, argv);
     } catch (const CLI::Success& asked) { // for help or the version
-        return grammar.App().exit(asked);
+        return grammar.Answer(asked);
     } catch (const CLI::ParseError& error) {
         std::cerr << error.what()
                   << "\nUsage: velmor-cli SUBCOMMAND --database DIR [OPTIONS]; see velmor-cli --help" << std::endl;

@@ -23,6 +23,13 @@ void CRenderGrammar::AddTo(CLI::App& app, CommandRun& run) {
     AddJoin(app, run);
 }
 
+// To know what compressors there are takes a while, so only who reads of them waits for it.
+void CRenderGrammar::CompleteHelp() {
+    for (const auto& [command, codec] : m_codecs)
+        if (command->parsed())
+            codec->description(codec->get_description() + ": " + CompressorNames());
+}
+
 void CRenderGrammar::AddRender(CLI::App& app, CommandRun& run) {
     CLI::App* command = AddCommand(app, "render", "Render the final output", m_render.scene);
     CLI::Option* scene = command->add_option("scene", m_render.scene.scene, "Name of the scene");
@@ -89,7 +96,7 @@ void CRenderGrammar::AddChoices(CLI::App& command) {
 }
 
 void CRenderGrammar::AddMovieChoices(CLI::App& command) {
-    command.add_option("--codec", m_render.codec, "Compressor of an AVI: " + CompressorNames());
+    m_codecs.emplace_back(&command, command.add_option("--codec", m_render.codec, "Compressor of an AVI"));
     command.add_option("--quality", m_render.quality, "Percent, 0 to 100, of a movie that is not lossless")
         ->check(CLI::Range(0, 100));
 }

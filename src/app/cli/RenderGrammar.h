@@ -2,6 +2,9 @@
 
 #include "app/cli/Grammar.h"
 
+#include <utility>
+#include <vector>
+
 namespace velmor {
 
 /// The subcommands that make the final output. Outlives the parsing and the run.
@@ -9,6 +12,8 @@ class CRenderGrammar {
 public:
     /// Adds them to `app`; the one that is parsed stores what it is to do in `run`.
     void AddTo(CLI::App& app, CommandRun& run);
+    /// Adds what the help of the parsed subcommand lacks.
+    void CompleteHelp();
 
 private:
     void AddRender(CLI::App& app, CommandRun& run);
@@ -19,6 +24,7 @@ private:
     void AddLog(CLI::App& command);
 
     CRenderArguments m_render;
+    std::vector<std::pair<CLI::App*, CLI::Option*>> m_codecs;
 };
 
 } // namespace velmor

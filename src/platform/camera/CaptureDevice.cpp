@@ -1,5 +1,7 @@
 #include "platform/camera/CaptureDevice.h"
 
+#include "platform/movie/MovieLibrary.h"
+
 #include <new>
 #include <system_error>
 #include <utility>
@@ -17,7 +19,8 @@ constexpr std::chrono::seconds grabPatience{3};
 bool CCaptureDevice::Start(const CCaptureFormat& wanted) {
     Stop();
     try {
-        m_input = CCaptureInput::Open(m_source, wanted);
+        const IMovieLibrary* library = MovieLibrary();
+        m_input = library != nullptr ? library->OpenCapture(m_source, wanted) : nullptr;
         if (m_input) {
             m_format = m_input->Format();
             m_format.coding = wanted.coding;
@@ -105,20 +108,20 @@ void CCaptureDevice::ReadUntilStopped() {
     Clock::time_point lastGood = start;
     while (WaitUntil({})) {
         auto frame = std::make_shared<CCaptureFrame>();
-        const CCaptureInput::Result result = m_input->Read(*frame);
+        const ICaptureInput::Result result = m_input->Read(*frame);
         const Clock::time_point now = Clock::now();
-        if (result == CCaptureInput::Result::Frame) {
+        if (result == ICaptureInput::Result::Frame) {
             if (!m_source.hasClock && !WaitUntil(start + m_input->TimeOfFrame()))
                 return;
             Publish(std::move(frame));
             lastGood = Clock::now();
             continue;
         }
-        if (result == CCaptureInput::Result::Bad) {
+        if (result == ICaptureInput::Result::Bad) {
             const std::lock_guard lock(m_mutex);
             ++m_dropped;
         }
-        if (result == CCaptureInput::Result::Ended || now - lastGood > silence || !WaitUntil(now + pollInterval))
+        if (result == ICaptureInput::Result::Ended || now - lastGood > silence || !WaitUntil(now + pollInterval))
             return;
     }
 }

@@ -30,7 +30,7 @@ protected:
     const CCaptureSource& Source() const { return m_source; }
 
 private:
-    using Clock = CCaptureInput::Clock;
+    using Clock = ICaptureInput::Clock;
 
     [[nodiscard]] bool Start(const CCaptureFormat& wanted);
     void Stop();
@@ -44,7 +44,7 @@ private:
     CCaptureSource m_source;
     CCaptureFormat m_wanted; ///< width 0: whatever the device gives
     CCaptureFormat m_format;
-    std::unique_ptr<CCaptureInput> m_input; ///< the thread's while it runs
+    std::unique_ptr<ICaptureInput> m_input; ///< the thread's while it runs
 
     mutable std::mutex m_mutex; ///< for what follows
     std::condition_variable m_changed;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/camera/CaptureDriver.h"
-#include "platform/movie/Ffmpeg.h"
 
 #include <chrono>
 #include <string>
@@ -18,7 +17,7 @@ struct CCaptureSource {
 };
 
 /// An open source of frames. Reading never waits for the device.
-class CCaptureInput {
+class ICaptureInput {
 public:
     enum class Result {
         Frame,
@@ -28,32 +27,12 @@ public:
     };
     using Clock = std::chrono::steady_clock;
 
-    /// `wanted`: width 0 leaves the format to the device. Null when the source cannot be opened.
-    static std::unique_ptr<CCaptureInput> Open(const CCaptureSource& source, const CCaptureFormat& wanted);
-
-    const CCaptureFormat& Format() const { return m_frameFormat; }
+    virtual ~ICaptureInput() = default;
+    virtual CCaptureFormat Format() const = 0;
     /// Sets size and bytes of `frame`, which are undefined unless the result is a frame.
-    Result Read(CCaptureFrame& frame);
+    virtual Result Read(CCaptureFrame& frame) = 0;
     /// Since the first frame, by the source's own time.
-    Clock::duration TimeOfFrame() const { return m_time; }
-
-private:
-    CCaptureInput() = default;
-    [[nodiscard]] bool OpenSource(const CCaptureSource& source, const CCaptureFormat& wanted);
-    [[nodiscard]] bool OpenDecoder(const CCaptureSource& source);
-    [[nodiscard]] bool Convert(CCaptureFrame& frame);
-    void TakeTime();
-
-    Clock::time_point m_deadline; ///< for FFmpeg, which asks while it waits
-    CFfmpegHandle<AVFormatContext> m_format;
-    CFfmpegHandle<AVCodecContext> m_codec;
-    CFfmpegHandle<AVPacket> m_packet{av_packet_alloc()};
-    CFfmpegHandle<AVFrame> m_picture{av_frame_alloc()};
-    CFfmpegHandle<SwsContext> m_converter;
-    CCaptureFormat m_frameFormat;
-    int m_stream = -1;
-    std::int64_t m_firstTime = AV_NOPTS_VALUE;
-    Clock::duration m_time{};
+    virtual Clock::duration TimeOfFrame() const = 0;
 };
 
 } // namespace velmor

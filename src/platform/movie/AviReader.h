@@ -37,6 +37,8 @@ struct CMoviePicture {
     std::vector<std::uint8_t> bytes;
 };
 
+class IMovieDecoder;
+
 /// Reads movies, decoding one frame at a time. Movies that say in their header that a part of each coded frame is
 /// only there for the codec are cut to the part that is meant. Any bytes may be opened; nothing is believed.
 class CAviReader {
@@ -58,8 +60,7 @@ public:
     MovieError ReadSound(int rate, std::vector<std::uint8_t>& samples);
 
 private:
-    class CDecoder;
-    std::unique_ptr<CDecoder> m_decoder;
+    std::unique_ptr<IMovieDecoder> m_decoder;
     CMovieStream m_stream;
     Path m_path;
 };

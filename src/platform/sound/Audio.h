@@ -52,6 +52,13 @@ public:
     virtual IAudioInput& Input() = 0;
 };
 
+/// What drives the devices, in a module of its own.
+class IAudioLibrary {
+public:
+    virtual ~IAudioLibrary() = default;
+    virtual std::unique_ptr<IAudioDevices> MakeDevices(int samplesPerSecond) const = 0;
+};
+
 /// Devices at `samplesPerSecond`. Where there is no sound, nothing can be played or recorded, and every call says
 /// so at once.
 std::unique_ptr<IAudioDevices> MakeAudioDevices(int samplesPerSecond);

@@ -1,4 +1,4 @@
-#include "platform/sound/SdlAudio.h"
+#include "platform/sdl/SdlAudio.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -193,10 +193,18 @@ private:
     CSdlInput m_input;
 };
 
+class CSdlLibrary final : public IAudioLibrary {
+public:
+    std::unique_ptr<IAudioDevices> MakeDevices(int samplesPerSecond) const override {
+        return std::make_unique<CSdlDevices>(samplesPerSecond);
+    }
+};
+
 } // namespace
 
-std::unique_ptr<IAudioDevices> MakeAudioDevices(int samplesPerSecond) {
-    return std::make_unique<CSdlDevices>(samplesPerSecond);
-}
-
 } // namespace velmor
+
+extern "C" void* VelmorAudioLibrary() {
+    static const velmor::CSdlLibrary library;
+    return const_cast<velmor::CSdlLibrary*>(&library);
+}

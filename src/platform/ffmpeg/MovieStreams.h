@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/movie/Ffmpeg.h"
+#include "platform/ffmpeg/Ffmpeg.h"
 #include "platform/movie/MovieWriter.h"
 
 #include <optional>

@@ -1,4 +1,4 @@
-#include "platform/movie/MovieFile.h"
+#include "platform/ffmpeg/MovieFile.h"
 
 #include <algorithm>
 #include <array>
@@ -25,10 +25,8 @@ CMovieFile::~CMovieFile() {
     avio_context_free(&m_stream);
 }
 
-bool CMovieFile::Create(const Path& path) {
-    m_file = CAtomicFile::Create(path);
-    if (!m_file)
-        return false;
+bool CMovieFile::Open(IMovieBytes& file) {
+    m_file = &file;
     const auto write = [](void* self, WrittenBytes bytes, int count) {
         const std::span<const std::uint8_t> written(bytes, static_cast<std::size_t>(count));
         return static_cast<CMovieFile*>(self)->Write(written) ? count : AVERROR(EIO);
@@ -45,7 +43,7 @@ bool CMovieFile::Create(const Path& path) {
 }
 
 std::string CMovieFile::Address() const {
-    return "file:" + Utf8Of(m_file->Temporary());
+    return "file:" + m_file->Name();
 }
 
 // As with any file, what is written past the end leaves a gap of zeros.
@@ -81,9 +79,9 @@ bool CMovieFile::IsSound() {
     return m_stream->error >= 0;
 }
 
-bool CMovieFile::Commit() {
+bool CMovieFile::Finish() {
     avio_flush(m_stream);
-    return IsSound() && m_file->Commit();
+    return IsSound();
 }
 
 } // namespace velmor

@@ -1,4 +1,4 @@
-#include "platform/camera/CaptureInput.h"
+#include "platform/ffmpeg/FfmpegCapture.h"
 
 extern "C" {
 #include <libavdevice/avdevice.h>
@@ -36,20 +36,20 @@ const AVInputFormat* FindInputDevice(const std::string& name) {
 
 } // namespace
 
-std::unique_ptr<CCaptureInput> CCaptureInput::Open(const CCaptureSource& source, const CCaptureFormat& wanted) {
-    std::unique_ptr<CCaptureInput> input(new CCaptureInput);
+std::unique_ptr<ICaptureInput> CFfmpegCapture::Open(const CCaptureSource& source, const CCaptureFormat& wanted) {
+    std::unique_ptr<CFfmpegCapture> input(new CFfmpegCapture);
     const bool isOpen = input->m_packet && input->m_picture && input->OpenSource(source, wanted);
     return isOpen && input->OpenDecoder(source) ? std::move(input) : nullptr;
 }
 
-bool CCaptureInput::OpenSource(const CCaptureSource& source, const CCaptureFormat& wanted) {
+bool CFfmpegCapture::OpenSource(const CCaptureSource& source, const CCaptureFormat& wanted) {
     const AVInputFormat* device = FindInputDevice(source.inputDevice);
     AVFormatContext* format = device != nullptr ? avformat_alloc_context() : nullptr;
     if (format == nullptr)
         return false;
     m_deadline = Clock::now() + patience;
     format->interrupt_callback = {
-        [](void* self) { return Clock::now() > static_cast<CCaptureInput*>(self)->m_deadline ? 1 : 0; }, this};
+        [](void* self) { return Clock::now() > static_cast<CFfmpegCapture*>(self)->m_deadline ? 1 : 0; }, this};
     // A device that has fallen silent would hold a reader that waits for ever.
     format->flags |= AVFMT_FLAG_NONBLOCK;
     CDictionary options;
@@ -67,7 +67,7 @@ bool CCaptureInput::OpenSource(const CCaptureSource& source, const CCaptureForma
     return m_stream >= 0;
 }
 
-bool CCaptureInput::OpenDecoder(const CCaptureSource& source) {
+bool CFfmpegCapture::OpenDecoder(const CCaptureSource& source) {
     const AVStream& stream = *m_format->streams[m_stream];
     const AVCodecParameters& parameters = *stream.codecpar;
     if (parameters.width < 1 || parameters.height < 1 || parameters.width > mostPixels ||
@@ -85,7 +85,7 @@ bool CCaptureInput::OpenDecoder(const CCaptureSource& source) {
            avcodec_open2(m_codec.get(), codec, nullptr) >= 0;
 }
 
-CCaptureInput::Result CCaptureInput::Read(CCaptureFrame& frame) {
+ICaptureInput::Result CFfmpegCapture::Read(CCaptureFrame& frame) {
     m_deadline = Clock::now() + patience;
     av_packet_unref(m_packet.get());
     const int read = av_read_frame(m_format.get(), m_packet.get());
@@ -107,7 +107,7 @@ CCaptureInput::Result CCaptureInput::Read(CCaptureFrame& frame) {
     return Result::Frame;
 }
 
-bool CCaptureInput::Convert(CCaptureFrame& frame) {
+bool CFfmpegCapture::Convert(CCaptureFrame& frame) {
     const AVFrame& picture = *m_picture;
     const int width = m_frameFormat.width;
     const int height = m_frameFormat.height;
@@ -127,7 +127,7 @@ bool CCaptureInput::Convert(CCaptureFrame& frame) {
     return sws_scale(m_converter.get(), picture.data, picture.linesize, 0, height, planes, strides) == height;
 }
 
-void CCaptureInput::TakeTime() {
+void CFfmpegCapture::TakeTime() {
     const std::int64_t time = m_picture->best_effort_timestamp;
     if (time == AV_NOPTS_VALUE)
         return;

@@ -1,6 +1,6 @@
-#include "platform/movie/MovieSound.h"
+#include "platform/ffmpeg/MovieSound.h"
 
-#include "platform/movie/Ffmpeg.h"
+#include "platform/ffmpeg/Ffmpeg.h"
 
 namespace velmor {
 
@@ -12,7 +12,7 @@ constexpr std::size_t mostSeconds = 7200;
 /// A file of its own beside the one whose video is decoded, so that reading ahead in the sound disturbs nothing.
 class CSoundDecoder {
 public:
-    MovieError Open(const Path& path, int rate);
+    MovieError Open(const std::string& file, int rate);
     MovieError ReadAll(std::vector<std::uint8_t>& samples);
 
 private:
@@ -29,10 +29,10 @@ private:
     int m_rate = 0;
 };
 
-MovieError CSoundDecoder::Open(const Path& path, int rate) {
+MovieError CSoundDecoder::Open(const std::string& file, int rate) {
     m_rate = rate;
     AVFormatContext* format = nullptr;
-    if (avformat_open_input(&format, Utf8Of(path).c_str(), nullptr, nullptr) < 0)
+    if (avformat_open_input(&format, file.c_str(), nullptr, nullptr) < 0)
         return MovieError::FileOpen;
     m_format.reset(format);
     if (avformat_find_stream_info(format, nullptr) < 0)
@@ -113,10 +113,10 @@ MovieError CSoundDecoder::ReadAll(std::vector<std::uint8_t>& samples) {
 
 } // namespace
 
-MovieError ReadMovieSound(const Path& path, int rate, std::vector<std::uint8_t>& samples) {
+MovieError ReadMovieSound(const std::string& file, int rate, std::vector<std::uint8_t>& samples) {
     samples.clear();
     CSoundDecoder decoder;
-    if (const MovieError error = decoder.Open(path, rate); error != MovieError::None)
+    if (const MovieError error = decoder.Open(file, rate); error != MovieError::None)
         return error;
     const MovieError error = decoder.ReadAll(samples);
     if (error != MovieError::None)

@@ -1,13 +1,11 @@
 #pragma once
 
-#include "platform/files/Files.h"
-#include "platform/movie/Ffmpeg.h"
-
-#include <optional>
+#include "platform/ffmpeg/Ffmpeg.h"
+#include "platform/movie/MovieLibrary.h"
 
 namespace velmor {
 
-/// Lets FFmpeg write into a CAtomicFile, going back as it likes. Does not move: FFmpeg keeps its address.
+/// Lets FFmpeg write into the file of a movie, going back as it likes. Does not move: FFmpeg keeps its address.
 class CMovieFile {
 public:
     CMovieFile() = default;
@@ -15,20 +13,21 @@ public:
     CMovieFile& operator=(const CMovieFile&) = delete;
     ~CMovieFile();
 
-    /// False when the file cannot be made. Without a Commit() nothing appears under its name.
-    [[nodiscard]] bool Create(const Path& path);
+    /// False without memory. `file` outlives this.
+    [[nodiscard]] bool Open(IMovieBytes& file);
     AVIOContext* Stream() { return m_stream; }
     /// Where FFmpeg finds what has been written so far.
     std::string Address() const;
     /// Whether everything written up to now has reached the file.
     bool IsSound();
-    [[nodiscard]] bool Commit();
+    /// Hands on what FFmpeg still holds. False when some of the movie has not reached the file.
+    [[nodiscard]] bool Finish();
 
 private:
     [[nodiscard]] bool Write(std::span<const std::uint8_t> bytes);
     std::int64_t Seek(std::int64_t offset, int whence);
 
-    std::optional<CAtomicFile> m_file;
+    IMovieBytes* m_file = nullptr;
     std::uint64_t m_position = 0;
     AVIOContext* m_stream = nullptr;
 };

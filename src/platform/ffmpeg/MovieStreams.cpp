@@ -1,4 +1,4 @@
-#include "platform/movie/MovieStreams.h"
+#include "platform/ffmpeg/MovieStreams.h"
 
 #include <algorithm>
 
