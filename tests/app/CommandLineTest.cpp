@@ -25,7 +25,7 @@ using testing::WriteBytes;
 TEST_F(CommandLine, StartsWithoutTheLibrariesOfMoviesAndSound) {
     const std::string list = (folder / "libraries").string();
     ASSERT_EQ(std::system(("LD_TRACE_LOADED_OBJECTS=1 " VELMOR_CLI " >" + list).c_str()), 0);
-    const std::string libraries = TextOf(list);
+    const std::string libraries = testing::TextOf(list);
     ASSERT_NE(libraries.find("libstdc++"), std::string::npos) << libraries;
     for (const char* name : {"libav", "libsw", "libSDL", "libX11", "libQt", "libsane"})
         EXPECT_EQ(libraries.find(name), std::string::npos) << name;

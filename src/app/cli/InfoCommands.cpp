@@ -1,17 +1,15 @@
 #include "app/cli/Commands.h"
 #include "app/cli/ConsolePrompter.h"
+#include "app/cli/JsonWriter.h"
 #include "app/cli/SceneReader.h"
 
 #include <array>
 #include <cstdio>
 #include <iostream>
-#include <nlohmann/json.hpp>
 
 namespace velmor {
 
 namespace {
-
-using nlohmann::ordered_json;
 
 std::string HexOf(ColorRef color) {
     std::array<char, 8> text{};
@@ -19,45 +17,70 @@ std::string HexOf(ColorRef color) {
     return text.data();
 }
 
-ordered_json DescribeCell(const CXSheetCell& cell, int frame) {
-    return {{"frame", frame + 1},          {"folder", cell.FolderName()}, {"cel", cell.CelName()},
-            {"posX", cell.PosX()},         {"posY", cell.PosY()},         {"scaleX", cell.ScaleX()},
-            {"scaleY", cell.ScaleY()},     {"rotation", cell.Rotation()}, {"transparency", cell.Transparency()},
-            {"blurX", cell.BlurX()},       {"blurY", cell.BlurY()},       {"width", cell.Size().width},
-            {"height", cell.Size().height}};
+void DescribeCell(const CXSheetCell& cell, int frame, CJsonWriter& json) {
+    json.BeginObject();
+    json.Write("frame", frame + 1);
+    json.Write("folder", cell.FolderName());
+    json.Write("cel", cell.CelName());
+    json.Write("posX", cell.PosX());
+    json.Write("posY", cell.PosY());
+    json.Write("scaleX", cell.ScaleX());
+    json.Write("scaleY", cell.ScaleY());
+    json.Write("rotation", cell.Rotation());
+    json.Write("transparency", cell.Transparency());
+    json.Write("blurX", cell.BlurX());
+    json.Write("blurY", cell.BlurY());
+    json.Write("width", cell.Size().width);
+    json.Write("height", cell.Size().height);
+    json.EndObject();
 }
 
-ordered_json DescribeLevel(const CXSheet& xsheet, int level) {
-    ordered_json cells = ordered_json::array();
+void DescribeLevel(const CXSheet& xsheet, int level, CJsonWriter& json) {
+    json.BeginObject();
+    json.Write("name", xsheet.LevelName(level));
+    json.Key("cells").BeginArray();
     for (int frame = 0; frame < xsheet.FrameCount(); ++frame)
         if (xsheet.Cell(level, frame).IsUsed())
-            cells.push_back(DescribeCell(xsheet.Cell(level, frame), frame));
-    return {{"name", xsheet.LevelName(level)}, {"cells", std::move(cells)}};
+            DescribeCell(xsheet.Cell(level, frame), frame, json);
+    json.EndArray();
+    json.EndObject();
 }
 
-ordered_json Describe(const CSceneModel& model) {
-    ordered_json scene = {{"scene", model.sceneName},
-                          {"frameCount", model.Scene().xsheet.FrameCount()},
-                          {"width", model.Scene().geometry.width},
-                          {"height", model.Scene().geometry.height},
-                          {"frameRate", model.Scene().geometry.frameRate},
-                          {"backgroundColor", HexOf(model.Scene().geometry.background)},
-                          {"levels", ordered_json::array()},
-                          {"camera", ordered_json::array()},
-                          {"sounds", ordered_json::array()}};
+void DescribeCamera(const CCameraFrame& camera, int frame, CJsonWriter& json) {
+    json.BeginObject();
+    json.Write("frame", frame + 1);
+    json.Write("panX", camera.panX);
+    json.Write("panY", camera.panY);
+    json.Write("zoom", camera.zoom);
+    json.Write("rotation", camera.rotation);
+    json.EndObject();
+}
+
+void Describe(const CSceneModel& model, CJsonWriter&& json) {
+    json.BeginObject();
+    json.Write("scene", model.sceneName);
+    json.Write("frameCount", model.Scene().xsheet.FrameCount());
+    json.Write("width", model.Scene().geometry.width);
+    json.Write("height", model.Scene().geometry.height);
+    json.Write("frameRate", model.Scene().geometry.frameRate);
+    json.Write("backgroundColor", HexOf(model.Scene().geometry.background));
+    json.Key("levels").BeginArray();
     for (int level = 0; level < model.Scene().xsheet.LevelCount(); ++level)
-        scene["levels"].push_back(DescribeLevel(model.Scene().xsheet, level));
-    for (int frame = 0; frame < model.Scene().xsheet.FrameCount(); ++frame) {
-        const CCameraFrame& camera = model.Scene().camera.At(frame);
-        scene["camera"].push_back({{"frame", frame + 1},
-                                   {"panX", camera.panX},
-                                   {"panY", camera.panY},
-                                   {"zoom", camera.zoom},
-                                   {"rotation", camera.rotation}});
+        DescribeLevel(model.Scene().xsheet, level, json);
+    json.EndArray();
+    json.Key("camera").BeginArray();
+    for (int frame = 0; frame < model.Scene().xsheet.FrameCount(); ++frame)
+        DescribeCamera(model.Scene().camera.At(frame), frame, json);
+    json.EndArray();
+    json.Key("sounds").BeginArray();
+    for (const CSoundPlacement& sound : model.Scene().sounds.All()) {
+        json.BeginObject();
+        json.Write("frame", sound.frame + 1);
+        json.Write("name", sound.name);
+        json.EndObject();
     }
-    for (const CSoundPlacement& sound : model.Scene().sounds.All())
-        scene["sounds"].push_back({{"frame", sound.frame + 1}, {"name", sound.name}});
-    return scene;
+    json.EndArray();
+    json.EndObject();
 }
 
 void PrintSummary(const CSceneModel& model) {
@@ -92,11 +115,12 @@ bool RunInfo(const CSceneArguments& arguments, bool json) {
     const auto scene = ReadScene(arguments.database, arguments.scene, prompter);
     if (!scene)
         return false;
-    if (json)
-        // Names from foreign files may hold anything; a report is better than none.
-        std::cout << Describe(scene->model).dump(2, ' ', false, ordered_json::error_handler_t::replace) << '\n';
-    else
+    if (json) {
+        Describe(scene->model, CJsonWriter(std::cout));
+        std::cout << '\n';
+    } else {
         PrintSummary(scene->model);
+    }
     return true;
 }
 
