@@ -141,7 +141,7 @@ private:
         if (IsTransparent())
             alpha = SeparateBackground(made.frame, made.overWhite);
         if (!WriteFrameFile(RenderFrameFile(m_settings, frame), static_cast<FrameFormat>(m_settings.format),
-                            made.frame, alpha))
+                            made.frame, alpha, m_settings.compression))
             made.Fail(RenderFault::Output, unwritable);
     }
 

@@ -34,6 +34,7 @@ struct CRenderSettings {
     int scaling = 100;       ///< percent, 1 to 400
     bool antialias = true;
     RenderFormat format = RenderFormat::Png;
+    PngCompression compression = PngCompression::Normal;
     bool transparentBackground = false; ///< PNG and Targa: alpha instead of the background
     bool resume = false;                ///< keep numbered frames that are there already
     bool onlyWhole = false;             ///< of those, only what is a whole frame of the right size

@@ -1,10 +1,10 @@
 #include "render/FrameFiles.h"
 
-#include "platform/files/PngFile.h"
 #include "render/FrameFileHeaders.h"
 
 #include <algorithm>
 #include <limits>
+#include <memory>
 
 namespace velmor {
 
@@ -14,21 +14,39 @@ std::size_t PixelCount(const CFrameBuffer& frame) {
     return static_cast<std::size_t>(frame.width) * static_cast<std::size_t>(frame.height);
 }
 
-bool WriteFramePng(const Path& path, const CFrameBuffer& frame, const AlphaPlane& alpha) {
-    const int channels = alpha.empty() ? 3 : 4;
-    const auto width = static_cast<std::size_t>(frame.width);
-    std::vector<std::uint8_t> bytes;
-    bytes.reserve(PixelCount(frame) * static_cast<std::size_t>(channels));
-    for (int y = frame.height - 1; y >= 0; --y) {
-        const std::size_t row = static_cast<std::size_t>(y) * width;
-        for (std::size_t i = row; i < row + width; ++i) {
-            const std::uint8_t* pixel = &frame.pixels[i * frameChannels];
-            bytes.insert(bytes.end(), {pixel[2], pixel[1], pixel[0]});
-            if (!alpha.empty())
-                bytes.push_back(alpha[i]);
-        }
+// A row with its channels in the order of a PNG.
+void CopyRow(const std::uint8_t* from, std::size_t width, std::uint8_t* to) {
+    for (std::size_t i = 0; i < width * frameChannels; i += frameChannels) {
+        to[i] = from[i + 2];
+        to[i + 1] = from[i + 1];
+        to[i + 2] = from[i];
     }
-    return WritePng(path, {frame.width, frame.height, channels, bytes});
+}
+
+void CopyRow(const std::uint8_t* from, const std::uint8_t* alpha, std::size_t width, std::uint8_t* to) {
+    for (std::size_t i = 0; i < width; ++i) {
+        CopyRow(from + i * frameChannels, 1, to + i * (frameChannels + 1));
+        to[i * (frameChannels + 1) + frameChannels] = alpha[i];
+    }
+}
+
+bool WriteFramePng(const Path& path, const CFrameBuffer& frame, const AlphaPlane& alpha,
+                   PngCompression compression) {
+    const std::size_t channels = alpha.empty() ? frameChannels : frameChannels + 1;
+    const auto width = static_cast<std::size_t>(frame.width);
+    const std::size_t size = PixelCount(frame) * channels;
+    const auto bytes = std::make_unique_for_overwrite<std::uint8_t[]>(size);
+    std::uint8_t* to = bytes.get();
+    for (int y = frame.height - 1; y >= 0; --y, to += width * channels) {
+        const std::size_t row = static_cast<std::size_t>(y) * width;
+        const std::uint8_t* from = frame.pixels.data() + row * frameChannels;
+        if (alpha.empty())
+            CopyRow(from, width, to);
+        else
+            CopyRow(from, alpha.data() + row, width, to);
+    }
+    return WritePng(path, {frame.width, frame.height, static_cast<int>(channels), {bytes.get(), size}},
+                    compression);
 }
 
 bool WriteFrameTarga(const Path& path, const CFrameBuffer& frame, const AlphaPlane& alpha) {
@@ -60,7 +78,8 @@ bool WriteFrameBitmap(const Path& path, const CFrameBuffer& frame) {
 
 } // namespace
 
-bool WriteFrameFile(const Path& path, FrameFormat format, const CFrameBuffer& frame, const AlphaPlane& alpha) {
+bool WriteFrameFile(const Path& path, FrameFormat format, const CFrameBuffer& frame, const AlphaPlane& alpha,
+                    PngCompression compression) {
     switch (format) {
     case FrameFormat::Targa:
         return WriteFrameTarga(path, frame, alpha);
@@ -69,7 +88,7 @@ bool WriteFrameFile(const Path& path, FrameFormat format, const CFrameBuffer& fr
     case FrameFormat::Png:
         break;
     }
-    return WriteFramePng(path, frame, alpha);
+    return WriteFramePng(path, frame, alpha, compression);
 }
 
 AlphaPlane SeparateBackground(CFrameBuffer& frame, const CFrameBuffer& overWhite) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/files/Files.h"
+#include "platform/files/PngFile.h"
 #include "render/FrameComposer.h"
 
 #include <cstdint>
@@ -16,7 +16,7 @@ using AlphaPlane = std::vector<std::uint8_t>;
 /// Writes a frame atomically: top row first in a PNG, 24 bits a pixel, or 32 where `alpha` is not empty (a bitmap
 /// has none). False when it cannot be written.
 [[nodiscard]] bool WriteFrameFile(const Path& path, FrameFormat format, const CFrameBuffer& frame,
-                                  const AlphaPlane& alpha);
+                                  const AlphaPlane& alpha, PngCompression compression = PngCompression::Normal);
 
 /// Turns a frame composed over black into the same frame without its background, with the help of the frame
 /// composed over white: the difference of the two is what shows through. `frame` becomes the colours alone, not

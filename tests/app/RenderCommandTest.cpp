@@ -35,6 +35,17 @@ std::vector<nlohmann::json> Lines(const std::string& text) {
     return lines;
 }
 
+TEST_F(RenderCommand, TimeBuysSmallerPngFiles) {
+    std::vector<std::size_t> sizes;
+    for (const std::string compression : {"fast", "normal", "best"}) {
+        ASSERT_EQ(Render("--frames 2 --antialias --compression " + compression + Output(compression)).status, 0);
+        sizes.push_back(ReadBytes(folder / "made" / (compression + "0002.png")).size());
+    }
+    EXPECT_LT(sizes[2], sizes[1]);
+    EXPECT_NE(sizes[0], sizes[1]);
+    EXPECT_EQ(Render("--compression utmost" + Output("f")).status, 2);
+}
+
 TEST_F(RenderCommand, TheStatusTellsWhatAFarmIsToDo) {
     const auto before = Contents();
     EXPECT_EQ(Render("--frames 1-9x0" + Output("f")).status, 2);

@@ -2,6 +2,7 @@
 
 #include "app/cli/ConsoleProgress.h"
 #include "app/cli/NumberList.h"
+#include "platform/files/PngFile.h"
 
 #include <optional>
 #include <string>
@@ -54,6 +55,7 @@ struct CRenderArguments {
     std::string format = "png";
     std::string codec; ///< empty for the default
     int quality = 100; ///< percent
+    PngCompression compression = PngCompression::Normal;
     bool transparent = false;
     bool keepWhole = false; ///< numbered frames that are there and whole stay
     bool forAvi = false;    ///< numbered frames of the size of an AVI's

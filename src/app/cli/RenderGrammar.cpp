@@ -16,6 +16,13 @@ std::string CompressorNames() {
     return names;
 }
 
+// The command line takes no other names.
+PngCompression CompressionNamed(const std::string& name) {
+    if (name == "fast")
+        return PngCompression::Fast;
+    return name == "best" ? PngCompression::Best : PngCompression::Normal;
+}
+
 } // namespace
 
 void CRenderGrammar::AddTo(CLI::App& app, CommandRun& run) {
@@ -43,6 +50,11 @@ void CRenderGrammar::AddRender(CLI::App& app, CommandRun& run) {
         ->check(CLI::IsMember({"png", "tga", "bmp", "avi", "mp4"}));
     AddMovieChoices(*command);
     command->add_flag("--transparent", m_render.transparent, "Alpha in place of the background (png, tga)");
+    command
+        ->add_option_function<std::string>(
+            "--compression", [this](const std::string& text) { m_render.compression = CompressionNamed(text); },
+            "Of a PNG: fast, normal, or best, which takes ten times as long; the pixels are the same")
+        ->check(CLI::IsMember({"fast", "normal", "best"}));
     command->add_flag("--each-level", m_render.eachLevel,
                       "An output for each level, its name behind that of the output");
     command

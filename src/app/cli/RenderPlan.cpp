@@ -40,6 +40,7 @@ CRenderSettings SettingsOf(const CRenderArguments& arguments, const CXSheet& xsh
     settings.scaling = arguments.scaling;
     settings.antialias = arguments.antialias;
     settings.format = FormatNamed(arguments.format);
+    settings.compression = arguments.compression;
     settings.transparentBackground = arguments.transparent;
     settings.resume = settings.onlyWhole = arguments.keepWhole;
     settings.keepGoing = true;

@@ -1,8 +1,12 @@
 #include "platform/files/PngFile.h"
 
-#include <csetjmp>
+#include "platform/files/PngFilter.h"
+
+#include <array>
 #include <exception>
-#include <png.h>
+#include <libdeflate.h>
+#include <memory>
+#include <string_view>
 #include <vector>
 
 namespace velmor {
@@ -11,66 +15,80 @@ namespace {
 
 using Bytes = std::vector<std::uint8_t>;
 
-void AppendBytes(png_structp png, png_bytep data, png_size_t count) {
-    bool kept = true;
-    try {
-        auto& bytes = *static_cast<Bytes*>(png_get_io_ptr(png));
-        bytes.insert(bytes.end(), data, data + count);
-    } catch (const std::exception&) {
-        kept = false;
-    }
-    if (!kept)
-        png_error(png, "out of memory");
+constexpr std::array<std::uint8_t, 8> signature = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1a, '\n'};
+constexpr int mostPixels = 1000000;                            // to a side, of common readers
+constexpr std::size_t mostBytesInChunk = std::size_t{1} << 30; // a chunk's length has 31 bits
+
+void AppendNumber(Bytes& bytes, std::size_t number) {
+    for (int shift = 24; shift >= 0; shift -= 8)
+        bytes.push_back(static_cast<std::uint8_t>(number >> shift));
 }
 
-// The picture is in memory until it is complete, so there is nothing to flush.
-void FlushNothing(png_structp) {}
-
-void ReturnToEncoder(png_structp png, png_const_charp) {
-    png_longjmp(png, 1);
+void AppendChunk(Bytes& file, std::string_view type, std::span<const std::uint8_t> data) {
+    AppendNumber(file, data.size());
+    const std::size_t checked = file.size();
+    file.insert(file.end(), type.begin(), type.end());
+    file.insert(file.end(), data.begin(), data.end());
+    AppendNumber(file, libdeflate_crc32(0, file.data() + checked, file.size() - checked));
 }
 
-void IgnoreWarning(png_structp, png_const_charp) {}
-
-class CPngEncoder {
+/// Makes zlib streams of what is compressed.
+class CDeflater {
 public:
-    CPngEncoder()
-        : m_png(png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, ReturnToEncoder, IgnoreWarning)),
-          m_info(m_png ? png_create_info_struct(m_png) : nullptr) {}
-    CPngEncoder(const CPngEncoder&) = delete;
-    CPngEncoder& operator=(const CPngEncoder&) = delete;
-    ~CPngEncoder() { png_destroy_write_struct(&m_png, &m_info); }
+    explicit CDeflater(PngCompression compression)
+        : m_compressor(libdeflate_alloc_compressor(LevelOf(compression)), libdeflate_free_compressor) {
+        if (!m_compressor)
+            throw std::bad_alloc();
+    }
 
-    // An error in the library jumps back here, so this function and what it calls hold no object with a destructor.
-    bool Encode(const CPngPixels& pixels, int level, Bytes& bytes) {
-        if (!m_info || setjmp(png_jmpbuf(m_png)))
-            return false;
-        png_set_write_fn(m_png, &bytes, AppendBytes, FlushNothing);
-        png_set_compression_level(m_png, level);
-        // For drawn pictures these two filters give smaller files than the choice among all five, and sooner.
-        png_set_filter(m_png, PNG_FILTER_TYPE_BASE, PNG_FILTER_SUB | PNG_FILTER_UP);
-        png_set_IHDR(m_png, m_info, static_cast<png_uint_32>(pixels.width), static_cast<png_uint_32>(pixels.height),
-                     8, pixels.channels == 4 ? PNG_COLOR_TYPE_RGB_ALPHA : PNG_COLOR_TYPE_RGB, PNG_INTERLACE_NONE,
-                     PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
-        png_write_info(m_png, m_info);
-        WriteRows(pixels);
-        png_write_end(m_png, m_info);
-        return true;
+    Bytes Compress(const CFilteredRows& rows) {
+        const std::span<const std::uint8_t> bytes = rows.Bytes();
+        const std::size_t bound = libdeflate_zlib_compress_bound(m_compressor.get(), bytes.size());
+        // Most of this memory is never touched.
+        const auto room = std::make_unique_for_overwrite<std::uint8_t[]>(bound);
+        const std::size_t size =
+            libdeflate_zlib_compress(m_compressor.get(), bytes.data(), bytes.size(), room.get(), bound);
+        return {room.get(), room.get() + size};
     }
 
 private:
-    void WriteRows(const CPngPixels& pixels) {
-        const auto rowBytes = static_cast<std::size_t>(pixels.width) * static_cast<std::size_t>(pixels.channels);
-        for (std::size_t row = 0; row < static_cast<std::size_t>(pixels.height); ++row)
-            png_write_row(m_png, pixels.bytes.data() + row * rowBytes);
+    static int LevelOf(PngCompression compression) {
+        constexpr std::array<int, 3> levels = {1, 2, 10};
+        return levels[static_cast<std::size_t>(compression)];
     }
 
-    png_structp m_png;
-    png_infop m_info;
+    std::unique_ptr<libdeflate_compressor, decltype(&libdeflate_free_compressor)> m_compressor;
 };
+
+Bytes CompressRows(const CPngPixels& pixels, PngCompression compression) {
+    CDeflater deflater(compression);
+    Bytes chosen = deflater.Compress(CFilteredRows(pixels, PngFilters::Chosen));
+    if (compression != PngCompression::Best)
+        return chosen;
+    // Flat drawings are often smaller without any filter.
+    Bytes plain = deflater.Compress(CFilteredRows(pixels, PngFilters::None));
+    return plain.size() < chosen.size() ? plain : chosen;
+}
+
+Bytes Encode(const CPngPixels& pixels, PngCompression compression) {
+    const Bytes rows = CompressRows(pixels, compression);
+    Bytes header;
+    AppendNumber(header, static_cast<std::size_t>(pixels.width));
+    AppendNumber(header, static_cast<std::size_t>(pixels.height));
+    const std::uint8_t colorType = pixels.channels == 4 ? 6 : 2;
+    header.insert(header.end(), {8, colorType, 0, 0, 0}); // 8 bits a channel, not interlaced
+    Bytes file(signature.begin(), signature.end());
+    AppendChunk(file, "IHDR", header);
+    for (std::size_t at = 0; at < rows.size(); at += mostBytesInChunk)
+        AppendChunk(file, "IDAT", std::span(rows).subspan(at, std::min(mostBytesInChunk, rows.size() - at)));
+    AppendChunk(file, "IEND", {});
+    return file;
+}
 
 bool IsWhole(const CPngPixels& pixels) {
     if (pixels.width <= 0 || pixels.height <= 0 || (pixels.channels != 3 && pixels.channels != 4))
+        return false;
+    if (pixels.width > mostPixels || pixels.height > mostPixels)
         return false;
     const std::uint64_t needed =
         std::uint64_t{static_cast<std::uint32_t>(pixels.width)} * static_cast<std::uint32_t>(pixels.height);
@@ -80,9 +98,12 @@ bool IsWhole(const CPngPixels& pixels) {
 
 } // namespace
 
-bool WritePng(const Path& path, const CPngPixels& pixels, int level) {
-    Bytes bytes;
-    return IsWhole(pixels) && CPngEncoder().Encode(pixels, level, bytes) && WriteFileAtomically(path, bytes);
+bool WritePng(const Path& path, const CPngPixels& pixels, PngCompression compression) {
+    try {
+        return IsWhole(pixels) && WriteFileAtomically(path, Encode(pixels, compression));
+    } catch (const std::exception&) {
+        return false; // without memory
+    }
 }
 
 } // namespace velmor
