@@ -13,7 +13,7 @@ packages=(
 )
 case ${1:-} in
 '') ;;
---gates) packages+=(git clang clang-format clang-tidy libclang-rt-dev) ;;
+--gates) packages+=(git python3 clang clang-format clang-tidy libclang-rt-dev) ;;
 *)
     echo "usage: install.sh [--gates]" >&2
     exit 2
