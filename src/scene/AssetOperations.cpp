@@ -44,8 +44,8 @@ void CAssetOperations::NewFolder() {
     const CSceneModel& model = m_context.model;
     if (!model.sceneOpen)
         return;
-    const std::optional<std::string> name = m_context.prompter.AskName(
-        {NameKind::Folder, "", [this](const std::string& values) { return AcceptFolderName(values); }});
+    const std::optional<std::string> name = m_context.prompter.Ask(
+        CNameRequest{NameKind::Folder, "", [this](const std::string& values) { return AcceptFolderName(values); }});
     if (name) {
         if (CreateFolder(model.Paths().CelFolder(*name)))
             m_lifecycle.SetFolderName(*name);
@@ -65,8 +65,8 @@ void CAssetOperations::NewCel() {
     if (!model.HasFolder())
         return;
     const CNewCelValues proposed{m_lifecycle.FindNextCelName(), model.Scene().geometry.Frame()};
-    std::optional<CNewCelValues> cel = m_context.prompter.AskNewCel(
-        {proposed, [this](const CNewCelValues& values) { return AcceptNewCel(values); }});
+    std::optional<CNewCelValues> cel = m_context.prompter.Ask(
+        CNewCelRequest{proposed, [this](const CNewCelValues& values) { return AcceptNewCel(values); }});
     if (!cel)
         return;
     cel->name = StoredCelName(cel->name);
@@ -253,7 +253,7 @@ void CAssetOperations::RenameSelected() {
     };
     const auto accept = [this, &isOld](const std::string& name) { return isOld(name) || AcceptAssetName(name); };
     const std::optional<std::string> entered =
-        m_context.prompter.AskName({NameKindOf(model.sourceMode), oldName, accept});
+        m_context.prompter.Ask(CNameRequest{NameKindOf(model.sourceMode), oldName, accept});
     if (!entered || isOld(*entered))
         return;
     const std::string newName = StoredName(*entered);
@@ -307,8 +307,8 @@ void CAssetOperations::DuplicateSelected() {
                                      ? m_lifecycle.FindNextCelName()
                                      : NextFreeName(model.Paths(), model.sourceMode, original);
     const std::optional<std::string> name =
-        m_context.prompter.AskName({NameKindOf(model.sourceMode), proposed,
-                                    [this](const std::string& values) { return AcceptAssetName(values); }});
+        m_context.prompter.Ask(CNameRequest{NameKindOf(model.sourceMode), proposed,
+                                            [this](const std::string& values) { return AcceptAssetName(values); }});
     // The copy is to be what the cel editor shows.
     if (!name || !m_context.Report(model.SaveEditedImage(AssetFile(original))))
         return;

@@ -12,6 +12,7 @@ class CImportOperations;
 class CSceneEdit;
 class CSceneLifecycle;
 class CSoundOperations;
+struct CNewCelValues;
 
 /// Making folders and cels, deleting, renaming and duplicating assets, and bringing one into the cel editor and
 /// back to disk. What names an asset follows it: cells, placed sounds, the cel editor, the selection.

@@ -45,7 +45,7 @@ void CAssetTransforms::RotateSelected() {
                            "Internal Error : Invalid source show mode in OnAssetsRotatecels") ||
         !CanChangeImages(model))
         return;
-    const std::optional<CRotationValues> values = m_context.prompter.AskRotation();
+    const std::optional<CRotationValues> values = m_context.prompter.Ask(CRotationRequest{});
     if (!values)
         return;
     const double degrees = DegreesOf(*values);
@@ -66,7 +66,7 @@ bool CAssetTransforms::CanFlip() const {
 void CAssetTransforms::FlipSelected() {
     if (!CanFlip())
         return;
-    const std::optional<FlipDirection> direction = m_context.prompter.AskFlip();
+    const std::optional<FlipDirection> direction = m_context.prompter.Ask(CFlipRequest{});
     if (!direction)
         return;
     const bool horizontal = *direction == FlipDirection::Horizontal;
@@ -83,7 +83,7 @@ std::optional<CColorKey> CAssetTransforms::AskColorKey(CColor color) {
         return m_context.Require(values.tolerance >= 0 && values.tolerance <= mostTolerance,
                                  "The tolerance must be a whole number from 0 to 255");
     };
-    const std::optional<CColorKeyValues> values = m_context.prompter.AskColorKey({initial, accept});
+    const std::optional<CColorKeyValues> values = m_context.prompter.Ask(CColorKeyRequest{initial, accept});
     if (!values)
         return std::nullopt;
     Set(m_context.profile, setting::lastColorKeyTolerance, values->tolerance);

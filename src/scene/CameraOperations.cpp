@@ -130,7 +130,7 @@ void CCameraOperations::ChooseMotionPaths() {
     CSceneModel& model = m_context.model;
     if (!model.sceneOpen)
         return;
-    const std::optional<int> setup = m_context.prompter.AskMotionPathSetup(model.motionPathSetup);
+    const std::optional<int> setup = m_context.prompter.Ask(CMotionPathRequest{model.motionPathSetup});
     if (!setup || *setup < 0 || *setup > 2 || *setup == model.motionPathSetup)
         return;
     model.motionPathSetup = *setup;
@@ -142,8 +142,8 @@ void CCameraOperations::EditCameraData() {
     CSceneModel& model = m_context.model;
     if (!model.sceneOpen)
         return;
-    const std::optional<CCameraForm> form = m_context.prompter.AskCameraData(
-        {model.cursorFrame + 1, CameraFormOf(model.Scene().camera.At(model.cursorFrame))});
+    const std::optional<CCameraForm> form = m_context.prompter.Ask(
+        CCameraDataRequest{model.cursorFrame + 1, CameraFormOf(model.Scene().camera.At(model.cursorFrame))});
     if (!form)
         return;
     CSceneEdit edit(m_context, "Edit Camera Data", cellsAndPictureHint);

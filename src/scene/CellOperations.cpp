@@ -54,9 +54,9 @@ void CCellOperations::EditCellData() {
     if (!CanEditCellData(m_context.model))
         return;
     const CXSheetCell& cell = *UsedCell(model, model.cursorLevel);
-    const std::optional<CCellDataForm> form = m_context.prompter.AskCellData(
-        {IdentityOf(model, model.cursorLevel, cell), CellDataFormOf(cell),
-         [this](const CCellDataForm& values) { return m_context.Report(CheckCellDataForm(values)); }});
+    const std::optional<CCellDataForm> form = m_context.prompter.Ask(CCellDataRequest{
+        IdentityOf(model, model.cursorLevel, cell), CellDataFormOf(cell),
+        [this](const CCellDataForm& values) { return m_context.Report(CheckCellDataForm(values)); }});
     if (!form)
         return;
     CSceneEdit edit(m_context, "Edit Cel Data", pictureHint);
@@ -71,9 +71,9 @@ void CCellOperations::OnXSheetDoTrans(int level) {
     const CXSheetCell* cell = UsedCell(model, level);
     if (cell == nullptr)
         return;
-    const std::optional<double> transparency = m_context.prompter.AskTransparency(
-        {IdentityOf(model, level, *cell), TransparencyFormOf(*cell),
-         [this](double value) { return m_context.Report(CheckTransparency(value)); }});
+    const std::optional<double> transparency = m_context.prompter.Ask(
+        CTransparencyRequest{IdentityOf(model, level, *cell), TransparencyFormOf(*cell),
+                             [this](double value) { return m_context.Report(CheckTransparency(value)); }});
     if (!transparency)
         return;
     CSceneEdit edit(m_context, "Edit Transparency", pictureHint);
@@ -89,9 +89,9 @@ void CCellOperations::OnXSheetDoBlur(int level) {
     const CXSheetCell* cell = UsedCell(model, level);
     if (cell == nullptr)
         return;
-    const std::optional<CBlurForm> form = m_context.prompter.AskBlur(
-        {IdentityOf(model, level, *cell), BlurFormOf(*cell),
-         [this](const CBlurForm& values) { return m_context.Report(CheckBlurForm(values)); }});
+    const std::optional<CBlurForm> form = m_context.prompter.Ask(
+        CBlurRequest{IdentityOf(model, level, *cell), BlurFormOf(*cell),
+                     [this](const CBlurForm& values) { return m_context.Report(CheckBlurForm(values)); }});
     if (!form)
         return;
     CSceneEdit edit(m_context, "Edit Blur", pictureHint);

@@ -6,6 +6,7 @@
 #include "render/Compressors.h"
 #include "render/FlipbookSettings.h"
 #include "render/RenderSetup.h"
+#include "scene/Dialogs.h"
 #include "scene/DropType.h"
 #include "scene/SceneSettings.h"
 #include "xsheet/CellForms.h"
@@ -20,21 +21,40 @@
 
 namespace velmor {
 
-// What the document hands a dialog. `accept` is called with the values when the user confirms: it shows whatever is
-// wrong with them, or asks whether to overwrite, and false keeps the dialog open. An empty `accept` takes all.
+// What a dialog is handed, with the type of its answer: nothing, unless said otherwise, when it is cancelled.
+// `accept` is called with the values when the user confirms: it shows whatever is wrong with them, or asks whether
+// to overwrite, and false keeps the dialog open. An empty `accept` takes all.
 
 template<class Values>
 using AcceptRule = std::function<bool(const Values&)>;
 
 struct CSceneSettingsRequest {
+    using Answer = std::optional<CSceneSettings>;
+
     bool newScene = true; ///< "New Scene"; otherwise "Scene Settings" with the name read-only
     CSceneSettings initial;
     AcceptRule<CSceneSettings> accept;
 };
 
+/// "Select Scene to Open".
+struct COpenSceneRequest {
+    using Answer = std::optional<std::string>;
+
+    std::vector<std::string> scenes;
+};
+
+/// Global Settings.
+struct CDatabaseFolderRequest {
+    using Answer = std::optional<std::string>;
+
+    std::string current;
+};
+
 enum class NameKind { Folder, Cel, Picture, Sound, Level };
 
 struct CNameRequest {
+    using Answer = std::optional<std::string>;
+
     NameKind kind = NameKind::Cel;
     std::string initial;
     AcceptRule<std::string> accept;
@@ -46,16 +66,28 @@ struct CNewCelValues {
 };
 
 struct CNewCelRequest {
+    using Answer = std::optional<CNewCelValues>;
+
     CNewCelValues initial;
     AcceptRule<CNewCelValues> accept;
 };
 
 struct CLevelRequest {
+    using Answer = std::optional<int>;
+
     std::string prompt;
     std::vector<std::string> levelNames; ///< level 0 first
 };
 
+struct CSwapLevelsRequest {
+    using Answer = std::optional<std::pair<int, int>>;
+
+    std::vector<std::string> levelNames; ///< level 0 first
+};
+
 struct CFrameCountRequest {
+    using Answer = std::optional<int>;
+
     std::string prompt;
     int initial = 1;
     AcceptRule<int> accept;
@@ -70,24 +102,32 @@ struct CCellIdentity {
 };
 
 struct CCellDataRequest {
+    using Answer = std::optional<CCellDataForm>;
+
     CCellIdentity cell;
     CCellDataForm initial;
     AcceptRule<CCellDataForm> accept;
 };
 
 struct CBlurRequest {
+    using Answer = std::optional<CBlurForm>;
+
     CCellIdentity cell;
     CBlurForm initial;
     AcceptRule<CBlurForm> accept;
 };
 
 struct CTransparencyRequest {
+    using Answer = std::optional<double>;
+
     CCellIdentity cell;
     double initial = 0;
     AcceptRule<double> accept;
 };
 
 struct CCameraDataRequest {
+    using Answer = std::optional<CCameraForm>;
+
     int frame = 1; ///< from 1
     CCameraForm initial;
 };
@@ -98,7 +138,15 @@ struct CInbetweenChoice {
     int type = 0;
 };
 
+/// How an inbetween dialog was closed; the choices are remembered either way.
+struct CInbetweenAnswer {
+    bool confirmed = false;
+    CInbetweenChoice choice;
+};
+
 struct CInbetweenRequest {
+    using Answer = CInbetweenAnswer;
+
     bool camera = false;
     std::string levelName; ///< empty for the camera
     int firstFrame = 1;    ///< from 1
@@ -106,10 +154,11 @@ struct CInbetweenRequest {
     CInbetweenChoice initial;
 };
 
-/// How an inbetween dialog was closed; the choices are remembered either way.
-struct CInbetweenAnswer {
-    bool confirmed = false;
-    CInbetweenChoice choice;
+/// "Motion Path Setup": 0 all levels, 1 movement-selected levels, 2 none.
+struct CMotionPathRequest {
+    using Answer = std::optional<int>;
+
+    int current = 0;
 };
 
 struct CLineCheckRequest {
@@ -124,6 +173,8 @@ struct CColorValues {
 };
 
 struct CColorRequest {
+    using Answer = std::optional<CColorValues>;
+
     CColorValues initial;
     AcceptRule<CColorValues> accept;
 };
@@ -136,7 +187,15 @@ struct CRotationValues {
     double freeDegrees = 0; ///< of a free rotation, counter-clockwise
 };
 
+struct CRotationRequest {
+    using Answer = std::optional<CRotationValues>;
+};
+
 enum class FlipDirection { Horizontal, Vertical };
+
+struct CFlipRequest {
+    using Answer = std::optional<FlipDirection>;
+};
 
 struct CColorKeyValues {
     CColor color;
@@ -146,26 +205,33 @@ struct CColorKeyValues {
 };
 
 struct CColorKeyRequest {
+    using Answer = std::optional<CColorKeyValues>;
+
     CColorKeyValues initial;
     AcceptRule<CColorKeyValues> accept;
 };
 
+/// Import Settings: the grey threshold, 0 to 255.
+struct CImportSettingsRequest {
+    using Answer = std::optional<int>;
+
+    int threshold = 128;
+};
+
 /// Where on the screen the assets were dropped, and the choices, which are remembered as they are made.
 struct CDropTypeRequest {
+    /// True for "Drop".
+    using Answer = bool;
+
     CPoint screenPoint;
     CDropType& choices;
 };
 
 struct CGridSettingsRequest {
+    using Answer = std::optional<CGridSettings>;
+
     CGridSettings initial;
     AcceptRule<CGridSettings> accept;
-};
-
-struct CFlipbookRequest {
-    std::vector<std::string> levelNames; ///< level 0 first
-    CFlipbookSettings initial;
-    AcceptRule<CFlipbookSettings> accept;
-    int frameCount = 1; ///< of the xsheet
 };
 
 /// How the flipbook dialog was closed; step, scaling, quality and antialias are remembered either way.
@@ -174,7 +240,18 @@ struct CFlipbookAnswer {
     CFlipbookSettings settings;
 };
 
+struct CFlipbookRequest {
+    using Answer = CFlipbookAnswer;
+
+    std::vector<std::string> levelNames; ///< level 0 first
+    CFlipbookSettings initial;
+    AcceptRule<CFlipbookSettings> accept;
+    int frameCount = 1; ///< of the xsheet
+};
+
 struct CRenderSetupRequest {
+    using Answer = std::optional<CRenderSetup>;
+
     std::vector<std::string> levelNames; ///< level 0 first
     int frameCount = 1;
     CSize scene; ///< its frame, pixels
@@ -193,6 +270,9 @@ struct CRenderedRequest {
 };
 
 struct CCompressorRequest {
+    /// The name of the compressor that was chosen.
+    using Answer = std::optional<std::string>;
+
     std::vector<CCompressor> compressors;
     std::string initial; ///< name of one of them
 };
@@ -200,6 +280,8 @@ struct CCompressorRequest {
 enum class Appearance { System, Light, Dark };
 
 struct CAppearanceRequest {
+    using Answer = std::optional<Appearance>;
+
     Appearance initial = Appearance::System;
     std::function<void(Appearance)> show; ///< called at each choice, and with the initial one when it is cancelled
 };
@@ -211,6 +293,22 @@ struct CFileRequest {
     std::string defaultName;
     bool several = false;
     std::size_t firstFilter = 0; ///< the one that is chosen until the user has chosen another
+};
+
+struct COpenFilesRequest : CFileRequest {
+    using Answer = std::vector<Path>; ///< empty when cancelled
+};
+
+struct CSaveFileRequest : CFileRequest {
+    using Answer = std::optional<Path>;
+};
+
+template<class Request>
+struct CDialogOf {
+    explicit CDialogOf(const Request& handed) : request(handed) {}
+
+    const Request& request;
+    typename Request::Answer answer{};
 };
 
 } // namespace velmor

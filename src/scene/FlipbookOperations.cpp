@@ -52,7 +52,7 @@ bool CFlipbookOperations::MakeFlipbook() {
             m_context.prompter.ShowVelmorMessage(status.Message());
         return static_cast<bool>(status);
     };
-    const CFlipbookAnswer answer = m_context.prompter.AskFlipbook(request);
+    const CFlipbookAnswer answer = m_context.prompter.Ask(request);
     Remember(answer.settings);
     if (!answer.confirmed || !CEditedImage(m_context).SaveOrAsk())
         return false;
@@ -85,8 +85,8 @@ std::optional<Path> CFlipbookOperations::LastFlipbookToPlay() {
 }
 
 void CFlipbookOperations::SaveLastFlipbook() {
-    const std::optional<Path> target = m_context.prompter.AskFileToSave(
-        {"Select the flipbook filename to save", "Microsoft Movies (*.avi) |*.avi||", ".avi", "movie.avi", false});
+    const std::optional<Path> target = m_context.prompter.Ask(CSaveFileRequest{
+        {"Select the flipbook filename to save", "Microsoft Movies (*.avi) |*.avi||", ".avi", "movie.avi", false}});
     if (!target)
         return;
     std::shared_ptr<void> wait = m_context.prompter.BeginWait();

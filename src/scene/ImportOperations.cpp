@@ -58,7 +58,7 @@ void CImportOperations::AskAndImportPictures() {
 
 void CImportOperations::EditImportSettings() {
     CSceneModel& model = m_context.model;
-    const std::optional<int> threshold = m_context.prompter.AskImportThreshold(model.importThreshold);
+    const std::optional<int> threshold = m_context.prompter.Ask(CImportSettingsRequest{model.importThreshold});
     if (!threshold || !m_context.Require(*threshold >= 0 && *threshold <= mostThreshold,
                                          "The threshold must be a whole number from 0 to 255"))
         return;
@@ -67,7 +67,7 @@ void CImportOperations::EditImportSettings() {
 }
 
 void CImportOperations::ImportFiles(const CFileRequest& request, SourceMode kind) {
-    const std::vector<Path> files = m_context.prompter.AskFilesToOpen(request);
+    const std::vector<Path> files = m_context.prompter.Ask(COpenFilesRequest{request});
     if (files.empty())
         return;
     m_lifecycle.SetSourceMode(kind);
@@ -82,13 +82,13 @@ void CImportOperations::ImportFiles(const CFileRequest& request, SourceMode kind
 
 std::optional<std::string> CImportOperations::AskAssetName(SourceMode kind) const {
     if (kind == SourceMode::Cels) {
-        std::optional<std::string> name =
-            m_context.prompter.AskName({NameKind::Cel, m_lifecycle.FindNextCelName(),
-                                        [this](const std::string& values) { return AcceptCelName(values); }});
+        std::optional<std::string> name = m_context.prompter.Ask(
+            CNameRequest{NameKind::Cel, m_lifecycle.FindNextCelName(),
+                         [this](const std::string& values) { return AcceptCelName(values); }});
         return name ? StoredCelName(*name) : name;
     }
-    return m_context.prompter.AskName(
-        {NameKind::Picture, "", [this](const std::string& name) { return AcceptPictureName(name); }});
+    return m_context.prompter.Ask(
+        CNameRequest{NameKind::Picture, "", [this](const std::string& name) { return AcceptPictureName(name); }});
 }
 
 bool CImportOperations::ImportCel(const Path& file, const std::string& name) {

@@ -18,7 +18,7 @@ std::optional<CInbetweenChoice> AskInbetween(const CSceneContext& context, const
                                              CInbetweenRequest request) {
     request.initial = {Remembered(context.profile, dialog.source, dialog.sourceCount),
                        Remembered(context.profile, dialog.type, typeCount)};
-    const CInbetweenAnswer answer = context.prompter.AskInbetween(request);
+    const CInbetweenAnswer answer = context.prompter.Ask(request);
     const auto [source, type] = answer.choice;
     if (source < 0 || source >= dialog.sourceCount || type < 0 || type >= typeCount)
         return std::nullopt;

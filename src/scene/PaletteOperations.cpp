@@ -95,7 +95,7 @@ void CPaletteOperations::EditColor(int index) {
     if (!m_context.Require(changed.Contains(index), "Internal error : color index out of range in EditColor"))
         return;
     const CNamedColor& entry = changed.At(index);
-    const std::optional<CColorValues> values = m_context.prompter.AskColor(Request({entry.name, entry.color}));
+    const std::optional<CColorValues> values = m_context.prompter.Ask(Request({entry.name, entry.color}));
     if (!values)
         return;
     changed.Set(index, {values->color, values->name});
@@ -129,7 +129,7 @@ void CPaletteOperations::AskAndDeleteColor(int index) {
 void CPaletteOperations::AskAndAddColor() {
     if (!m_context.Require(!m_context.model.palette.IsFull(), "Sorry the maximum color allowed exceeded"))
         return;
-    const std::optional<CColorValues> values = m_context.prompter.AskColor(Request({}));
+    const std::optional<CColorValues> values = m_context.prompter.Ask(Request({}));
     if (!values)
         return;
     const int added = m_context.model.palette.Count();

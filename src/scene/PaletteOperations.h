@@ -7,6 +7,9 @@
 
 namespace velmor {
 
+struct CColorRequest;
+struct CColorValues;
+
 /// The palette of the current folder, the two current colours and the painting choices. Every operation shows what
 /// is wrong and then does nothing.
 class CPaletteOperations {

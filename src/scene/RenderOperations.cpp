@@ -80,10 +80,10 @@ void CRenderOperations::AskAndRender() {
     for (int level = 0; level < model.Scene().xsheet.LevelCount(); ++level)
         request.levelNames.push_back(model.Scene().xsheet.LevelName(level));
     request.chooseCompressor = [this](const std::string& current) {
-        return m_context.prompter.AskCompressor({AvailableCompressors(), current});
+        return m_context.prompter.Ask(CCompressorRequest{AvailableCompressors(), current});
     };
     request.accept = [this](const CRenderSetup& setup) { return Accept(setup); };
-    const std::optional<CRenderSetup> setup = m_context.prompter.AskRenderSetup(request);
+    const std::optional<CRenderSetup> setup = m_context.prompter.Ask(request);
     if (!setup)
         return;
     Remember(*setup);

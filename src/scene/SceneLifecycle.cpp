@@ -184,7 +184,7 @@ void CSceneLifecycle::AskAndOpenScene() {
             "There are no scenes avaliable yet.\nUse 'New Scene' to create a new scene");
         return;
     }
-    const std::optional<std::string> chosen = m_context.prompter.AskSceneToOpen(scenes);
+    const std::optional<std::string> chosen = m_context.prompter.Ask(COpenSceneRequest{scenes});
     if (!chosen)
         return;
     if (model.sceneOpen && *chosen == model.sceneName)
@@ -205,8 +205,8 @@ bool CSceneLifecycle::AcceptNewScene(const CSceneSettings& settings) const {
 
 void CSceneLifecycle::NewScene() {
     const CSceneModel& model = m_context.model;
-    const std::optional<CSceneSettings> settings = m_context.prompter.AskSceneSettings(
-        {true, WithPreset({}, palPreset), [this](const CSceneSettings& values) { return AcceptNewScene(values); }});
+    const std::optional<CSceneSettings> settings = m_context.prompter.Ask(CSceneSettingsRequest{
+        true, WithPreset({}, palPreset), [this](const CSceneSettings& values) { return AcceptNewScene(values); }});
     if (!settings || !SaveAllOrAsk("go on"))
         return;
     if (!CreateFolder(CScenePaths(model.databaseFolder, settings->name).SceneFolder())) {
@@ -232,9 +232,9 @@ void CSceneLifecycle::EditSceneSettings() {
     const CSceneSettings current{model.sceneName, model.Scene().xsheet.FrameCount(), model.Scene().geometry,
                                  customPreset};
     const std::optional<CSceneSettings> settings =
-        m_context.prompter.AskSceneSettings({false, current, [this](const CSceneSettings& values) {
-                                                 return m_context.Report(CheckSceneSettings(values));
-                                             }});
+        m_context.prompter.Ask(CSceneSettingsRequest{false, current, [this](const CSceneSettings& values) {
+                                                         return m_context.Report(CheckSceneSettings(values));
+                                                     }});
     if (!settings)
         return;
     // Frames may be lost. Values that stay as they are do not cost the step of undo that there is.
@@ -245,7 +245,7 @@ void CSceneLifecycle::EditSceneSettings() {
 
 void CSceneLifecycle::ChooseDatabase() {
     CSceneModel& model = m_context.model;
-    const std::optional<std::string> chosen = m_context.prompter.AskDatabaseFolder(model.databaseFolder);
+    const std::optional<std::string> chosen = m_context.prompter.Ask(CDatabaseFolderRequest{model.databaseFolder});
     if (!chosen || chosen->empty() || WithSeparator(*chosen) == model.databaseFolder || !SaveAllOrAsk("go on"))
         return;
     model.databaseFolder = WithSeparator(*chosen);

@@ -11,6 +11,7 @@ namespace velmor {
 
 class CPaletteOperations;
 class CSoundOperations;
+struct CSceneSettings;
 
 /// Opening, making, saving and closing scenes, the current folder, and the database folder.
 class CSceneLifecycle {

@@ -121,8 +121,8 @@ int CSoundOperations::GetFPS() const {
 void CSoundOperations::AskAndImportSound() {
     if (!m_context.Require(m_context.model.sceneOpen, importWithoutScene))
         return;
-    const std::vector<Path> files = m_context.prompter.AskFilesToOpen(
-        {"Select an audio file", "Audio Files (*.wav) |*.wav|", ".wav", "", false});
+    const std::vector<Path> files = m_context.prompter.Ask(
+        COpenFilesRequest{{"Select an audio file", "Audio Files (*.wav) |*.wav|", ".wav", "", false}});
     if (files.empty())
         return;
     CWaveSound wave;
@@ -148,8 +148,8 @@ bool CSoundOperations::AcceptSoundName(const std::string& name) const {
 }
 
 std::optional<std::string> CSoundOperations::AskSoundName() const {
-    return m_context.prompter.AskName(
-        {NameKind::Sound, "", [this](const std::string& name) { return AcceptSoundName(name); }});
+    return m_context.prompter.Ask(
+        CNameRequest{NameKind::Sound, "", [this](const std::string& name) { return AcceptSoundName(name); }});
 }
 
 bool CSoundOperations::StoreSound(const std::string& name, int rate, std::span<const std::uint8_t> samples) {

@@ -45,22 +45,22 @@ std::optional<CXSheetSelection> SelectedCells(const CSceneModel& model) {
 
 std::optional<int> CXSheetOperations::AskLevel(const char* prompt) const {
     const std::optional<int> level =
-        m_context.prompter.AskLevel({prompt, LevelNames(m_context.model.Scene().xsheet)});
+        m_context.prompter.Ask(CLevelRequest{prompt, LevelNames(m_context.model.Scene().xsheet)});
     return level && m_context.model.Scene().xsheet.HasLevel(*level) ? level : std::nullopt;
 }
 
 std::optional<std::string> CXSheetOperations::AskLevelName(const std::string& initial) const {
-    return m_context.prompter.AskName({NameKind::Level, initial, [this](const std::string& name) {
-                                           return m_context.Report(CheckFreeText(name));
-                                       }});
+    return m_context.prompter.Ask(CNameRequest{NameKind::Level, initial, [this](const std::string& name) {
+                                                   return m_context.Report(CheckFreeText(name));
+                                               }});
 }
 
 std::optional<int> CXSheetOperations::AskFrameCount(const char* prompt) const {
-    return m_context.prompter.AskFrameCount({prompt, 1, [this](int count) {
-                                                 return m_context.Require(
-                                                     count >= 1 && count <= mostFramesAtOnce,
-                                                     "The number of frames must be a whole number from 1 to 5000");
-                                             }});
+    return m_context.prompter.Ask(CFrameCountRequest{
+        prompt, 1, [this](int count) {
+            return m_context.Require(count >= 1 && count <= mostFramesAtOnce,
+                                     "The number of frames must be a whole number from 1 to 5000");
+        }});
 }
 
 void CXSheetOperations::AddLevel() {
@@ -111,7 +111,8 @@ void CXSheetOperations::SwapLevels() {
     if (!CanSwapLevels(model))
         return;
     const CXSheet& xsheet = model.Scene().xsheet;
-    const std::optional<std::pair<int, int>> levels = m_context.prompter.AskLevelsToSwap(LevelNames(xsheet));
+    const std::optional<std::pair<int, int>> levels =
+        m_context.prompter.Ask(CSwapLevelsRequest{LevelNames(xsheet)});
     if (!levels || !xsheet.HasLevel(levels->first) || !xsheet.HasLevel(levels->second))
         return;
     CSceneEdit edit(m_context, "Swap Levels", cellsAndPictureHint);
@@ -203,7 +204,7 @@ void CXSheetOperations::AskAndDropCels(int level, int frame, CPoint screenPoint)
     SetCursorX(level);
     SetCursorY(frame);
     CDropType choices(m_context.profile);
-    if (m_context.prompter.AskDropType({screenPoint, choices}))
+    if (m_context.prompter.Ask(CDropTypeRequest{screenPoint, choices}))
         DropCels(level, frame, choices.Step(), choices.Insert());
 }
 

@@ -95,17 +95,17 @@ protected:
 TEST_F(DemoPrompter, AnswersInOrder) {
     prompter.Expect(std::string("Fox"));
     prompter.Expect(3);
-    EXPECT_EQ(prompter.AskName({}), "Fox");
-    EXPECT_EQ(prompter.AskLevel({}), 3);
+    EXPECT_EQ(prompter.Ask(CNameRequest{}), "Fox");
+    EXPECT_EQ(prompter.Ask(CLevelRequest{}), 3);
     prompter.RequireAllAsked();
     EXPECT_FALSE(prompter.HasFailed());
 }
 
 TEST_F(DemoPrompter, FailsOnAnotherDialogAndThenCancelsAll) {
     prompter.Expect(3);
-    EXPECT_EQ(prompter.AskName({}), std::nullopt);
+    EXPECT_EQ(prompter.Ask(CNameRequest{}), std::nullopt);
     EXPECT_TRUE(prompter.HasFailed());
-    EXPECT_EQ(prompter.AskLevel({}), std::nullopt);
+    EXPECT_EQ(prompter.Ask(CLevelRequest{}), std::nullopt);
 }
 
 TEST_F(DemoPrompter, FailsWhenADialogDoesNotCome) {
@@ -116,11 +116,11 @@ TEST_F(DemoPrompter, FailsWhenADialogDoesNotCome) {
 
 TEST_F(DemoPrompter, FailsOnRefusedValuesAndQuestions) {
     prompter.Expect(std::string("?"));
-    EXPECT_EQ(prompter.AskName({NameKind::Level, "",
-                                [this](const std::string&) {
-                                    prompter.ShowMessage("refused");
-                                    return false;
-                                }}),
+    EXPECT_EQ(prompter.Ask(CNameRequest{NameKind::Level, "",
+                                        [this](const std::string&) {
+                                            prompter.ShowMessage("refused");
+                                            return false;
+                                        }}),
               std::nullopt);
     EXPECT_TRUE(prompter.HasFailed());
     CDemoPrompter asked(console);

@@ -85,7 +85,7 @@ TEST_F(CImportOperationsTest, PicturesGoToTheirOwnFolder) {
 TEST_F(CImportOperationsTest, TheFileDialogStartsWithAllThatCanBeRead) {
     for (const bool cels : {true, false}) {
         cels ? imports.AskAndImportCels() : imports.AskAndImportPictures();
-        const auto request = std::any_cast<CFileRequest>(prompter.lastRequest);
+        const auto request = std::any_cast<COpenFilesRequest>(prompter.lastRequest);
         Texts parts;
         std::istringstream filter(request.filter);
         for (std::string part; std::getline(filter, part, '|');)

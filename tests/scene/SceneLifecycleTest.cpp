@@ -122,7 +122,7 @@ TEST_F(SceneLifecycle, OpenCommandListsScenesAndRefusesTheOpenOne) {
 
     prompter.Answer(std::string("A"));
     doc->Scenes().AskAndOpenScene();
-    EXPECT_EQ(std::any_cast<Texts>(prompter.lastRequest), (Texts{"A", "B"}));
+    EXPECT_EQ(std::any_cast<COpenSceneRequest>(prompter.lastRequest).scenes, (Texts{"A", "B"}));
     EXPECT_EQ(prompter.TakeMessages(), Texts{"The scene is already open."});
     EXPECT_TRUE(TakeHints().empty());
 

@@ -62,93 +62,17 @@ public:
     }
     std::shared_ptr<void> BeginWait() override { return nullptr; }
 
-    std::optional<CSceneSettings> AskSceneSettings(const CSceneSettingsRequest& request) override {
-        return Ask<CSceneSettings>(request, request.accept);
-    }
-    std::optional<std::string> AskSceneToOpen(const std::vector<std::string>& scenes) override {
-        return Ask<std::string>(scenes);
-    }
-    std::optional<std::string> AskDatabaseFolder(const std::string& current) override {
-        return Ask<std::string>(current);
-    }
     /// Called when a name is asked for, while what is to be named is at hand.
     std::function<void()> onAskName;
-    std::optional<std::string> AskName(const CNameRequest& request) override {
-        if (onAskName)
-            onAskName();
-        return Ask<std::string>(request, request.accept);
-    }
-    std::optional<CNewCelValues> AskNewCel(const CNewCelRequest& request) override {
-        return Ask<CNewCelValues>(request, request.accept);
-    }
-    std::optional<int> AskLevel(const CLevelRequest& request) override { return Ask<int>(request); }
-    std::optional<std::pair<int, int>> AskLevelsToSwap(const std::vector<std::string>& levelNames) override {
-        return Ask<std::pair<int, int>>(levelNames);
-    }
-    std::optional<int> AskFrameCount(const CFrameCountRequest& request) override {
-        return Ask<int>(request, request.accept);
-    }
-    std::optional<CCellDataForm> AskCellData(const CCellDataRequest& request) override {
-        return Ask<CCellDataForm>(request, request.accept);
-    }
-    std::optional<CBlurForm> AskBlur(const CBlurRequest& request) override {
-        return Ask<CBlurForm>(request, request.accept);
-    }
-    std::optional<double> AskTransparency(const CTransparencyRequest& request) override {
-        return Ask<double>(request, request.accept);
-    }
-    std::optional<CCameraForm> AskCameraData(const CCameraDataRequest& request) override {
-        return Ask<CCameraForm>(request);
-    }
-    std::optional<int> AskMotionPathSetup(int current) override { return Ask<int>(current); }
-    CInbetweenAnswer AskInbetween(const CInbetweenRequest& request) override {
-        return Ask<CInbetweenAnswer>(request).value_or(CInbetweenAnswer{false, request.initial});
-    }
+
     void RunLineCheck(const CLineCheckRequest& request) override {
-        while (const std::optional<int> frame = Ask<int>(request))
+        lastRequest = request;
+        while (const std::optional<int> frame = Take<int>([](int) { return true; }))
             request.showFrame(*frame);
-    }
-    std::optional<CColorValues> AskColor(const CColorRequest& request) override {
-        return Ask<CColorValues>(request, request.accept);
-    }
-    std::optional<int> AskImportThreshold(int current) override { return Ask<int>(current); }
-    CFlipbookAnswer AskFlipbook(const CFlipbookRequest& request) override {
-        while (const std::optional<CFlipbookAnswer> answer = Ask<CFlipbookAnswer>(request))
-            if (!answer->confirmed || !request.accept || request.accept(answer->settings))
-                return *answer;
-        return {false, request.initial};
-    }
-    std::optional<CRenderSetup> AskRenderSetup(const CRenderSetupRequest& request) override {
-        return Ask<CRenderSetup>(request, request.accept);
     }
     /// The outputs that were offered.
     std::vector<CRenderedRequest> rendered;
     void OfferRendered(const CRenderedRequest& request) override { rendered.push_back(request); }
-    std::optional<std::string> AskCompressor(const CCompressorRequest& request) override {
-        return Ask<std::string>(request);
-    }
-    std::vector<Path> AskFilesToOpen(const CFileRequest& request) override {
-        return Ask<std::vector<Path>>(request).value_or(std::vector<Path>{});
-    }
-    std::optional<Path> AskFileToSave(const CFileRequest& request) override { return Ask<Path>(request); }
-    std::optional<CRotationValues> AskRotation() override { return Ask<CRotationValues>(0); }
-    std::optional<FlipDirection> AskFlip() override { return Ask<FlipDirection>(0); }
-    std::optional<CColorKeyValues> AskColorKey(const CColorKeyRequest& request) override {
-        return Ask<CColorKeyValues>(request, request.accept);
-    }
-    /// An answer is the type, 0 to 4.
-    bool AskDropType(const CDropTypeRequest& request) override {
-        const std::optional<int> type = Ask<int>(request.screenPoint);
-        if (type)
-            request.choices.ChooseType(*type);
-        return type.has_value();
-    }
-    std::optional<CGridSettings> AskGridSettings(const CGridSettingsRequest& request) override {
-        return Ask<CGridSettings>(request, request.accept);
-    }
-    std::optional<Appearance> AskAppearance(const CAppearanceRequest& request) override {
-        return Ask<Appearance>(request);
-    }
     /// Does what the test has put here.
     std::function<void(CSceneManager&)> useSceneManager;
     void RunSceneManager(CSceneManager& manager) override {
@@ -199,9 +123,59 @@ private:
         return answer;
     }
 
-    template<class Values, class Request, class Accept = std::nullptr_t>
-    std::optional<Values> Ask(const Request& request, const Accept& accept = nullptr) {
-        lastRequest = request;
+    void ShowDialog(CAnyDialog dialog) override {
+        std::visit(
+            [this](auto* asked) {
+                lastRequest = asked->request;
+                Play(*asked);
+            },
+            dialog);
+    }
+
+    template<class Request>
+    void Play(CDialogOf<Request>& asked) {
+        if constexpr (std::is_same_v<Request, CNameRequest>) {
+            if (onAskName)
+                onAskName();
+        }
+        Answer(asked, asked.answer);
+    }
+    /// An answer is the type, 0 to 4.
+    void Play(CDialogOf<CDropTypeRequest>& asked) {
+        if (const std::optional<int> type = Take<int>([](int) { return true; })) {
+            asked.request.choices.ChooseType(*type);
+            asked.answer = true;
+        }
+    }
+    void Play(CDialogOf<CInbetweenRequest>& asked) {
+        asked.answer = {false, asked.request.initial};
+        Answer(asked, asked.answer);
+    }
+    void Play(CDialogOf<CFlipbookRequest>& asked) {
+        const auto accepts = [&](const CFlipbookAnswer& answer) {
+            return !answer.confirmed || !asked.request.accept || asked.request.accept(answer.settings);
+        };
+        asked.answer = Take<CFlipbookAnswer>(accepts).value_or(CFlipbookAnswer{false, asked.request.initial});
+    }
+
+    template<class Request, class Values>
+    void Answer(CDialogOf<Request>& asked, std::optional<Values>& answer) {
+        answer = Take<Values>([&]([[maybe_unused]] const Values& values) {
+            if constexpr (requires { asked.request.accept(values); })
+                return !asked.request.accept || asked.request.accept(values);
+            else
+                return true;
+        });
+    }
+    template<class Request, class Values>
+    void Answer(CDialogOf<Request>&, Values& answer) {
+        if (std::optional<Values> taken = Take<Values>([](const Values&) { return true; }))
+            answer = std::move(*taken);
+    }
+
+    /// The next answer that is accepted; nothing when the dialog is cancelled.
+    template<class Values, class Accept>
+    std::optional<Values> Take(const Accept& accept) {
         while (!m_answers.empty()) {
             const std::any answer = std::move(m_answers.front());
             m_answers.pop_front();
@@ -212,11 +186,8 @@ private:
                 ADD_FAILURE() << "the script answers another dialog than the one that was asked";
                 return std::nullopt;
             }
-            if constexpr (!std::is_same_v<Accept, std::nullptr_t>) {
-                if (accept && !accept(*values))
-                    continue;
-            }
-            return *values;
+            if (accept(*values))
+                return *values;
         }
         return std::nullopt;
     }

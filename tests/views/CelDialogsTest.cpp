@@ -23,7 +23,7 @@ TEST_F(CCelDialogsTest, CelDataComesBackAsItWasShown) {
     std::optional<CCellDataForm> answer;
     WithDialog(
         [&] {
-            answer = prompter.AskCellData({eyes, SampleForm(), {}});
+            answer = prompter.Ask(CCellDataRequest{eyes, SampleForm(), {}});
         },
         [&](QDialog& dialog) {
             EXPECT_EQ(dialog.windowTitle(), "Edit XSheet Cel Data");
@@ -40,7 +40,7 @@ TEST_F(CCelDialogsTest, CelDataComesBackAsItWasShown) {
 
 TEST_F(CCelDialogsTest, TabGoesThroughTheCelDataAsItIsRead) {
     const CCellDataRequest request{eyes, SampleForm(), {}};
-    WithDialog([&] { prompter.AskCellData(request); },
+    WithDialog([&] { prompter.Ask(request); },
                [&](QDialog& dialog) {
                    for (const char* name : {"posX", "posY", "scaleX", "scaleY", "preserveScale", "turns", "degrees",
                                             "blurX", "blurY", "preserveBlur", "transparency"}) {
@@ -55,7 +55,7 @@ TEST_F(CCelDialogsTest, CelDataTakesWhatIsTyped) {
     std::optional<CCellDataForm> answer;
     WithDialog(
         [&] {
-            answer = prompter.AskCellData({eyes, {}, {}});
+            answer = prompter.Ask(CCellDataRequest{eyes, {}, {}});
         },
         [&](QDialog& dialog) {
             const std::pair<const char*, const char*> entries[] = {
@@ -77,7 +77,7 @@ TEST_F(CCelDialogsTest, ScaleYFollowsWhileTheAspectIsPreserved) {
     form.preserveScale = true;
     WithDialog(
         [&] {
-            prompter.AskCellData({eyes, form, {}});
+            prompter.Ask(CCellDataRequest{eyes, form, {}});
         },
         [&](QDialog& dialog) {
             auto& preserve = Child<QCheckBox>(dialog, "preserveScale");
@@ -105,7 +105,7 @@ TEST_F(CCelDialogsTest, RefusedCelDataKeepsTheDialogOpen) {
     std::optional<CCellDataForm> answer;
     WithDialog(
         [&] {
-            answer = prompter.AskCellData({eyes, SampleForm(), rule});
+            answer = prompter.Ask(CCellDataRequest{eyes, SampleForm(), rule});
         },
         [&](QDialog& dialog) {
             Type(dialog, "blurX", "51");
@@ -128,18 +128,18 @@ TEST_F(CCelDialogsTest, RefusedCelDataKeepsTheDialogOpen) {
 TEST_F(CCelDialogsTest, CancelAnswersNothing) {
     const auto refuse = [](const auto&) { return ADD_FAILURE(), false; };
     const auto leave = [](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); };
-    WithDialog([&] { EXPECT_FALSE(prompter.AskCellData({eyes, SampleForm(), refuse})); }, leave);
-    WithDialog([&] { EXPECT_FALSE(prompter.AskBlur({eyes, {}, refuse})); }, leave);
-    WithDialog([&] { EXPECT_FALSE(prompter.AskTransparency({eyes, 0, refuse})); }, leave);
-    WithDialog([&] { EXPECT_FALSE(prompter.AskCameraData({1, {}})); }, leave);
-    WithDialog([&] { EXPECT_FALSE(prompter.AskMotionPathSetup(1)); }, leave);
+    WithDialog([&] { EXPECT_FALSE(prompter.Ask(CCellDataRequest{eyes, SampleForm(), refuse})); }, leave);
+    WithDialog([&] { EXPECT_FALSE(prompter.Ask(CBlurRequest{eyes, {}, refuse})); }, leave);
+    WithDialog([&] { EXPECT_FALSE(prompter.Ask(CTransparencyRequest{eyes, 0, refuse})); }, leave);
+    WithDialog([&] { EXPECT_FALSE(prompter.Ask(CCameraDataRequest{1, {}})); }, leave);
+    WithDialog([&] { EXPECT_FALSE(prompter.Ask(CMotionPathRequest{1})); }, leave);
 }
 
 TEST_F(CCelDialogsTest, BlurSlidersAndFieldsGoTogether) {
     std::optional<CBlurForm> answer;
     WithDialog(
         [&] {
-            answer = prompter.AskBlur({eyes, {3, 3, true}, {}});
+            answer = prompter.Ask(CBlurRequest{eyes, {3, 3, true}, {}});
         },
         [&](QDialog& dialog) {
             auto& preserve = Child<QCheckBox>(dialog, "preserve");
@@ -175,7 +175,7 @@ TEST_F(CCelDialogsTest, TransparencyIsRefusedByTheRuleNotByTheField) {
     std::optional<double> answer;
     WithDialog(
         [&] {
-            answer = prompter.AskTransparency({eyes, 12.34, rule});
+            answer = prompter.Ask(CTransparencyRequest{eyes, 12.34, rule});
         },
         [&](QDialog& dialog) {
             auto& slider = Child<QSlider>(dialog, "transparencySlider");
@@ -202,7 +202,7 @@ TEST_F(CCelDialogsTest, ResetPutsTheCameraBackWithoutClosing) {
     std::optional<CCameraForm> answer;
     WithDialog(
         [&] {
-            answer = prompter.AskCameraData({9, {10, -20.5, 125, {1, 30}}});
+            answer = prompter.Ask(CCameraDataRequest{9, {10, -20.5, 125, {1, 30}}});
         },
         [&](QDialog& dialog) {
             EXPECT_EQ(dialog.windowTitle(), "Edit Current Frame Camera Parameters");
@@ -223,7 +223,7 @@ TEST_F(CCelDialogsTest, ResetPutsTheCameraBackWithoutClosing) {
 
 TEST_F(CCelDialogsTest, MotionPathSetupIsTheChosenRow) {
     std::optional<int> answer;
-    WithDialog([&] { answer = prompter.AskMotionPathSetup(1); },
+    WithDialog([&] { answer = prompter.Ask(CMotionPathRequest{1}); },
                [&](QDialog& dialog) {
                    EXPECT_TRUE(Child<QWidget>(dialog, "setup").findChildren<QRadioButton*>().at(1)->isChecked());
                    Choose(dialog, "setup", 2);
@@ -237,7 +237,7 @@ TEST_F(CCelDialogsTest, InbetweenAnswersItsChoicesHoweverItIsClosed) {
     const auto ask = [&](bool camera, bool confirm) {
         WithDialog(
             [&] {
-                answer = prompter.AskInbetween({camera, "Face", 3, 12, {1, 3}});
+                answer = prompter.Ask(CInbetweenRequest{camera, "Face", 3, 12, {1, 3}});
             },
             [&](QDialog& dialog) {
                 EXPECT_EQ(LabelOf(dialog, "startFrame"), "3");
@@ -322,7 +322,7 @@ TEST_F(CCelDialogsTest, DropChoicesAreRememberedAsTheyAreMade) {
     bool dropped = true;
     WithDialog(
         [&] {
-            dropped = prompter.AskDropType({{100, 100}, choices});
+            dropped = prompter.Ask(CDropTypeRequest{{100, 100}, choices});
         },
         [&](QDialog& dialog) {
             auto& step = Child<QLineEdit>(dialog, "step");
@@ -350,7 +350,7 @@ TEST_F(CCelDialogsTest, ADropWaitsForAStepThatCanBe) {
     bool dropped = false;
     WithDialog(
         [&] {
-            dropped = prompter.AskDropType({{100000, 100000}, choices});
+            dropped = prompter.Ask(CDropTypeRequest{{100000, 100000}, choices});
         },
         [&](QDialog& dialog) {
             EXPECT_TRUE(dialog.screen()->geometry().contains(dialog.geometry()));

@@ -35,68 +35,68 @@ const CDialogRow dialogs[] = {
      [](CStage& s) { static_cast<void>(s.prompter.AskYesNo("Cel Exists, Do you want to overwrite it ?")); }},
     {"new scene",
      [](CStage& s) {
-         s.prompter.AskSceneSettings({true, {}, {}});
+         s.prompter.Ask(CSceneSettingsRequest{true, {}, {}});
      }},
     {"scene settings",
      [](CStage& s) {
-         s.prompter.AskSceneSettings({false, {}, {}});
+         s.prompter.Ask(CSceneSettingsRequest{false, {}, {}});
      }},
     {"open scene",
      [](CStage& s) {
-         s.prompter.AskSceneToOpen({"Run", "Walk"});
+         s.prompter.Ask(COpenSceneRequest{{"Run", "Walk"}});
      }},
-    {"database folder", [](CStage& s) { s.prompter.AskDatabaseFolder("/mnt/Database/"); }},
+    {"database folder", [](CStage& s) { s.prompter.Ask(CDatabaseFolderRequest{"/mnt/Database/"}); }},
     {"name",
      [](CStage& s) {
-         s.prompter.AskName({NameKind::Cel, "1", {}});
+         s.prompter.Ask(CNameRequest{NameKind::Cel, "1", {}});
      }},
     {"new cel",
      [](CStage& s) {
-         s.prompter.AskNewCel({{"1", {768, 576}}, {}});
+         s.prompter.Ask(CNewCelRequest{{"1", {768, 576}}, {}});
      }},
     {"level",
      [](CStage& s) {
-         s.prompter.AskLevel({"Delete which level?", levels});
+         s.prompter.Ask(CLevelRequest{"Delete which level?", levels});
      }},
-    {"swap levels", [](CStage& s) { s.prompter.AskLevelsToSwap(levels); }},
+    {"swap levels", [](CStage& s) { s.prompter.Ask(CSwapLevelsRequest{levels}); }},
     {"frame count",
      [](CStage& s) {
-         s.prompter.AskFrameCount({"Add how many frames to the end ?", 1, {}});
+         s.prompter.Ask(CFrameCountRequest{"Add how many frames to the end ?", 1, {}});
      }},
     {"cel data",
      [](CStage& s) {
-         s.prompter.AskCellData({cel, {}, {}});
+         s.prompter.Ask(CCellDataRequest{cel, {}, {}});
      }},
     {"blur",
      [](CStage& s) {
-         s.prompter.AskBlur({cel, {}, {}});
+         s.prompter.Ask(CBlurRequest{cel, {}, {}});
      }},
     {"transparency",
      [](CStage& s) {
-         s.prompter.AskTransparency({cel, 50, {}});
+         s.prompter.Ask(CTransparencyRequest{cel, 50, {}});
      }},
     {"camera data",
      [](CStage& s) {
-         s.prompter.AskCameraData({3, {}});
+         s.prompter.Ask(CCameraDataRequest{3, {}});
      }},
-    {"motion path", [](CStage& s) { s.prompter.AskMotionPathSetup(1); }},
+    {"motion path", [](CStage& s) { s.prompter.Ask(CMotionPathRequest{1}); }},
     {"inbetween level",
      [](CStage& s) {
-         s.prompter.AskInbetween({false, "Face", 1, 25, {}});
+         s.prompter.Ask(CInbetweenRequest{false, "Face", 1, 25, {}});
      }},
     {"inbetween camera",
      [](CStage& s) {
-         s.prompter.AskInbetween({true, "", 1, 25, {}});
+         s.prompter.Ask(CInbetweenRequest{true, "", 1, 25, {}});
      }},
     {"line check",
      [](CStage& s) {
          s.prompter.RunLineCheck({100, 5, [](int) {}});
      }},
-    {"color", [](CStage& s) { s.prompter.AskColor({}); }},
-    {"import settings", [](CStage& s) { s.prompter.AskImportThreshold(128); }},
+    {"color", [](CStage& s) { s.prompter.Ask(CColorRequest{}); }},
+    {"import settings", [](CStage& s) { s.prompter.Ask(CImportSettingsRequest{128}); }},
     {"flipbook",
      [](CStage& s) {
-         s.prompter.AskFlipbook({levels, {{1}, 2, 9, 1, 50, 60, true}, {}, 10});
+         s.prompter.Ask(CFlipbookRequest{levels, {{1}, 2, 9, 1, 50, 60, true}, {}, 10});
      }},
     {"render setup",
      [](CStage& s) {
@@ -104,7 +104,7 @@ const CDialogRow dialogs[] = {
          request.levelNames = levels;
          request.initial.directory = "/mnt/Database/Renders";
          request.initial.name = "Walk";
-         s.prompter.AskRenderSetup(request);
+         s.prompter.Ask(request);
      }},
     {"rendered",
      [](CStage& s) {
@@ -112,20 +112,20 @@ const CDialogRow dialogs[] = {
      }},
     {"compressor",
      [](CStage& s) {
-         s.prompter.AskCompressor({AvailableCompressors(), "MSVC"});
+         s.prompter.Ask(CCompressorRequest{AvailableCompressors(), "MSVC"});
      }},
-    {"rotate", [](CStage& s) { s.prompter.AskRotation(); }},
-    {"flip", [](CStage& s) { s.prompter.AskFlip(); }},
-    {"color key", [](CStage& s) { s.prompter.AskColorKey({}); }},
+    {"rotate", [](CStage& s) { s.prompter.Ask(CRotationRequest{}); }},
+    {"flip", [](CStage& s) { s.prompter.Ask(CFlipRequest{}); }},
+    {"color key", [](CStage& s) { s.prompter.Ask(CColorKeyRequest{}); }},
     {"drop type",
      [](CStage& s) {
          CDropType choices(s.profile);
-         static_cast<void>(s.prompter.AskDropType({{20, 20}, choices}));
+         static_cast<void>(s.prompter.Ask(CDropTypeRequest{{20, 20}, choices}));
      }},
-    {"grid settings", [](CStage& s) { s.prompter.AskGridSettings({}); }},
+    {"grid settings", [](CStage& s) { s.prompter.Ask(CGridSettingsRequest{}); }},
     {"appearance",
      [](CStage& s) {
-         s.prompter.AskAppearance({Appearance::Light, [](Appearance) {}});
+         s.prompter.Ask(CAppearanceRequest{Appearance::Light, [](Appearance) {}});
      }},
     {"scene manager", [](CStage& s) { s.prompter.RunSceneManager(s.manager); }},
 };

@@ -16,8 +16,8 @@ TEST_F(CImageDialogsTest, AddColorTakesNameAndOpacity) {
     std::optional<CColorValues> answer;
     WithDialog(
         [&] {
-            answer = prompter.AskColor(
-                {{"Skin", {30, 20, 10, 255}}, [](const CColorValues& values) { return values.name != "no"; }});
+            answer = prompter.Ask(CColorRequest{{"Skin", {30, 20, 10, 255}},
+                                                [](const CColorValues& values) { return values.name != "no"; }});
         },
         [&](QDialog& dialog) {
             EXPECT_EQ(dialog.windowTitle(), "Add Color");
@@ -49,7 +49,7 @@ TEST_F(CImageDialogsTest, AddColorTakesNameAndOpacity) {
 
 TEST_F(CImageDialogsTest, ImportThresholdIsAWholeNumberUpTo255) {
     std::optional<int> answer;
-    WithDialog([&] { answer = prompter.AskImportThreshold(200); },
+    WithDialog([&] { answer = prompter.Ask(CImportSettingsRequest{200}); },
                [&](QDialog& dialog) {
                    EXPECT_EQ(dialog.windowTitle(), "Import Settings");
                    EXPECT_EQ(Child<QSlider>(dialog, "thresholdSlider").value(), 200);
@@ -65,7 +65,7 @@ TEST_F(CImageDialogsTest, ImportThresholdIsAWholeNumberUpTo255) {
 TEST_F(CImageDialogsTest, OnlyAFreeRotationHasAnAngle) {
     std::optional<CRotationValues> answer;
     const auto ask = [&](const std::function<void(QDialog&)>& use) {
-        WithDialog([&] { answer = prompter.AskRotation(); }, use);
+        WithDialog([&] { answer = prompter.Ask(CRotationRequest{}); }, use);
     };
     ask([&](QDialog& dialog) {
         EXPECT_FALSE(Child<QLineEdit>(dialog, "angle").isEnabled());
@@ -94,7 +94,7 @@ TEST_F(CImageDialogsTest, OnlyAFreeRotationHasAnAngle) {
 TEST_F(CImageDialogsTest, FlipHasTwoDirections) {
     std::optional<FlipDirection> answer;
     for (const auto direction : {FlipDirection::Horizontal, FlipDirection::Vertical}) {
-        WithDialog([&] { answer = prompter.AskFlip(); },
+        WithDialog([&] { answer = prompter.Ask(CFlipRequest{}); },
                    [&](QDialog& dialog) {
                        Choose(dialog, "direction", direction == FlipDirection::Horizontal ? 0 : 1);
                        PressOk(dialog);
@@ -112,7 +112,7 @@ TEST_F(CImageDialogsTest, BlackAndWhiteExcludeEachOtherAndMayBothBeOff) {
     std::optional<CColorKeyValues> answer;
     WithDialog(
         [&] {
-            answer = prompter.AskColorKey({{{1, 2, 3, 255}, 5, 2, 1}, rule});
+            answer = prompter.Ask(CColorKeyRequest{{{1, 2, 3, 255}, 5, 2, 1}, rule});
         },
         [&](QDialog& dialog) {
             auto& black = Child<QCheckBox>(dialog, "black");
@@ -144,7 +144,7 @@ TEST_F(CImageDialogsTest, GridColoursKeepTheirOrder) {
     const auto rule = [](const CGridSettings& values) { return values.size >= 1; };
     WithDialog(
         [&] {
-            answer = prompter.AskGridSettings({grid, rule});
+            answer = prompter.Ask(CGridSettingsRequest{grid, rule});
         },
         [&](QDialog& dialog) {
             EXPECT_EQ(dialog.windowTitle(), "Cel View Settings");
@@ -172,7 +172,7 @@ CFlipbookRequest FlipbookRequest() {
 
 TEST_F(CImageDialogsTest, FlipbookTakesLevelsFramesAndQuality) {
     CFlipbookAnswer answer;
-    WithDialog([&] { answer = prompter.AskFlipbook(FlipbookRequest()); },
+    WithDialog([&] { answer = prompter.Ask(FlipbookRequest()); },
                [&](QDialog& dialog) {
                    auto& levels = Child<QListWidget>(dialog, "levels");
                    EXPECT_TRUE(levels.item(1)->isSelected());
@@ -210,7 +210,7 @@ TEST_F(CImageDialogsTest, FlipbookTakesLevelsFramesAndQuality) {
 
 TEST_F(CImageDialogsTest, ACancelledFlipbookAnswersWhatCanBeRemembered) {
     CFlipbookAnswer answer;
-    WithDialog([&] { answer = prompter.AskFlipbook(FlipbookRequest()); },
+    WithDialog([&] { answer = prompter.Ask(FlipbookRequest()); },
                [](QDialog& dialog) {
                    Type(dialog, "step", "");
                    Type(dialog, "quality", "80");

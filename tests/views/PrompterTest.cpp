@@ -194,7 +194,7 @@ TEST_F(CPrompterTest, FilesComeInTheirNumericOrderAndTheFolderIsRemembered) {
         WriteBytes(folder / name, {});
     const CFileRequest request{"Select", "Targa Files (*.tga)|*.tga||", "", "", true};
     std::vector<Path> files;
-    const auto ask = [&] { files = prompter.AskFilesToOpen(request); };
+    const auto ask = [&] { files = prompter.Ask(COpenFilesRequest{request}); };
     WithDialog(ask, [&](QDialog& dialog) {
         auto& chooser = dynamic_cast<QFileDialog&>(dialog);
         EXPECT_EQ(chooser.windowTitle(), "Select");
@@ -222,7 +222,7 @@ TEST_F(CPrompterTest, FilesAreFilteredAsLastTime) {
         CQtPrompter another;
         another.SetParent(shown, &profile);
         QString filter;
-        WithDialog([&] { static_cast<void>(another.AskFilesToOpen(request)); },
+        WithDialog([&] { static_cast<void>(another.Ask(COpenFilesRequest{request})); },
                    [&](QDialog& dialog) {
                        auto& chooser = dynamic_cast<QFileDialog&>(dialog);
                        filter = chooser.selectedNameFilter();
@@ -248,8 +248,8 @@ TEST_F(CPrompterTest, SavingAddsTheExtension) {
     std::optional<Path> file;
     WithDialog(
         [&] {
-            file =
-                prompter.AskFileToSave({"Save", "Microsoft Movies (*.avi) |*.avi||", ".avi", "movie.avi", false});
+            file = prompter.Ask(
+                CSaveFileRequest{{"Save", "Microsoft Movies (*.avi) |*.avi||", ".avi", "movie.avi", false}});
         },
         [&](QDialog& dialog) {
             auto& chooser = dynamic_cast<QFileDialog&>(dialog);
@@ -273,7 +273,7 @@ TEST_F(CPrompterTest, DialogsComeBackInTheSizeTheyWereGiven) {
         QSize size;
         WithDialog(
             [&] {
-                another.AskLevel({"Which?", {"Default"}});
+                another.Ask(CLevelRequest{"Which?", {"Default"}});
             },
             [&](QDialog& dialog) {
                 size = dialog.size();

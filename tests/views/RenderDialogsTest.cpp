@@ -27,13 +27,13 @@ protected:
             return static_cast<bool>(CheckRenderSetup(setup, 100, request.scene));
         };
         request.chooseCompressor = [this](const std::string& current) {
-            return prompter.AskCompressor({AvailableCompressors(), current});
+            return prompter.Ask(CCompressorRequest{AvailableCompressors(), current});
         };
     }
 
     std::optional<CRenderSetup> Ask(const std::function<void(QDialog&)>& use) {
         std::optional<CRenderSetup> answer;
-        WithDialog([&] { answer = prompter.AskRenderSetup(request); }, use);
+        WithDialog([&] { answer = prompter.Ask(request); }, use);
         return answer;
     }
 

@@ -45,7 +45,7 @@ TEST_F(CSceneDialogsTest, PresetsSetSizeAndRate) {
     std::optional<CSceneSettings> settings;
     WithDialog(
         [&] {
-            settings = prompter.AskSceneSettings({true, WithPreset({}, palPreset), {}});
+            settings = prompter.Ask(CSceneSettingsRequest{true, WithPreset({}, palPreset), {}});
         },
         [&](QDialog& dialog) {
             EXPECT_EQ(dialog.windowTitle(), "New Scene");
@@ -82,7 +82,7 @@ TEST_F(CSceneDialogsTest, RefusedSettingsKeepTheDialogOpen) {
         return static_cast<bool>(CheckSceneSettings(values));
     };
     std::optional<CSceneSettings> settings;
-    WithDialog([&] { settings = prompter.AskSceneSettings(request); },
+    WithDialog([&] { settings = prompter.Ask(request); },
                [&](QDialog& dialog) {
                    EXPECT_EQ(dialog.windowTitle(), "Scene Settings");
                    EXPECT_TRUE(Child<QLineEdit>(dialog, "name").isReadOnly());
@@ -100,7 +100,7 @@ TEST_F(CSceneDialogsTest, RefusedSettingsKeepTheDialogOpen) {
     EXPECT_EQ(widths, (std::vector{0, 5, 99999, -640, 2048}));
     ASSERT_TRUE(settings.has_value());
     EXPECT_EQ(settings->geometry, (CSceneGeometry{2048, 480, 24, MakeColorRef(10, 20, 30)}));
-    WithDialog([&] { settings = prompter.AskSceneSettings(request); }, [](QDialog& dialog) { dialog.reject(); });
+    WithDialog([&] { settings = prompter.Ask(request); }, [](QDialog& dialog) { dialog.reject(); });
     EXPECT_FALSE(settings.has_value());
 }
 
@@ -108,7 +108,7 @@ TEST_F(CSceneDialogsTest, BackgroundIsChosenInTheColourDialog) {
     std::optional<CSceneSettings> settings;
     WithDialog(
         [&] {
-            settings = prompter.AskSceneSettings({true, WithPreset({}, palPreset), {}});
+            settings = prompter.Ask(CSceneSettingsRequest{true, WithPreset({}, palPreset), {}});
         },
         [&](QDialog& dialog) {
             WithDialog([&] { Child<QPushButton>(dialog, "backgroundChooser").click(); },
@@ -129,7 +129,7 @@ TEST_F(CSceneDialogsTest, TypingFindsAmongThousandsOfScenes) {
     for (int i = 0; i < 5000; ++i)
         scenes.push_back("Scene " + std::to_string(i));
     std::optional<std::string> scene;
-    const auto ask = [&] { scene = prompter.AskSceneToOpen(scenes); };
+    const auto ask = [&] { scene = prompter.Ask(COpenSceneRequest{scenes}); };
     WithDialog(ask, [](QDialog& dialog) {
         auto& search = Child<QLineEdit>(dialog, "search");
         QTest::keyClicks(&search, "NE 432");
@@ -157,7 +157,7 @@ TEST_F(CSceneDialogsTest, TypingFindsAmongThousandsOfScenes) {
 TEST_F(CSceneDialogsTest, DatabaseFolderEndsWithTheSeparator) {
     const CTempFolder folder;
     std::optional<std::string> chosen;
-    WithDialog([&] { chosen = prompter.AskDatabaseFolder("/old/Database/"); },
+    WithDialog([&] { chosen = prompter.Ask(CDatabaseFolderRequest{"/old/Database/"}); },
                [&](QDialog& dialog) {
                    EXPECT_EQ(dialog.windowTitle(), "Global Settings");
                    EXPECT_EQ(Text(dialog, "folder"), "/old/Database/");
@@ -186,7 +186,8 @@ TEST_F(CSceneDialogsTest, NamesAreAskedAgainUntilTheyAreAccepted) {
         std::optional<std::string> name;
         WithDialog(
             [&] {
-                name = prompter.AskName({each.kind, "7", [](const std::string& text) { return text != "bad"; }});
+                name = prompter.Ask(
+                    CNameRequest{each.kind, "7", [](const std::string& text) { return text != "bad"; }});
             },
             [&](QDialog& dialog) {
                 EXPECT_EQ(dialog.windowTitle(), each.title);
@@ -211,7 +212,7 @@ TEST_F(CSceneDialogsTest, ARuleMayAskOverTheDialog) {
     };
     WithDialog(
         [&] {
-            name = prompter.AskName({NameKind::Cel, "12a", overwrite});
+            name = prompter.Ask(CNameRequest{NameKind::Cel, "12a", overwrite});
         },
         [&](QDialog& dialog) {
             WithDialog([&] { PressEnter(dialog); },
@@ -232,7 +233,7 @@ TEST_F(CSceneDialogsTest, NewCelGivesNumberAndSize) {
     std::optional<CNewCelValues> cel;
     WithDialog(
         [&] {
-            cel = prompter.AskNewCel({{"13", {768, 576}}, {}});
+            cel = prompter.Ask(CNewCelRequest{{"13", {768, 576}}, {}});
         },
         [&](QDialog& dialog) {
             EXPECT_EQ(dialog.windowTitle(), "New Cel ?");
@@ -249,10 +250,10 @@ TEST_F(CSceneDialogsTest, ANewCelThatIsTooLargeIsEnteredAgain) {
     std::vector<CSize> sizes;
     WithDialog(
         [&] {
-            prompter.AskNewCel({{"13", {768, 576}}, [&](const CNewCelValues& values) {
-                                    sizes.push_back(values.size);
-                                    return false;
-                                }});
+            prompter.Ask(CNewCelRequest{{"13", {768, 576}}, [&](const CNewCelValues& values) {
+                                            sizes.push_back(values.size);
+                                            return false;
+                                        }});
         },
         [&](QDialog& dialog) {
             Type(dialog, "width", "99999999999");
@@ -270,7 +271,7 @@ TEST_F(CSceneDialogsTest, LevelsAreChosenByTheirPlaceNotTheirName) {
     std::optional<int> level;
     WithDialog(
         [&] {
-            level = prompter.AskLevel({"Delete which level?", {"A", "", ""}});
+            level = prompter.Ask(CLevelRequest{"Delete which level?", {"A", "", ""}});
         },
         [](QDialog& dialog) {
             QTest::keyClick(&Child<QListWidget>(dialog, "levels"), Qt::Key_End);
@@ -283,7 +284,7 @@ TEST_F(CSceneDialogsTest, TwoLevelsAreSwappedAndAThirdReplacesTheFirst) {
     std::optional<std::pair<int, int>> levels;
     WithDialog(
         [&] {
-            levels = prompter.AskLevelsToSwap({"A", "B", "C", "D"});
+            levels = prompter.Ask(CSwapLevelsRequest{{"A", "B", "C", "D"}});
         },
         [](QDialog& dialog) {
             auto& list = Child<QListWidget>(dialog, "levels");
@@ -307,10 +308,10 @@ TEST_F(CSceneDialogsTest, FrameCountsAreHeldAgainstTheRule) {
     std::optional<int> count;
     WithDialog(
         [&] {
-            count = prompter.AskFrameCount({"Add how many frames to the end ?", 1, [&](int value) {
-                                                counts.push_back(value);
-                                                return value == 48;
-                                            }});
+            count = prompter.Ask(CFrameCountRequest{"Add how many frames to the end ?", 1, [&](int value) {
+                                                        counts.push_back(value);
+                                                        return value == 48;
+                                                    }});
         },
         [](QDialog& dialog) {
             EXPECT_EQ(dialog.windowTitle(), "How many frames ?");
@@ -326,7 +327,7 @@ TEST_F(CSceneDialogsTest, FrameCountsAreHeldAgainstTheRule) {
 TEST_F(CSceneDialogsTest, TabGoesThroughTheFieldsBeforeTheButtons) {
     WithDialog(
         [&] {
-            prompter.AskNewCel({{"13", {768, 576}}, {}});
+            prompter.Ask(CNewCelRequest{{"13", {768, 576}}, {}});
         },
         [](QDialog& dialog) {
             QStringList order;
@@ -344,7 +345,7 @@ TEST_F(CSceneDialogsTest, AppearancesAreSeenAsTheyAreChosen) {
     const auto ask = [&](const std::function<void(QDialog&)>& use) {
         shown.clear();
         const CAppearanceRequest request{Appearance::Light, [&](Appearance chosen) { shown.push_back(chosen); }};
-        WithDialog([&] { answer = prompter.AskAppearance(request); },
+        WithDialog([&] { answer = prompter.Ask(request); },
                    [&](QDialog& dialog) {
                        EXPECT_EQ(dialog.windowTitle(), "Appearance");
                        EXPECT_TRUE(shown.empty());

@@ -336,7 +336,7 @@ TEST_F(XSheetViewTest, DroppedCelsLandUnderTheMouse) {
     EXPECT_EQ(Cel(1, 23), "2");
     EXPECT_EQ(Selection(), (CXSheetSelection{1, 1, 22, 22}));
     const QPoint screen = Port()->mapToGlobal(At(1, 2));
-    EXPECT_EQ(std::any_cast<CPoint>(prompter.lastRequest), (CPoint{screen.x(), screen.y()}));
+    EXPECT_EQ(std::any_cast<CDropTypeRequest>(prompter.lastRequest).screenPoint, (CPoint{screen.x(), screen.y()}));
 
     prompter.Answer(0);
     DropAssets(At(3, 2));

@@ -4,29 +4,6 @@
 
 namespace velmor::demo {
 
-template<class Values>
-std::optional<Values> CDemoPrompter::Take() {
-    if (m_failed)
-        return std::nullopt;
-    if (m_answers.empty() || !std::holds_alternative<Values>(m_answers.front())) {
-        ShowMessage("A dialog came that nobody expected.");
-        return std::nullopt;
-    }
-    Values values = std::get<Values>(std::move(m_answers.front()));
-    m_answers.pop_front();
-    return values;
-}
-
-template<class Values>
-std::optional<Values> CDemoPrompter::Take(const AcceptRule<Values>& accept) {
-    std::optional<Values> values = Take<Values>();
-    if (values && accept && !accept(*values)) {
-        m_failed = true;
-        return std::nullopt;
-    }
-    return values;
-}
-
 void CDemoPrompter::RequireAllAsked() {
     if (!m_failed && !m_answers.empty())
         ShowMessage("A dialog that was expected did not come.");
@@ -37,44 +14,40 @@ void CDemoPrompter::ShowMessage(const std::string& text) {
         m_out.ShowMessage(text);
 }
 
-std::optional<CSceneSettings> CDemoPrompter::AskSceneSettings(const CSceneSettingsRequest& request) {
-    return Take(request.accept);
+template<class Answer>
+bool CDemoPrompter::Take(Answer& answer) {
+    auto* next = m_answers.empty() ? nullptr : std::any_cast<Answer>(&m_answers.front());
+    if (next == nullptr)
+        return false;
+    answer = std::move(*next);
+    m_answers.pop_front();
+    return true;
 }
 
-std::optional<std::string> CDemoPrompter::AskName(const CNameRequest& request) {
-    return Take(request.accept);
+template<class Values>
+bool CDemoPrompter::Take(std::optional<Values>& answer) {
+    return Take(answer.emplace());
 }
 
-std::optional<CNewCelValues> CDemoPrompter::AskNewCel(const CNewCelRequest& request) {
-    return Take(request.accept);
+template<class Request>
+void CDemoPrompter::Play(CDialogOf<Request>& asked) {
+    if (m_failed)
+        return;
+    if (!Take(asked.answer)) {
+        asked.answer = {};
+        ShowMessage("A dialog came that nobody expected.");
+        return;
+    }
+    if constexpr (requires { asked.request.accept(*asked.answer); }) {
+        if (asked.request.accept && !asked.request.accept(*asked.answer)) {
+            m_failed = true;
+            asked.answer.reset();
+        }
+    }
 }
 
-std::optional<int> CDemoPrompter::AskLevel(const CLevelRequest&) {
-    return Take<int>();
-}
-
-std::optional<CCellDataForm> CDemoPrompter::AskCellData(const CCellDataRequest& request) {
-    return Take(request.accept);
-}
-
-std::optional<CBlurForm> CDemoPrompter::AskBlur(const CBlurRequest& request) {
-    return Take(request.accept);
-}
-
-std::optional<double> CDemoPrompter::AskTransparency(const CTransparencyRequest& request) {
-    return Take(request.accept);
-}
-
-std::optional<CCameraForm> CDemoPrompter::AskCameraData(const CCameraDataRequest&) {
-    return Take<CCameraForm>();
-}
-
-CInbetweenAnswer CDemoPrompter::AskInbetween(const CInbetweenRequest&) {
-    return Take<CInbetweenAnswer>().value_or(CInbetweenAnswer{});
-}
-
-std::optional<CColorValues> CDemoPrompter::AskColor(const CColorRequest& request) {
-    return Take(request.accept);
+void CDemoPrompter::ShowDialog(CAnyDialog dialog) {
+    std::visit([this](auto* asked) { Play(*asked); }, dialog);
 }
 
 } // namespace velmor::demo

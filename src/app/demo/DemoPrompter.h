@@ -3,8 +3,9 @@
 #include "scene/DialogRequests.h"
 #include "scene/SilentPrompter.h"
 
+#include <any>
 #include <deque>
-#include <variant>
+#include <optional>
 
 namespace velmor::demo {
 
@@ -13,14 +14,14 @@ namespace velmor::demo {
 /// messages, which only follow from the first, are not shown.
 class CDemoPrompter : public CSilentPrompter {
 public:
-    using Answer = std::variant<CSceneSettings, std::string, CNewCelValues, int, CCellDataForm, CBlurForm, double,
-                                CCameraForm, CInbetweenAnswer, CColorValues>;
-
     /// Messages and progress go to `out`, which must outlive it.
     explicit CDemoPrompter(IPrompter& out) : m_out(out) {}
 
-    /// The answer to the next dialog.
-    void Expect(Answer answer) { m_answers.push_back(std::move(answer)); }
+    /// What the next dialog holds when it is confirmed.
+    template<class Values>
+    void Expect(Values values) {
+        m_answers.emplace_back(std::move(values));
+    }
     bool HasFailed() const { return m_failed; }
     /// Fails when a dialog that was expected has not come.
     void RequireAllAsked();
@@ -30,26 +31,20 @@ public:
         return m_out.BeginProgress(title);
     }
 
-    std::optional<CSceneSettings> AskSceneSettings(const CSceneSettingsRequest& request) override;
-    std::optional<std::string> AskName(const CNameRequest& request) override;
-    std::optional<CNewCelValues> AskNewCel(const CNewCelRequest& request) override;
-    std::optional<int> AskLevel(const CLevelRequest& request) override;
-    std::optional<CCellDataForm> AskCellData(const CCellDataRequest& request) override;
-    std::optional<CBlurForm> AskBlur(const CBlurRequest& request) override;
-    std::optional<double> AskTransparency(const CTransparencyRequest& request) override;
-    std::optional<CCameraForm> AskCameraData(const CCameraDataRequest& request) override;
-    CInbetweenAnswer AskInbetween(const CInbetweenRequest& request) override;
-    std::optional<CColorValues> AskColor(const CColorRequest& request) override;
+protected:
+    void ShowDialog(CAnyDialog dialog) override;
 
 private:
+    template<class Request>
+    void Play(CDialogOf<Request>& asked);
+    /// Takes the next answer, if it is of this type.
+    template<class Answer>
+    bool Take(Answer& answer);
     template<class Values>
-    std::optional<Values> Take();
-    /// As Take(), for a dialog that may refuse the values.
-    template<class Values>
-    std::optional<Values> Take(const AcceptRule<Values>& accept);
+    bool Take(std::optional<Values>& answer);
 
     IPrompter& m_out;
-    std::deque<Answer> m_answers;
+    std::deque<std::any> m_answers;
     bool m_failed = false;
 };
 

@@ -100,7 +100,7 @@ void ApplyTheme(const CProfile& profile) {
 }
 
 void ChooseTheme(IPrompter& prompter, CProfile& profile) {
-    if (const std::optional<Appearance> chosen = prompter.AskAppearance({Remembered(profile), Show}))
+    if (const std::optional<Appearance> chosen = prompter.Ask(CAppearanceRequest{Remembered(profile), Show}))
         Remember(profile, *chosen);
 }
 

@@ -183,7 +183,7 @@ void CCelView::EditGrid() {
             m_prompter.ShowMessage("The grid size must be at least 1 pixel");
         return grid.size >= 1;
     };
-    const std::optional<CGridSettings> grid = m_prompter.AskGridSettings({m_grid, accept});
+    const std::optional<CGridSettings> grid = m_prompter.Ask(CGridSettingsRequest{m_grid, accept});
     if (!grid)
         return;
     WriteGridSettings(m_profile, *grid);

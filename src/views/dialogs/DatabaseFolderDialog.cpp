@@ -11,7 +11,7 @@
 
 namespace velmor {
 
-CDatabaseFolderDialog::CDatabaseFolderDialog(QWidget* parent, const std::string& current)
+CDatabaseFolderDialog::CDatabaseFolderDialog(QWidget* parent, const CDatabaseFolderRequest& request)
     : CDialog(parent, "Global Settings"), m_folder(new QLineEdit) {
     setObjectName("GlobalSettings");
     m_folder->setObjectName("folder");
@@ -31,7 +31,7 @@ CDatabaseFolderDialog::CDatabaseFolderDialog(QWidget* parent, const std::string&
     Body().addWidget(label);
     Body().addLayout(row);
     Body().addStretch(1);
-    Show(current);
+    Show(request.current);
     set->setFocus();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "scene/DialogRequests.h"
 #include "views/dialogs/Dialog.h"
 
 #include <string>
@@ -11,7 +12,7 @@ namespace velmor {
 /// "Global Settings": where the scene database stands.
 class CDatabaseFolderDialog final : public CDialog {
 public:
-    CDatabaseFolderDialog(QWidget* parent, const std::string& current);
+    CDatabaseFolderDialog(QWidget* parent, const CDatabaseFolderRequest& request);
 
     /// Ends with the separator when it was chosen here.
     std::string Values() const;

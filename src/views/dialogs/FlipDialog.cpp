@@ -6,7 +6,7 @@
 
 namespace velmor {
 
-CFlipDialog::CFlipDialog(QWidget* parent)
+CFlipDialog::CFlipDialog(QWidget* parent, const CFlipRequest&)
     : CDialog(parent, "Flip Cel(s) / Picture(s)"),
       m_direction(new CRadioGroup({"Flip &Horizontal", "Flip &Vertical"}, 0)) {
     m_direction->setObjectName("direction");

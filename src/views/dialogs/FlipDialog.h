@@ -10,7 +10,7 @@ class CRadioGroup;
 /// "Flip Cel(s) / Picture(s)".
 class CFlipDialog final : public CDialog {
 public:
-    explicit CFlipDialog(QWidget* parent);
+    explicit CFlipDialog(QWidget* parent, const CFlipRequest& request = {});
 
     FlipDirection Values() const;
 

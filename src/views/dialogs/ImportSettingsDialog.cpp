@@ -15,14 +15,14 @@ constexpr int mostThreshold = 255;
 
 } // namespace
 
-CImportSettingsDialog::CImportSettingsDialog(QWidget* parent, int threshold)
+CImportSettingsDialog::CImportSettingsDialog(QWidget* parent, const CImportSettingsRequest& request)
     : CDialog(parent, "Import Settings"),
       m_threshold(new CNumberSlider("threshold", 0, mostThreshold, NumberKind::Whole)) {
     auto* label = new QLabel("&Gray level threshold for B/W conversion:");
     label->setBuddy(m_threshold);
     m_threshold->ShowEnds();
     m_threshold->Slider().setMinimumWidth(mostThreshold + 1);
-    m_threshold->Edit().SetValue(threshold);
+    m_threshold->Edit().SetValue(request.threshold);
     m_threshold->Edit().setAccessibleName("Gray level threshold");
     m_threshold->Slider().setAccessibleName("Gray level threshold");
     Body().addWidget(label);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "scene/DialogRequests.h"
 #include "views/dialogs/Dialog.h"
 
 namespace velmor {
@@ -9,7 +10,7 @@ class CNumberSlider;
 /// "Import Settings": which greys become lines when an image becomes a cel.
 class CImportSettingsDialog final : public CDialog {
 public:
-    CImportSettingsDialog(QWidget* parent, int threshold);
+    CImportSettingsDialog(QWidget* parent, const CImportSettingsRequest& request);
 
     /// 0 to 255, once accepted.
     int Values() const;

@@ -8,10 +8,10 @@
 
 namespace velmor {
 
-CMotionPathDialog::CMotionPathDialog(QWidget* parent, int current)
+CMotionPathDialog::CMotionPathDialog(QWidget* parent, const CMotionPathRequest& request)
     : CDialog(parent, "Motion Path Setup"),
-      m_setup(
-          new CRadioGroup({"&All levels", "&Movement selected levels", "&No Level (Hide Motion Paths)"}, current)) {
+      m_setup(new CRadioGroup({"&All levels", "&Movement selected levels", "&No Level (Hide Motion Paths)"},
+                              request.current)) {
     Body().addWidget(GroupOf("Show Motion Paths for ", m_setup));
     m_setup->setObjectName("setup");
     m_setup->BeFirst();

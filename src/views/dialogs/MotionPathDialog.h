@@ -1,5 +1,6 @@
 #pragma once
 
+#include "scene/DialogRequests.h"
 #include "views/dialogs/Dialog.h"
 
 namespace velmor {
@@ -9,7 +10,7 @@ class CRadioGroup;
 /// "Motion Path Setup": the levels whose motion paths are shown.
 class CMotionPathDialog final : public CDialog {
 public:
-    CMotionPathDialog(QWidget* parent, int current);
+    CMotionPathDialog(QWidget* parent, const CMotionPathRequest& request);
 
     /// 0 all levels, 1 movement-selected levels, 2 none.
     int Values() const;

@@ -13,14 +13,14 @@
 
 namespace velmor {
 
-COpenSceneDialog::COpenSceneDialog(QWidget* parent, const std::vector<std::string>& scenes)
+COpenSceneDialog::COpenSceneDialog(QWidget* parent, const COpenSceneRequest& request)
     : CDialog(parent, "Select Scene to Open"),
       m_search(new QLineEdit),
       m_list(new QListView),
       m_matches(new QSortFilterProxyModel(this)) {
     setObjectName("OpenScene");
     QStringList names;
-    for (const std::string& scene : scenes)
+    for (const std::string& scene : request.scenes)
         names.append(ToQt(scene));
     m_matches->setSourceModel(new QStringListModel(names, this));
     m_matches->setFilterCaseSensitivity(Qt::CaseInsensitive);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "scene/DialogRequests.h"
 #include "views/dialogs/Dialog.h"
 
 #include <string>
@@ -14,7 +15,7 @@ namespace velmor {
 /// "Select Scene to Open": a list of scenes that typing narrows down.
 class COpenSceneDialog final : public CDialog {
 public:
-    COpenSceneDialog(QWidget* parent, const std::vector<std::string>& scenes);
+    COpenSceneDialog(QWidget* parent, const COpenSceneRequest& request);
 
     /// The chosen scene; empty when none is.
     std::string Values() const;

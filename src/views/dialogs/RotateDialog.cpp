@@ -10,7 +10,7 @@
 
 namespace velmor {
 
-CRotateDialog::CRotateDialog(QWidget* parent)
+CRotateDialog::CRotateDialog(QWidget* parent, const CRotationRequest&)
     : CDialog(parent, "Rotate Cel(s) / Picture(s)"),
       m_kinds(new QButtonGroup(this)),
       m_angle(new CNumberEdit("angle", NumberKind::Decimal)) {

@@ -12,7 +12,7 @@ class CNumberEdit;
 /// "Rotate Cel(s) / Picture(s)".
 class CRotateDialog final : public CDialog {
 public:
-    explicit CRotateDialog(QWidget* parent);
+    explicit CRotateDialog(QWidget* parent, const CRotationRequest& request = {});
 
     CRotationValues Values() const;
 

@@ -10,8 +10,8 @@
 
 namespace velmor {
 
-CSwapLevelsDialog::CSwapLevelsDialog(QWidget* parent, const std::vector<std::string>& levelNames)
-    : CDialog(parent, "Swap Levels"), m_levels(new CLevelListWidget(levelNames)) {
+CSwapLevelsDialog::CSwapLevelsDialog(QWidget* parent, const CSwapLevelsRequest& request)
+    : CDialog(parent, "Swap Levels"), m_levels(new CLevelListWidget(request.levelNames)) {
     setObjectName("SwapLevels");
     auto* prompt = new QLabel("Select two \nlevels to swap \ntheir places");
     prompt->setBuddy(m_levels);

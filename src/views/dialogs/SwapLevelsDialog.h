@@ -1,5 +1,6 @@
 #pragma once
 
+#include "scene/DialogRequests.h"
 #include "views/dialogs/Dialog.h"
 
 #include <string>
@@ -13,7 +14,7 @@ class CLevelListWidget;
 /// "Swap Levels": two of the levels. A third one that is selected takes the place of the first.
 class CSwapLevelsDialog final : public CDialog {
 public:
-    CSwapLevelsDialog(QWidget* parent, const std::vector<std::string>& levelNames);
+    CSwapLevelsDialog(QWidget* parent, const CSwapLevelsRequest& request);
 
     /// The upper one first, counted from 0. Only for a dialog that was confirmed.
     std::pair<int, int> Values() const;

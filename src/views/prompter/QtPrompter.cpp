@@ -1,6 +1,5 @@
 #include "views/prompter/QtPrompter.h"
 
-#include "scene/DialogRequests.h"
 #include "views/Text.h"
 #include "views/prompter/MessageDialog.h"
 #include "views/prompter/ProgressDialog.h"
@@ -59,15 +58,6 @@ std::unique_ptr<IProgress> CQtPrompter::BeginProgress(const std::string& title) 
 
 std::shared_ptr<void> CQtPrompter::BeginWait() {
     return std::make_shared<CWaitCursor>();
-}
-
-std::vector<Path> CQtPrompter::AskFilesToOpen(const CFileRequest& request) {
-    return m_files.AskToOpen(Owner(), request);
-}
-
-std::optional<Path> CQtPrompter::AskFileToSave(const CFileRequest& request) {
-    const std::vector<Path> files = m_files.AskToSave(Owner(), request);
-    return files.empty() ? std::nullopt : std::optional(files.front());
 }
 
 } // namespace velmor
