@@ -13,6 +13,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <hwy/cache_control.h>
 #include <hwy/highway.h>
 
 HWY_BEFORE_NAMESPACE();
@@ -140,6 +141,15 @@ HWY_INLINE void GatherCorners(const std::uint32_t* pixels, const CGroupOffsets& 
     corners.s = hn::ConcatOdd(du32, highAbove, lowAbove);
 }
 
+/// Has memory fetch what a later row will read of some of a group's lanes. A turned row runs across the rows of the
+/// source, which the processor does not foresee; waiting for memory took half of the time of drawing. An address
+/// outside the image does no harm.
+template<int everyLanes>
+HWY_INLINE void FetchAhead(const std::uint32_t* pixels, const CGroupOffsets& offsets, std::ptrdiff_t ahead) {
+    for (int lane = 0; lane < GroupSize(); lane += everyLanes)
+        hwy::Prefetch(reinterpret_cast<const std::uint8_t*>(pixels) + offsets.at[lane] + ahead);
+}
+
 /// Byte offsets of pixels in 64-bit lanes, by their stored column and their row.
 HWY_INLINE VI64 ByteOffsets(VI64 storedX, VI64 y, const CStripedPixels& pixels) {
     const VI64 rows = hn::MulEven(hn::BitCast(di32, y), hn::Set(di32, CStripedPixels::rowPitch));
@@ -193,6 +203,7 @@ public:
           m_height(work.source.Height()),
           m_storedX(work.start.x + CStripedPixels::shift, work.mapping.StepX()),
           m_y(work.start.y, work.mapping.StepY()),
+          m_ahead(work.aheadBytes),
           m_steps(*work.laneSteps) {}
 
     int XAt(int column) const {
@@ -217,7 +228,9 @@ public:
         VI64 low;
         VI64 high;
         Offsets(column, low, high, fractionX, fractionY);
-        GatherCorners(m_pixels.Origin(), CGroupOffsets(low, high), corners);
+        const CGroupOffsets offsets(low, high);
+        FetchAhead<3>(m_pixels.Origin(), offsets, m_ahead);
+        GatherCorners(m_pixels.Origin(), offsets, corners);
         corners.fx = hn::Mul(hn::ConvertTo(df32, hn::BitCast(di32, fractionX)), hn::Set(df32, 0x1p-24F));
         corners.fy = hn::Mul(hn::ConvertTo(df32, hn::BitCast(di32, fractionY)), hn::Set(df32, 0x1p-24F));
         corners.nearWhole = hn::Or(IsNearWhole(fractionX), IsNearWhole(fractionY));
@@ -259,6 +272,7 @@ private:
     int m_height;
     CFixedLine m_storedX;
     CFixedLine m_y;
+    std::ptrdiff_t m_ahead;
     const CLaneSteps& m_steps;
 };
 
@@ -269,7 +283,8 @@ public:
         : m_table(*work.columns),
           m_y(work.sourceY),
           m_fy(static_cast<float>(work.sourceFraction)),
-          m_row(work.source.Pixels().Origin() + std::ptrdiff_t{work.sourceY} * CStripedPixels::rowPitch) {}
+          m_row(work.source.Pixels().Origin() + std::ptrdiff_t{work.sourceY} * CStripedPixels::rowPitch),
+          m_ahead(work.aheadBytes) {}
 
     int XAt(int column) const { return m_table.x[static_cast<std::size_t>(column)]; }
     int YAt(int) const { return m_y; }
@@ -292,7 +307,9 @@ public:
             corners.r = hn::LoadU(du32, at + CStripedPixels::rowPitch);
             corners.s = hn::LoadU(du32, at + CStripedPixels::rowPitch + 1);
         } else {
-            GatherCorners(m_row, Offsets(column), corners);
+            const CGroupOffsets offsets = Offsets(column);
+            FetchAhead<15>(m_row, offsets, m_ahead);
+            GatherCorners(m_row, offsets, corners);
         }
         corners.fx = hn::LoadU(df32, m_table.roughFraction.data() + index);
         corners.fy = hn::Set(df32, m_fy);
@@ -313,6 +330,7 @@ private:
     int m_y;
     float m_fy;
     const std::uint32_t* m_row;
+    std::ptrdiff_t m_ahead;
 };
 
 // ---- sampling

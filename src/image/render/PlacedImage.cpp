@@ -13,13 +13,25 @@ bool IsCoarse(double fraction) {
     return fraction * coarseSteps == std::floor(fraction * coarseSteps);
 }
 
+// From the source pixel of a column to that of the same column a few rows later: as far as memory takes to answer.
+std::ptrdiff_t BytesAhead(const CSourceMapping& mapping) {
+    constexpr int rows = 4;
+    constexpr double most = 1 << 20; // further away than any image's neighbouring rows
+    const CSourcePoint here = mapping.PointOf(0, 0);
+    const CSourcePoint there = mapping.PointOf(0, rows);
+    const double bytes = (std::round(there.x - here.x) + std::round(there.y - here.y) * CStripedPixels::rowPitch) *
+                         sizeof(std::uint32_t);
+    return std::abs(bytes) < most ? static_cast<std::ptrdiff_t>(bytes) : 0;
+}
+
 } // namespace
 
 CPlacedImage::CPlacedImage(const CRenderSource& source, const CPlacement& placement, CSize destination)
     : m_source(&source),
       m_mapping(placement, {source.Width(), source.Height()}, destination),
       m_antialias(placement.antialias),
-      m_runs(m_mapping) {
+      m_runs(m_mapping),
+      m_aheadBytes(BytesAhead(m_mapping)) {
     if (placement.transparency != 0)
         MakeAlphaTable(placement.transparency);
     if (!m_mapping.IsRotated())
@@ -108,6 +120,7 @@ void CPlacedImage::Draw(int row, const CRowSpans& spans, CPixelRow& pixels) cons
     work.laneSteps = &m_laneSteps;
     work.alphas = m_alphas ? &*m_alphas : nullptr;
     work.runs = m_runs;
+    work.aheadBytes = m_aheadBytes;
     work.start = m_mapping.PointOf(0, row);
     work.row = row;
     CColumnSpan interpolated = spans.interpolated;

@@ -36,6 +36,7 @@ private:
     CSourceMapping m_mapping;
     bool m_antialias;
     CRunSettings m_runs;
+    std::ptrdiff_t m_aheadBytes;
     bool m_isInvisible = false;
     std::optional<AlphaTable> m_alphas;
     std::optional<CColumnTable> m_columns;

@@ -154,7 +154,7 @@ HWY_NOINLINE int DrawPlainGroups(const CRowWork& work, const Points& points, CCo
         const int distance = areas.DistanceAt(x, y);
         if (distance >= runs.leastDistance) {
             const int run = std::min(runs.LengthAt(distance), columns.end - column);
-            DrawRun(work.alphas, work.source.Pixels().At(x, y), run, pixels + column);
+            DrawRun(work.alphas, areas.ColorAt(x, y), run, pixels + column);
             column += run;
             continue;
         }

@@ -74,10 +74,11 @@ struct CRowWork {
     const CColumnTable* columns = nullptr; ///< null: rotated
     const CLaneSteps* laneSteps = nullptr; ///< for a rotated image that is estimable
     CRunSettings runs{};
-    CSourcePoint start{};      ///< of column 0
-    int row = 0;               ///< of the destination
-    int sourceY = 0;           ///< with `columns`: the source row
-    double sourceFraction = 0; ///< and its fraction
+    std::ptrdiff_t aheadBytes = 0; ///< from a source pixel to that of a row drawn a little later
+    CSourcePoint start{};          ///< of column 0
+    int row = 0;                   ///< of the destination
+    int sourceY = 0;               ///< with `columns`: the source row
+    double sourceFraction = 0;     ///< and its fraction
 };
 
 /// Draws columns of a row; every one must have its source point inside the image, for the interpolated drawing also

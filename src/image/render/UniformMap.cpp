@@ -71,6 +71,9 @@ CUniformMap::CUniformMap(std::span<const TileColor> tileColors, int width, int h
                 distances.Row(y)[x] = 1;
     SpreadDistances(distances, columns, rows);
 
+    m_colors.reserve(tileColors.size());
+    std::ranges::transform(tileColors, std::back_inserter(m_colors),
+                           [](TileColor color) { return static_cast<std::uint32_t>(color); });
     m_distances.reserve(m_columns * static_cast<std::size_t>(rows));
     for (int y = 0; y < rows; ++y)
         std::transform(distances.Row(y), distances.Row(y) + columns, std::back_inserter(m_distances),

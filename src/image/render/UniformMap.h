@@ -32,19 +32,24 @@ public:
     }
 
     /// `x` and `y` inside the image.
-    int DistanceAt(int x, int y) const {
-        return m_distances[static_cast<std::size_t>(y >> tileBits) * m_columns +
-                           static_cast<std::size_t>(x >> tileBits)];
-    }
+    int DistanceAt(int x, int y) const { return m_distances[IndexOf(x, y)]; }
+    /// The colour of the tile with (x, y), whose distance is above 0; 0 where it is transparent. Kept here since
+    /// the pixels of large areas are otherwise never looked at, and so far away in memory.
+    std::uint32_t ColorAt(int x, int y) const { return m_colors[IndexOf(x, y)]; }
     /// How far, in pixels along either axis, a point may move from any place of a tile with this distance so that
     /// it and the next pixel of both axes stay in the uniform area. Not positive when nothing is known.
     static int ReachOf(int distance) { return (distance - 1) * tileSide - 2; }
 
-    std::size_t ByteCount() const { return m_distances.size(); }
+    std::size_t ByteCount() const { return m_distances.size() + m_colors.size() * sizeof(std::uint32_t); }
 
 private:
+    std::size_t IndexOf(int x, int y) const {
+        return static_cast<std::size_t>(y >> tileBits) * m_columns + static_cast<std::size_t>(x >> tileBits);
+    }
+
     std::size_t m_columns = 0;
     std::vector<std::uint8_t> m_distances;
+    std::vector<std::uint32_t> m_colors;
 };
 
 } // namespace velmor
