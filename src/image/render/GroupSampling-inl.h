@@ -150,6 +150,11 @@ HWY_INLINE void FetchAhead(const std::uint32_t* pixels, const CGroupOffsets& off
         hwy::Prefetch(reinterpret_cast<const std::uint8_t*>(pixels) + offsets.at[lane] + ahead);
 }
 
+/// The same for a group that reads a part of one row.
+HWY_INLINE void FetchRow(const std::uint32_t* pixels, std::ptrdiff_t ahead) {
+    hwy::Prefetch(reinterpret_cast<const std::uint8_t*>(pixels) + ahead);
+}
+
 /// Byte offsets of pixels in 64-bit lanes, by their stored column and their row.
 HWY_INLINE VI64 ByteOffsets(VI64 storedX, VI64 y, const CStripedPixels& pixels) {
     const VI64 rows = hn::MulEven(hn::BitCast(di32, y), hn::Set(di32, CStripedPixels::rowPitch));
@@ -306,6 +311,18 @@ public:
             corners.q = hn::LoadU(du32, at + 1);
             corners.r = hn::LoadU(du32, at + CStripedPixels::rowPitch);
             corners.s = hn::LoadU(du32, at + CStripedPixels::rowPitch + 1);
+        } else if (m_table.isDense) {
+            // The group's pixels are among as many neighbours, which are moved to their lanes.
+            const std::uint32_t* at = At(column);
+            const VI32 x = hn::LoadU(di32, m_table.x.data() + index);
+            const auto lanes = hn::IndicesFromVec(du32, hn::Sub(x, hn::Set(di32, m_table.x[index])));
+            const auto pick = [&](const std::uint32_t* from)
+                                  HWY_ATTR { return hn::TableLookupLanes(hn::LoadU(du32, from), lanes); };
+            corners.p = pick(at);
+            corners.q = pick(at + 1);
+            corners.r = pick(at + CStripedPixels::rowPitch);
+            corners.s = pick(at + CStripedPixels::rowPitch + 1);
+            FetchRow(at, m_ahead);
         } else {
             const CGroupOffsets offsets = Offsets(column);
             FetchAhead<15>(m_row, offsets, m_ahead);

@@ -57,7 +57,7 @@ void CPlacedImage::MakeColumnTable(int columnCount) {
     table.byteOffset.assign(size, 0);
     table.fraction.assign(size, 0);
     table.roughFraction.assign(size, 0);
-    table.isConsecutive = table.isIntegral = table.isCoarse = true;
+    table.isConsecutive = table.isDense = table.isIntegral = table.isCoarse = true;
     int previous = -1;
     bool first = true;
     for (int column = 0; column < columnCount; ++column) {
@@ -72,6 +72,7 @@ void CPlacedImage::MakeColumnTable(int columnCount) {
         table.fraction[index] = fraction;
         table.roughFraction[index] = static_cast<float>(fraction);
         table.isConsecutive &= first || truncated == previous + 1;
+        table.isDense &= first || truncated == previous || truncated == previous + 1;
         table.isIntegral &= fraction == 0;
         table.isCoarse &= IsCoarse(fraction);
         previous = truncated;

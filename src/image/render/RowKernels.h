@@ -23,6 +23,7 @@ struct CColumnTable {
     std::vector<double> fraction;         ///< what truncation took
     std::vector<float> roughFraction;     ///< the same, rounded
     bool isConsecutive = false;           ///< x grows by 1 from column to column, over all columns inside
+    bool isDense = false;                 ///< x grows by 0 or 1
     bool isIntegral = false;              ///< all fractions are 0
     bool isCoarse = false;                ///< all fractions are whole 128ths
 };
