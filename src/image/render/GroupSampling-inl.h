@@ -299,7 +299,7 @@ public:
         if (m_table.isConsecutive)
             sample = hn::LoadU(du32, At(column));
         else
-            sample = GatherPixels(m_row, Offsets(column));
+            sample = m_table.isDense ? Spread(column, At(column)) : GatherPixels(m_row, Offsets(column));
     }
 
     HWY_INLINE CCorners Corners(int column) const {
@@ -312,16 +312,11 @@ public:
             corners.r = hn::LoadU(du32, at + CStripedPixels::rowPitch);
             corners.s = hn::LoadU(du32, at + CStripedPixels::rowPitch + 1);
         } else if (m_table.isDense) {
-            // The group's pixels are among as many neighbours, which are moved to their lanes.
             const std::uint32_t* at = At(column);
-            const VI32 x = hn::LoadU(di32, m_table.x.data() + index);
-            const auto lanes = hn::IndicesFromVec(du32, hn::Sub(x, hn::Set(di32, m_table.x[index])));
-            const auto pick = [&](const std::uint32_t* from)
-                                  HWY_ATTR { return hn::TableLookupLanes(hn::LoadU(du32, from), lanes); };
-            corners.p = pick(at);
-            corners.q = pick(at + 1);
-            corners.r = pick(at + CStripedPixels::rowPitch);
-            corners.s = pick(at + CStripedPixels::rowPitch + 1);
+            corners.p = Spread(column, at);
+            corners.q = Spread(column, at + 1);
+            corners.r = Spread(column, at + CStripedPixels::rowPitch);
+            corners.s = Spread(column, at + CStripedPixels::rowPitch + 1);
             FetchRow(at, m_ahead);
         } else {
             const CGroupOffsets offsets = Offsets(column);
@@ -337,6 +332,12 @@ public:
 private:
     const std::uint32_t* At(int column) const {
         return m_row + m_table.byteOffset[static_cast<std::size_t>(column)] / 4;
+    }
+    /// In a dense row the pixels of a group are among as many neighbours, which are moved to their lanes.
+    HWY_INLINE VU32 Spread(int column, const std::uint32_t* neighbours) const {
+        const std::int32_t* x = m_table.x.data() + static_cast<std::size_t>(column);
+        const auto lanes = hn::IndicesFromVec(du32, hn::Sub(hn::LoadU(di32, x), hn::Set(di32, *x)));
+        return hn::TableLookupLanes(hn::LoadU(du32, neighbours), lanes);
     }
     HWY_INLINE CGroupOffsets Offsets(int column) const {
         const std::int64_t* offsets = m_table.byteOffset.data() + static_cast<std::size_t>(column);
@@ -451,6 +452,14 @@ HWY_INLINE VU32 InPlace(VU32 value) {
         return hn::And(hn::ShiftLeft<shift - roughBits>(value), hn::Set(du32, 0xffU << shift));
     else
         return hn::And(hn::ShiftRight<roughBits - shift>(value), hn::Set(du32, 0xffU << shift));
+}
+
+/// Whether all that a group is interpolated between is of one colour, so that each sample is that colour.
+HWY_INLINE bool IsUniform(const CCorners& corners) {
+    const VU32 first = hn::Set(du32, hn::GetLane(corners.p));
+    const VU32 difference = hn::Or(hn::Or(hn::Xor(corners.p, first), hn::Xor(corners.q, first)),
+                                   hn::Or(hn::Xor(corners.r, first), hn::Xor(corners.s, first)));
+    return hn::AllTrue(du32, hn::Eq(difference, hn::Zero(du32))) && hn::AllFalse(du32, corners.nearWhole);
 }
 
 /// Samples of a group by estimate; `doubtful` gets the lanes that have to be done by the formula.

@@ -164,9 +164,15 @@ HWY_NOINLINE int DrawPlainGroups(const CRowWork& work, const Points& points, CCo
         MU32 doubtful;
         if constexpr (sampling == Sampling::Nearest)
             points.Nearest(column, sample, doubtful);
-        else
-            sample =
-                RoughGroup<sampling == Sampling::InterpolatedOpaque>(points.Corners(column), isExact, doubtful);
+        else {
+            const CCorners corners = points.Corners(column);
+            if (sampling == Sampling::Interpolated && IsUniform(corners)) {
+                DrawSamples(work.alphas, corners.p, whole, pixels + column);
+                column += group;
+                continue;
+            }
+            sample = RoughGroup<sampling == Sampling::InterpolatedOpaque>(corners, isExact, doubtful);
+        }
         if (!hn::AllFalse(du32, doubtful))
             break;
         DrawSamples(work.alphas, sample, whole, pixels + column);
