@@ -106,14 +106,6 @@ CRowSpans CPlacedImage::SpansOf(int row) const {
     return {all, interpolated};
 }
 
-CRunSettings::CRunSettings(const CSourceMapping& mapping) {
-    const double step = std::max(std::abs(mapping.StepX()), std::abs(mapping.StepY()));
-    columnsPerPixel = step > 0 ? 1 / step : 65536;
-    leastDistance = 2;
-    while (leastDistance < 256 && LengthAt(leastDistance) < leastLength)
-        ++leastDistance;
-}
-
 void CPlacedImage::Draw(int row, const CRowSpans& spans, CPixelRow& pixels) const {
     if (spans.all.IsEmpty())
         return;

@@ -152,8 +152,9 @@ HWY_NOINLINE int DrawPlainGroups(const CRowWork& work, const Points& points, CCo
         const int x = points.XAt(column);
         const int y = points.YAt(column);
         const int distance = areas.DistanceAt(x, y);
-        if (distance >= runs.leastDistance) {
-            const int run = std::min(runs.LengthAt(distance), columns.end - column);
+        const int length = runs.LengthAt(distance, x, y);
+        if (distance >= CRunSettings::leastDistance && length >= CRunSettings::leastLength) {
+            const int run = std::min(length, columns.end - column);
             DrawRun(work.alphas, areas.ColorAt(x, y), run, pixels + column);
             column += run;
             continue;

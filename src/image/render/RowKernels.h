@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdint>
 #include <span>
 #include <string_view>
@@ -51,20 +52,48 @@ struct CLaneSteps {
     std::array<std::int64_t, CPixelRow::slack> y{};
 };
 
-/// When and how far areas of one colour are drawn at once.
+/// How far areas of one colour are drawn at once.
 struct CRunSettings {
     /// A run of fewer pixels is not worth it.
     static constexpr int leastLength = 8;
-
-    int leastDistance = 256;    ///< in the map of uniform areas
-    double columnsPerPixel = 0; ///< columns for a source pixel, along the axis on which the source runs faster
+    /// In the map: the estimated point may lie a pixel beside the right one, in the next tile.
+    static constexpr int leastDistance = 2;
 
     CRunSettings() = default;
-    explicit CRunSettings(const CSourceMapping& mapping);
+    explicit CRunSettings(const CSourceMapping& mapping) : m_x(mapping.StepX()), m_y(mapping.StepY()) {}
 
-    int LengthAt(int distance) const {
-        return static_cast<int>(std::min(CUniformMap::ReachOf(distance) * columnsPerPixel, 65536.0));
+    /// Columns to draw from the one whose source pixel is (x, y) on, so that they and the next pixel of both axes
+    /// are in the area; `distance` is the map's. Not positive when nothing is known.
+    int LengthAt(int distance, int x, int y) const {
+        return static_cast<int>(std::min(m_x.LengthAt(distance, x), m_y.LengthAt(distance, y)));
     }
+
+private:
+    /// One axis of the source.
+    struct CAxis {
+        static constexpr int bits = 16;
+
+        std::int64_t columnsPerPixel = 0; ///< times 2^bits
+        int flip = 0;
+
+        CAxis() = default;
+        explicit CAxis(double step) {
+            constexpr double most = 0x1p32;
+            constexpr double one = 1 << bits;
+            const double pixels = std::abs(step);
+            columnsPerPixel = static_cast<std::int64_t>(pixels > one / most ? one / pixels : most);
+            flip = step < 0 ? 0 : CUniformMap::tileSide - 1;
+        }
+
+        std::int64_t LengthAt(int distance, int position) const {
+            // Pixels between the place in the tile and the end of the area that the row runs towards.
+            const int ahead = ((position & (CUniformMap::tileSide - 1)) ^ flip);
+            return (CUniformMap::ReachOf(distance) + ahead) * columnsPerPixel >> bits;
+        }
+    };
+
+    CAxis m_x;
+    CAxis m_y;
 };
 
 /// A row of a placed image.

@@ -37,7 +37,8 @@ public:
     /// the pixels of large areas are otherwise never looked at, and so far away in memory.
     std::uint32_t ColorAt(int x, int y) const { return m_colors[IndexOf(x, y)]; }
     /// How far, in pixels along either axis, a point may move from any place of a tile with this distance so that
-    /// it and the next pixel of both axes stay in the uniform area. Not positive when nothing is known.
+    /// it and the next pixel of both axes stay in the uniform area. Not positive when nothing is known. A point
+    /// that has pixels of its tile ahead of it may move as many more.
     static int ReachOf(int distance) { return (distance - 1) * tileSide - 2; }
 
     std::size_t ByteCount() const { return m_distances.size() + m_colors.size() * sizeof(std::uint32_t); }
