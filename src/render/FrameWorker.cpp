@@ -16,11 +16,10 @@ CFrameWorker::~CFrameWorker() {
         m_thread.join();
 }
 
-bool CFrameWorker::Start(CFrameRequest request) {
+bool CFrameWorker::Start(CFrameRequest request, unsigned number) {
     const std::lock_guard lock(m_mutex);
     m_picture.reset();
-    m_order = std::move(request);
-    ++m_orderNumber;
+    m_order = COrder{std::move(request), number};
     try {
         if (!m_thread.joinable())
             m_thread = std::thread([this] { Work(); });
@@ -29,13 +28,6 @@ bool CFrameWorker::Start(CFrameRequest request) {
     }
     m_ordered.notify_all();
     return true;
-}
-
-void CFrameWorker::Cancel() {
-    const std::lock_guard lock(m_mutex);
-    m_picture.reset();
-    m_order.reset();
-    ++m_orderNumber;
 }
 
 std::shared_ptr<const CCameraPicture> CFrameWorker::Picture() const {
@@ -50,15 +42,13 @@ void CFrameWorker::Work() {
         m_ordered.wait(lock, [this] { return m_ending || m_order; });
         if (m_ending)
             return;
-        const CFrameRequest request = *std::exchange(m_order, std::nullopt);
-        const unsigned number = m_orderNumber;
+        const COrder order = *std::exchange(m_order, std::nullopt);
         lock.unlock();
         const auto picture = std::make_shared<CCameraPicture>();
-        const CStatus composed = ComposeFrame(request, m_cache, picture->frame, true);
+        const CStatus composed = ComposeFrame(order.request, m_cache, picture->frame, true);
+        picture->number = order.number;
         picture->error = composed.Message();
         lock.lock();
-        if (number != m_orderNumber)
-            continue;
         m_picture = picture;
         if (m_finished) {
             lock.unlock();

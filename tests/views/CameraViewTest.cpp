@@ -40,7 +40,7 @@ protected:
     }
 
     void ShowView(int width = 300, int height = 200) {
-        view = std::make_unique<CCameraView>(*doc, prompter);
+        view = std::make_unique<CCameraView>(*doc);
         view->resize(width, height);
         view->show();
     }
@@ -467,7 +467,7 @@ TEST_F(CameraView, FrameHoldsToolsMenuAndShrinks) {
     QAction action("Zoom &In");
     QMenu menu;
     menu.addAction(&action);
-    CCamFrame frame(*doc, prompter, {&action, nullptr});
+    CCamFrame frame(*doc, {&action, nullptr});
     frame.View().SetContextMenu(&menu);
     frame.resize(300, 20);
     frame.show();

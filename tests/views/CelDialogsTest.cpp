@@ -302,7 +302,7 @@ TEST(LineCheckTest, LeavesTheCameraViewInSight) {
     CVelmorltDoc doc(script, profile, {folder.Path(), folder / "data"});
     QWidget window;
     window.resize(700, 500);
-    auto* view = new CCameraView(doc, script, &window);
+    auto* view = new CCameraView(doc, &window);
     view->setGeometry(0, 250, 700, 250);
     window.show();
     CQtPrompter prompter(window);

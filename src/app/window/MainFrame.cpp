@@ -78,7 +78,7 @@ CMainFrame::~CMainFrame() {
 void CMainFrame::CreateViews() {
     m_sourceView = new CSourceView(m_doc, m_prompter);
     m_sourceView->setMinimumWidth(leastSourceWidth);
-    m_cameraPane = new CCamFrame(m_doc, m_prompter, m_commands.List(CameraToolBar()));
+    m_cameraPane = new CCamFrame(m_doc, m_commands.List(CameraToolBar()));
     m_xsheetPane = new CXsheetFrame(m_doc, m_prompter, m_commands.List(XsheetToolBar()));
     m_celPane = new CCelFrame(m_doc, m_prompter, m_profile,
                               {m_commands.List(CelToolBar()),

@@ -7,8 +7,8 @@
 
 namespace velmor {
 
-CCamFrame::CCamFrame(CVelmorltDoc& doc, IPrompter& prompter, const ActionList& toolBar, QWidget* parent)
-    : QMainWindow(parent, Qt::Widget), m_view(new CCameraView(doc, prompter)), m_zoom(new QLabel) {
+CCamFrame::CCamFrame(CVelmorltDoc& doc, const ActionList& toolBar, QWidget* parent)
+    : QMainWindow(parent, Qt::Widget), m_view(new CCameraView(doc)), m_zoom(new QLabel) {
     auto* bar = addToolBar("Camera Tools");
     bar->setObjectName("camera tools");
     bar->setContextMenuPolicy(Qt::PreventContextMenu); // which would offer to hide it

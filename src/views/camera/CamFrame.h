@@ -10,12 +10,11 @@ namespace velmor {
 
 class CCameraView;
 class CVelmorltDoc;
-class IPrompter;
 
 /// The camera pane: its tool bar and the camera view.
 class CCamFrame final : public QMainWindow {
 public:
-    CCamFrame(CVelmorltDoc& doc, IPrompter& prompter, const ActionList& toolBar, QWidget* parent = nullptr);
+    CCamFrame(CVelmorltDoc& doc, const ActionList& toolBar, QWidget* parent = nullptr);
     ~CCamFrame() override;
 
     CCameraView& View() { return *m_view; }

@@ -39,8 +39,10 @@ const char* CursorNameOf(const CSceneModel& model, bool panning) {
 
 } // namespace
 
-CCameraView::CCameraView(CVelmorltDoc& doc, IPrompter& prompter, QWidget* parent)
-    : QAbstractScrollArea(parent), m_doc(doc), m_feed(doc, prompter, [this] { TakePicture(); }) {
+CCameraView::CCameraView(CVelmorltDoc& doc, QWidget* parent)
+    : QAbstractScrollArea(parent),
+      m_doc(doc),
+      m_feed(doc.Model(), doc.CameraPictures(), [this] { TakePicture(); }) {
     setObjectName("camera view");
     setAccessibleName("Camera view");
     setFrameShape(QFrame::NoFrame);

@@ -21,7 +21,6 @@ class QMenu;
 namespace velmor {
 
 class CVelmorltDoc;
-class IPrompter;
 
 /// The current frame through the camera: shows the composed picture, motion paths and selection marks over it, and
 /// turns drags into camera input or, in pan mode, into scrolling. Besides pan mode the middle button, or the space
@@ -30,8 +29,8 @@ class IPrompter;
 /// other frames.
 class CCameraView final : public QAbstractScrollArea, public IDocView {
 public:
-    /// Document and prompter outlive the view, which takes itself off the document's list when it dies.
-    CCameraView(CVelmorltDoc& doc, IPrompter& prompter, QWidget* parent = nullptr);
+    /// The document outlives the view, which takes itself off the document's list when it dies.
+    explicit CCameraView(CVelmorltDoc& doc, QWidget* parent = nullptr);
     ~CCameraView() override;
 
     /// Shown at a right click; belongs to the caller.
