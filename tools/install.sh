@@ -13,7 +13,7 @@ packages=(
 )
 case ${1:-} in
 '') ;;
---gates) packages+=(git python3 clang clang-format clang-tidy libclang-rt-dev) ;;
+--gates) packages+=(git python3 clang clang-format clang-tidy libclang-rt-dev slurm-wlm munge parallel) ;;
 *)
     echo "usage: install.sh [--gates]" >&2
     exit 2

@@ -4,6 +4,7 @@
 #include "app/cli/ExitStatus.h"
 #include "app/cli/Grammar.h"
 #include "app/cli/RenderGrammar.h"
+#include "app/cli/farm/FarmGrammar.h"
 #include "platform/process/Parallel.h"
 
 #include <exception>
@@ -27,6 +28,7 @@ public:
         AddCompose();
         AddFlipbook();
         m_rendering.AddTo(m_app, m_run);
+        m_farming.AddTo(m_app, m_run);
         AddImport();
     }
 
@@ -34,6 +36,7 @@ public:
     /// Prints what was asked for, help or the version.
     int Answer(const CLI::Success& asked) {
         m_rendering.CompleteHelp();
+        m_farming.CompleteHelp();
         return m_app.exit(asked);
     }
     int Run() const { return m_run(); }
@@ -125,6 +128,7 @@ private:
     CLI::App m_app{"Makes pictures and movies from a database of animation scenes.", "velmor-cli"};
     CommandRun m_run;
     CRenderGrammar m_rendering;
+    CFarmGrammar m_farming;
     CSceneArguments m_scene;
     bool m_json = false;
     CCheckArguments m_check;
