@@ -9,7 +9,7 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
 rm -rf "$corpus"
-for reader in avi bitmap cel packed palette picture scanner settings sound targa wave xsheet; do
+for reader in avi bitmap cel csv packed palette picture scanner settings sound targa wave xdts xsheet; do
     mkdir -p "$corpus/$reader"
 done
 
@@ -39,6 +39,19 @@ for codec in MSVC MJPEG FFV1 Uncompressed; do
 done
 "$cli" "${render[@]}" --frames 1-3 --format mp4 -o "$corpus/avi/movie" 2>/dev/null || true
 "$cli" flipbook --database "$database" Demo --scaling 10 --frames 1-4 -o "$corpus/avi/flipbook" 2>/dev/null
+
+# The sheet, for other programs.
+"$cli" sheet export --database "$database" Demo -o "$corpus/xdts/demo.xdts" 2>/dev/null
+"$cli" sheet export --database "$database" Demo -o "$corpus/csv/demo.csv" 2>/dev/null
+cat >"$corpus/xdts/small" <<'END'
+exchangeDigitalTimeSheet Save Data
+{"version":5,"timeTables":[{"name":"c","duration":9,"timeTableHeaders":[{"fieldId":0,"names":["A","B"]}],"fields":[
+{"fieldId":0,"tracks":[{"trackNo":1,"frames":[{"frame":-2,"data":[{"id":0,"values":["1"]}]},
+{"frame":4,"data":[{"id":0,"values":["SYMBOL_TICK_1"]}]},{"frame":6,"data":[{"id":0,"values":["SYMBOL_NULL_CELL"]}]}]}]},
+{"fieldId":3,"tracks":[{"trackNo":0,"frames":[{"frame":2,"data":[{"id":0,"values":["Fox","Meow"]}]}]}]},
+{"fieldId":5,"tracks":[]}]}]}
+END
+printf 'Frame;A;B;Dialogue\n1;1;;\n2;;"2";Fox: Meow\n3;x;;x\n' >"$corpus/csv/small"
 
 # What they become as assets.
 import() { "$cli" import "$1" --database "$database" Demo "${@:2}" 2>/dev/null; }

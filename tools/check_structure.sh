@@ -34,7 +34,7 @@ SDL\.h|SDL2/|SDL_;src/platform/sdl/;SDL is used outside its module, src/platform
 SimpleIni;src/platform/;SimpleIni is used outside src/platform
 hwy/;src/image/;Highway is used outside src/image
 CLI/|CLI11;src/app/;CLI11 is used outside src/app
-nlohmann/;src/app/|tests/app/;The JSON library is used outside src/app
+nlohmann/;src/app/|src/xsheet/exchange/|tests/app/;The JSON library is used outside src/app and src/xsheet/exchange
 libav[a-z]+/|libsw[a-z]+/;src/platform/ffmpeg/|tests/;The FFmpeg libraries are used outside their module, src/platform/ffmpeg
 sane/;src/platform/;SANE is used outside src/platform
 gtest/|gmock/;tests/;GoogleTest is used outside the tests

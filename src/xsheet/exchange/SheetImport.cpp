@@ -1,0 +1,203 @@
+#include "xsheet/exchange/SheetImport.h"
+
+#include "platform/files/TextEncoding.h"
+#include "xsheet/exchange/SheetExport.h"
+
+#include <algorithm>
+#include <cctype>
+#include <optional>
+
+namespace velmor {
+
+namespace {
+
+static_assert(mostExchangeTracks == CXSheet::mostLevelsInFile && mostExchangeFrames == CXSheet::mostFramesInFile);
+
+// A track's name as a level can have it: what our files lack is a question mark there.
+std::string LevelNameOf(const std::string& track) {
+    std::string name = Windows1252ToUtf8(Utf8ToWindows1252(track));
+    std::erase_if(name, [](unsigned char c) { return c < ' '; });
+    name.erase(0, name.find_first_not_of(' '));
+    name.erase(name.find_last_not_of(' ') + 1);
+    return name;
+}
+
+std::string WithoutZeros(const std::string& number) {
+    const std::size_t begin = number.find_first_not_of('0');
+    if (begin == std::string::npos || std::isdigit(static_cast<unsigned char>(number[begin])) == 0)
+        return number;
+    return number.substr(begin);
+}
+
+std::string Counted(int count, const char* one, const char* more) {
+    return std::to_string(count) + " " + (count == 1 ? one : more);
+}
+
+/// Brings one track into a level.
+class CTrackImport {
+public:
+    CTrackImport(const CExchangeTrack& track, const CXSheet& before, std::optional<int> levelBefore,
+                 const CSceneAssets& assets, CSheetImport& import)
+        : m_track(track), m_before(before), m_levelBefore(levelBefore), m_assets(assets), m_import(import) {
+        if (levelBefore)
+            m_folder = FolderOfLevel(before, *levelBefore).value_or(std::string());
+        if (m_folder.empty())
+            m_folder = assets.images.contains(LevelNameOf(track.name)) ? LevelNameOf(track.name) : assets.folder;
+    }
+
+    void Into(int level) {
+        int changed = 0;
+        const int frames = std::min(m_import.xsheet.FrameCount(), static_cast<int>(m_track.cells.size()));
+        for (int frame = 0; frame < frames; ++frame) {
+            CXSheetCell cell = CellFor(m_track.cells[static_cast<std::size_t>(frame)], frame);
+            if (cell.IsIdenticalTo(m_import.xsheet.Cell(level, frame)))
+                continue;
+            m_import.xsheet.MutableCell(level, frame) = std::move(cell);
+            ++changed;
+        }
+        if (changed > 0)
+            m_import.changes.push_back("Level \"" + m_import.xsheet.LevelName(level) +
+                                       "\": " + Counted(changed, "cell changes", "cells change"));
+        for (const auto& [name, count] : m_missing)
+            m_import.losses.push_back("Level \"" + m_import.xsheet.LevelName(level) + "\": there is no drawing " +
+                                      name + ", " + Counted(count, "cell stays", "cells stay") + " empty");
+    }
+
+private:
+    // Folder and name of the drawing that a value means; nothing when the scene has none such.
+    std::optional<std::pair<std::string, std::string>> Resolve(const std::string& value) const {
+        const std::size_t slash = value.rfind('/');
+        const std::string folder = slash == std::string::npos ? m_folder : value.substr(0, slash);
+        const std::string name = slash == std::string::npos ? value : value.substr(slash + 1);
+        const auto images = m_assets.images.find(folder);
+        if (images == m_assets.images.end())
+            return std::nullopt;
+        for (const std::string& known : {name, WithoutZeros(name)})
+            if (images->second.contains(known))
+                return std::pair(folder, known);
+        return std::nullopt;
+    }
+
+    CXSheetCell CellFor(const std::string& value, int frame) {
+        if (value.empty())
+            return {};
+        if (m_levelBefore && m_before.HasFrame(frame) &&
+            ExchangeName(m_before.Cell(*m_levelBefore, frame), m_folder) == value)
+            return m_before.Cell(*m_levelBefore, frame);
+        const auto drawing = Resolve(value);
+        if (!drawing) {
+            ++m_missing[value];
+            return {};
+        }
+        if (const CXSheetCell* nearest = NearestOf(drawing->first, drawing->second, frame))
+            return *nearest;
+        CXSheetCell& fresh = m_fresh[*drawing]; // its size is read once
+        if (!fresh.IsUsed())
+            static_cast<void>(fresh.Set(m_assets.sceneFolder, drawing->first, drawing->second, m_assets.frame));
+        return fresh;
+    }
+
+    const CXSheetCell* NearestOf(const std::string& folder, const std::string& name, int frame) const {
+        if (!m_levelBefore)
+            return nullptr;
+        const CXSheetCell* nearest = nullptr;
+        int distance = 0;
+        for (int other = 0; other < m_before.FrameCount(); ++other) {
+            const CXSheetCell& cell = m_before.Cell(*m_levelBefore, other);
+            if (cell.Shows(folder, name) && (nearest == nullptr || std::abs(other - frame) < distance)) {
+                nearest = &cell;
+                distance = std::abs(other - frame);
+            }
+        }
+        return nearest;
+    }
+
+    const CExchangeTrack& m_track;
+    const CXSheet& m_before;
+    std::optional<int> m_levelBefore;
+    const CSceneAssets& m_assets;
+    CSheetImport& m_import;
+    std::string m_folder;
+    std::map<std::string, int> m_missing;
+    std::map<std::pair<std::string, std::string>, CXSheetCell> m_fresh;
+};
+
+// The level that each track goes into; nothing for a new one. Tracks of one name take the levels of that name in
+// their order.
+std::vector<std::optional<int>> MatchTracks(const std::vector<CExchangeTrack>& tracks, const CXSheet& xsheet) {
+    std::vector<std::optional<int>> levels;
+    std::set<int> taken;
+    for (const CExchangeTrack& track : tracks) {
+        std::optional<int>& match = levels.emplace_back();
+        for (int level = 0; level < xsheet.LevelCount() && !match; ++level)
+            if (!taken.contains(level) && LevelNameOf(xsheet.LevelName(level)) == LevelNameOf(track.name))
+                match = level;
+        if (match)
+            taken.insert(*match);
+    }
+    return levels;
+}
+
+void ImportTracks(const CExchangeSheet& sheet, const CXSheet& before, const CSceneAssets& assets,
+                  CSheetImport& import) {
+    const std::vector<std::optional<int>> matches = MatchTracks(sheet.tracks, before);
+    const auto added = static_cast<int>(std::ranges::count(matches, std::optional<int>()));
+    for (std::size_t i = sheet.tracks.size(); i-- > 0;) // each goes in front of those before it
+        if (!matches[i]) {
+            static_cast<void>(import.xsheet.AddLevel(LevelNameOf(sheet.tracks[i].name))); // there is room
+            import.changes.push_back("New level \"" + LevelNameOf(sheet.tracks[i].name) + "\"");
+        }
+    int next = 0;
+    for (std::size_t i = 0; i < sheet.tracks.size(); ++i)
+        CTrackImport(sheet.tracks[i], before, matches[i], assets, import)
+            .Into(matches[i] ? *matches[i] + added : next++);
+}
+
+void ImportSounds(const CExchangeSheet& sheet, const std::vector<CSoundPlacement>& before,
+                  const CSceneAssets& assets, CSheetImport& import) {
+    import.sounds.clear();
+    for (const CExchangeLine& line : sheet.lines) {
+        const bool isFree = import.sounds.empty() || import.sounds.back().frame != line.frame;
+        const std::string& name = assets.sounds.contains(line.text) ? line.text : line.speaker;
+        if (isFree && assets.sounds.contains(name))
+            import.sounds.push_back({line.frame, name});
+        else
+            import.losses.push_back("Frame " + std::to_string(line.frame + 1) + ": there is no sound called \"" +
+                                    line.text + "\"");
+    }
+    std::vector<CSoundPlacement> sorted = before;
+    std::ranges::stable_sort(sorted, {}, &CSoundPlacement::frame);
+    if (sorted == import.sounds)
+        import.sounds = before; // in the order of their placing
+    else
+        import.changes.push_back("Sounds: " + std::to_string(before.size()) + " placed before, " +
+                                 std::to_string(import.sounds.size()) + " after");
+}
+
+} // namespace
+
+CStatus ImportSheet(const CExchangeSheet& sheet, const CXSheet& xsheet, const std::vector<CSoundPlacement>& sounds,
+                    const CSceneAssets& assets, CSheetImport& import) {
+    const auto matches = MatchTracks(sheet.tracks, xsheet);
+    const auto added = static_cast<int>(std::ranges::count(matches, std::optional<int>()));
+    const int mostFrames = std::max(CXSheet::mostFrames, xsheet.FrameCount());
+    if (sheet.frameCount < 1 || sheet.frameCount > mostFrames ||
+        (added > 0 && xsheet.LevelCount() + added > CXSheet::mostLevels))
+        return CStatus::Failure("The sheet has more levels or frames than an xsheet can have");
+    CSheetImport made{xsheet, sounds, {}, {}};
+    if (sheet.frameCount != xsheet.FrameCount()) {
+        made.changes.push_back("Length: " + std::to_string(xsheet.FrameCount()) + " frames before, " +
+                               std::to_string(sheet.frameCount) + " after");
+        made.xsheet.SetFrameCount(sheet.frameCount);
+        std::erase_if(made.sounds, [&](const CSoundPlacement& sound) { return sound.frame >= sheet.frameCount; });
+    }
+    ImportTracks(sheet, xsheet, assets, made);
+    if (sheet.hasDialogue)
+        ImportSounds(sheet, sounds, assets, made);
+    if (sheet.hasCamera)
+        made.losses.emplace_back("The camera work of the file is not taken");
+    import = std::move(made);
+    return {};
+}
+
+} // namespace velmor
