@@ -30,6 +30,7 @@ public:
         m_rendering.AddTo(m_app, m_run);
         m_farming.AddTo(m_app, m_run);
         AddImport();
+        AddSheet();
     }
 
     CLI::App& App() { return m_app; }
@@ -115,6 +116,30 @@ private:
         AddFiles(*sound, ImportKind::Sound, 1);
     }
 
+    void AddSheet() {
+        CLI::App* sheet = m_app.add_subcommand("sheet", "Exchange xsheets with other programs");
+        sheet->require_subcommand(1);
+        CLI::App* out =
+            AddSheetCommand(*sheet, "export", "Write the xsheet, and say what the file cannot hold", false);
+        out->add_option("-o,--output", m_sheet.file, "File to write, .xdts or .csv")->required();
+        CLI::App* in =
+            AddSheetCommand(*sheet, "import", "Bring a file into the xsheet, and say what changes", true);
+        in->add_option("file", m_sheet.file, "File to read, .xdts or .csv")->required();
+        in->add_option("--folder", m_sheet.folder, "Cel folder of new levels that are not called like theirs");
+        in->add_flag("--dry-run", m_sheet.dryRun, "Say what would change, and change nothing");
+    }
+
+    CLI::App* AddSheetCommand(CLI::App& sheet, const char* name, const char* description, bool isImport) {
+        CLI::App* command = AddSceneCommand(sheet, name, description, m_sheet.scene);
+        command->add_option("--format", m_sheet.format, "xdts or csv; by the file's name without it")
+            ->check(CLI::IsMember({"xdts", "csv"}));
+        command->callback([this, isImport] {
+            m_sheet.isImport = isImport;
+            m_run = [this] { return StatusOf(RunSheet(m_sheet)); };
+        });
+        return command;
+    }
+
     void AddFiles(CLI::App& command, ImportKind kind, int count) {
         command.add_option("file", m_import.files, "File to import")->required()->expected(count);
         command.callback([this, kind] {
@@ -135,6 +160,7 @@ private:
     CComposeArguments m_compose;
     CFlipbookArguments m_flipbook;
     CImportArguments m_import;
+    CSheetArguments m_sheet;
 };
 
 } // namespace

@@ -78,6 +78,16 @@ struct CImportArguments {
     std::vector<std::string> files;
 };
 
+/// An xsheet to or from the file of another program.
+struct CSheetArguments {
+    CSceneArguments scene;
+    std::string file;
+    std::string format; ///< "xdts" or "csv"; empty: by the file's extension, XDTS for any but ".csv"
+    bool isImport = false;
+    bool dryRun = false; ///< of an import: say what would change
+    std::string folder;  ///< of an import: cel folder of levels that nothing else tells it of
+};
+
 [[nodiscard]] bool RunScenes(const CSceneArguments& arguments);
 [[nodiscard]] bool RunInfo(const CSceneArguments& arguments, bool json);
 [[nodiscard]] bool RunCompose(const CComposeArguments& arguments);
@@ -86,6 +96,7 @@ struct CImportArguments {
 [[nodiscard]] int RunRender(const CRenderArguments& arguments);
 [[nodiscard]] bool RunImport(const CImportArguments& arguments);
 [[nodiscard]] bool RunCheck(const CCheckArguments& arguments);
+[[nodiscard]] bool RunSheet(const CSheetArguments& arguments);
 /// Makes the scene "Demo" in the database folder, which is made when it is missing. Refuses when there is one
 /// already.
 [[nodiscard]] bool RunDemo(const CSceneArguments& arguments);
