@@ -34,6 +34,9 @@ public:
     /// False when there is no such scene or its xsheet cannot be read: nothing has changed then. The scene that is
     /// left is saved first; false as well when it cannot be and the user would rather stay.
     [[nodiscard]] bool OpenScene(const std::string& name);
+    /// Opens the scene whose xsheet a file is, also one of another database, which is then the chosen one. False,
+    /// after the message, as for OpenScene() and when the file is no scene's xsheet.
+    [[nodiscard]] bool OpenSceneFile(const Path& file);
     [[nodiscard]] bool LoadXSheet();
     /// Writes the xsheet of the open scene; shows what went wrong.
     [[nodiscard]] bool SaveXSheet();

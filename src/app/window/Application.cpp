@@ -8,6 +8,7 @@
 #include "scene/VelmorltDoc.h"
 #include "views/prompter/QtPrompter.h"
 
+#include <QApplication>
 #include <QSocketNotifier>
 
 namespace velmor {
@@ -20,14 +21,15 @@ CApplication::CApplication(CProgramFolders folders) : m_folders(std::move(folder
 
 CApplication::~CApplication() = default;
 
-bool CApplication::Start(bool showSplash) {
+bool CApplication::Start(bool showSplash, const Path& sceneFile) {
     m_prompter = std::make_unique<CQtPrompter>();
     static_cast<void>(
         CreateFolder(m_folders.configuration)); // without it nothing is remembered, which is no reason not to start
     m_guard = CInstanceGuard::Acquire(m_folders.configuration);
     if (!m_guard) {
-        CInstanceBell::Ring(m_folders.configuration);
-        m_prompter->ShowMessage("Personal Velmor is already running");
+        const bool heard = CInstanceBell::Ring(m_folders.configuration, Utf8Of(sceneFile));
+        if (!heard || sceneFile.empty())
+            m_prompter->ShowMessage("Personal Velmor is already running");
         return false;
     }
     m_profile = std::make_unique<CProfile>(m_folders.configuration / "personal-velmor.ini");
@@ -38,7 +40,8 @@ bool CApplication::Start(bool showSplash) {
                                            CDocumentFolders{m_folders.program, m_folders.data, m_folders.trash});
     m_frame = std::make_unique<CMainFrame>(*m_doc, *m_prompter, *m_profile);
     m_prompter->SetParent(*m_frame, m_profile.get());
-    m_doc->Scenes().ReopenLastScene();
+    if (sceneFile.empty() || !m_doc->Scenes().OpenSceneFile(sceneFile))
+        m_doc->Scenes().ReopenLastScene();
     m_frame->show();
     AnswerBell();
     return true;
@@ -50,9 +53,16 @@ void CApplication::AnswerBell() {
         return;
     m_bellNotifier = std::make_unique<QSocketNotifier>(m_bell->Descriptor(), QSocketNotifier::Read);
     QObject::connect(m_bellNotifier.get(), &QSocketNotifier::activated, m_frame.get(), [this] {
-        if (m_bell->WasRung())
-            m_frame->BringToFront();
+        for (const std::string& sceneFile : m_bell->TakeRings())
+            AnswerRing(sceneFile);
     });
+}
+
+void CApplication::AnswerRing(const std::string& sceneFile) {
+    m_frame->BringToFront();
+    // While a dialog waits for an answer, its command is not done with the open scene.
+    if (!sceneFile.empty() && QApplication::activeModalWidget() == nullptr)
+        static_cast<void>(m_doc->Scenes().OpenSceneFile(PathOf(sceneFile))); // it has said why not
 }
 
 } // namespace velmor

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QFileInfo>
 
 int main(int argc, char** argv) {
     velmor::KeepFreedMemory();
@@ -15,12 +16,15 @@ int main(int argc, char** argv) {
     QCommandLineParser parser;
     const QCommandLineOption noSplash("nosplash", "Start without the splash window.");
     parser.addOption(noSplash);
+    parser.addPositionalArgument("scene", "Xsheet of the scene to open.", "[SCENE.xsheet]");
     parser.addHelpOption();
     parser.addVersionOption();
     parser.process(application);
 
+    const QStringList files = parser.positionalArguments();
+    const QString scene = files.isEmpty() ? QString() : QFileInfo(files.front()).absoluteFilePath();
     velmor::CApplication program(velmor::CProgramFolders::OfThisUser());
-    if (!program.Start(!parser.isSet(noSplash)))
+    if (!program.Start(!parser.isSet(noSplash), velmor::PathOf(scene.toStdString())))
         return 1;
     return QApplication::exec();
 }

@@ -1,5 +1,6 @@
 #include "platform/process/InstanceBell.h"
 
+#include <array>
 #include <cstring>
 #include <optional>
 #include <sys/socket.h>
@@ -10,6 +11,7 @@ namespace velmor {
 
 namespace {
 
+constexpr std::size_t longestRing = 5000; // a path and a byte
 constexpr int kind = SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK;
 
 Path SocketFile(const Path& folder) {
@@ -52,22 +54,26 @@ CInstanceBell::~CInstanceBell() {
     ::unlink(m_file.c_str());
 }
 
-bool CInstanceBell::WasRung() {
-    bool rung = false;
-    char ring = 0;
-    while (m_descriptor >= 0 && ::recv(m_descriptor, &ring, sizeof ring, 0) >= 0)
-        rung = true;
-    return rung;
+std::vector<std::string> CInstanceBell::TakeRings() {
+    std::vector<std::string> rings;
+    std::array<char, longestRing> ring{};
+    while (m_descriptor >= 0) {
+        const ssize_t length = ::recv(m_descriptor, ring.data(), ring.size(), 0);
+        if (length < 0)
+            break;
+        rings.emplace_back(ring.data(), static_cast<std::size_t>(length)).erase(0, 1);
+    }
+    return rings;
 }
 
-bool CInstanceBell::Ring(const Path& folder) {
+bool CInstanceBell::Ring(const Path& folder, const std::string& message) {
     const std::optional<sockaddr_un> address = AddressOf(SocketFile(folder));
-    const int descriptor = address ? ::socket(AF_UNIX, kind, 0) : -1;
+    const std::string ring = "!" + message; // a byte rings where nothing is said
+    const int descriptor = address && ring.size() <= longestRing ? ::socket(AF_UNIX, kind, 0) : -1;
     if (descriptor < 0)
         return false;
-    const char ring = 1;
     const bool rung =
-        ::sendto(descriptor, &ring, sizeof ring, MSG_NOSIGNAL, Generic(*address), sizeof *address) > 0;
+        ::sendto(descriptor, ring.data(), ring.size(), MSG_NOSIGNAL, Generic(*address), sizeof *address) > 0;
     ::close(descriptor);
     return rung;
 }

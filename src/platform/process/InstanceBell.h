@@ -2,6 +2,9 @@
 
 #include "platform/files/Files.h"
 
+#include <string>
+#include <vector>
+
 namespace velmor {
 
 /// How another start of the program asks the one that runs to show itself: a socket beside the instance guard's
@@ -17,11 +20,12 @@ public:
 
     /// Readable once somebody has rung; -1 for a silent bell.
     int Descriptor() const { return m_descriptor; }
-    /// Whether somebody has rung since the last call.
-    bool WasRung();
+    /// What was said with each ring since the last call; nothing when nobody has rung.
+    std::vector<std::string> TakeRings();
 
-    /// Rings the bell in `folder`, without waiting for anything; false when nobody listens.
-    static bool Ring(const Path& folder);
+    /// Rings the bell in `folder` and says something, without waiting for anything; false when nobody listens, or
+    /// not to so long a text.
+    static bool Ring(const Path& folder, const std::string& message = {});
 
 private:
     int m_descriptor = -1;

@@ -1,8 +1,10 @@
 #include "app/window/Application.h"
 
-#include "TempFolder.h"
+#include "TestScene.h"
 #include "app/window/MainFrame.h"
 #include "qt/ModalDriver.h"
+#include "scene/SceneLifecycle.h"
+#include "scene/VelmorltDoc.h"
 
 #include <QLabel>
 #include <QTest>
@@ -24,6 +26,26 @@ TEST(ApplicationTest, ASecondStartBringsTheFirstWindowToTheFront) {
                    EXPECT_TRUE(told);
                });
     EXPECT_TRUE(QTest::qWaitFor([&] { return !first.Frame().isMinimized(); }));
+}
+
+TEST(ApplicationTest, AnXSheetOpensInTheRunningProgram) {
+    const CTempFolder folder;
+    const CProgramFolders folders{folder / "program", folder / "settings", folder / "data"};
+    const CTestScene here(folder / "db", "Here");
+    const CTestScene there(folder / "other", "There");
+    const auto file = [](const CTestScene& scene) { return scene.folder / (scene.name + ".xsheet"); };
+    CApplication first(folders);
+    ASSERT_TRUE(first.Start(false, file(here)));
+    EXPECT_EQ(first.Document().Scenes().GetSceneName(), "Here");
+    CApplication second(folders);
+    EXPECT_FALSE(second.Start(false, file(there))) << "and shows no message, which would wait for an answer";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return first.Document().Scenes().GetSceneName() == "There"; }));
+    for (const Path& wrong : {folder / "db" / "x.xsheet", folder / "other" / "There.scene" / "Other.xsheet",
+                              folder / "gone" / "Gone.scene" / "Gone.xsheet"})
+        WithDialog([&] { EXPECT_FALSE(first.Document().Scenes().OpenSceneFile(wrong)); }, [](QDialog&) {});
+    EXPECT_EQ(first.Document().Scenes().GetSceneName(), "There");
+    EXPECT_TRUE(FileExists(file(there)));
+    EXPECT_FALSE(FolderExists(folder / "gone"));
 }
 
 } // namespace velmor::testing

@@ -15,12 +15,13 @@ TEST(InstanceBell, ARingReachesWhoListens) {
     CInstanceBell bell(folder.Path());
     pollfd waiting{bell.Descriptor(), POLLIN, 0};
     EXPECT_EQ(::poll(&waiting, 1, 0), 0);
-    EXPECT_FALSE(bell.WasRung());
+    EXPECT_TRUE(bell.TakeRings().empty());
     EXPECT_TRUE(CInstanceBell::Ring(folder.Path()));
-    EXPECT_TRUE(CInstanceBell::Ring(folder.Path()));
+    EXPECT_TRUE(CInstanceBell::Ring(folder.Path(), "/a path/to it"));
     EXPECT_EQ(::poll(&waiting, 1, 0), 1);
-    EXPECT_TRUE(bell.WasRung());
-    EXPECT_FALSE(bell.WasRung());
+    EXPECT_EQ(bell.TakeRings(), (std::vector<std::string>{"", "/a path/to it"}));
+    EXPECT_FALSE(CInstanceBell::Ring(folder.Path(), std::string(10000, 'x')));
+    EXPECT_TRUE(bell.TakeRings().empty());
 }
 
 TEST(InstanceBell, WhatACrashLeavesIsNoHindrance) {
@@ -41,7 +42,7 @@ TEST(InstanceBell, NobodyWaitsForOneThatDoesNotAnswer) {
     while (rings < 100'000 && CInstanceBell::Ring(folder.Path()))
         ++rings;
     EXPECT_LT(rings, 100'000) << "the system has stopped keeping rings";
-    EXPECT_TRUE(bell.WasRung());
+    EXPECT_FALSE(bell.TakeRings().empty());
 }
 
 TEST(InstanceBell, WithoutASocketTheBellIsSilent) {
@@ -50,6 +51,6 @@ TEST(InstanceBell, WithoutASocketTheBellIsSilent) {
     static_cast<void>(CreateFolder(deep));
     CInstanceBell bell(deep);
     EXPECT_LT(bell.Descriptor(), 0);
-    EXPECT_FALSE(bell.WasRung());
+    EXPECT_TRUE(bell.TakeRings().empty());
     EXPECT_FALSE(CInstanceBell::Ring(deep));
 }
