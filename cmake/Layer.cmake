@@ -82,12 +82,12 @@ function(velmor_layer name)
   velmor_check_headers(velmor_${name} ${headers})
 endfunction()
 
-# velmor_module(<layer> <name> <folder> [HIDES <target>...])
+# velmor_module(<layer> <name> <folder> COMPONENT <component> [HIDES <target>...])
 # Declares <name>.so of the sources in a folder of a layer: what the layer loads when it is first used, so that a
 # program that does not use it starts without the libraries HIDES. A module sees the headers of its layer and is linked
-# with nothing of it: what the two have for one another goes through abstract classes.
+# with nothing of it: what the two have for one another goes through abstract classes. It is installed with COMPONENT.
 function(velmor_module layer name folder)
-  cmake_parse_arguments(MODULE "" "" "HIDES" ${ARGN})
+  cmake_parse_arguments(MODULE "" "COMPONENT" "HIDES" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp)
   add_library(${name} MODULE ${sources})
   set_target_properties(${name} PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY ${VELMOR_MODULES})
@@ -99,7 +99,7 @@ function(velmor_module layer name folder)
   file(GLOB headers CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.h)
   velmor_check_headers(${name} ${headers})
   add_dependencies(velmor_${layer} ${name})
-  install(TARGETS ${name} LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/personal-velmor)
+  install(TARGETS ${name} LIBRARY DESTINATION lib/personal-velmor/modules COMPONENT ${MODULE_COMPONENT})
 endfunction()
 
 # velmor_program_library(<name> <source>... TOP <layer> [HIDES <target>...])

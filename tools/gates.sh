@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# The checks that take longer than a build and its tests: headers alone, the command-line tool without Qt and under
+# The checks that take longer than a build and its tests: headers alone, the packages, the command-line tool without Qt and under
 # sanitizers, the fuzzed readers, and clang-tidy over what changed since the commit BASE (default: where the branch left
 # origin/main).
 set -euo pipefail
@@ -14,6 +14,7 @@ step() {
 step tools/install.sh --gates
 step cmake --preset release
 step cmake --build --preset release --target headers
+step tools/packages.sh
 step cmake --preset asan-cli
 step cmake --build --preset asan-cli
 step ctest --preset asan-cli

@@ -13,7 +13,8 @@ packages=(
 )
 case ${1:-} in
 '') ;;
---gates) packages+=(git python3 clang clang-format clang-tidy libclang-rt-dev slurm-wlm munge parallel) ;;
+--gates) packages+=(git python3 clang clang-format clang-tidy libclang-rt-dev slurm-wlm munge parallel
+    lintian desktop-file-utils appstream debootstrap man-db file zsh) ;;
 *)
     echo "usage: install.sh [--gates]" >&2
     exit 2

@@ -5,10 +5,12 @@
 #include "app/cli/Grammar.h"
 #include "app/cli/RenderGrammar.h"
 #include "app/cli/farm/FarmGrammar.h"
+#include "app/cli/reference/CommandReference.h"
 #include "platform/process/Parallel.h"
 
 #include <exception>
 #include <iostream>
+#include <utility>
 
 namespace velmor {
 
@@ -163,7 +165,43 @@ private:
     CSheetArguments m_sheet;
 };
 
+// Text in braces names the only values that are taken.
+std::vector<std::string> ChoicesOf(const std::string& type) {
+    const std::size_t begin = type.find('{');
+    const std::size_t end = type.find('}', begin);
+    if (begin == std::string::npos || end == std::string::npos)
+        return {};
+    return CLI::detail::split(type.substr(begin + 1, end - begin - 1), ',');
+}
+
+CReferenceOption ReferenceOf(const CLI::Option& option) {
+    CReferenceOption reference;
+    reference.isPositional = option.get_positional();
+    reference.name = reference.isPositional ? option.get_name(true) : option.get_name(false, true);
+    reference.isRequired = option.get_required();
+    reference.description = option.get_description();
+    if (option.get_expected_max() > 0 && option.get_type_size() > 0) {
+        reference.choices = ChoicesOf(option.get_type_name());
+        reference.value = option.get_type_name().substr(0, option.get_type_name().find(':'));
+    }
+    return reference;
+}
+
+CCommandReference ReferenceOf(CLI::App& command, const std::string& above) {
+    CCommandReference reference{above + command.get_name(), command.get_description(), {}, {}};
+    for (const CLI::Option* option : std::as_const(command).get_options())
+        reference.options.push_back(ReferenceOf(*option));
+    for (CLI::App* below : command.get_subcommands([](CLI::App*) { return true; }))
+        reference.commands.push_back(ReferenceOf(*below, reference.name + " "));
+    return reference;
+}
+
 } // namespace
+
+CCommandReference ReferenceOfCommandLine() {
+    CGrammar grammar;
+    return ReferenceOf(grammar.App(), {});
+}
 
 int RunCommandLine(int argc, char** argv) {
     CGrammar grammar;

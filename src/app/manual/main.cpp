@@ -1,9 +1,9 @@
 // Makes the manual that Help opens: a page of Markdown, and after it every command with its keys, from the table
 // that the menus are made of.
 //
-//     make-manual FIRST_SCENE.md MANUAL.pdf MANUAL.md
+//     make-manual FIRST_SCENE.md MANUAL.pdf MANUAL.md PAGE.1
 //
-// The second form is for machines without a reader of the first.
+// The second form is for machines without a reader of the first, the third is the list of commands for man.
 
 #include "app/window/CommandTable.h"
 #include "app/window/MenuTable.h"
@@ -45,6 +45,33 @@ QString CommandPages() {
         }
     }
     return pages;
+}
+
+QString Escaped(QString text) {
+    return text.replace('\\', "\\e").replace('-', "\\-");
+}
+
+QString ManPage() {
+    QString page =
+        ".TH PERSONAL\\-VELMOR 1 \"\" \"Personal Velmor " VELMOR_VERSION "\" \"User Commands\"\n"
+        ".SH NAME\npersonal\\-velmor \\- draw, expose and film animation cels\n"
+        ".SH SYNOPSIS\n.B personal\\-velmor\n[\\-\\-nosplash] [SCENE.xsheet]\n"
+        ".SH DESCRIPTION\nTraditional 2D cel animation: drawings on transparent cels, an exposure sheet, and a "
+        "camera.\nA program that is running already comes to the front, and opens the scene.\n"
+        ".SH OPTIONS\n.TP\n.B \\-\\-nosplash\nStart without the splash window\n"
+        ".TP\n.B \\-\\-help\nList the options\n.TP\n.B \\-\\-version\nPrint the version\n.SH COMMANDS\n";
+    for (const CMenu& menu : Menus()) {
+        page += ".SS " + Escaped(Plain(menu.title)) + "\n";
+        for (const CommandId id : menu.commands) {
+            if (id == CommandId::Separator)
+                continue;
+            const CCommand& command = CommandOf(id);
+            const QString keys = KeysOf(command);
+            page += ".TP\n.B " + Escaped(Plain(command.text)) + (keys.isEmpty() ? "" : " (" + Escaped(keys) + ")") +
+                    "\n\\&" + Escaped(command.status) + "\n";
+        }
+    }
+    return page + ".SH FILES\n.I ~/.config/personal\\-velmor.ini\n.SH SEE ALSO\n.BR velmor\\-cli (1)\n";
 }
 
 // Each picture of a page in place of its name, so that the manual needs no files beside it.
@@ -91,5 +118,8 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QGuiApplication application(argc, argv);
     const QStringList arguments = QGuiApplication::arguments();
-    return arguments.size() == 4 && WriteManual(arguments[1], arguments[2], arguments[3]) ? 0 : 1;
+    return arguments.size() == 5 && WriteManual(arguments[1], arguments[2], arguments[3]) &&
+                   Write(ManPage(), arguments[4])
+               ? 0
+               : 1;
 }
