@@ -94,6 +94,15 @@ authority+='|\b(issue|ticket|requirement) #?[0-9]+'
 report 'Words that give an authority instead of a reason' "$(
     grep -rnEiI --exclude=check_structure.sh -- "$authority" "${roots[@]}" docs tools cmake ./*.md ./*.txt ./*.sh || true)"
 
+# A guide whose signs point nowhere is worse than none.
+missing_files() {
+    grep -noE '`[a-z]+/[A-Za-z0-9/]+\.(h|cpp)`' docs/tour.md docs/architecture.md | tr -d '`' |
+        while IFS=: read -r page line path; do
+            [[ -f src/$path || -f $path ]] || echo "$page:$line: $path"
+        done
+}
+report 'A page names a file that is not there' "$(missing_files)"
+
 # The table of layers in the documentation is the one that the build enforces.
 documented_layers() {
     awk -F'|' '/^\| *`[a-z]+\/` *\|/ {
