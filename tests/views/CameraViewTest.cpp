@@ -147,6 +147,7 @@ TEST_F(CameraView, ScrollSizesFollowTheZoomAndTheCentreStays) {
     const QScrollBar& across = *view->horizontalScrollBar();
     const QScrollBar& down = *view->verticalScrollBar();
     view->ZoomIn();
+    QApplication::processEvents(); // the scroll bars
     EXPECT_EQ(across.maximum() + view->viewport()->width(), 1280);
     EXPECT_EQ(down.maximum() + view->viewport()->height(), 960);
     EXPECT_EQ(across.pageStep(), 128);

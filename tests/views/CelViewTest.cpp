@@ -330,6 +330,19 @@ TEST_F(CelViewTest, PickTakesTheColourShown) {
     Release(client, {5, 5});
     EXPECT_EQ(doc->Model().paint.foreground, (CColor{72, 72, 72, 255})) << "the margin";
     ExpectImage(before, "picking");
+
+    // A pick comes before moving the image.
+    view.ZoomIn();
+    view.ZoomIn();
+    view.ZoomIn();
+    view.ZoomIn();
+    view.TogglePan();
+    view.Pick();
+    const CPoint scroll = Scroll();
+    Drag(client, {60, 60}, {50, 50}, {50, 50});
+    Move(client, {20, 20});
+    EXPECT_EQ(view.PendingPick(), CelPick::Nothing);
+    EXPECT_EQ(Scroll(), scroll);
 }
 
 TEST_F(CelViewTest, ColorKeyNeedsAPicture) {

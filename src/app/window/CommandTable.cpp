@@ -58,11 +58,11 @@ template<void (CMainFrame::*Operation)()>
 void Frame(Target& target) {
     (target.frame.*Operation)();
 }
-template<void (CCameraView::*Operation)()>
+template<auto Operation>
 void Camera(Target& target) {
     (target.camera.*Operation)();
 }
-template<void (CCelView::*Operation)()>
+template<auto Operation>
 void Cel(Target& target) {
     (target.cel.*Operation)();
 }

@@ -18,14 +18,14 @@ CCamFrame::CCamFrame(CVelmorltDoc& doc, const ActionList& toolBar, QWidget* pare
     m_zoom->setMargin(4);
     bar->addSeparator();
     bar->addWidget(m_zoom);
-    m_view->SetZoomCallback([this] { ShowZoom(); });
+    m_view->SetStateCallback([this] { ShowZoom(); });
     ShowZoom();
     setCentralWidget(m_view);
     setMinimumSize(20, 20); // a pane of the window is squeezed to so much
 }
 
 CCamFrame::~CCamFrame() {
-    m_view->SetZoomCallback(nullptr);
+    m_view->SetStateCallback(nullptr);
 }
 
 void CCamFrame::ShowZoom() {

@@ -49,7 +49,7 @@ ColorRef CCelDisplay::ColorAt(CPoint pixel) const {
     return MakeColorRef(bytes[2], bytes[1], bytes[0]);
 }
 
-void CCelDisplay::Scale(const CCelViewMapping& mapping, const QRect& part) {
+void CCelDisplay::Scale(const CViewMapping& mapping, const QRect& part) {
     if (m_scaled.width() < part.width() || m_scaled.height() < part.height())
         m_scaled =
             QImage(std::max({m_scaled.width(), part.width(), mapping.client.width}),
@@ -73,7 +73,7 @@ void CCelDisplay::Scale(const CCelViewMapping& mapping, const QRect& part) {
     }
 }
 
-void CCelDisplay::Paint(QPainter& painter, const CCelViewMapping& mapping, const QRect& exposed) {
+void CCelDisplay::Paint(QPainter& painter, const CViewMapping& mapping, const QRect& exposed) {
     const CPoint origin = mapping.Origin();
     const CSize displayed = mapping.Displayed();
     const QRect image(origin.x, origin.y, displayed.width, displayed.height);

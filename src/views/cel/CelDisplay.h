@@ -1,7 +1,7 @@
 #pragma once
 
 #include "image/DisplayBitmap.h"
-#include "views/cel/CelViewMapping.h"
+#include "views/ViewMapping.h"
 
 #include <QImage>
 #include <vector>
@@ -30,12 +30,12 @@ public:
 
     /// Paints the part of the image, of its border and of the margins around it that an exposed client rectangle
     /// shows.
-    void Paint(QPainter& painter, const CCelViewMapping& mapping, const QRect& exposed);
+    void Paint(QPainter& painter, const CViewMapping& mapping, const QRect& exposed);
 
 private:
     const std::uint8_t* RowOf(int y) const;
     /// Puts the pixels of a client rectangle inside the image into m_scaled, from its top left corner on.
-    void Scale(const CCelViewMapping& mapping, const QRect& part);
+    void Scale(const CViewMapping& mapping, const QRect& part);
 
     CSize m_size;
     CDisplayBitmap m_bitmap;

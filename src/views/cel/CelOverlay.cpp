@@ -41,7 +41,7 @@ void DrawOutline(QPainter& painter, const QRectF& outline) {
 
 } // namespace
 
-QRectF BrushOutline(const CCelViewMapping& mapping, CPoint pointer, int brush) {
+QRectF BrushOutline(const CViewMapping& mapping, CPoint pointer, int brush) {
     const int radius = BrushRadius(brush);
     const CPoint centre = mapping.ViewToBuffer(pointer);
     const CPoint origin = mapping.Origin();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "views/cel/CelViewMapping.h"
+#include "views/ViewMapping.h"
 
 #include <QLine>
 #include <QRect>
@@ -21,7 +21,7 @@ struct CCelOverlay {
 };
 
 /// Where a round brush stamps when the pointer is at a client point: around its pixels as they are displayed.
-QRectF BrushOutline(const CCelViewMapping& mapping, CPoint pointer, int brush);
+QRectF BrushOutline(const CViewMapping& mapping, CPoint pointer, int brush);
 
 /// What must be repainted when the overlay appears or goes away.
 QRegion RegionOf(const CCelOverlay& overlay);

@@ -10,12 +10,12 @@
 #include "scene/SceneModel.h"
 #include "scene/Settings.h"
 #include "scene/VelmorltDoc.h"
-#include "views/Icons.h"
 
-#include <QCursor>
+#include <QContextMenuEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
-#include <QScrollBar>
 
 #include <algorithm>
 #include <utility>
@@ -24,35 +24,25 @@ namespace velmor {
 
 namespace {
 
-constexpr int pagesInImage = 10;
-
 QRect ToRect(const CRect& rect) {
     return {rect.x, rect.y, rect.endX - rect.x, rect.endY - rect.y};
-}
-
-void SetScrollSize(QScrollBar& bar, int most, int displayed) {
-    bar.setRange(0, most);
-    bar.setSingleStep(1);
-    bar.setPageStep(std::max(displayed / pagesInImage, 1));
 }
 
 } // namespace
 
 CCelView::CCelView(CVelmorltDoc& doc, IPrompter& prompter, CProfile& profile, QWidget* parent)
-    : QAbstractScrollArea(parent),
+    : CZoomableView(parent),
       m_doc(doc),
       m_prompter(prompter),
       m_profile(profile),
       m_grid(ReadGridSettings(profile)),
+      m_paint(doc.Painting()),
       m_tool(static_cast<CelTool>(
           std::clamp(Get(profile, setting::lastCelTool), 0, static_cast<int>(paintTools.size()) - 1))),
       m_openedImages(doc.Model().openedImages) {
     m_doc.Views().Add(*this);
     setObjectName("celView");
     setAccessibleName("Cel editor");
-    setFrameShape(QFrame::NoFrame);
-    setFocusPolicy(Qt::StrongFocus);
-    viewport()->setMouseTracking(true);
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
     RebuildDisplay();
 }
@@ -65,13 +55,6 @@ bool CCelView::HasImage() const {
     return !m_display.IsEmpty() && m_doc.Model().celImg.GetLoadState() != LoadState::Nothing;
 }
 
-CCelViewMapping CCelView::Mapping() const {
-    return {m_display.Size(),
-            {viewport()->width(), viewport()->height()},
-            m_zoom,
-            {horizontalScrollBar()->value(), verticalScrollBar()->value()}};
-}
-
 void CCelView::RebuildDisplay() {
     if (!m_display.Rebuild(m_doc.Model().celImg, m_grid))
         m_prompter.ShowMessage("Internal error : Could not update mem dc");
@@ -81,49 +64,10 @@ void CCelView::RebuildDisplay() {
     viewport()->update();
 }
 
-CCelViewMapping CCelView::UpdateScrollSizes() {
-    CCelViewMapping mapping = Mapping();
-    const QSize room = maximumViewportSize();
-    mapping.client =
-        ClientBesideBars(mapping.Displayed(), {room.width(), room.height()},
-                         {verticalScrollBar()->sizeHint().width(), horizontalScrollBar()->sizeHint().height()});
-    const CPoint most = mapping.MostScroll();
-    SetScrollSize(*horizontalScrollBar(), most.x, mapping.Displayed().width);
-    SetScrollSize(*verticalScrollBar(), most.y, mapping.Displayed().height);
-    return mapping;
-}
-
-void CCelView::ScrollTo(CPoint position) {
-    horizontalScrollBar()->setValue(position.x);
-    verticalScrollBar()->setValue(position.y);
-}
-
 void CCelView::scrollContentsBy(int dx, int dy) {
-    if (m_drag && !m_drag->pans) {
-        // What has been dragged out stays with the image.
-        for (CPoint* point : {&m_drag->press, &m_drag->last})
-            *point = {point->x + dx, point->y + dy};
-    }
-    RefreshOverlay();
-    viewport()->update();
-}
-
-void CCelView::resizeEvent(QResizeEvent*) {
-    if (m_fit)
-        Fit(*m_fit);
-    else
-        UpdateScrollSizes();
-}
-
-void CCelView::TogglePan() {
-    CancelDrag();
-    m_panMode = !m_panMode;
-    RefreshCursor();
-    RefreshOverlay();
-}
-
-bool CCelView::IsPanMode() const {
-    return m_panMode;
+    if (IsToolDown())
+        m_paint.Scroll(dx, dy);
+    CZoomableView::scrollContentsBy(dx, dy);
 }
 
 CelTool CCelView::Tool() const {
@@ -227,7 +171,7 @@ void CCelView::paintEvent(QPaintEvent* event) {
         painter.fillRect(event->rect(), palette().window());
         return;
     }
-    const CCelViewMapping mapping = Mapping();
+    const CViewMapping mapping = Mapping();
     for (const QRect& exposed : event->region()) {
         // A little more than is exposed, for scales at which the edges of the two do not meet.
         m_display.Paint(painter, mapping, exposed.adjusted(-1, -1, 1, 1) & viewport()->rect());
@@ -237,7 +181,7 @@ void CCelView::paintEvent(QPaintEvent* event) {
 
 bool CCelView::IsBrushShown() const {
     const bool isBrush = m_tool == CelTool::Eraser || m_tool == CelTool::LineBrush;
-    const bool paints = m_drag ? !m_drag->pans : !m_panMode && !m_isSpaceHeld && m_pick == CelPick::Nothing;
+    const bool paints = !IsPanning() && (IsDragging() || m_pick == CelPick::Nothing);
     return isBrush && paints && HasImage() && m_pointer && m_doc.Model().paint.brush >= 0;
 }
 
@@ -245,15 +189,8 @@ CCelOverlay CCelView::OverlayNow() const {
     CCelOverlay overlay;
     if (IsBrushShown())
         overlay.brush = BrushOutline(Mapping(), *m_pointer, m_doc.Model().paint.brush);
-    const ToolForm form = m_doc.Painting().Form();
-    if (!m_drag || m_drag->pans || (form != ToolForm::Rectangle && form != ToolForm::Line))
-        return overlay;
-    const QPoint press(m_drag->press.x, m_drag->press.y);
-    const QPoint last(m_drag->last.x, m_drag->last.y);
-    overlay.band = QRect(QPoint(std::min(press.x(), last.x()), std::min(press.y(), last.y())),
-                         QPoint(std::max(press.x(), last.x()), std::max(press.y(), last.y())));
-    if (form == ToolForm::Line)
-        overlay.gradient = {press, last};
+    if (IsToolDown())
+        m_paint.Outline(overlay);
     return overlay;
 }
 
@@ -265,10 +202,10 @@ void CCelView::RefreshOverlay() {
     m_overlay = now;
 }
 
-CCelCursor CCelView::CursorNow() const {
+CViewCursor CCelView::CursorNow() const {
     if (!HasImage() || !m_doc.Model().HasFolder())
         return {};
-    if (m_drag ? m_drag->pans : m_pick == CelPick::Nothing && (m_panMode || m_isSpaceHeld))
+    if (IsPanning() && (IsDragging() || m_pick == CelPick::Nothing))
         return {"cursor-pan", {16, 16}};
     if (m_pick != CelPick::Nothing)
         return {"cursor-pick", {4, 28}};
@@ -277,19 +214,93 @@ CCelCursor CCelView::CursorNow() const {
     return {ToolOf(m_tool).cursor, ToolOf(m_tool).hotSpot};
 }
 
-void CCelView::RefreshCursor() {
-    CCelCursor now = CursorNow();
-    now.scale = devicePixelRatioF();
-    if (now == m_cursor)
-        return;
-    m_cursor = now;
-    viewport()->setCursor(now.name.empty() ? QCursor(Qt::ArrowCursor)
-                                           : ToolCursor(now.name.c_str(), now.hotSpot.x, now.hotSpot.y, now.scale));
+bool CCelView::BeginTool(CPoint at) {
+    if (!m_paint.Begin(m_tool, at, Mapping()))
+        return false;
+    StopFitting();
+    return true;
 }
 
-void CCelView::TellState() const {
-    if (m_stateChanged)
-        m_stateChanged();
+void CCelView::MoveTool(CPoint to) {
+    ShowResult(m_paint.Move(to, Mapping()));
+}
+
+void CCelView::EndTool(CPoint at) {
+    if (!HasImage()) {
+        m_paint.Cancel();
+        if (m_tool == CelTool::Bucket)
+            m_prompter.ShowMessage("Internal Error : m_CelImg or pDoc is NULL in BUCKETFILL");
+        return;
+    }
+    CPaintResult result;
+    {
+        const std::shared_ptr<void> wait = m_paint.IsStroke() ? nullptr : m_prompter.BeginWait();
+        result = m_paint.End(at, Mapping());
+    }
+    ShowResult(result);
+}
+
+void CCelView::CancelDrag() {
+    if (!IsDragging())
+        return;
+    m_paint.Cancel();
+    DropDrag();
+}
+
+void CCelView::mousePressEvent(QMouseEvent* event) {
+    m_pointer = PointOf(*event);
+    m_opensMenu = event->buttons() == Qt::RightButton && !IsDragging() && m_pick == CelPick::Nothing;
+    const bool picks = event->button() == Qt::LeftButton && m_pick != CelPick::Nothing;
+    if (event->button() == Qt::RightButton) {
+        CancelDrag();
+        CancelPick();
+    } else if (!picks && !event->buttons().testFlag(Qt::RightButton)) {
+        CZoomableView::mousePressEvent(event);
+    }
+}
+
+void CCelView::mouseMoveEvent(QMouseEvent* event) {
+    m_pointer = PointOf(*event);
+    CZoomableView::mouseMoveEvent(event);
+    RefreshOverlay();
+}
+
+void CCelView::mouseReleaseEvent(QMouseEvent* event) {
+    m_pointer = PointOf(*event);
+    if (event->button() == Qt::LeftButton && m_pick != CelPick::Nothing) {
+        FinishPick(*m_pointer);
+    } else if (event->button() == Qt::RightButton) {
+        if (std::exchange(m_opensMenu, false))
+            ShowMenu(event->globalPosition().toPoint());
+    } else {
+        if (event->buttons().testFlag(Qt::RightButton))
+            CancelDrag();
+        CZoomableView::mouseReleaseEvent(event);
+    }
+    RefreshOverlay();
+}
+
+void CCelView::contextMenuEvent(QContextMenuEvent* event) {
+    // Of the mouse, whose press may yet be a stroke given up, its release tells.
+    if (event->reason() != QContextMenuEvent::Mouse)
+        CZoomableView::contextMenuEvent(event);
+}
+
+bool CCelView::viewportEvent(QEvent* event) {
+    if (event->type() == QEvent::Leave) {
+        m_pointer.reset();
+        RefreshOverlay();
+    }
+    return CZoomableView::viewportEvent(event);
+}
+
+void CCelView::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape && (IsDragging() || m_pick != CelPick::Nothing)) {
+        CancelDrag();
+        CancelPick();
+    } else {
+        CZoomableView::keyPressEvent(event);
+    }
 }
 
 } // namespace velmor

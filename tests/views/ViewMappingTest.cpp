@@ -1,4 +1,4 @@
-#include "views/cel/CelViewMapping.h"
+#include "views/ViewMapping.h"
 #include "RandomImages.h"
 
 #include <gtest/gtest.h>
@@ -6,8 +6,8 @@
 namespace velmor {
 namespace {
 
-TEST(CelViewMappingTest, SmallZoomLevelsDivide) {
-    CCelViewMapping mapping{{768, 576}, {100, 100}, CZoomLevel(0), {}};
+TEST(ViewMappingTest, SmallZoomLevelsDivide) {
+    CViewMapping mapping{{768, 576}, {100, 100}, CZoomLevel(0), {}};
     EXPECT_EQ(mapping.Displayed(), (CSize{384, 288}));
     EXPECT_EQ(mapping.ViewToBuffer({10, 20}), (CPoint{20, 576 - 40}));
     mapping.zoom = CZoomLevel(-2);
@@ -15,16 +15,16 @@ TEST(CelViewMappingTest, SmallZoomLevelsDivide) {
     EXPECT_EQ(mapping.MostScroll(), (CPoint{92, 44}));
 }
 
-TEST(CelViewMappingTest, RowsOfToolsStandOneAboveThoseShown) {
-    const CCelViewMapping mapping{{10, 8}, {10, 8}, CZoomLevel(1), {}};
+TEST(ViewMappingTest, RowsOfToolsStandOneAboveThoseShown) {
+    const CViewMapping mapping{{10, 8}, {10, 8}, CZoomLevel(1), {}};
     EXPECT_EQ(mapping.ViewToBuffer({0, 0}), (CPoint{0, 8}));
     EXPECT_EQ(mapping.ViewToBuffer({9, 7}), (CPoint{9, 1}));
     EXPECT_EQ(mapping.PixelShownAt({0, 0}), (CPoint{0, 7}));
     EXPECT_EQ(mapping.PixelShownAt({9, 7}), (CPoint{9, 0}));
 }
 
-TEST(CelViewMappingTest, MarginsLieOutside) {
-    const CCelViewMapping mapping{{10, 8}, {101, 90}, CZoomLevel(4), {}};
+TEST(ViewMappingTest, MarginsLieOutside) {
+    const CViewMapping mapping{{10, 8}, {101, 90}, CZoomLevel(4), {}};
     EXPECT_EQ(mapping.Origin(), (CPoint{30, 29}));
     EXPECT_EQ(mapping.ViewToBuffer({29, 29}), (CPoint{-1, 8}));
     EXPECT_EQ(mapping.ViewToBuffer({30, 28}), (CPoint{0, 9}));
@@ -34,13 +34,13 @@ TEST(CelViewMappingTest, MarginsLieOutside) {
     EXPECT_EQ(mapping.PixelShownAt({69, 60}), (CPoint{9, 0}));
 }
 
-TEST(CelViewMappingTest, ARectangleOfPixelsIsWhereTheyAreShown) {
+TEST(ViewMappingTest, ARectangleOfPixelsIsWhereTheyAreShown) {
     std::mt19937 random(3);
     for (int round = 0; round < 200; ++round) {
-        CCelViewMapping mapping{{RandomBetween(random, 2, 60), RandomBetween(random, 2, 60)},
-                                {80, 70},
-                                CZoomLevel(RandomBetween(random, -4, 5)),
-                                {}};
+        CViewMapping mapping{{RandomBetween(random, 2, 60), RandomBetween(random, 2, 60)},
+                             {80, 70},
+                             CZoomLevel(RandomBetween(random, -4, 5)),
+                             {}};
         const CPoint most = mapping.MostScroll();
         mapping.scroll = {RandomBetween(random, 0, most.x), RandomBetween(random, 0, most.y)};
         const int x = RandomBetween(random, 0, mapping.image.width - 1);
@@ -63,7 +63,7 @@ TEST(CelViewMappingTest, ARectangleOfPixelsIsWhereTheyAreShown) {
     }
 }
 
-TEST(CelViewMappingTest, AScrollBarMayNeedTheOther) {
+TEST(ViewMappingTest, AScrollBarMayNeedTheOther) {
     const CSize room{100, 80}, bars{14, 15};
     EXPECT_EQ(ClientBesideBars({100, 80}, room, bars), room);
     EXPECT_EQ(ClientBesideBars({101, 65}, room, bars), (CSize{100, 65}));
@@ -72,17 +72,17 @@ TEST(CelViewMappingTest, AScrollBarMayNeedTheOther) {
     EXPECT_EQ(ClientBesideBars({87, 81}, room, bars), (CSize{86, 65}));
 }
 
-TEST(CelViewMappingTest, ZoomingKeepsTheAnchorWhileTheImageCanBeScrolled) {
-    const CCelViewMapping before{{400, 300}, {100, 100}, CZoomLevel(2), {200, 150}};
-    CCelViewMapping after = before;
+TEST(ViewMappingTest, ZoomingKeepsTheAnchorWhileTheImageCanBeScrolled) {
+    const CViewMapping before{{400, 300}, {100, 100}, CZoomLevel(2), {200, 150}};
+    CViewMapping after = before;
     after.zoom = before.zoom.In();
     after.scroll = after.ScrollKeeping({30, 70}, before);
     EXPECT_EQ(after.ViewToBuffer({30, 70}), before.ViewToBuffer({30, 70}));
     after.zoom = CZoomLevel(-3);
     EXPECT_EQ(after.ScrollKeeping({30, 70}, before), (CPoint{0, 0}));
     // From an image in the middle of a larger client area.
-    const CCelViewMapping small{{90, 90}, {100, 100}, CZoomLevel(1), {}};
-    CCelViewMapping large = small;
+    const CViewMapping small{{90, 90}, {100, 100}, CZoomLevel(1), {}};
+    CViewMapping large = small;
     large.zoom = CZoomLevel(4);
     large.scroll = large.ScrollKeeping({50, 50}, small);
     EXPECT_EQ(large.ViewToBuffer({50, 50}), small.ViewToBuffer({50, 50}));

@@ -1,4 +1,4 @@
-#include "views/cel/CelViewMapping.h"
+#include "views/ViewMapping.h"
 
 #include <algorithm>
 
@@ -20,23 +20,23 @@ int ToDisplay(CZoomLevel zoom, int coordinate, bool up) {
 
 } // namespace
 
-CPoint CCelViewMapping::Origin() const {
+CPoint CViewMapping::Origin() const {
     const CSize displayed = Displayed();
     return {std::max(client.width - displayed.width, 0) / 2 - scroll.x,
             std::max(client.height - displayed.height, 0) / 2 - scroll.y};
 }
 
-CPoint CCelViewMapping::MostScroll() const {
+CPoint CViewMapping::MostScroll() const {
     const CSize displayed = Displayed();
     return {std::max(displayed.width - client.width, 0), std::max(displayed.height - client.height, 0)};
 }
 
-CPoint CCelViewMapping::ViewToBuffer(CPoint point) const {
+CPoint CViewMapping::ViewToBuffer(CPoint point) const {
     const CPoint origin = Origin();
     return {ToImage(zoom, point.x - origin.x), image.height - ToImage(zoom, point.y - origin.y)};
 }
 
-std::optional<CPoint> CCelViewMapping::PixelShownAt(CPoint point) const {
+std::optional<CPoint> CViewMapping::PixelShownAt(CPoint point) const {
     const CPoint origin = Origin();
     const CSize displayed = Displayed();
     const int x = point.x - origin.x;
@@ -46,14 +46,14 @@ std::optional<CPoint> CCelViewMapping::PixelShownAt(CPoint point) const {
     return CPoint{zoom.Unscaled(x), image.height - 1 - zoom.Unscaled(y)};
 }
 
-CRect CCelViewMapping::ToClient(const CRect& pixels) const {
+CRect CViewMapping::ToClient(const CRect& pixels) const {
     const CPoint origin = Origin();
     return {
         origin.x + ToDisplay(zoom, pixels.x, false), origin.y + ToDisplay(zoom, image.height - pixels.endY, false),
         origin.x + ToDisplay(zoom, pixels.endX, true), origin.y + ToDisplay(zoom, image.height - pixels.y, true)};
 }
 
-CPoint CCelViewMapping::ScrollKeeping(CPoint anchor, const CCelViewMapping& before) const {
+CPoint CViewMapping::ScrollKeeping(CPoint anchor, const CViewMapping& before) const {
     const CPoint origin = before.Origin();
     const CPoint most = MostScroll();
     const double growth = zoom.Factor() / before.zoom.Factor();
@@ -61,6 +61,12 @@ CPoint CCelViewMapping::ScrollKeeping(CPoint anchor, const CCelViewMapping& befo
         return static_cast<int>(std::clamp((at - start) * growth - at, 0.0, static_cast<double>(limit)));
     };
     return {scrollOf(anchor.x, origin.x, most.x), scrollOf(anchor.y, origin.y, most.y)};
+}
+
+CPoint CViewMapping::ScrollKeepingCentre(const CViewMapping& before) const {
+    const CSize displayed = Displayed();
+    return {ScrollAfterZoom(before.scroll.x, client.width, displayed.width, before.zoom, zoom),
+            ScrollAfterZoom(before.scroll.y, client.height, displayed.height, before.zoom, zoom)};
 }
 
 CSize ClientBesideBars(CSize displayed, CSize room, CSize bars) {

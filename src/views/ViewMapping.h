@@ -7,9 +7,9 @@
 
 namespace velmor {
 
-/// Where an image stands in the client area of the cel editor. Client coordinates have y pointing down; an image
-/// smaller than the client area stands in its middle.
-struct CCelViewMapping {
+/// Where an image stands in the client area of a view that zooms and scrolls it. Client coordinates have y pointing
+/// down; an image smaller than the client area stands in its middle.
+struct CViewMapping {
     CSize image;
     CSize client;
     CZoomLevel zoom;
@@ -30,7 +30,9 @@ struct CCelViewMapping {
     CRect ToClient(const CRect& pixels) const;
     /// The scroll position at which the image point that stood at `anchor` in `before` stands there again, as far
     /// as the image can be scrolled.
-    CPoint ScrollKeeping(CPoint anchor, const CCelViewMapping& before) const;
+    CPoint ScrollKeeping(CPoint anchor, const CViewMapping& before) const;
+    /// The one at which what stood in the centre does.
+    CPoint ScrollKeepingCentre(const CViewMapping& before) const;
 };
 
 /// What is left of `room` for the client area of an image displayed so large, once the scroll bars that it needs

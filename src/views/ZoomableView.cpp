@@ -1,0 +1,264 @@
+#include "views/ZoomableView.h"
+
+#include "views/Icons.h"
+
+#include <QContextMenuEvent>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QScrollBar>
+#include <QWheelEvent>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace velmor {
+
+namespace {
+
+constexpr CZoomLevel largestFit{64};
+constexpr int pagesInImage = 10;
+constexpr int pageOfNothing = 10;
+
+void SetScrollSize(QScrollBar& bar, int most, int displayed) {
+    bar.setRange(0, most);
+    bar.setSingleStep(1);
+    bar.setPageStep(displayed > 0 ? std::max(displayed / pagesInImage, 1) : pageOfNothing);
+}
+
+} // namespace
+
+CZoomableView::CZoomableView(QWidget* parent) : QAbstractScrollArea(parent) {
+    setFrameShape(QFrame::NoFrame);
+    setFocusPolicy(Qt::StrongFocus);
+    viewport()->setMouseTracking(true); // a button let go unseen shows in the next motion
+}
+
+void CZoomableView::ZoomIn() {
+    ZoomAboutCentre(m_zoom.In());
+}
+
+void CZoomableView::ZoomOut() {
+    ZoomAboutCentre(m_zoom.Out());
+}
+
+void CZoomableView::ZoomOneToOne() {
+    ZoomAboutCentre(CZoomLevel());
+}
+
+void CZoomableView::FitToWindow() {
+    Fit(largestFit);
+}
+
+void CZoomableView::Fit(CZoomLevel most) {
+    if (!HasImage())
+        return;
+    const QSize room = maximumViewportSize();
+    ZoomAboutCentre(FittingZoom(ImageSize(), {room.width(), room.height()}, most));
+    m_fit = most;
+}
+
+void CZoomableView::Refit() {
+    const QSize room = maximumViewportSize();
+    if (m_fit && HasImage() && FittingZoom(ImageSize(), {room.width(), room.height()}, *m_fit) != m_zoom)
+        Fit(*m_fit);
+}
+
+void CZoomableView::ZoomAboutCentre(CZoomLevel zoom) {
+    const CViewMapping before = Mapping();
+    ShowZoomed(SetZoom(zoom).ScrollKeepingCentre(before));
+}
+
+void CZoomableView::ZoomAbout(CPoint anchor, CZoomLevel zoom) {
+    const CViewMapping before = Mapping();
+    ShowZoomed(SetZoom(zoom).ScrollKeeping(anchor, before));
+}
+
+CViewMapping CZoomableView::SetZoom(CZoomLevel zoom) {
+    BeforeChange();
+    m_fit.reset();
+    m_zoom = zoom;
+    return UpdateScrollSizes();
+}
+
+void CZoomableView::ShowZoomed(CPoint scroll) {
+    ScrollTo(scroll);
+    AfterZoom();
+    RefreshOverlay();
+    viewport()->update();
+    TellState();
+}
+
+CViewMapping CZoomableView::Mapping() const {
+    return {ImageSize(),
+            {viewport()->width(), viewport()->height()},
+            m_zoom,
+            {horizontalScrollBar()->value(), verticalScrollBar()->value()}};
+}
+
+CViewMapping CZoomableView::UpdateScrollSizes() {
+    CViewMapping mapping = Mapping();
+    const QSize room = maximumViewportSize();
+    mapping.client =
+        ClientBesideBars(mapping.Displayed(), {room.width(), room.height()},
+                         {verticalScrollBar()->sizeHint().width(), horizontalScrollBar()->sizeHint().height()});
+    const CPoint most = mapping.MostScroll();
+    SetScrollSize(*horizontalScrollBar(), most.x, mapping.Displayed().width);
+    SetScrollSize(*verticalScrollBar(), most.y, mapping.Displayed().height);
+    return mapping;
+}
+
+void CZoomableView::ScrollTo(CPoint position) {
+    horizontalScrollBar()->setValue(position.x);
+    verticalScrollBar()->setValue(position.y);
+}
+
+void CZoomableView::scrollContentsBy(int, int) {
+    RefreshOverlay();
+    viewport()->update();
+}
+
+void CZoomableView::resizeEvent(QResizeEvent*) {
+    Refit();
+    UpdateScrollSizes();
+}
+
+bool CZoomableView::viewportEvent(QEvent* event) {
+    if (event->type() == QEvent::Enter && m_cursor && m_cursor->scale != devicePixelRatioF()) {
+        RefreshCursor();
+        ScreenChanged();
+    }
+    return QAbstractScrollArea::viewportEvent(event);
+}
+
+void CZoomableView::TogglePan() {
+    BeforeChange();
+    m_panMode = !m_panMode;
+    Refresh();
+}
+
+void CZoomableView::HoldSpace(bool isHeld) {
+    m_isSpaceHeld = isHeld;
+    Refresh();
+}
+
+void CZoomableView::DropDrag() {
+    m_drag.reset();
+    Refresh();
+}
+
+void CZoomableView::Refresh() {
+    RefreshCursor();
+    RefreshOverlay();
+}
+
+void CZoomableView::RefreshCursor() {
+    CViewCursor now = CursorNow();
+    now.scale = devicePixelRatioF();
+    if (now == m_cursor)
+        return;
+    viewport()->setCursor(now.name.empty() ? QCursor(Qt::ArrowCursor)
+                                           : ToolCursor(now.name.c_str(), now.hotSpot.x, now.hotSpot.y, now.scale));
+    m_cursor = std::move(now);
+}
+
+void CZoomableView::TellState() const {
+    if (m_stateChanged)
+        m_stateChanged();
+}
+
+CPoint CZoomableView::PointOf(const QSinglePointEvent& event) {
+    return {static_cast<int>(std::floor(event.position().x())), static_cast<int>(std::floor(event.position().y()))};
+}
+
+void CZoomableView::mousePressEvent(QMouseEvent* event) {
+    const bool takesButton = event->button() == Qt::LeftButton || event->button() == Qt::MiddleButton;
+    if (m_drag || !takesButton || !HasImage())
+        return;
+    const CPoint point = PointOf(*event);
+    const bool pans = event->button() == Qt::MiddleButton || m_panMode || m_isSpaceHeld;
+    if (!pans && !BeginTool(point))
+        return;
+    m_drag = CDrag{event->button(), pans, point};
+    Refresh();
+}
+
+void CZoomableView::mouseDoubleClickEvent(QMouseEvent* event) {
+    mousePressEvent(event);
+}
+
+void CZoomableView::mouseMoveEvent(QMouseEvent* event) {
+    if (!m_drag)
+        return;
+    const CPoint point = PointOf(*event);
+    if (!event->buttons().testFlag(m_drag->button)) {
+        const bool isTool = IsToolDown();
+        DropDrag();
+        if (isTool)
+            LoseTool();
+    } else if (m_drag->pans) {
+        const CPoint last = std::exchange(m_drag->last, point);
+        const CPoint scroll = Mapping().scroll;
+        ScrollTo({scroll.x + last.x - point.x, scroll.y + last.y - point.y});
+    } else {
+        MoveTool(point);
+    }
+}
+
+void CZoomableView::mouseReleaseEvent(QMouseEvent* event) {
+    if (!m_drag || event->button() != m_drag->button)
+        return;
+    const bool isTool = IsToolDown();
+    DropDrag();
+    if (isTool)
+        EndTool(PointOf(*event));
+}
+
+void CZoomableView::wheelEvent(QWheelEvent* event) {
+    event->accept();
+    if (!HasImage())
+        return;
+    if (event->modifiers().testFlag(Qt::ControlModifier)) {
+        if (const CZoomLevel zoom = m_wheel.ZoomAfter(*event, m_zoom); zoom != m_zoom)
+            ZoomAbout(PointOf(*event), zoom);
+        return;
+    }
+    const CPoint turn = m_wheel.PixelsOf(*event);
+    const CPoint scroll = Mapping().scroll;
+    ScrollTo({scroll.x - turn.x, scroll.y - turn.y});
+}
+
+void CZoomableView::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Space)
+        HoldSpace(true);
+    else
+        QAbstractScrollArea::keyPressEvent(event);
+}
+
+void CZoomableView::keyReleaseEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Space)
+        QAbstractScrollArea::keyReleaseEvent(event);
+    else if (!event->isAutoRepeat())
+        HoldSpace(false);
+}
+
+void CZoomableView::focusOutEvent(QFocusEvent* event) {
+    HoldSpace(false);
+    QAbstractScrollArea::focusOutEvent(event);
+}
+
+void CZoomableView::SetContextMenu(QMenu* menu) {
+    m_menu = menu;
+}
+
+void CZoomableView::ShowMenu(QPoint screenPoint) {
+    if (m_menu && !m_drag)
+        m_menu->popup(screenPoint);
+}
+
+void CZoomableView::contextMenuEvent(QContextMenuEvent* event) {
+    ShowMenu(event->globalPos());
+}
+
+} // namespace velmor
