@@ -1,7 +1,7 @@
 # The layers point one way. This table says which layer may use which; velmor_layer() refuses anything else, and
 # a layer's include root holds links to the allowed folders alone, so a forbidden #include does not compile.
 
-set(VELMOR_LAYERS platform image sound xsheet render scene acquire)
+set(VELMOR_LAYERS platform image sound xsheet render acquire scene)
 if(VELMOR_WINDOW)
   list(APPEND VELMOR_LAYERS views)
 endif()
@@ -10,9 +10,9 @@ set(VELMOR_MAY_USE_image platform)
 set(VELMOR_MAY_USE_sound platform)
 set(VELMOR_MAY_USE_xsheet platform image sound)
 set(VELMOR_MAY_USE_render platform image sound xsheet)
-set(VELMOR_MAY_USE_scene platform image sound xsheet render)
 set(VELMOR_MAY_USE_acquire platform image)
-set(VELMOR_MAY_USE_views platform image sound xsheet render scene acquire)
+set(VELMOR_MAY_USE_scene platform image sound xsheet render acquire)
+set(VELMOR_MAY_USE_views platform image sound xsheet render acquire scene)
 
 # Makes the include root `root` with a link for each of the named folders of src/: a layer, or a part of app.
 function(velmor_include_root root)
