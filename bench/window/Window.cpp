@@ -15,6 +15,7 @@
 #include "scene/Settings.h"
 #include "scene/SilentPrompter.h"
 #include "scene/VelmorltDoc.h"
+#include "scene/XSheetCursor.h"
 #include "scene/XSheetOperations.h"
 #include "views/camera/CamFrame.h"
 #include "views/camera/CameraView.h"
@@ -196,7 +197,7 @@ void StepThroughDemo(benchmark::State& state) {
     const auto hasPicture = [&doc] { return doc.CameraPictures().GetCameraBitmap() != nullptr; };
     static_cast<void>(QTest::qWaitFor(hasPicture));
     for ([[maybe_unused]] auto _ : state) {
-        doc.XSheet().SetCursorY((doc.Model().cursorFrame + 1) % doc.Model().Scene().xsheet.FrameCount());
+        doc.Cursor().SetCursorY((doc.Model().cursorFrame + 1) % doc.Model().Scene().xsheet.FrameCount());
         while (!hasPicture())
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
         CProgram::Settle();

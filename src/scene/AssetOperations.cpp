@@ -119,27 +119,28 @@ void CAssetOperations::EditCel(const std::string& name) {
     m_context.Update(UpdateHint::EditedImage);
 }
 
-void CAssetOperations::EditDrawing(int level, int frame) {
+void CAssetOperations::EditDrawing(CSheetCell cell) {
     const CSceneModel& model = m_context.model;
-    if (!model.sceneOpen || !model.Scene().xsheet.HasLevel(level) || !model.Scene().xsheet.HasFrame(frame) ||
-        !model.Scene().xsheet.Cell(level, frame).IsUsed())
+    const CXSheet& xsheet = model.Scene().xsheet;
+    if (!model.sceneOpen || !xsheet.HasLevel(cell.level) || !xsheet.HasFrame(cell.frame) ||
+        !xsheet.Cell(cell.level, cell.frame).IsUsed())
         return;
-    const CXSheetCell cel = model.Scene().xsheet.Cell(level, frame);
-    const SourceMode kind = cel.FolderName() == picturesFolder ? SourceMode::Pictures : SourceMode::Cels;
-    const Path file = model.Paths().AssetFile(kind, cel.FolderName(), cel.CelName());
+    const CXSheetCell shown = xsheet.Cell(cell.level, cell.frame);
+    const SourceMode kind = shown.IsPicture() ? SourceMode::Pictures : SourceMode::Cels;
+    const Path file = model.Paths().AssetFile(kind, shown.FolderName(), shown.CelName());
     if (!FileExists(file)) {
         m_context.Show(CCelImg().Load(file).Message() + ":: Reading file ->" + Utf8Of(file));
         return;
     }
     if (model.sourceMode != kind)
         m_lifecycle.SetSourceMode(kind);
-    if (kind == SourceMode::Cels && model.folderName != cel.FolderName()) {
-        m_lifecycle.SetFolderName(cel.FolderName());
-        if (model.folderName != cel.FolderName())
+    if (kind == SourceMode::Cels && model.folderName != shown.FolderName()) {
+        m_lifecycle.SetFolderName(shown.FolderName());
+        if (model.folderName != shown.FolderName())
             return; // the image under edit could not be left
     }
-    m_context.model.sourceSelection = {cel.CelName()};
-    EditCel(cel.CelName());
+    m_context.model.sourceSelection = {shown.CelName()};
+    EditCel(shown.CelName());
 }
 
 void CAssetOperations::UpdateCamera() {

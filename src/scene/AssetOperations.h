@@ -3,6 +3,8 @@
 #include "platform/files/Trash.h"
 #include "scene/SceneContext.h"
 
+#include "xsheet/SheetCell.h"
+
 #include <functional>
 #include <string>
 
@@ -48,7 +50,7 @@ public:
     void EditCel(const std::string& name);
     /// Loads the drawing of a cell into the cel editor. Its folder becomes the current one, or pictures are shown,
     /// and it is selected. Nothing for an empty cell; a file that is gone is told of and nothing else changes.
-    void EditDrawing(int level, int frame);
+    void EditDrawing(CSheetCell cell);
     /// Writes the image under edit, so that the camera view shows the change.
     void UpdateCamera();
 

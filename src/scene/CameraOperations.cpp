@@ -6,7 +6,7 @@
 #include "scene/InbetweenDialog.h"
 #include "scene/SceneEdit.h"
 #include "scene/Settings.h"
-#include "scene/XSheetOperations.h"
+#include "scene/XSheetCursor.h"
 #include "xsheet/CellForms.h"
 #include "xsheet/CellGeometry.h"
 #include "xsheet/Inbetween.h"
@@ -183,7 +183,7 @@ void CCameraOperations::CheckLines() {
                                          m_context.model.cursorFrame = shownFrame - 1;
                                          m_context.Update(UpdateHint::CameraRedraw);
                                      }});
-    m_xsheet.SetCursorY(frameAtOpening);
+    m_cursor.SetCursorY(frameAtOpening);
     m_context.Update(UpdateHint::CameraRedraw);
 }
 

@@ -5,12 +5,12 @@
 namespace velmor {
 
 class CSceneEdit;
-class CXSheetOperations;
+class CXSheetCursor;
 
 /// The camera track, mouse input to camera and levels, the camera's dialogs and the line check.
 class CCameraOperations {
 public:
-    CCameraOperations(CSceneContext context, CXSheetOperations& xsheet) : m_context(context), m_xsheet(xsheet) {}
+    CCameraOperations(CSceneContext context, CXSheetCursor& cursor) : m_context(context), m_cursor(cursor) {}
 
     double GetCamPosX(int frame) const;
     double GetCamPosY(int frame) const;
@@ -38,7 +38,7 @@ private:
     [[nodiscard]] bool RequireFrame(int frame, const char* message) const;
 
     CSceneContext m_context;
-    CXSheetOperations& m_xsheet;
+    CXSheetCursor& m_cursor;
     bool m_stepDue = false; ///< a drag has begun and nothing has changed yet
 };
 

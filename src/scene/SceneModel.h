@@ -6,6 +6,7 @@
 #include "scene/ScenePaths.h"
 #include "xsheet/MoveSelection.h"
 #include "xsheet/Scene.h"
+#include "xsheet/SheetCell.h"
 
 #include <cstdint>
 #include <optional>
@@ -54,6 +55,7 @@ struct CSceneModel {
     int cursorLevel = 0;
     int cursorFrame = 0;
     int lastSetFrame = 0; ///< the frame last given to SetCursorY
+    CSheetCell CursorCell() const { return {cursorLevel, cursorFrame}; }
     CXSheetSelection selection;
     CMoveSelection moveSelection;
     CCellClipboard clipboard;

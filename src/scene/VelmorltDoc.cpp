@@ -16,6 +16,7 @@
 #include "scene/RenderOperations.h"
 #include "scene/SceneLifecycle.h"
 #include "scene/SoundOperations.h"
+#include "scene/XSheetCursor.h"
 #include "scene/XSheetOperations.h"
 #include "sound/SoundFile.h"
 
@@ -41,9 +42,10 @@ struct CVelmorltDoc::CParts {
     CPaletteOperations palette{context};
     CCelPainting painting{model};
     CSceneLifecycle scenes;
-    CXSheetOperations xsheet{context};
+    CXSheetCursor cursor{context};
+    CXSheetOperations xsheet{context, cursor};
     CCellOperations cells{context};
-    CCameraOperations camera{context, xsheet};
+    CCameraOperations camera{context, cursor};
     CImportOperations imports{context, scenes};
     CGrabOperations grabs{context, imports};
     CAssetOperations assets;
@@ -76,6 +78,7 @@ CEditedImage CVelmorltDoc::EditedImage() {
 // clang-format off
 CViewList& CVelmorltDoc::Views() { return m_parts->views; }
 CSceneLifecycle& CVelmorltDoc::Scenes() { return m_parts->scenes; }
+CXSheetCursor& CVelmorltDoc::Cursor() { return m_parts->cursor; }
 CXSheetOperations& CVelmorltDoc::XSheet() { return m_parts->xsheet; }
 CCellOperations& CVelmorltDoc::Cells() { return m_parts->cells; }
 CCameraOperations& CVelmorltDoc::Camera() { return m_parts->camera; }

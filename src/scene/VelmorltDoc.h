@@ -26,6 +26,7 @@ class CRenderOperations;
 class CSceneLifecycle;
 class CSoundOperations;
 class CViewList;
+class CXSheetCursor;
 class CXSheetOperations;
 class IPrompter;
 struct CSceneModel;
@@ -56,7 +57,9 @@ public:
 
     /// Scenes, folders, saving.
     CSceneLifecycle& Scenes();
-    /// Levels, frames, cells as a grid; cursor and selections; undo.
+    /// Where the user is in the xsheet, and what is chosen there.
+    CXSheetCursor& Cursor();
+    /// Levels, frames, cells as a grid; undo.
     CXSheetOperations& XSheet();
     /// The data of single cells.
     CCellOperations& Cells();

@@ -231,20 +231,20 @@ TEST_F(AssetOperations, TheDrawingOfACellIsOpenedWhereverItLies) {
     Expose(0, 5, std::string(picturesFolder), "Sky");
     Expose(0, 6, "Cat", "4");
     Edit(CelFile("1"), red);
-    assets.EditDrawing(0, 4);
+    assets.EditDrawing({0, 4});
     EXPECT_EQ(model.celImg.FilePath(), model.Paths().CelFile("Cat", "3"));
     EXPECT_EQ(model.folderName, "Cat");
     EXPECT_EQ(model.sourceSelection, std::vector<std::string>{"3"});
     EXPECT_EQ(Load(CelFile("1")).ColorAt(1, 0), red) << "what was under edit is saved";
 
-    assets.EditDrawing(0, 5);
+    assets.EditDrawing({0, 5});
     EXPECT_EQ(model.celImg.FilePath(), PictureFile("Sky"));
     EXPECT_EQ(model.sourceMode, SourceMode::Pictures);
     for (const int frame : {50, -1, 100})
-        assets.EditDrawing(0, frame);
-    assets.EditDrawing(7, 4);
+        assets.EditDrawing({0, frame});
+    assets.EditDrawing({7, 4});
     EXPECT_TRUE(prompter.messages.empty());
-    assets.EditDrawing(0, 6);
+    assets.EditDrawing({0, 6});
     EXPECT_EQ(prompter.messages.size(), 1u) << "its file is gone";
     EXPECT_EQ(model.celImg.FilePath(), PictureFile("Sky"));
     EXPECT_EQ(model.sourceMode, SourceMode::Pictures);

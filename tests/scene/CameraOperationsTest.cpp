@@ -19,7 +19,7 @@ protected:
     }
     CCameraFrame& Camera(int frame = 0) { return scene.camera.MutableAt(frame); }
 
-    CCameraOperations camera{Context(), sheet};
+    CCameraOperations camera{Context(), cursor};
     std::vector<int> framesShown; // the cursor frame at each hint
 };
 
@@ -74,7 +74,7 @@ TEST_F(CCameraOperationsTest, ADragIsOneStepOfUndoAndAClickIsNone) {
         camera.StartCamInput();
         camera.EndCamInput(0, 0);
     }
-    sheet.SetLevelCanMove(0); // of which nothing is to be seen
+    cursor.SetLevelCanMove(0); // of which nothing is to be seen
     camera.StartCamInput();
     camera.EndCamInput(30, 0);
     sheet.Undo();
@@ -98,9 +98,9 @@ TEST_F(CCameraOperationsTest, MovesTheUsedCellsOfSelectedLevels) {
     SetLevels(3);
     Put(0, 0, "1");
     Put(1, 0, "2");
-    sheet.ToggleMultipleMoveSelection();
-    sheet.SetLevelCanMove(1);
-    sheet.SetLevelCanMove(2); // empty there
+    cursor.ToggleMultipleMoveSelection();
+    cursor.SetLevelCanMove(1);
+    cursor.SetLevelCanMove(2); // empty there
     hints.clear();
     Camera().rotation = std::numbers::pi / 2;
     EXPECT_TRUE(camera.ProcessCamInput(10, 0));
@@ -136,7 +136,7 @@ TEST_F(CCameraOperationsTest, SurvivesDamagedTracksAndHugeMotion) {
                 Camera() = damaged;
                 EXPECT_TRUE(camera.ProcessCamInput(huge, -huge - 1));
                 camera.GetCamRotDegree(0);
-                sheet.SetLevelCanMove(0);
+                cursor.SetLevelCanMove(0);
             }
         }
 }
@@ -206,7 +206,7 @@ TEST_F(CCameraOperationsTest, InbetweensTheCamera) {
 }
 
 TEST_F(CCameraOperationsTest, LineCheckShowsFramesAndComesBack) {
-    sheet.SetCursorY(4);
+    cursor.SetCursorY(4);
     hints.clear();
     framesShown.clear();
     prompter.Answer(100);

@@ -5,6 +5,7 @@
 #include "scene/AssetOperations.h"
 #include "scene/CameraPictures.h"
 #include "scene/SceneLifecycle.h"
+#include "scene/XSheetCursor.h"
 #include "scene/XSheetOperations.h"
 
 #include <chrono>
@@ -53,7 +54,7 @@ TEST_F(CameraPicture, ShowsTheCursorFrameAndDropsWhatIsNoLongerWanted) {
     for (int frame = 0; frame < 10; ++frame)
         ExposeColor(std::to_string(frame + 1), {0, 0, static_cast<std::uint8_t>(frame * 20), 255}, frame);
     for (int frame = 0; frame < 10; ++frame) {
-        doc->XSheet().SetCursorY(frame);
+        doc->Cursor().SetCursorY(frame);
         ASSERT_TRUE(doc->CameraPictures().CreateBitmap());
     }
     const auto picture = WaitForPicture();
@@ -73,7 +74,7 @@ TEST_F(CameraPicture, MissingFileIsReportedOnceAndTheLevelsBelowShow) {
     ExposeColor("2", {200, 200, 200, 255}, 0);
     const Path gone = SceneFolder("S") / "A" / "2.bit";
     std::filesystem::remove(gone);
-    doc->XSheet().SetCursorY(0);
+    doc->Cursor().SetCursorY(0);
     ASSERT_TRUE(doc->CameraPictures().CreateBitmap());
     const auto picture = WaitForPicture();
     ASSERT_TRUE(picture);

@@ -33,7 +33,7 @@ protected:
     bool AnythingMade() const { return flipbooks.HasLastFlipbook() || FileExists(folder / "out" / "shot0001.bmp"); }
 
     CImageCache cache{1 << 20};
-    CCameraOperations camera{Context(), sheet};
+    CCameraOperations camera{Context(), cursor};
     CFlipbookOperations flipbooks{Context(), cache};
     CRenderOperations renders{Context(), cache, [](const Path&) {}};
     /// Those that show drawings from their files.

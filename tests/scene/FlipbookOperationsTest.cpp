@@ -1,6 +1,7 @@
 #include "DocumentFixture.h"
 
 #include "scene/FlipbookOperations.h"
+#include "scene/XSheetCursor.h"
 #include "scene/XSheetOperations.h"
 
 namespace velmor {
@@ -21,8 +22,8 @@ protected:
 };
 
 TEST_F(FlipbookOperations, DialogStartsFromTheSelectionAndRemembersItsChoicesEitherWay) {
-    doc->XSheet().SetSelStartY(2);
-    doc->XSheet().SetSelEndY(6);
+    doc->Cursor().SetSelStartY(2);
+    doc->Cursor().SetSelEndY(6);
     prompter.Answer(Answer(false, {}, 1, 1, 3));
     EXPECT_FALSE(doc->Flipbooks().MakeFlipbook());
     const auto& first = std::any_cast<const CFlipbookRequest&>(prompter.lastRequest);

@@ -8,6 +8,7 @@
 #include "scene/SceneModel.h"
 #include "scene/Settings.h"
 #include "scene/SoundOperations.h"
+#include "scene/XSheetCursor.h"
 #include "scene/XSheetOperations.h"
 
 #include <functional>
@@ -80,7 +81,7 @@ TEST_F(SceneLifecycle, NewSceneTakesTheDialogsValuesButNotItsRate) {
     EXPECT_EQ(doc->Model().Scene().xsheet.FrameCount(), 48);
     EXPECT_EQ(doc->Model().Scene().geometry.width, 1920);
     EXPECT_EQ(doc->Sounds().GetFPS(), 25);
-    EXPECT_EQ(doc->XSheet().GetLevelName(0), "Default");
+    EXPECT_EQ(doc->Cursor().GetLevelName(0), "Default");
     EXPECT_EQ(profile.GetString("Remember", "Last Scene", ""), "Walk 1");
     // 27 + 24 + frames x 32 + name + frames x 74 + sound count
     EXPECT_EQ(ReadBytes(SceneFolder("Walk 1") / "Walk 1.xsheet").size(), 27U + 24 + 48 * 32 + 8 + 48 * 74 + 4);
@@ -386,8 +387,8 @@ TEST_F(SceneLifecycle, TheOpenSceneIsOpenedAgainAsItIs) {
 
 TEST_F(SceneLifecycle, SceneSettingsResizeTheSheetAndKeepTheCursorInside) {
     NewScene("S", 50);
-    doc->XSheet().SetCursorY(40);
-    doc->XSheet().SetSelEndY(45);
+    doc->Cursor().SetCursorY(40);
+    doc->Cursor().SetSelEndY(45);
     TakeHints();
     CSceneSettings settings;
     settings.name = "ignored";
@@ -423,7 +424,7 @@ TEST_F(SceneLifecycle, SceneSettingsAreTakenBackByUndo) {
 
     doc->XSheet().Undo();
     EXPECT_EQ(doc->Model().Scene().xsheet.FrameCount(), 10);
-    EXPECT_EQ(doc->XSheet().GetXsheetData(0, 8), "A1");
+    EXPECT_EQ(doc->Cursor().GetXsheetData(0, 8), "A1");
     EXPECT_EQ(doc->Model().Scene().geometry, geometry);
     EXPECT_EQ(doc->Sounds().GetSoundBuffer()->size(), 10U * (22050 / 25));
 }

@@ -21,21 +21,21 @@ std::vector<std::uint8_t> CelHeader(std::uint8_t width, std::uint8_t height) {
 TEST_F(CXSheetOperationsTest, RefusesIndicesOutOfRange) {
     model.selection = {0, 0, 3, 5};
     for (const auto& [level, frame] : {std::pair(-1, -1), std::pair(1, 100)}) {
-        sheet.GetLevelName(level);
-        sheet.GetLevelSmoothed(level);
-        sheet.GetXsheetData(level, frame); // the level's message, not the frame's
-        sheet.GetXsheetData(0, frame);
+        cursor.GetLevelName(level);
+        cursor.GetLevelSmoothed(level);
+        cursor.GetXsheetData(level, frame); // the level's message, not the frame's
+        cursor.GetXsheetData(0, frame);
         EXPECT_EQ(prompter.TakeMessages(), (Texts{"Internal Error : lvlno out of range in GetLevelName",
                                                   "Internal Error : nlvl out of range in GetLevelSmoothed",
                                                   "Internal Error : nlvl out of range in GetXsheetData",
                                                   "Internal Error : nfrm out of range in GetXsheetData"}));
-        sheet.SetCursorX(level);
-        sheet.SetCursorY(frame);
-        sheet.SetSelStartX(level);
-        sheet.SetSelEndX(level);
-        sheet.SetSelStartY(frame);
-        sheet.SetSelEndY(frame);
-        sheet.SetLevelCanMove(level);
+        cursor.SetCursorX(level);
+        cursor.SetCursorY(frame);
+        cursor.SetSelStartX(level);
+        cursor.SetSelEndX(level);
+        cursor.SetSelStartY(frame);
+        cursor.SetSelEndY(frame);
+        cursor.SetLevelCanMove(level);
         EXPECT_EQ(prompter.TakeMessages().size(), 7U);
     }
     EXPECT_EQ(model.selection, (CXSheetSelection{0, 0, 3, 5}));
@@ -43,29 +43,29 @@ TEST_F(CXSheetOperationsTest, RefusesIndicesOutOfRange) {
 }
 
 TEST_F(CXSheetOperationsTest, CursorComposesThePictureOnlyForAnotherFrame) {
-    sheet.SetCursorY(7);
-    sheet.SetCursorY(7);
+    cursor.SetCursorY(7);
+    cursor.SetCursorY(7);
     model.cursorFrame = 9; // as the line check does
-    sheet.SetCursorY(7);
-    sheet.SetCursorX(0);
+    cursor.SetCursorY(7);
+    cursor.SetCursorX(0);
     EXPECT_EQ(model.cursorFrame, 7);
     EXPECT_EQ(hints, (Hints{8, 260, 8, 8, 4}));
 }
 
 TEST_F(CXSheetOperationsTest, NewLevelStandsInFrontAndKeepsTheFlag) {
     Put(0, 2, "1");
-    sheet.SetLevelCanMove(0);
+    cursor.SetLevelCanMove(0);
     hints.clear();
     prompter.Answer(std::string("Sky"));
     sheet.AddLevel();
-    EXPECT_EQ(sheet.GetLevelName(0) + sheet.GetLevelName(1), "SkyDefault");
-    EXPECT_EQ(sheet.GetXsheetData(0, 2) + sheet.GetXsheetData(1, 2), "Man1");
-    EXPECT_TRUE(sheet.GetLevelSmoothed(0));
-    EXPECT_TRUE(sheet.GetLevelSmoothed(1));
+    EXPECT_EQ(cursor.GetLevelName(0) + cursor.GetLevelName(1), "SkyDefault");
+    EXPECT_EQ(cursor.GetXsheetData(0, 2) + cursor.GetXsheetData(1, 2), "Man1");
+    EXPECT_TRUE(cursor.GetLevelSmoothed(0));
+    EXPECT_TRUE(cursor.GetLevelSmoothed(1));
     EXPECT_EQ(TakeHints(), Hints{136});
 
-    sheet.SetCursorX(1);
-    sheet.SetSelEndX(1);
+    cursor.SetCursorX(1);
+    cursor.SetSelEndX(1);
     sheet.Undo();
     EXPECT_EQ(scene.xsheet.LevelCount(), 1);
     EXPECT_EQ(model.cursorLevel, 0);
@@ -109,9 +109,9 @@ TEST_F(CXSheetOperationsTest, DeletesALevelAfterConfirmationAndBringsItBack) {
     static_cast<void>(scene.sounds.Place(3, "Gone"));
     scene.camera.MutableAt(5).panX = 8;
     sheet.Undo();
-    EXPECT_EQ(sheet.GetLevelName(1), "1");
+    EXPECT_EQ(cursor.GetLevelName(1), "1");
     EXPECT_EQ(scene.xsheet.Cell(1, 4), cell);
-    EXPECT_FALSE(sheet.GetLevelSmoothed(1));
+    EXPECT_FALSE(cursor.GetLevelSmoothed(1));
     EXPECT_TRUE(model.moveSelection.IsCameraSelected()) << "the only level that moved is gone";
     EXPECT_EQ(scene.sounds.Count(), 0);
     EXPECT_EQ(scene.camera.At(5).panX, 0);
@@ -122,7 +122,7 @@ TEST_F(CXSheetOperationsTest, DeletesALevelAfterConfirmationAndBringsItBack) {
 TEST_F(CXSheetOperationsTest, RenamesAndSwapsLevels) {
     SetLevels(2);
     Put(0, 0, "1");
-    sheet.SetLevelCanMove(0);
+    cursor.SetLevelCanMove(0);
     prompter.Answer(1);
     prompter.Cancel(); // the name: the snapshot is there already
     sheet.RenameLevel();
@@ -133,21 +133,21 @@ TEST_F(CXSheetOperationsTest, RenamesAndSwapsLevels) {
     prompter.Answer(std::pair(0, 1));
     sheet.SwapLevels();
     EXPECT_EQ(TakeHints(), (Hints{12, 136, 268}));
-    EXPECT_EQ(sheet.GetLevelName(0), "Hand");
+    EXPECT_EQ(cursor.GetLevelName(0), "Hand");
     EXPECT_EQ(Row(1, 1), "1");
-    EXPECT_TRUE(sheet.GetLevelSmoothed(1));
+    EXPECT_TRUE(cursor.GetLevelSmoothed(1));
 }
 
 TEST_F(CXSheetOperationsTest, LevelNamesAreThoseThatTheFileCanHold) {
     for (const char* name : {"\xe7\x8b\x90", "Caf\xc3\xa9 \xe2\x82\xac?"})
         prompter.Answer(std::string(name));
     sheet.AddLevel();
-    EXPECT_EQ(sheet.GetLevelName(0), "Caf\xc3\xa9 \xe2\x82\xac?");
+    EXPECT_EQ(cursor.GetLevelName(0), "Caf\xc3\xa9 \xe2\x82\xac?");
     prompter.Answer(0);
     prompter.Answer(std::string("\xe7\x8b\x90"));
     prompter.Answer(std::string("Fox"));
     sheet.RenameLevel();
-    EXPECT_EQ(sheet.GetLevelName(0), "Fox");
+    EXPECT_EQ(cursor.GetLevelName(0), "Fox");
     EXPECT_EQ(prompter.TakeMessages(), Texts(2, "The name holds characters that can not be stored.\n"
                                                 "Use Western European letters, digits and signs."));
 }
@@ -165,15 +165,15 @@ TEST_F(CXSheetOperationsTest, FramesStayWithinLimits) {
     EXPECT_EQ(model.soundBuffer->size(), 1999U * 882);
     EXPECT_EQ(TakeHints(), Hints{136});
 
-    sheet.SetCursorY(80);
-    sheet.SetSelStartY(49);
-    sheet.SetSelEndY(1998);
+    cursor.SetCursorY(80);
+    cursor.SetSelStartY(49);
+    cursor.SetSelEndY(1998);
     hints.clear();
     prompter.Answer(1949);
     sheet.DeleteFrames();
     EXPECT_EQ(model.cursorFrame, 49);
     EXPECT_EQ(model.selection, (CXSheetSelection{0, 0, 49, 49}));
-    EXPECT_EQ(sheet.GetXsheetData(0, 49), "Man1");
+    EXPECT_EQ(cursor.GetXsheetData(0, 49), "Man1");
     EXPECT_EQ(model.soundBuffer->size(), 50U * 882);
     EXPECT_EQ(TakeHints(), Hints{396});
     prompter.Answer(5000);

@@ -2,6 +2,7 @@
 
 #include "SceneFixture.h"
 #include "scene/SoundOperations.h"
+#include "scene/XSheetCursor.h"
 #include "scene/XSheetOperations.h"
 
 namespace velmor::testing {
@@ -31,7 +32,8 @@ protected:
     using Hints = std::vector<int>;
 
     CSoundOperations sounds{Context()};
-    CXSheetOperations sheet{Context()};
+    CXSheetCursor cursor{Context()};
+    CXSheetOperations sheet{Context(), cursor};
 };
 
 } // namespace velmor::testing

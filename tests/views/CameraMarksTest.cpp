@@ -6,6 +6,7 @@
 #include "scene/CellOperations.h"
 #include "scene/SceneLifecycle.h"
 #include "scene/SceneModel.h"
+#include "scene/XSheetCursor.h"
 #include "scene/XSheetOperations.h"
 
 #include <cmath>
@@ -33,7 +34,7 @@ protected:
 
 TEST_F(CCameraMarksTest, PathsRunThroughTheMiddleOfWhatTheCameraSees) {
     for (int frame = 0; frame < CTestScene::frames; ++frame) {
-        doc->XSheet().SetCursorY(frame);
+        doc->Cursor().SetCursorY(frame);
         const auto corners = doc->Cells().GetXSheetCelPoints(0);
         ASSERT_TRUE(corners);
         double x = 0;
@@ -51,7 +52,7 @@ TEST_F(CCameraMarksTest, PathsRunThroughTheMiddleOfWhatTheCameraSees) {
 }
 
 TEST_F(CCameraMarksTest, AnInbetweenShowsOnThePathAtOnceAndACancelledOneChangesNothing) {
-    doc->XSheet().SetSelEndY(8);
+    doc->Cursor().SetSelEndY(8);
     const CXSheet before = doc->Model().Scene().xsheet;
     prompter.Answer(CInbetweenAnswer{false, {0, 3}});
     doc->Cells().Inbetween();

@@ -9,6 +9,7 @@
 #include "scene/SceneLifecycle.h"
 #include "scene/SceneModel.h"
 #include "scene/SoundOperations.h"
+#include "scene/XSheetCursor.h"
 #include "scene/XSheetOperations.h"
 #include "views/Icons.h"
 #include "views/camera/CamFrame.h"
@@ -33,7 +34,7 @@ protected:
     // The test scene without marks: the only selected level is empty and no paths are shown.
     void OpenScene() {
         ASSERT_TRUE(doc->Scenes().OpenScene("Test"));
-        doc->XSheet().SetLevelCanMove(1);
+        doc->Cursor().SetLevelCanMove(1);
         prompter.Answer(2);
         doc->Camera().ChooseMotionPaths();
         TakeHints();
@@ -126,7 +127,7 @@ TEST_F(CameraView, ShowsTheComposedFramePixelForPixel) {
     OpenScene();
     ShowView();
     EXPECT_TRUE(WaitUntilShown());
-    doc->XSheet().SetCursorY(7);
+    doc->Cursor().SetCursorY(7);
     EXPECT_TRUE(WaitUntilShown());
     doc->Camera().ToggleAntialias();
     EXPECT_TRUE(WaitUntilShown());
@@ -228,7 +229,7 @@ TEST_F(CameraView, TheWheelScrollsByThePixelsOfTheDevice) {
 TEST_F(CameraView, DragsMoveCelsAndCameraInFramePixels) {
     OpenScene();
     ShowView();
-    doc->XSheet().SetLevelCanMove(0);
+    doc->Cursor().SetLevelCanMove(0);
     const auto dragged = [&](QPoint by) {
         const CPoint before = CelPosition(0);
         Drag({100, 100}, by);
@@ -245,7 +246,7 @@ TEST_F(CameraView, DragsMoveCelsAndCameraInFramePixels) {
     EXPECT_EQ(CelPosition(0), (CPoint{20 + 10 + 2, 24 + 6 - 4})) << "a drag is one step of undo";
 
     view->ZoomOneToOne();
-    doc->XSheet().SelectCamera();
+    doc->Cursor().SelectCamera();
     Drag({100, 100}, {4, -2});
     EXPECT_EQ(doc->Camera().GetCamPosX(0), 12) << "once for each of the three levels";
     EXPECT_EQ(doc->Camera().GetCamPosY(0), 6);
@@ -257,7 +258,7 @@ TEST_F(CameraView, DragsMoveCelsAndCameraInFramePixels) {
 
 TEST_F(CameraView, OnlyWholeDragsOfTheLeftButtonAreInput) {
     OpenScene();
-    doc->XSheet().SetLevelCanMove(0);
+    doc->Cursor().SetLevelCanMove(0);
     ShowView();
     const CXSheet before = doc->Model().Scene().xsheet;
     Mouse(QEvent::MouseButtonDblClick, {100, 100});
@@ -278,7 +279,7 @@ TEST_F(CameraView, OnlyWholeDragsOfTheLeftButtonAreInput) {
 
 TEST_F(CameraView, PanningScrollsAndChangesNothing) {
     OpenScene();
-    doc->XSheet().SetLevelCanMove(0);
+    doc->Cursor().SetLevelCanMove(0);
     ShowView(50, 40);
     for (int i = 0; i < 5; ++i)
         view->ZoomIn();
@@ -332,10 +333,10 @@ TEST_F(CameraView, ComposesWhenToldOrWhenTheFrameHasChanged) {
     EXPECT_TRUE(Shows(Composed())) << "the last picture stays meanwhile";
 
     // What sends the redraw alone, as drags do, is followed all the same.
-    doc->XSheet().SetLevelCanMove(0);
+    doc->Cursor().SetLevelCanMove(0);
     doc->Camera().StartCamInput();
     doc->Camera().ProcessCamInput(9, 5);
-    doc->XSheet().SetLevelCanMove(1);
+    doc->Cursor().SetLevelCanMove(1);
     EXPECT_TRUE(WaitUntilShown());
     prompter.Answer(9);
     doc->Camera().CheckLines(); // to frame 9 and back
@@ -355,7 +356,7 @@ TEST_F(CameraView, PicturesAppearDuringAFastDrag) {
     view->ZoomOneToOne();
     doc->Camera().ToggleAntialias();
     ASSERT_TRUE(WaitUntilShown());
-    doc->XSheet().SetLevelCanMove(2);
+    doc->Cursor().SetLevelCanMove(2);
     const QRect inside(100, 100, 100, 20); // away from the marks
     const QImage first = Grab().copy(inside);
     Mouse(QEvent::MouseButtonPress, {100, 100});
@@ -370,7 +371,7 @@ TEST_F(CameraView, PicturesAppearDuringAFastDrag) {
     }
     EXPECT_TRUE(changed);
     Mouse(QEvent::MouseButtonRelease, {400, 300});
-    doc->XSheet().SetLevelCanMove(1);
+    doc->Cursor().SetLevelCanMove(1);
     EXPECT_TRUE(WaitUntilShown()) << "and the last one is that of the end";
 }
 
@@ -383,9 +384,9 @@ TEST_F(CameraView, MissingFileIsToldOnceAndThePartialPictureShown) {
     EXPECT_TRUE(WaitUntilShown());
     EXPECT_EQ(prompter.TakeMessages(), told);
     // No message at every step of a drag.
-    doc->XSheet().SetLevelCanMove(2);
+    doc->Cursor().SetLevelCanMove(2);
     doc->Camera().ProcessCamInput(5, 5);
-    doc->XSheet().SetLevelCanMove(1);
+    doc->Cursor().SetLevelCanMove(1);
     EXPECT_TRUE(WaitUntilShown());
     EXPECT_TRUE(prompter.messages.empty());
     // None at the next frames that show the same file; the scene opened anew says it again.
@@ -405,7 +406,7 @@ TEST_F(CameraView, AnotherSceneDoesNotShowThePictureOfTheLast) {
     view->OnUpdate(pictureHint);
     ASSERT_TRUE(doc->Scenes().OpenScene("Other"));
     EXPECT_EQ(Grab().pixel(Origin() + QPoint(50, 5)), qRgb(0x40, 0x40, 0x40));
-    doc->XSheet().SetLevelCanMove(1);
+    doc->Cursor().SetLevelCanMove(1);
     EXPECT_TRUE(WaitUntilShown());
 }
 
@@ -425,7 +426,7 @@ TEST_F(CameraView, MarksStandOverTheCelsAndFollowADrag) {
     OpenScene();
     ShowView();
     ASSERT_TRUE(WaitUntilShown());
-    doc->XSheet().SetLevelCanMove(0);
+    doc->Cursor().SetLevelCanMove(0);
     const auto isWhite = [&](CPoint frame) {
         return Grab().pixel(Origin() + QPoint(frame.x, CTestScene::height - frame.y)) == qRgb(255, 255, 255);
     };

@@ -7,6 +7,7 @@
 #include "scene/AssetOperations.h"
 #include "scene/SceneLifecycle.h"
 #include "scene/SceneModel.h"
+#include "scene/XSheetCursor.h"
 #include "scene/XSheetOperations.h"
 #include "views/Text.h"
 
@@ -127,12 +128,12 @@ TEST_F(SourceViewTest, RowsThatLookTheSameStandForTheirOwnFiles) {
     }
     ClickRow(0);
     doc->XSheet().DropCels(0, 0, 1, false);
-    EXPECT_EQ(doc->XSheet().GetXsheetData(0, 0), "Cat007");
+    EXPECT_EQ(doc->Cursor().GetXsheetData(0, 0), "Cat007");
     doc->Assets().DeleteSelected();
     EXPECT_EQ(Listed(), Names{"7"});
     EXPECT_TRUE(FileExists(doc->Model().Paths().CelFile("Cat", "7")));
     EXPECT_TRUE(DocumentSelection().empty());
-    EXPECT_EQ(doc->XSheet().GetXsheetData(0, 0), "");
+    EXPECT_EQ(doc->Cursor().GetXsheetData(0, 0), "");
 }
 
 TEST_F(SourceViewTest, ShowsNothingWithoutAScene) {

@@ -7,6 +7,7 @@
 #include "scene/SceneLifecycle.h"
 #include "scene/SceneModel.h"
 #include "scene/Settings.h"
+#include "scene/XSheetCursor.h"
 #include "scene/XSheetOperations.h"
 #include "views/source/SourceView.h"
 
@@ -202,10 +203,10 @@ TEST_F(XSheetViewTest, HeaderButtonsActOnRelease) {
     EXPECT_EQ(doc->Model().Scene().xsheet.Cell(0, 0).BlurX(), 5);
 
     Click({30 + 80 + 40, 19});
-    EXPECT_TRUE(doc->XSheet().GetLevelSmoothed(1));
+    EXPECT_TRUE(doc->Cursor().GetLevelSmoothed(1));
     EXPECT_FALSE(doc->Model().moveSelection.IsCameraSelected());
     Click({30 + 2 * 80 + 60, 10});
-    EXPECT_TRUE(doc->XSheet().GetLevelSmoothed(1)) << "a number is no button";
+    EXPECT_TRUE(doc->Cursor().GetLevelSmoothed(1)) << "a number is no button";
     Click({30 + 5 * 80 + 10, 10});
     EXPECT_TRUE(doc->Model().moveSelection.IsCameraSelected());
     EXPECT_EQ(Cursor(), (CSheetCell{0, 0}));
@@ -290,7 +291,7 @@ TEST_F(XSheetViewTest, KeysMoveTheCursorAndKeepItInView) {
     prompter.Answer(31);
     doc->Camera().CheckLines();
     EXPECT_EQ(view->Geometry().firstFrame, 90) << "back at the frame before the check";
-    doc->XSheet().SetCursorY(50);
+    doc->Cursor().SetCursorY(50);
     EXPECT_EQ(view->Geometry().firstFrame, 50);
 }
 
@@ -314,10 +315,10 @@ TEST_F(XSheetViewTest, TheWheelScrollsFramesAndWithShiftLevels) {
     EXPECT_EQ(view->Geometry().firstLevel, 0);
     turn(Qt::ShiftModifier);
     EXPECT_EQ(view->Geometry().firstLevel, 1);
-    doc->XSheet().SetCursorX(0);
+    doc->Cursor().SetCursorX(0);
     EXPECT_EQ(view->Geometry().firstLevel, 1) << "the cursor has not moved";
-    doc->XSheet().SetCursorX(1);
-    doc->XSheet().SetCursorX(0);
+    doc->Cursor().SetCursorX(1);
+    doc->Cursor().SetCursorX(0);
     EXPECT_EQ(view->Geometry().firstLevel, 0);
     Click({30 + 5 * 80 + 100, 50});
     EXPECT_EQ(Cursor().level, 5);
@@ -376,9 +377,9 @@ TEST_F(XSheetViewTest, AssetsHeldNearAnEdgeScroll) {
 TEST_F(XSheetViewTest, OnlyWhatChangedIsPainted) {
     Open();
     TakePainted();
-    doc->XSheet().SetSelStartY(4);
-    doc->XSheet().SetSelEndY(4);
-    doc->XSheet().SetCursorY(4);
+    doc->Cursor().SetSelStartY(4);
+    doc->Cursor().SetSelEndY(4);
+    doc->Cursor().SetCursorY(4);
     const QRegion moved = TakePainted();
     EXPECT_TRUE(moved.contains(At(0, 0)));
     EXPECT_TRUE(moved.contains(At(0, 4)));
@@ -390,8 +391,8 @@ TEST_F(XSheetViewTest, OnlyWhatChangedIsPainted) {
         view->OnUpdate(hint);
     EXPECT_TRUE(TakePainted().isEmpty());
 
-    doc->XSheet().SelectCamera();
-    doc->XSheet().SetLevelCanMove(2);
+    doc->Cursor().SelectCamera();
+    doc->Cursor().SetLevelCanMove(2);
     const QRegion header = TakePainted();
     EXPECT_TRUE(header.contains(QPoint(30 + 2 * 80 + 50, 10)));
     EXPECT_TRUE(header.contains(QPoint(30 + 5 * 80 + 10, 10)));
@@ -416,10 +417,10 @@ TEST_F(XSheetViewTest, WhatWasMovedAndPaintedInPartsLooksLikeWhatIsPaintedWhole)
     };
     view->verticalScrollBar()->setValue(7);
     expectSame("scrolling down");
-    doc->XSheet().SetCursorY(3);
+    doc->Cursor().SetCursorY(3);
     expectSame("scrolling to a cursor that has moved");
-    doc->XSheet().SetLevelCanMove(1);
-    doc->XSheet().SetSelEndY(9);
+    doc->Cursor().SetLevelCanMove(1);
+    doc->Cursor().SetSelEndY(9);
     view->verticalScrollBar()->setValue(1);
     expectSame("scrolling with changes not yet painted");
     SelectAssets(SourceMode::Cels, {"1", "2"});
@@ -432,8 +433,8 @@ TEST_F(XSheetViewTest, WhatWasMovedAndPaintedInPartsLooksLikeWhatIsPaintedWhole)
     }
     view->horizontalScrollBar()->setValue(2);
     expectSame("scrolling to the right");
-    doc->XSheet().SetCursorX(0);
-    doc->XSheet().SetCursorY(80);
+    doc->Cursor().SetCursorX(0);
+    doc->Cursor().SetCursorY(80);
     expectSame("scrolling both ways");
     EXPECT_EQ(view->Geometry(), view->Geometry().Showing({0, 80}));
     EXPECT_EQ(view->horizontalScrollBar()->value(), 0);
@@ -474,9 +475,9 @@ TEST_F(XSheetViewTest, WithoutASceneThereIsNothingToDo) {
 
 TEST_F(XSheetViewTest, CellsHaveTheColoursOfCursorAndSelection) {
     Open();
-    doc->XSheet().SetSelEndX(1);
-    doc->XSheet().SetSelEndY(2);
-    doc->XSheet().SetCursorY(0);
+    doc->Cursor().SetSelEndX(1);
+    doc->Cursor().SetSelEndY(2);
+    doc->Cursor().SetCursorY(0);
     const QImage image = Port()->grab().toImage();
     const auto colourOf = [&](int level, int frame) { return image.pixelColor(At(level, frame) - QPoint(38, 8)); };
     EXPECT_EQ(colourOf(0, 0), QColor(128, 255, 128));
@@ -487,9 +488,9 @@ TEST_F(XSheetViewTest, CellsHaveTheColoursOfCursorAndSelection) {
 
 TEST_F(XSheetViewTest, CellsAreDimmedAsLongAsTheDesktopIsDark) {
     Open();
-    doc->XSheet().SetSelEndX(1);
-    doc->XSheet().SetSelEndY(2);
-    doc->XSheet().SetCursorY(0);
+    doc->Cursor().SetSelEndX(1);
+    doc->Cursor().SetSelEndY(2);
+    doc->Cursor().SetCursorY(0);
     const auto colours = [this] {
         const QImage image = Port()->grab().toImage();
         std::vector<QColor> seen;

@@ -8,13 +8,14 @@
 #include "scene/SceneLifecycle.h"
 #include "scene/SceneModel.h"
 #include "scene/SoundOperations.h"
+#include "scene/XSheetCursor.h"
 #include "scene/XSheetOperations.h"
 
 namespace velmor::demo {
 
 int CAnimator::LevelNamed(const std::string& name) const {
     for (int level = 0; level < m_doc.Model().Scene().xsheet.LevelCount(); ++level)
-        if (m_doc.XSheet().GetLevelName(level) == name)
+        if (m_doc.Cursor().GetLevelName(level) == name)
             return level;
     m_prompter.ShowMessage("There is no level named " + name);
     return 0;
@@ -79,43 +80,43 @@ void CAnimator::DropSound(const std::string& name, int frame) {
 }
 
 void CAnimator::EditCel(const std::string& level, int frame, const CCellDataForm& form) {
-    m_doc.XSheet().SetCursorX(LevelNamed(level));
-    m_doc.XSheet().SetCursorY(frame);
+    m_doc.Cursor().SetCursorX(LevelNamed(level));
+    m_doc.Cursor().SetCursorY(frame);
     m_prompter.Expect(form);
     m_doc.Cells().EditCellData();
 }
 
 void CAnimator::SetTransparency(const std::string& level, int frame, double transparency) {
-    m_doc.XSheet().SetCursorY(frame);
+    m_doc.Cursor().SetCursorY(frame);
     m_prompter.Expect(transparency);
     m_doc.Cells().OnXSheetDoTrans(LevelNamed(level));
 }
 
 void CAnimator::SetBlur(const std::string& level, int frame, double blur) {
-    m_doc.XSheet().SetCursorY(frame);
+    m_doc.Cursor().SetCursorY(frame);
     m_prompter.Expect(CBlurForm{.blurX = blur, .blurY = blur, .preserve = true});
     m_doc.Cells().OnXSheetDoBlur(LevelNamed(level));
 }
 
 void CAnimator::SelectFrames(int level, CInbetweenKeys frames) {
-    m_doc.XSheet().SetSelStartX(level);
-    m_doc.XSheet().SetSelEndX(level);
-    m_doc.XSheet().SetSelStartY(frames.first);
-    m_doc.XSheet().SetSelEndY(frames.last);
+    m_doc.Cursor().SetSelStartX(level);
+    m_doc.Cursor().SetSelEndX(level);
+    m_doc.Cursor().SetSelStartY(frames.first);
+    m_doc.Cursor().SetSelEndY(frames.last);
 }
 
 void CAnimator::Inbetween(const std::string& level, CInbetweenKeys keys, LevelSource source, InbetweenType type) {
     if (keys.last - keys.first < 2)
         return;
     const int number = LevelNamed(level);
-    m_doc.XSheet().SetCursorX(number);
+    m_doc.Cursor().SetCursorX(number);
     SelectFrames(number, keys);
     m_prompter.Expect(CInbetweenAnswer{true, {static_cast<int>(source), static_cast<int>(type)}});
     m_doc.Cells().Inbetween();
 }
 
 void CAnimator::EditCamera(int frame, const CCameraForm& form) {
-    m_doc.XSheet().SetCursorY(frame);
+    m_doc.Cursor().SetCursorY(frame);
     m_prompter.Expect(form);
     m_doc.Camera().EditCameraData();
 }

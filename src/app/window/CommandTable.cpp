@@ -15,6 +15,7 @@
 #include "scene/SceneModel.h"
 #include "scene/SoundOperations.h"
 #include "scene/VelmorltDoc.h"
+#include "scene/XSheetCursor.h"
 #include "scene/XSheetOperations.h"
 #include "views/camera/CameraView.h"
 #include "views/cel/CelView.h"
@@ -286,13 +287,10 @@ constexpr CCommand commands[] = {
     {CommandId::XsheetMultipleLevels, "Multiple &Level Move Selections", "multiple-levels", "",
      "Sets either single or multiple level movement selections", "Multiple Level Move Selections", Always,
      [](const Target& target) { return target.doc.Model().moveSelection.IsMultiple(); },
-     Do<&CVelmorltDoc::XSheet, &CXSheetOperations::ToggleMultipleMoveSelection>, sheet},
+     Do<&CVelmorltDoc::Cursor, &CXSheetCursor::ToggleMultipleMoveSelection>, sheet},
     {CommandId::XsheetOpenDrawing, "&Open Drawing\tENTER", "edit-asset", "Return; Enter",
      "Opens the drawing of the current cel in the cel editor", "Open Drawing", When<CanEditCellData>, nullptr,
-     [](Target& target) {
-         target.doc.Assets().EditDrawing(target.doc.Model().cursorLevel, target.doc.Model().cursorFrame);
-     },
-     sheet, Focused},
+     [](Target& target) { target.doc.Assets().EditDrawing(target.doc.Model().CursorCell()); }, sheet, Focused},
     {CommandId::XsheetBlur, "Bl&ur", "header-blur", "", "Edits the blur of the current cel", "Blur",
      When<CanEditCellData>, nullptr,
      [](Target& target) { target.doc.Cells().OnXSheetDoBlur(target.doc.Model().cursorLevel); }, sheet},

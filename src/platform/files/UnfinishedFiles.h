@@ -26,7 +26,8 @@ private:
         std::atomic<bool> used{false};
         std::array<char, 4096> name{};
     };
-    std::array<CSlot, 256> m_slots; ///< two a thread of a large machine; memory that is never touched is never taken
+    std::array<CSlot, 256>
+        m_slots; ///< two a thread of a large machine; memory that is never touched is never taken
     std::mutex m_mutex;
     std::atomic<unsigned> m_next{0};
 };

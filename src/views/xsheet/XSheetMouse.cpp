@@ -3,6 +3,7 @@
 #include "scene/CellOperations.h"
 #include "scene/SceneModel.h"
 #include "scene/VelmorltDoc.h"
+#include "scene/XSheetCursor.h"
 #include "scene/XSheetOperations.h"
 
 #include <Qt>
@@ -13,10 +14,10 @@ namespace velmor {
 namespace {
 
 void Select(CVelmorltDoc& doc, const CXSheetSelection& selection) {
-    doc.XSheet().SetSelStartX(selection.firstLevel);
-    doc.XSheet().SetSelEndX(selection.lastLevel);
-    doc.XSheet().SetSelStartY(selection.firstFrame);
-    doc.XSheet().SetSelEndY(selection.lastFrame);
+    doc.Cursor().SetSelStartX(selection.firstLevel);
+    doc.Cursor().SetSelEndX(selection.lastLevel);
+    doc.Cursor().SetSelStartY(selection.firstFrame);
+    doc.Cursor().SetSelEndY(selection.lastFrame);
 }
 
 CXSheetSelection Spanning(CSheetCell a, CSheetCell b) {
@@ -42,7 +43,7 @@ void CXSheetMouse::Press(const CXSheetGeometry& geometry, QPoint point, bool ext
     if (point.y() > geometry.buttonSize && point.y() < geometry.headerHeight) {
         m_press = Pressed::Columns;
         if (geometry.LevelAt(point)) {
-            m_doc.XSheet().SetCursorX(cell.level);
+            m_doc.Cursor().SetCursorX(cell.level);
             selection = extend ? Grown(selection, cell) : Spanning(cell, cell);
         }
         selection.firstFrame = 0;
@@ -51,9 +52,9 @@ void CXSheetMouse::Press(const CXSheetGeometry& geometry, QPoint point, bool ext
     } else {
         m_press = Pressed::Cells;
         Select(m_doc, extend ? Grown(selection, cell) : Spanning(cell, cell));
-        m_doc.XSheet().SetCursorX(cell.level);
+        m_doc.Cursor().SetCursorX(cell.level);
     }
-    m_doc.XSheet().SetCursorY(cell.frame);
+    m_doc.Cursor().SetCursorY(cell.frame);
 }
 
 void CXSheetMouse::Drag(const CXSheetGeometry& geometry, QPoint point) {
@@ -87,10 +88,10 @@ void CXSheetMouse::ClickButton(const CHeaderHit& hit) {
         m_doc.Cells().OnXSheetDoTrans(hit.level);
         break;
     case HeaderButton::Move:
-        m_doc.XSheet().SetLevelCanMove(hit.level);
+        m_doc.Cursor().SetLevelCanMove(hit.level);
         break;
     case HeaderButton::Camera:
-        m_doc.XSheet().SelectCamera();
+        m_doc.Cursor().SelectCamera();
         break;
     }
 }
@@ -119,8 +120,8 @@ void MoveCursor(CVelmorltDoc& doc, CSheetCell cell, bool extend) {
         model.cursorFrame == selection.firstFrame ? selection.lastFrame : selection.firstFrame};
     Select(doc, Spanning(cell, extend ? opposite : cell));
     if (cell.level != model.cursorLevel)
-        doc.XSheet().SetCursorX(cell.level);
-    doc.XSheet().SetCursorY(cell.frame);
+        doc.Cursor().SetCursorX(cell.level);
+    doc.Cursor().SetCursorY(cell.frame);
 }
 
 std::optional<CSheetCell> CursorAfterKey(int key, CSheetCell cursor, const CXSheetGeometry& geometry) {

@@ -292,7 +292,7 @@ void CXSheetView::mouseDoubleClickEvent(QMouseEvent* event) {
     // The release goes to the dialog, or comes when it is closed.
     m_mouse.Cancel();
     if (onCell && event->modifiers().testFlag(Qt::ControlModifier))
-        m_doc.Assets().EditDrawing(m_doc.Model().cursorLevel, m_doc.Model().cursorFrame);
+        m_doc.Assets().EditDrawing(m_doc.Model().CursorCell());
     else if (onCell)
         m_doc.Cells().EditCellData();
     else

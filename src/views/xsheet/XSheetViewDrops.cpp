@@ -16,7 +16,7 @@ namespace velmor {
 
 void CXSheetView::DropCels(const QPoint& screenPoint) {
     if (const auto cell = m_geometry.DropTarget(viewport()->mapFromGlobal(screenPoint)))
-        m_doc.XSheet().AskAndDropCels(cell->level, cell->frame, {screenPoint.x(), screenPoint.y()});
+        m_doc.XSheet().AskAndDropCels(*cell, {screenPoint.x(), screenPoint.y()});
 }
 
 void CXSheetView::DropSounds(const QPoint& screenPoint) {

@@ -6,6 +6,7 @@
 #include "scene/AssetOperations.h"
 #include "scene/SceneLifecycle.h"
 #include "scene/SceneModel.h"
+#include "scene/XSheetCursor.h"
 #include "scene/XSheetOperations.h"
 #include "views/camera/CamFrame.h"
 #include "views/camera/CameraView.h"
@@ -86,7 +87,7 @@ TEST_F(CNativeInputTest, ACelIsDraggedFromTheListToTheXsheet) {
     prompter.Answer(1);                           // on two's
     EXPECT_TRUE(Input(Drag(from, sheet.viewport()->mapToGlobal(cell)),
                       [&] { return doc->Model().Scene().xsheet.Cell(0, 3).IsUsed(); }));
-    EXPECT_EQ(doc->XSheet().GetXsheetData(0, 3), "walk1");
+    EXPECT_EQ(doc->Cursor().GetXsheetData(0, 3), "walk1");
     EXPECT_TRUE(doc->Model().Scene().xsheet.Cell(0, 4).IsUsed());
     EXPECT_FALSE(doc->Model().Scene().xsheet.Cell(0, 5).IsUsed());
     EXPECT_EQ(doc->Model().cursorFrame, 3);

@@ -7,6 +7,7 @@
 #include "scene/PaletteOperations.h"
 #include "scene/SceneLifecycle.h"
 #include "scene/SceneModel.h"
+#include "scene/XSheetCursor.h"
 #include "scene/XSheetOperations.h"
 #include "views/camera/CamFrame.h"
 #include "views/camera/CameraView.h"
@@ -174,7 +175,7 @@ TEST_F(CKeysTest, OnlyTheSheetTakesTheEditingKeys) {
                                {Qt::Key_Insert, {}}};
     // Any question that a list asks of its own is answered with no.
     prompter.confirmations.assign(20, false);
-    doc->XSheet().SetCursorY(6);
+    doc->Cursor().SetCursorY(6);
     for (const CStroke& stroke : strokes) {
         EXPECT_EQ(After(Camera(), stroke), before) << stroke.key;
         EXPECT_EQ(After(Assets(), stroke), before) << stroke.key;
@@ -185,7 +186,7 @@ TEST_F(CKeysTest, OnlyTheSheetTakesTheEditingKeys) {
     EXPECT_FALSE(IsOpen(StackedPane::Xsheet));
 
     Run(CommandId::ViewXsheet);
-    doc->XSheet().SetCursorY(0);
+    doc->Cursor().SetCursorY(0);
     Key(Qt::Key_Delete);
     EXPECT_FALSE(Grid().Cell(0, 0).IsUsed());
     Key(Qt::Key_V, Qt::ControlModifier);
@@ -223,7 +224,7 @@ TEST_F(CKeysTest, WhatIsChangedIsShownFirst) {
 
 TEST_F(CKeysTest, KeysOfAViewRestWhileItIsOutOfSight) {
     doc->Assets().EditCel("1");
-    doc->XSheet().SetSelEndY(9);
+    doc->Cursor().SetSelEndY(9);
     Run(CommandId::ViewCelEditor);
     const CZoomLevel cameraZoom = Camera().Zoom();
     for (const Qt::Key key : {Qt::Key_F6, Qt::Key_F9, Qt::Key_F10, Qt::Key_Plus, Qt::Key_Minus})

@@ -2,6 +2,7 @@
 #include "app/window/OnlineManual.h"
 #include "scene/AssetOperations.h"
 #include "scene/SceneModel.h"
+#include "scene/XSheetCursor.h"
 #include "scene/XSheetOperations.h"
 #include "views/camera/CamFrame.h"
 #include "views/cel/CelFrame.h"
@@ -134,7 +135,7 @@ TEST_F(CMainFrameTest, StatusPanesAndTitleFollowTheScene) {
     EXPECT_EQ(Pane("current frame"), "Current Frm : 1");
     EXPECT_EQ(Pane("total frames"), "Total Frm : 12");
     Frame().Action(CommandId::CameraZoomMode)->trigger();
-    doc->XSheet().SetCursorY(4);
+    doc->Cursor().SetCursorY(4);
     Frame().UpdateCommands();
     EXPECT_EQ(Pane("camera mode"), "Mode : ZOOM");
     EXPECT_EQ(Pane("current frame"), "Current Frm : 5");
