@@ -6,7 +6,6 @@
 #include "scene/PaintTools.h"
 #include "scene/PaletteOperations.h"
 #include "scene/SceneModel.h"
-#include "scene/VelmorltDoc.h"
 #include "views/Icons.h"
 #include "views/cel/TipButton.h"
 
@@ -80,9 +79,11 @@ void Enable(const QButtonGroup& group, bool enabled) {
 
 } // namespace
 
-CBrushBar::CBrushBar(CVelmorltDoc& doc, QAction* updateCamera, QWidget* parent)
+CBrushBar::CBrushBar(const CSceneModel& model, CPaletteOperations& palette, CAssetOperations& assets,
+                     QAction* updateCamera, QWidget* parent)
     : QToolBar("Brush Bar", parent),
-      m_doc(doc),
+      m_model(model),
+      m_palette(palette),
       m_brushes(new QButtonGroup(this)),
       m_pens(new QButtonGroup(this)),
       m_bucketModes(new QButtonGroup(this)),
@@ -93,16 +94,15 @@ CBrushBar::CBrushBar(CVelmorltDoc& doc, QAction* updateCamera, QWidget* parent)
     auto* panel = new QWidget;
     m_layout = new QGridLayout(panel);
     m_layout->setContentsMargins(gap, gap, gap, gap);
-    m_parts = {MakeBrushes(), MakePens(), MakeBucketModes(), MakeUpdateCamera(updateCamera)};
+    m_parts = {MakeBrushes(), MakePens(), MakeBucketModes(), MakeUpdateCamera(updateCamera, assets)};
     Arrange(false);
     m_area = new CTallArea(panel);
     addWidget(m_area);
-    connect(m_brushes, &QButtonGroup::idClicked, this, [this](int brush) { m_doc.Palette().SetBrush(brush); });
-    connect(m_pens, &QButtonGroup::idClicked, this, [this](int pen) { m_doc.Palette().SetPen(pen); });
-    connect(m_bucketModes, &QButtonGroup::idClicked, this,
-            [this](int mode) { m_doc.Palette().SetBucketMode(mode); });
+    connect(m_brushes, &QButtonGroup::idClicked, this, [this](int brush) { m_palette.SetBrush(brush); });
+    connect(m_pens, &QButtonGroup::idClicked, this, [this](int pen) { m_palette.SetPen(pen); });
+    connect(m_bucketModes, &QButtonGroup::idClicked, this, [this](int mode) { m_palette.SetBucketMode(mode); });
     connect(m_rectangle, &QCheckBox::clicked, this,
-            [this](bool checked) { m_doc.Palette().SetBrush(checked ? -1 : m_roundBrush); });
+            [this](bool checked) { m_palette.SetBrush(checked ? -1 : m_roundBrush); });
     UpdateBrushesandPens();
 }
 
@@ -185,7 +185,7 @@ QWidget* CBrushBar::MakeBucketModes() {
     return box;
 }
 
-QWidget* CBrushBar::MakeUpdateCamera(QAction* updateCamera) {
+QWidget* CBrushBar::MakeUpdateCamera(QAction* updateCamera, CAssetOperations& assets) {
     auto* button = new QToolButton;
     button->setObjectName("updateCamera");
     button->setFocusPolicy(Qt::TabFocus);
@@ -195,22 +195,22 @@ QWidget* CBrushBar::MakeUpdateCamera(QAction* updateCamera) {
     } else {
         button->setText("Update Camera");
         button->setToolTip("Save the image and show it in the camera view");
-        connect(button, &QToolButton::clicked, this, [this] { m_doc.Assets().UpdateCamera(); });
+        connect(button, &QToolButton::clicked, this, [&assets] { assets.UpdateCamera(); });
     }
     button->setToolButtonStyle(Qt::ToolButtonTextOnly);
     return button;
 }
 
 void CBrushBar::UpdateBrushesandPens() {
-    const CPaintChoices& paint = m_doc.Model().paint;
+    const CPaintChoices& paint = m_model.paint;
     if (paint.brush >= 0)
         m_roundBrush = paint.brush;
     Check(*m_brushes, paint.brush);
     Check(*m_pens, paint.pen);
     Check(*m_bucketModes, paint.bucketMode);
     m_rectangle->setChecked(paint.brush < 0);
-    Enable(*m_pens, CanUse(CelTool::Pen, m_doc.Model().celImg));
-    Enable(*m_bucketModes, CanUse(CelTool::Bucket, m_doc.Model().celImg));
+    Enable(*m_pens, CanUse(CelTool::Pen, m_model.celImg));
+    Enable(*m_bucketModes, CanUse(CelTool::Bucket, m_model.celImg));
 }
 
 } // namespace velmor

@@ -10,14 +10,17 @@ class QGridLayout;
 
 namespace velmor {
 
-class CVelmorltDoc;
+class CAssetOperations;
+class CPaletteOperations;
+struct CSceneModel;
 
 /// The bar of brushes, pens and bucket modes, beside the cel editor. In a low, wide pane it takes two columns; what
 /// does not fit then can be scrolled to.
 class CBrushBar final : public QToolBar {
 public:
-    /// `updateCamera` may be null; the document is asked directly then.
-    CBrushBar(CVelmorltDoc& doc, QAction* updateCamera, QWidget* parent = nullptr);
+    /// `updateCamera` may be null; the assets are asked directly then. What is given by reference outlives the bar.
+    CBrushBar(const CSceneModel& model, CPaletteOperations& palette, CAssetOperations& assets,
+              QAction* updateCamera, QWidget* parent = nullptr);
 
     /// Shows the document's brush, pen and bucket mode, and which of them the image under edit takes.
     void UpdateBrushesandPens();
@@ -31,9 +34,10 @@ private:
     QWidget* MakeBrushes();
     QWidget* MakePens();
     QWidget* MakeBucketModes();
-    QWidget* MakeUpdateCamera(QAction* updateCamera);
+    QWidget* MakeUpdateCamera(QAction* updateCamera, CAssetOperations& assets);
 
-    CVelmorltDoc& m_doc;
+    const CSceneModel& m_model;
+    CPaletteOperations& m_palette;
     QButtonGroup* m_brushes; // children, all of them
     QButtonGroup* m_pens;
     QButtonGroup* m_bucketModes;

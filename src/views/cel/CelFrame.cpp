@@ -38,7 +38,7 @@ CCelFrame::CCelFrame(CVelmorltDoc& doc, IPrompter& prompter, CProfile& profile, 
                                [&doc](int index) { doc.Palette().EditColor(index); },
                                [&doc](int index) { doc.Palette().AskAndDeleteColor(index); }})),
       m_colorPair(new CColorPair),
-      m_brushBar(new CBrushBar(doc, actions.updateCamera)),
+      m_brushBar(new CBrushBar(doc.Model(), doc.Palette(), doc.Assets(), actions.updateCamera)),
       m_caption(new CCelCaption),
       m_tools(actions.tools) {
     setObjectName("celFrame");
