@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <benchmark/benchmark.h>
 #include <chrono>
+#include <sched.h>
 #include <thread>
 
 namespace velmor {
@@ -128,6 +129,23 @@ double DifferenceOf(const CFrameBuffer& frame, const QImage& painted) {
     return sum / static_cast<double>(frame.pixels.size());
 }
 
+/// Lets all threads of the program run on the first `count` processors that it has: Qt divides large areas among
+/// threads by itself.
+void RunOn(int count) {
+    static const cpu_set_t all = [] {
+        cpu_set_t set;
+        ::sched_getaffinity(0, sizeof(set), &set);
+        return set;
+    }();
+    cpu_set_t some;
+    CPU_ZERO(&some);
+    for (int cpu = 0; cpu < CPU_SETSIZE && CPU_COUNT(&some) < count; ++cpu)
+        if (CPU_ISSET(cpu, &all))
+            CPU_SET(cpu, &some);
+    for (const auto& thread : std::filesystem::directory_iterator("/proc/self/task"))
+        ::sched_setaffinity(std::stoi(thread.path().filename().string()), sizeof(some), &some);
+}
+
 template<class Work>
 double MillisecondsOf(const Work& work) {
     const auto start = std::chrono::steady_clock::now();
@@ -145,6 +163,7 @@ double MedianOf(std::vector<double> times) {
 void BesideQt(benchmark::State& state, const CKind& kind) {
     const CAnchorScene scene(kind);
     const bool parallel = state.range(0) > 1;
+    RunOn(static_cast<int>(state.range(0)));
     CImageCache cache(std::size_t{512} << 20);
     CFrameBuffer frame;
     QImage painted(kind.size.width, kind.size.height, QImage::Format_RGB32);
