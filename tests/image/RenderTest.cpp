@@ -117,8 +117,8 @@ INSTANTIATE_TEST_SUITE_P(Targets, CRenderOnTarget, ::testing::ValuesIn(KernelTar
 TEST_P(CRenderOnTarget, EqualsTheFormulaOnSmallImages) {
     std::mt19937 random(17);
     const int sides[] = {2, 3, 5, 8, 16, 17, 31, 64, 90, 127};
-    const Texture textures[] = {Texture::Noise, Texture::OpaqueNoise, Texture::Gradient, Texture::Painted,
-                                Texture::Painted};
+    const Texture textures[] = {Texture::Noise,   Texture::OpaqueNoise, Texture::Gradient,
+                                Texture::Painted, Texture::Painted,     Texture::Speck};
     for (int round = 0; round < 250; ++round) {
         const LoadState kind = random() % 2 == 0 ? LoadState::Cel : LoadState::Picture;
         const CCelImg image =
@@ -133,7 +133,7 @@ TEST_P(CRenderOnTarget, EqualsTheFormulaOnSmallImages) {
 TEST_P(CRenderOnTarget, EqualsTheFormulaOnLargeImages) {
     std::mt19937 random(4);
     const CTestFrame before(random, 772, 200);
-    for (const Texture texture : {Texture::Painted, Texture::OpaqueNoise, Texture::Gradient}) {
+    for (const Texture texture : {Texture::Painted, Texture::Speck, Texture::OpaqueNoise, Texture::Gradient}) {
         const CCelImg image = MakeTestImage(random, 700, 300, LoadState::Cel, texture);
         for (const bool antialias : {false, true})
             for (const CPlacement& at :

@@ -72,10 +72,11 @@ inline void PlainRender(const CCelImg& image, const CPlacement& at, CFrameView f
 }
 
 /// What the pixels of a test image are like.
-enum class Texture { Noise, OpaqueNoise, Gradient, Painted };
+enum class Texture { Noise, OpaqueNoise, Gradient, Painted, Speck };
 
 /// A cel or picture of some texture. A painted one has large areas of one colour, transparent and not, with noise
-/// at their edges; so it meets every shortcut.
+/// at their edges; so it meets every shortcut. A speck is a few pixels of noise, or none, in an image that is
+/// otherwise transparent.
 inline CCelImg MakeTestImage(std::mt19937& random, int width, int height, LoadState kind, Texture texture) {
     CCelImg image;
     const Path path = "test";
@@ -84,6 +85,10 @@ inline CCelImg MakeTestImage(std::mt19937& random, int width, int height, LoadSt
     const auto byte = [&random] { return static_cast<std::uint8_t>(random()); };
     const double radius = std::min(width, height) * 0.4;
     const CColor paint{byte(), byte(), byte(), static_cast<std::uint8_t>(random() % 2 == 0 ? 255 : byte())};
+    const auto pick = [&random](int below) { return static_cast<int>(random() % static_cast<unsigned>(below)); };
+    CRect speck{pick(width), pick(height), 0, 0};
+    speck.endX = speck.x + pick(5);
+    speck.endY = speck.y + pick(5);
     for (int y = 0; y < height; ++y)
         for (int x = 0; x < width; ++x) {
             CColor color{byte(), byte(), byte(), byte()};
@@ -93,6 +98,8 @@ inline CCelImg MakeTestImage(std::mt19937& random, int width, int height, LoadSt
             if (texture == Texture::Gradient)
                 color = {static_cast<std::uint8_t>(x), static_cast<std::uint8_t>(y),
                          static_cast<std::uint8_t>(x + y), static_cast<std::uint8_t>(255 - x / 4)};
+            if (texture == Texture::Speck && !(speck.x <= x && x < speck.endX && speck.y <= y && y < speck.endY))
+                color.alpha = 0;
             if (texture == Texture::Painted && distance > 1)
                 color.alpha = 0;
             if (texture == Texture::Painted && distance < -1)

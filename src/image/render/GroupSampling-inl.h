@@ -359,7 +359,10 @@ HWY_INLINE CExactCorners ExactCorners(const CRowWork& work, int column, int half
     HWY_ALIGN std::int64_t offsets[CPixelRow::slack];
     const CStripedPixels& pixels = work.source.Pixels();
     const VI64 storedX = hn::Add(points.x, hn::Set(di64, std::int64_t{CStripedPixels::shift}));
-    hn::Store(hn::IfThenElseZero(mask, ByteOffsets(storedX, points.y, pixels)), di64, offsets);
+    // The other lanes read a pixel that is there.
+    const std::int64_t firstPixel = pixels.OffsetOf(pixels.Area().x, pixels.Area().y) * std::int64_t{4};
+    const VI64 spare = hn::Set(di64, firstPixel);
+    hn::Store(hn::IfThenElse(mask, ByteOffsets(storedX, points.y, pixels), spare), di64, offsets);
     const std::uint32_t* origin = pixels.Origin();
     return {GatherPairs(origin, offsets), GatherPairs(origin + CStripedPixels::rowPitch, offsets), points.fx,
             points.fy};

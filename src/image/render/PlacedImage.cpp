@@ -92,14 +92,16 @@ void CPlacedImage::MakeLaneSteps() {
 CRowSpans CPlacedImage::SpansOf(int row) const {
     if (m_isInvisible)
         return {};
-    const CSize size{m_source->Width(), m_source->Height()};
-    const CColumnSpan all = m_mapping.ColumnsInside(row, size);
+    const CRect area = m_source->PaintedArea();
+    const CColumnSpan all = m_mapping.ColumnsInside(row, area);
     if (all.IsEmpty())
         return {};
     CColumnSpan interpolated{all.end, all.end};
     if (m_antialias) {
         // The last column and row of an image have no neighbour to be interpolated with.
-        const CColumnSpan span = m_mapping.ColumnsInside(row, {size.width - 1, size.height - 1});
+        const CRect inner{area.x, area.y, std::min(area.endX, m_source->Width() - 1),
+                          std::min(area.endY, m_source->Height() - 1)};
+        const CColumnSpan span = m_mapping.ColumnsInside(row, inner);
         if (!span.IsEmpty())
             interpolated = span;
     }

@@ -9,7 +9,7 @@
 
 namespace velmor {
 
-/// The columns of a row that an image covers.
+/// The columns of a row where an image has something to draw.
 struct CRowSpans {
     CColumnSpan all;
     /// Those of them that are interpolated; none without antialiasing.

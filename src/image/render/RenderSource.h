@@ -42,6 +42,9 @@ public:
     void DrawRows(const CPlacement& placement, CFrameView destination, int firstRow, int endRow) const;
 
     const CStripedPixels& Pixels() const { return m_pixels; }
+    /// The points that show anything, between pixels too: those outside are all transparent, and most of the image
+    /// when a cel holds a single figure. Their pixels are not kept.
+    const CRect& PaintedArea() const { return m_paintedArea; }
     const CUniformMap& UniformAreas() const { return m_uniformAreas; }
     /// Whether every alpha is 255.
     bool IsOpaque() const { return m_isOpaque; }
@@ -53,6 +56,7 @@ private:
     int m_height = 0;
     LoadState m_kind = LoadState::Nothing;
     bool m_isOpaque = false;
+    CRect m_paintedArea;
     CStripedPixels m_pixels;
     CUniformMap m_uniformAreas;
 };

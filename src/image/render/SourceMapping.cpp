@@ -59,16 +59,16 @@ int FirstColumnPast(const CLine& line, double bound, int columns, bool isEstimab
     return first;
 }
 
-/// The columns where 0 <= coordinate < limit. `coordinate` is the exact one.
+/// The columns where least <= coordinate < limit. `coordinate` is the exact one.
 template<class Coordinate>
-CColumnSpan ColumnsWithin(const CLine& line, double limit, int columns, bool isEstimable,
+CColumnSpan ColumnsWithin(const CLine& line, double least, double limit, int columns, bool isEstimable,
                           const Coordinate& coordinate) {
-    const auto isAboveZero = [&](int column) { return coordinate(column) >= 0; };
+    const auto isFromLeast = [&](int column) { return coordinate(column) >= least; };
     const auto isBelowLimit = [&](int column) { return coordinate(column) < limit; };
     if (line.step < 0)
         return {FirstColumnPast(line, limit, columns, isEstimable, isBelowLimit),
-                FirstColumnPast(line, 0, columns, isEstimable, std::not_fn(isAboveZero))};
-    return {FirstColumnPast(line, 0, columns, isEstimable, isAboveZero),
+                FirstColumnPast(line, least, columns, isEstimable, std::not_fn(isFromLeast))};
+    return {FirstColumnPast(line, least, columns, isEstimable, isFromLeast),
             FirstColumnPast(line, limit, columns, isEstimable, std::not_fn(isBelowLimit))};
 }
 
@@ -97,15 +97,15 @@ CSourceMapping::CSourceMapping(const CPlacement& placement, CSize image, CSize d
     m_isEstimable = m_columns <= mostEstimableColumns && largestX < mostEstimable && largestY < mostEstimable;
 }
 
-CColumnSpan CSourceMapping::ColumnsInside(int row, CSize limit) const {
+CColumnSpan CSourceMapping::ColumnsInside(int row, const CRect& area) const {
     if (m_columns <= 0)
         return {};
     const CSourcePoint start = PointOf(0, row);
-    const CColumnSpan inX = ColumnsWithin(CLine{start.x, m_stepX}, limit.width, m_columns, m_isEstimable,
+    const CColumnSpan inX = ColumnsWithin(CLine{start.x, m_stepX}, area.x, area.endX, m_columns, m_isEstimable,
                                           [&](int column) { return PointOf(column, row).x; });
     if (inX.IsEmpty())
         return {};
-    const CColumnSpan inY = ColumnsWithin(CLine{start.y, m_stepY}, limit.height, m_columns, m_isEstimable,
+    const CColumnSpan inY = ColumnsWithin(CLine{start.y, m_stepY}, area.y, area.endY, m_columns, m_isEstimable,
                                           [&](int column) { return PointOf(column, row).y; });
     return {std::max(inX.begin, inY.begin), std::min(inX.end, inY.end)};
 }

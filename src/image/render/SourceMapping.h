@@ -46,8 +46,9 @@ public:
         }
         return {x / m_scaleX + m_halfWidth, y / m_scaleY + m_halfHeight};
     }
-    /// The columns whose point has 0 <= x < limit.width and 0 <= y < limit.height. What is not a number is outside.
-    CColumnSpan ColumnsInside(int row, CSize limit) const;
+    /// The columns whose point has area.x <= x < area.endX and area.y <= y < area.endY. What is not a number is
+    /// outside.
+    CColumnSpan ColumnsInside(int row, const CRect& area) const;
 
     bool IsRotated() const { return m_isRotated; }
     bool IsEstimable() const { return m_isEstimable; }

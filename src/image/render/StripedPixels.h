@@ -1,5 +1,6 @@
 #pragma once
 
+#include "image/Geometry.h"
 #include "image/render/PixelRow.h"
 
 #include <cstddef>
@@ -22,17 +23,23 @@ public:
     static constexpr int rowPitch = stripeSide + CPixelRow::slack;
 
     CStripedPixels() = default;
-    /// Pixels without meaning. May throw std::bad_alloc.
-    CStripedPixels(int width, int height);
+    /// The pixels of an area of an image, without meaning yet. May throw std::bad_alloc.
+    explicit CStripedPixels(const CRect& area);
 
+    /// What is kept of the image.
+    const CRect& Area() const { return m_area; }
+    /// `pixels` is the image's whole row, one of the area's.
     void SetRow(int y, std::span<const std::uint32_t> pixels);
 
-    /// Blue in the low byte, then green, red, alpha.
-    std::uint32_t At(int x, int y) const { return Origin()[OffsetOf(x, y)]; }
+    /// Blue in the low byte, then green, red, alpha; 0 outside the area.
+    std::uint32_t At(int x, int y) const {
+        const bool isKept = x >= m_area.x && x < m_area.endX && y >= m_area.y && y < m_area.endY;
+        return isKept ? Origin()[OffsetOf(x, y)] : 0;
+    }
 
-    /// Pixel (x, y) stands at Origin() + OffsetOf(x, y). What would be up to one pixel left of or below the image,
-    /// or two to the right or above, may be read; it means nothing.
-    const std::uint32_t* Origin() const { return m_storage.get() + margin; }
+    /// Pixel (x, y) of the area stands at Origin() + OffsetOf(x, y). What would be up to one pixel left of or below
+    /// the area, or two to the right or above, may be read; it means nothing.
+    const std::uint32_t* Origin() const { return m_storage.get() + m_origin; }
     std::ptrdiff_t OffsetOf(int x, int y) const {
         const std::ptrdiff_t stored = x + shift;
         return stored + y * std::ptrdiff_t{rowPitch} + (stored >> stripeBits) * m_stripeJump;
@@ -47,8 +54,10 @@ public:
 private:
     static constexpr std::size_t margin = std::size_t{2} * rowPitch;
 
-    int m_width = 0;
+    CRect m_area;
+    int m_firstStripe = 0;
     int m_stripes = 0;
+    std::ptrdiff_t m_origin = 0; ///< of the image, which need not be in the storage
     int m_stripeJump = 0;
     std::size_t m_size = 0;
     std::unique_ptr<std::uint32_t[]> m_storage;
