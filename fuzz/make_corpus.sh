@@ -9,7 +9,7 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
 rm -rf "$corpus"
-for reader in avi bitmap cel csv packed palette picture scanner settings sound targa wave xdts xsheet; do
+for reader in avi bitmap cel csv packed palette picture png scanner settings sound targa tiff wave xdts xsheet; do
     mkdir -p "$corpus/$reader"
 done
 
@@ -34,6 +34,8 @@ render=(render --database "$database" Demo --scaling 4)
 "$cli" "${render[@]}" --frames 1 --format bmp -o "$corpus/bitmap/rendered" 2>/dev/null
 "$cli" "${render[@]}" --frames 1 --format tga -o "$corpus/targa/opaque" 2>/dev/null
 "$cli" "${render[@]}" --frames 1 --format tga --levels 1 --transparent -o "$corpus/targa/transparent" 2>/dev/null
+"$cli" "${render[@]}" --frames 1 -o "$corpus/png/opaque" 2>/dev/null
+"$cli" "${render[@]}" --frames 1 --transparent -o "$corpus/png/transparent" 2>/dev/null
 for codec in MSVC MJPEG FFV1 Uncompressed; do
     "$cli" "${render[@]}" --frames 1-3 --format avi --codec "$codec" -o "$corpus/avi/$codec" 2>/dev/null || true
 done
@@ -119,6 +121,15 @@ targa() {
 targa 8 0 '' >"$corpus/targa/grey"
 targa 24 32 'a name' >"$corpus/targa/turned"
 targa 32 8 '' >"$corpus/targa/alpha"
+
+# A TIFF of 2 x 2 pixels in one strip, red green blue.
+{
+    printf 'II'
+    le 42 2 8 4 9 2
+    le 256 2 3 2 1 4 2 4 257 2 3 2 1 4 2 4 258 2 3 2 1 4 8 4 259 2 3 2 1 4 1 4 262 2 3 2 1 4 2 4
+    le 273 2 4 2 1 4 122 4 277 2 3 2 1 4 3 4 278 2 3 2 1 4 2 4 279 2 4 2 1 4 12 4 0 4
+    printf abcdefghijkl
+} >"$corpus/tiff/colors"
 
 # bitmap BITS COMPRESSION COLOURS PIXELS: 4 x 2 pixels, with a table of that many colours.
 bitmap() {

@@ -30,6 +30,7 @@ while IFS=';' read -r headers folders rule; do
 done <<'END'
 png\.h|pngconf\.h;src/platform/|tests/platform/;libpng is used outside src/platform
 libdeflate\.h;src/platform/files/PngFile\.cpp;libdeflate is used by other code than what writes PNG files
+tiff(io|vers)?\.h;src/platform/|tests/platform/;libtiff is used outside src/platform
 SDL\.h|SDL2/|SDL_;src/platform/sdl/;SDL is used outside its module, src/platform/sdl
 SimpleIni;src/platform/;SimpleIni is used outside src/platform
 hwy/;src/image/;Highway is used outside src/image

@@ -42,7 +42,8 @@ void CImportOperations::AskAndImportCels() {
     if (CanImportCels())
         ImportFiles({"Select Cel File(s) to Import",
                      "Velmor Drawing Files (*.vlw)|*.vlw|Targa Files (*.tga)|*.tga|"
-                     "Windows Bitmap Files (*.bmp)|*.bmp|All readable drawings (*.tga;*.bmp)|*.tga;*.bmp||",
+                     "Windows Bitmap Files (*.bmp)|*.bmp|"
+                     "All readable drawings (*.tga;*.bmp;*.png;*.tif;*.tiff)|*.tga;*.bmp;*.png;*.tif;*.tiff||",
                      "", "", true, 3},
                     SourceMode::Cels);
 }
@@ -51,7 +52,7 @@ void CImportOperations::AskAndImportPictures() {
     if (CanImportPictures())
         ImportFiles({"Select Picture File(s) to Import",
                      "Targa Files (*.tga)|*.tga|Windows Bitmap Files (*.bmp)|*.bmp|"
-                     "All readable pictures (*.tga;*.bmp)|*.tga;*.bmp||",
+                     "All readable pictures (*.tga;*.bmp;*.png;*.tif;*.tiff)|*.tga;*.bmp;*.png;*.tif;*.tiff||",
                      "", "", true, 2},
                     SourceMode::Pictures);
 }
@@ -151,6 +152,10 @@ CStatus CImportOperations::Read(CCelImg& image, const Path& file, SourceMode kin
         return asCel ? ReadTargaCel(image, file, threshold, shownName) : ReadTargaPicture(image, file, shownName);
     if (extension == ".bmp")
         return asCel ? ReadBitmapCel(image, file, threshold, shownName) : ReadBitmapPicture(image, file, shownName);
+    if (extension == ".png")
+        return asCel ? ReadPngCel(image, file, threshold, shownName) : ReadPngPicture(image, file, shownName);
+    if (extension == ".tif" || extension == ".tiff")
+        return asCel ? ReadTiffCel(image, file, threshold, shownName) : ReadTiffPicture(image, file, shownName);
     return CStatus::Failure("");
 }
 

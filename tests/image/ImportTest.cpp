@@ -1,5 +1,6 @@
 #include "image/import/DibDecoder.h"
 #include "image/import/ImageReaders.h"
+#include "platform/files/PngFile.h"
 
 #include "DamagedFiles.h"
 
@@ -271,4 +272,25 @@ TEST_F(ImportTest, SurvivesDamagedFiles) {
             }
         });
     }
+}
+
+TEST(Import, PngKeepsAlphaInPicturesAndIsSeenOnPaperInCels) {
+    const CTempFolder folder;
+    const Bytes rows = {10, 20, 30, 0, 10, 20, 30, 255, /* below */ 0, 0, 0, 200, 250, 250, 250, 255};
+    ASSERT_TRUE(WritePng(folder / "p.png", {2, 2, 4, rows}));
+    CCelImg image;
+    ASSERT_TRUE(ReadPngPicture(image, folder / "p.png", "p.png"));
+    EXPECT_EQ(image.ColorAt(0, 1), (CColor{30, 20, 10, 0}));
+    EXPECT_EQ(image.ColorAt(0, 0), (CColor{0, 0, 0, 200}));
+    ASSERT_TRUE(ReadPngCel(image, folder / "p.png", 128, "p.png"));
+    EXPECT_FALSE(image.IsLine(0, 1)) << "what nobody sees is no line";
+    EXPECT_TRUE(image.IsLine(1, 1));
+    EXPECT_TRUE(image.IsLine(0, 0));
+    EXPECT_FALSE(image.IsLine(1, 0));
+    WriteBytes(folder / "p.png", Bytes{1, 2, 3});
+    EXPECT_EQ(ReadPngPicture(image, folder / "p.png", "p.png").Message(), "Error : p.png is corrupted!");
+    EXPECT_EQ(ReadTiffCel(image, folder / "p.png", 128, "p.png").Message(), "Error : p.png is corrupted!");
+    ASSERT_TRUE(WritePng(folder / "p.png", {1, 4, 4, rows}));
+    EXPECT_EQ(ReadPngPicture(image, folder / "p.png", "p.png").Message(), "Invalid image dimensions in: p.png");
+    EXPECT_EQ(ReadPngPicture(image, folder / "none.png", "none.png").Message(), "Unable to open filenone.png");
 }

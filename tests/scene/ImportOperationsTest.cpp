@@ -91,7 +91,7 @@ TEST_F(CImportOperationsTest, TheFileDialogStartsWithAllThatCanBeRead) {
         for (std::string part; std::getline(filter, part, '|');)
             parts.push_back(part);
         ASSERT_EQ(2 * (request.firstFilter + 1), parts.size() - 1) << "the last one";
-        EXPECT_EQ("*.tga;*.bmp", parts[2 * request.firstFilter + 1]);
+        EXPECT_EQ("*.tga;*.bmp;*.png;*.tif;*.tiff", parts[2 * request.firstFilter + 1]);
     }
 }
 

@@ -17,5 +17,10 @@ CStatus ReadTargaPicture(CCelImg& image, const Path& path, const std::string& na
 CStatus ReadTargaCel(CCelImg& image, const Path& path, int threshold, const std::string& name);
 CStatus ReadBitmapPicture(CCelImg& image, const Path& path, const std::string& name);
 CStatus ReadBitmapCel(CCelImg& image, const Path& path, int threshold, const std::string& name);
+// Drawings are seen on white paper, so what is transparent is no line.
+CStatus ReadPngPicture(CCelImg& image, const Path& path, const std::string& name);
+CStatus ReadPngCel(CCelImg& image, const Path& path, int threshold, const std::string& name);
+CStatus ReadTiffPicture(CCelImg& image, const Path& path, const std::string& name);
+CStatus ReadTiffCel(CCelImg& image, const Path& path, int threshold, const std::string& name);
 
 } // namespace velmor
