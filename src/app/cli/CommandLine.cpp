@@ -116,6 +116,30 @@ private:
         CLI::App* sound = AddSceneCommand(*import, "sound", "A sound", m_import.scene);
         sound->add_option("--name", m_import.name, "Name of the sound")->required();
         AddFiles(*sound, ImportKind::Sound, 1);
+        AddSequence(*import);
+    }
+
+    void AddSequence(CLI::App& import) {
+        CLI::App* command = AddSceneCommand(import, "sequence", "Numbered files, under the numbers in their names",
+                                            m_sequence.scene);
+        CLI::Option* folder = command->add_option("--folder", m_sequence.folder, "Cel folder");
+        CLI::Option* pictures =
+            command->add_option("--pictures", m_sequence.pictures, "As pictures, whose names begin with this");
+        folder->excludes(pictures);
+        command->add_option("--threshold", m_sequence.threshold, "Grey level below which lines begin")
+            ->check(CLI::Range(0, 255));
+        CLI::Option* level = command->add_option("--level", m_sequence.level,
+                                                 "Name of the level to expose them on, made if missing");
+        command->add_option("--at", m_sequence.at, "First frame")->check(CheckNumber, "POSITIVE")->needs(level);
+        command->add_option("--hold", m_sequence.hold, "Frames each: 1 for on ones, 2 for on twos")
+            ->check(CheckNumber, "POSITIVE")
+            ->needs(level);
+        command->add_option("file", m_sequence.files, "Targa, bitmap, PNG or TIFF")->required()->expected(-1);
+        command->callback([this] {
+            if (m_sequence.folder.empty() && m_sequence.pictures.empty())
+                throw CLI::RequiredError("--folder or --pictures");
+            m_run = [this] { return StatusOf(RunSequenceImport(m_sequence)); };
+        });
     }
 
     void AddSheet() {
@@ -162,6 +186,7 @@ private:
     CComposeArguments m_compose;
     CFlipbookArguments m_flipbook;
     CImportArguments m_import;
+    CSequenceArguments m_sequence;
     CSheetArguments m_sheet;
 };
 

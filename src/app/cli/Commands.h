@@ -78,6 +78,18 @@ struct CImportArguments {
     std::vector<std::string> files;
 };
 
+/// Numbered files, as cels or pictures, and onto a level.
+struct CSequenceArguments {
+    CSceneArguments scene;
+    std::string folder;   ///< of cels; empty for pictures
+    std::string pictures; ///< what the pictures' names begin with; empty for cels
+    std::optional<int> threshold;
+    std::string level; ///< that they are exposed on, made where there is none; empty for none
+    int at = 1;        ///< frame, from 1
+    int hold = 1;      ///< frames that each is exposed
+    std::vector<std::string> files;
+};
+
 /// An xsheet to or from the file of another program.
 struct CSheetArguments {
     CSceneArguments scene;
@@ -96,6 +108,7 @@ struct CSheetArguments {
 [[nodiscard]] int RunRender(const CRenderArguments& arguments);
 [[nodiscard]] bool RunImport(const CImportArguments& arguments);
 [[nodiscard]] bool RunCheck(const CCheckArguments& arguments);
+[[nodiscard]] bool RunSequenceImport(const CSequenceArguments& arguments);
 [[nodiscard]] bool RunSheet(const CSheetArguments& arguments);
 /// Makes the scene "Demo" in the database folder, which is made when it is missing. Refuses when there is one
 /// already.
