@@ -40,7 +40,7 @@ libav[a-z]+/|libsw[a-z]+/;src/platform/ffmpeg/|tests/;The FFmpeg libraries are u
 sane/;src/platform/;SANE is used outside src/platform
 gtest/|gmock/;tests/;GoogleTest is used outside the tests
 benchmark/;bench/;Google Benchmark is used outside bench
-Q[A-Z][A-Za-z]*[>"/]|Qt[A-Z];src/views/|src/app/window/|src/app/manual/|tests/views/|tests/app/window/|tests/app/native/|bench/window/|bench/qt_anchor/|tests/support/qt/;Qt is used outside src/views and the windowed part of src/app
+Q[A-Z][A-Za-z]*[>"/]|Qt[A-Z];src/views/|src/app/window/|src/app/manual/|src/app/print/|tests/views/|tests/app/window/|tests/app/native/|bench/window/|bench/qt_anchor/|tests/support/qt/;Qt is used outside src/views and the windowed part of src/app
 dlfcn\.h;src/platform/(process/Module|scanner/SourceManagerLibrary)\.cpp|tests/;A library is loaded by other code than what loads modules and source managers
 unistd\.h|fcntl\.h|pthread\.h|signal\.h|csignal|pwd\.h|sys/|windows\.h;src/platform/|tests/|bench/|fuzz/;The operating system is called outside src/platform
 END

@@ -60,5 +60,20 @@ TEST_F(SheetCommand, AnImportChangesWhatItSaysAndHostileFilesNothing) {
     EXPECT_EQ(data.geometry, scene.data.geometry);
 }
 
+TEST_F(SheetCommand, IsPrintedWhereThereIsAProgramForIt) {
+    const auto before = Contents();
+    const std::string file = (folder / "sheet.pdf").string();
+    const CRun run = Run("print " + Database() + "Test -o " + file);
+    if (run.status != 0 && run.error.find("Printing needs the program velmor-print") != std::string::npos)
+        GTEST_SKIP() << "built without the window";
+    ASSERT_EQ(run.status, 0) << run.error;
+    EXPECT_TRUE(testing::TextOf(file).starts_with("%PDF-"));
+    EXPECT_GT(ReadBytes(file).size(), 2000U);
+    EXPECT_EQ(Run("print " + Database() + "Nobody -o " + (folder / "no.pdf").string()).status, 1);
+    EXPECT_EQ(Run("print " + Database() + "Test -o " + (folder / "no" / "s.pdf").string()).status, 1);
+    EXPECT_FALSE(FileExists(folder / "no.pdf"));
+    EXPECT_EQ(Contents(), before);
+}
+
 } // namespace
 } // namespace velmor

@@ -33,6 +33,7 @@ public:
         m_farming.AddTo(m_app, m_run);
         AddImport();
         AddSheet();
+        AddPrint();
     }
 
     CLI::App& App() { return m_app; }
@@ -142,6 +143,14 @@ private:
         });
     }
 
+    void AddPrint() {
+        CLI::App* command = AddSceneCommand(m_app, "print", "Print the xsheet to a PDF", m_print.scene);
+        command->add_option("--paper", m_print.paper, "a4, a3 or letter")
+            ->check(CLI::IsMember({"a4", "a3", "letter"}));
+        command->add_option("-o,--output", m_print.output, "PDF to write")->required();
+        command->callback([this] { m_run = [this] { return StatusOf(RunPrint(m_print)); }; });
+    }
+
     void AddSheet() {
         CLI::App* sheet = m_app.add_subcommand("sheet", "Exchange xsheets with other programs");
         sheet->require_subcommand(1);
@@ -188,6 +197,7 @@ private:
     CImportArguments m_import;
     CSequenceArguments m_sequence;
     CSheetArguments m_sheet;
+    CPrintArguments m_print;
 };
 
 // Text in braces names the only values that are taken.

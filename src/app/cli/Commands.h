@@ -100,6 +100,12 @@ struct CSheetArguments {
     std::string folder;  ///< of an import: cel folder of levels that nothing else tells it of
 };
 
+struct CPrintArguments {
+    CSceneArguments scene;
+    std::string paper = "a4";
+    std::string output; ///< PDF
+};
+
 [[nodiscard]] bool RunScenes(const CSceneArguments& arguments);
 [[nodiscard]] bool RunInfo(const CSceneArguments& arguments, bool json);
 [[nodiscard]] bool RunCompose(const CComposeArguments& arguments);
@@ -109,6 +115,8 @@ struct CSheetArguments {
 [[nodiscard]] bool RunImport(const CImportArguments& arguments);
 [[nodiscard]] bool RunCheck(const CCheckArguments& arguments);
 [[nodiscard]] bool RunSequenceImport(const CSequenceArguments& arguments);
+/// Has another program do it, which has Qt.
+[[nodiscard]] bool RunPrint(const CPrintArguments& arguments);
 [[nodiscard]] bool RunSheet(const CSheetArguments& arguments);
 /// Makes the scene "Demo" in the database folder, which is made when it is missing. Refuses when there is one
 /// already.

@@ -1,0 +1,57 @@
+// Prints an xsheet to a PDF file, for the command-line tool:
+//
+//     velmor-print DATABASE SCENE FILE.pdf PAPER
+//
+// PAPER is a4, a3 or letter.
+
+#include "app/cli/ConsolePrompter.h"
+#include "app/cli/SceneReader.h"
+#include "views/Text.h"
+#include "views/print/XSheetPrinter.h"
+
+#include <QGuiApplication>
+#include <QPrinter>
+#include <QTemporaryFile>
+
+namespace {
+
+using namespace velmor;
+
+QPageSize::PageSizeId PaperNamed(const QString& name) {
+    if (name == "a3")
+        return QPageSize::A3;
+    return name == "letter" ? QPageSize::Letter : QPageSize::A4;
+}
+
+// The printer writes to a file of its own, whose bytes then replace the wanted one at once.
+bool Print(const CReadScene& scene, IPrompter& prompter, const QString& paper, const Path& target) {
+    QTemporaryFile pages;
+    if (!pages.open())
+        return false;
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(pages.fileName());
+    printer.setPageSize(QPageSize(PaperNamed(paper)));
+    printer.setPageOrientation(QPageLayout::Landscape);
+    printer.setDocName(ToQt(scene.model.sceneName));
+    if (!PrintXSheet(scene.model, prompter, printer))
+        return false;
+    const std::optional<CFileBytes> bytes = ReadWholeFile(PathOf(pages.fileName().toStdString()));
+    if (bytes && WriteFileAtomically(target, bytes->Span()))
+        return true;
+    prompter.ShowMessage("Could not write " + Utf8Of(target));
+    return false;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QGuiApplication application(argc, argv);
+    const QStringList arguments = QGuiApplication::arguments();
+    if (arguments.size() != 5)
+        return 2;
+    CConsolePrompter prompter;
+    const auto scene = ReadScene(arguments[1].toStdString(), arguments[2].toStdString(), prompter);
+    return scene && Print(*scene, prompter, arguments[4], PathOf(arguments[3].toStdString())) ? 0 : 1;
+}
