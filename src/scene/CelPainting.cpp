@@ -1,5 +1,7 @@
 #include "scene/CelPainting.h"
 
+#include <algorithm>
+#include <new>
 #include <utility>
 
 namespace velmor {
@@ -11,6 +13,7 @@ bool CCelPainting::Begin(CelTool tool, CPoint at) {
     m_tool = tool;
     m_form = ToolOf(tool).form(m_model.paint);
     m_from = at;
+    m_paintedOver.Clear();
     return true;
 }
 
@@ -18,14 +21,32 @@ CPaintResult CCelPainting::Move(CPoint to) {
     if (!m_tool || m_form != ToolForm::Stroke)
         return {};
     const CPoint from = std::exchange(m_from, to);
-    return ToolOf(*m_tool).paint(m_model.celImg, m_model.paint, from, to);
+    return Paint(*m_tool, from, to);
 }
 
 CPaintResult CCelPainting::End(CPoint at) {
     if (!m_tool)
         return {};
     const CelTool tool = *std::exchange(m_tool, std::nullopt);
-    return ToolOf(tool).paint(m_model.celImg, m_model.paint, m_from, at);
+    return Paint(tool, m_from, at);
+}
+
+CPaintResult CCelPainting::Paint(CelTool tool, CPoint from, CPoint to) {
+    CCelImg& image = m_model.celImg;
+    const std::optional<int> reach = ToolOf(tool).reach(m_model.paint);
+    CRect touched{0, 0, image.Width(), image.Height()};
+    if (reach)
+        touched = {std::min(from.x, to.x) - *reach, std::min(from.y, to.y) - *reach,
+                   std::max(from.x, to.x) + *reach + 1, std::max(from.y, to.y) + *reach + 1};
+    try {
+        m_paintedOver.Keep(image, touched);
+    } catch (const std::bad_alloc&) {
+        return {CStatus::Failure("Unable to allocate memory for cel!"), CRect{}};
+    }
+    CPaintResult result = ToolOf(tool).paint(image, m_model.paint, from, to);
+    if (!reach)
+        m_paintedOver.KeepOnly(result.changed);
+    return result;
 }
 
 CPaintResult CCelPainting::Change(const std::function<CPaintResult(CCelImg& image)>& change) {

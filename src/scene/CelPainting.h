@@ -1,5 +1,6 @@
 #pragma once
 
+#include "image/paint/KeptTiles.h"
 #include "scene/PaintTools.h"
 #include "scene/SceneModel.h"
 
@@ -27,6 +28,8 @@ public:
     void Cancel() { m_tool.reset(); }
 
     bool IsPainting() const { return m_tool.has_value(); }
+    /// What the tool that is down, or was down last, has painted over.
+    const CKeptTiles& PaintedOver() const { return m_paintedOver; }
     /// Between Begin() and End().
     ToolForm Form() const { return m_form; }
 
@@ -34,7 +37,10 @@ public:
     CPaintResult Change(const std::function<CPaintResult(CCelImg& image)>& change);
 
 private:
+    CPaintResult Paint(CelTool tool, CPoint from, CPoint to);
+
     CSceneModel& m_model;
+    CKeptTiles m_paintedOver;
     std::optional<CelTool> m_tool; ///< that is down
     ToolForm m_form = ToolForm::Point;
     CPoint m_from; ///< the press, for a stroke the end of what is painted

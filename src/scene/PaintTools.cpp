@@ -10,6 +10,8 @@ namespace velmor {
 
 namespace {
 
+constexpr int penReach = 8;
+
 enum BucketMode { solidFill, gradientFill, boxFill };
 
 CRect Between(CPoint a, CPoint b) {
@@ -17,6 +19,18 @@ CRect Between(CPoint a, CPoint b) {
 }
 
 } // namespace
+
+std::optional<int> Anywhere(const CPaintChoices&) {
+    return std::nullopt;
+}
+
+std::optional<int> PenReach(const CPaintChoices&) {
+    return penReach;
+}
+
+std::optional<int> BrushReach(const CPaintChoices& choices) {
+    return BrushRadius(choices.brush) + 2; // with the pixel beside a dot
+}
 
 ToolForm BucketForm(const CPaintChoices& choices) {
     return choices.bucketMode == gradientFill ? ToolForm::Line

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstddef>
+#include <optional>
 
 namespace velmor {
 
@@ -38,11 +39,16 @@ struct CPaintTool {
     bool onPictures;
     /// The choices decide between the forms that a tool has.
     ToolForm (*form)(const CPaintChoices& choices);
+    /// How far from its way the tool changes pixels; nothing when it may be anywhere.
+    std::optional<int> (*reach)(const CPaintChoices& choices);
     /// A piece of the way of a tool in the form of a stroke, or, with `from` the press and `to` the release, what
     /// the other forms do. Buffer coordinates, which may lie outside the image.
     CPaintResult (*paint)(CCelImg& image, const CPaintChoices& choices, CPoint from, CPoint to);
 };
 
+std::optional<int> Anywhere(const CPaintChoices& choices);
+std::optional<int> PenReach(const CPaintChoices& choices);
+std::optional<int> BrushReach(const CPaintChoices& choices);
 ToolForm BucketForm(const CPaintChoices& choices);
 ToolForm PenForm(const CPaintChoices& choices);
 ToolForm BrushForm(const CPaintChoices& choices);
@@ -65,6 +71,7 @@ inline constexpr std::array<CPaintTool, 4> paintTools{{
      {6, 26},
      false,
      BucketForm,
+     Anywhere,
      Pour},
     {CelTool::Pen,
      "PEN",
@@ -78,6 +85,7 @@ inline constexpr std::array<CPaintTool, 4> paintTools{{
      {4, 28},
      false,
      PenForm,
+     PenReach,
      DrawPen},
     {CelTool::Eraser,
      "ERASER",
@@ -91,6 +99,7 @@ inline constexpr std::array<CPaintTool, 4> paintTools{{
      {6, 26},
      true,
      BrushForm,
+     BrushReach,
      Erase},
     {CelTool::LineBrush,
      "LINEBRUSH",
@@ -104,6 +113,7 @@ inline constexpr std::array<CPaintTool, 4> paintTools{{
      {4, 28},
      true,
      BrushForm,
+     BrushReach,
      ColorLines},
 }};
 
