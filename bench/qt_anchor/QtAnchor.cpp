@@ -98,7 +98,8 @@ void PaintRows(const CAnchorScene& scene, const CFrameRequest& request, QImage& 
         transform.translate(at.centreX, at.centreY - first);
         transform.rotateRadians(-at.angle);
         transform.scale(at.scaleX, at.scaleY);
-        transform.translate(-(image.width() / 2), -(image.height() / 2));
+        const QPoint centre(image.width() / 2, image.height() / 2);
+        transform.translate(-centre.x(), -centre.y());
         painter.setTransform(transform);
         painter.drawImage(0, 0, image);
     }

@@ -12,6 +12,7 @@
 #include "views/source/SourceView.h"
 
 #include <QDropEvent>
+#include <QMenu>
 #include <QMimeData>
 #include <QScrollBar>
 #include <QtTest>

@@ -6,8 +6,7 @@
 namespace velmor {
 
 std::string CUnfinishedFiles::AddFor(const Path& target) {
-    const std::string name =
-        target.string() + "." + std::to_string(::getpid()) + "-" + std::to_string(m_next++) + ".tmp";
+    std::string name = target.string() + "." + std::to_string(::getpid()) + "-" + std::to_string(m_next++) + ".tmp";
     const std::lock_guard lock(m_mutex);
     for (CSlot& slot : m_slots) {
         if (slot.used.load() || name.size() >= slot.name.size())

@@ -10,6 +10,7 @@
 #include "views/xsheet/XsheetFrame.h"
 
 #include <QBuffer>
+#include <QDialog>
 #include <QImage>
 #include <QLabel>
 #include <QMenu>
