@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # fuzz.sh [SECONDS [READER...]]: hands made-up input to the readers of files and messages, to each (or to those named)
 # for that long (30 seconds), two at a time. A fault stops it; it then says where the input lies that shows the fault:
-# build/fuzz/fuzz/fuzz_READER shows it again when it is started on that file.
+# build/fuzz/fuzz/fuzz_READER shows it again when it is started on that file. With FUZZ_SEED set to a number, every run
+# makes up the same input.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -27,7 +28,7 @@ fuzz_reader() {
     local block_mb=64
     [[ $reader != avi ]] || block_mb=2048
     mkdir -p "$found" "$findings"
-    if build/fuzz/fuzz/fuzz_"$reader" -max_total_time="$seconds" -timeout=20 -max_len=131072 -rss_limit_mb=1024 \
+    if build/fuzz/fuzz/fuzz_"$reader" -max_total_time="$seconds" -seed="${FUZZ_SEED:-0}" -timeout=20 -max_len=131072 -rss_limit_mb=1024 \
         -malloc_limit_mb="$block_mb" -print_final_stats=1 -artifact_prefix="$findings/$reader-" \
         "$found" "build/fuzz/corpus/$reader" >"$log" 2>&1; then
         printf '%-9s %s inputs, %s\n' "$reader" "$(sed -n 's/^stat::number_of_executed_units: *//p' "$log")" \
