@@ -4,6 +4,7 @@
 #include "scene/AssetReferences.h"
 #include "scene/CommandState.h"
 #include "scene/DialogRequests.h"
+#include "scene/EditedImage.h"
 #include "scene/ImportOperations.h"
 #include "scene/NamingRules.h"
 #include "scene/NewCelSize.h"
@@ -85,7 +86,7 @@ void CAssetOperations::NewCel() {
 void CAssetOperations::ShowNewCel(const std::string& name, CCelImg image) {
     CSceneModel& model = m_context.model;
     model.DropEditedImage(image.FilePath());
-    if (m_lifecycle.CloseEditedImage()) {
+    if (CEditedImage(m_context).Close()) {
         model.celImg = std::move(image);
         ++model.openedImages;
     }
@@ -109,7 +110,7 @@ void CAssetOperations::EditCel(const std::string& name) {
         m_context.Show("Internal Error : Invalid source show mode in EditCel");
         return;
     }
-    if (!m_lifecycle.CloseEditedImage())
+    if (!CEditedImage(m_context).Close())
         return;
     const Path path = model.Paths().AssetFile(model.sourceMode, model.folderName, name);
     if (const CStatus loaded = m_context.model.celImg.Load(path); !loaded)
@@ -220,7 +221,7 @@ void CAssetOperations::ForgetFolder() {
     CAssetReferences(edit, model).ClearFolder(model.folderName);
     if (model.celImg.FilePath().parent_path() == model.Paths().CelFolder(model.folderName))
         model.celImg.SetModified(false); // gone with its folder
-    static_cast<void>(m_lifecycle.CloseEditedImage());
+    static_cast<void>(CEditedImage(m_context).Close());
     if (model.sourceMode == SourceMode::Cels)
         model.sourceSelection.clear();
     model.folderName.clear();

@@ -7,6 +7,7 @@
 #include "scene/PaletteOperations.h"
 #include "scene/SceneEdit.h"
 #include "scene/SceneManager.h"
+#include "scene/SceneSaving.h"
 #include "scene/Settings.h"
 #include "scene/SoundOperations.h"
 #include "xsheet/XSheetFile.h"
@@ -14,6 +15,28 @@
 #include <algorithm>
 
 namespace velmor {
+
+namespace {
+
+constexpr std::string_view sceneEnding = ".scene";
+
+// The scene that a file is the xsheet of, by its place: Name.scene/Name.xsheet.
+std::optional<CScenePaths> SceneOf(const Path& file, std::string& database, std::string& name) {
+    const std::string folder = Utf8Of(file.parent_path().filename());
+    if (!folder.ends_with(sceneEnding) || folder.size() == sceneEnding.size())
+        return std::nullopt;
+    name = folder.substr(0, folder.size() - sceneEnding.size());
+    database = WithSeparator(Utf8Of(file.parent_path().parent_path()));
+    CScenePaths paths(database, name);
+    return paths.XSheetFile() == file ? std::optional(paths) : std::nullopt;
+}
+
+bool IsSameFolder(const std::string& a, const std::string& b) {
+    std::error_code error;
+    return a == b || std::filesystem::equivalent(PathOf(a), PathOf(b), error);
+}
+
+} // namespace
 
 void CSceneLifecycle::ConstructFromSettings(const Path& programFolder, const Path& dataFolder) {
     CSceneModel& model = m_context.model;
@@ -68,7 +91,7 @@ void CSceneLifecycle::SetFolderName(const std::string& folder) {
     CSceneModel& model = m_context.model;
     if (!m_context.Require(model.sceneOpen, "Internal error : scene not open for setfoldername"))
         return;
-    if (!CloseEditedImage())
+    if (!CEditedImage(m_context).Close())
         return;
     Set(m_context.profile, setting::lastFolder, folder);
     model.folderName = folder;
@@ -131,12 +154,12 @@ CSceneLifecycle::OpenResult CSceneLifecycle::TryToOpen(const std::string& name) 
     // The scene that is open comes back as it is on the screen; of another one nothing is given up before it is
     // read.
     const bool comesBack = model.sceneOpen && name == model.sceneName;
-    if (comesBack && !MayLeave("go on", WriteAll()))
+    if (comesBack && !m_saving.WriteAllOrAsk())
         return OpenResult::Stayed;
     std::optional<CScene> scene;
     if (!ReadScene(name, scene))
         return OpenResult::Failed;
-    if (!comesBack && !MayLeave("go on", WriteAll()))
+    if (!comesBack && !m_saving.WriteAllOrAsk())
         return OpenResult::Stayed;
 
     CEditedImage(m_context).Discard();
@@ -145,8 +168,30 @@ CSceneLifecycle::OpenResult CSceneLifecycle::TryToOpen(const std::string& name) 
     CSceneEdit edit(m_context, "Open Scene", everythingHint, UndoStep::Forget);
     edit.Scene() = scene.value_or(CScene());
     if (!scene)
-        static_cast<void>(WriteXSheetFile()); // it has shown why not; Save All tries again
+        static_cast<void>(m_saving.SaveXSheet()); // it has shown why not; Save All tries again
     return OpenResult::Opened;
+}
+
+bool CSceneLifecycle::OpenSceneFile(const Path& file) {
+    CSceneModel& model = m_context.model;
+    std::string database;
+    std::string name;
+    CScene readable;
+    if (!SceneOf(file, database, name)) {
+        m_context.Show("This is not the xsheet of a scene:\n" + Utf8Of(file));
+        return false;
+    }
+    if (IsSameFolder(database, model.databaseFolder))
+        return (model.sceneOpen && model.sceneName == name) || OpenScene(name);
+    // Nothing is left for a scene that cannot be read.
+    if (!m_context.Report(velmor::LoadXSheet(file, readable)) || !m_saving.SaveAllOrAsk("go on"))
+        return false;
+    model.databaseFolder = database;
+    Set(m_context.profile, setting::databaseDir, model.databaseFolder);
+    ResetToNoScene();
+    ReadSettings();
+    m_context.Update(everythingHint);
+    return OpenScene(name);
 }
 
 bool CSceneLifecycle::ReadScene(const std::string& name, std::optional<CScene>& scene) const {
@@ -207,7 +252,7 @@ void CSceneLifecycle::NewScene() {
     const CSceneModel& model = m_context.model;
     const std::optional<CSceneSettings> settings = m_context.prompter.Ask(CSceneSettingsRequest{
         true, WithPreset({}, palPreset), [this](const CSceneSettings& values) { return AcceptNewScene(values); }});
-    if (!settings || !SaveAllOrAsk("go on"))
+    if (!settings || !m_saving.SaveAllOrAsk("go on"))
         return;
     if (!CreateFolder(CScenePaths(model.databaseFolder, settings->name).SceneFolder())) {
         m_context.Show("The scene could not be created. Disk full or write protected?");
@@ -222,7 +267,7 @@ void CSceneLifecycle::NewScene() {
     // The rate is not taken from the answer: a new scene has the default one, and Scene Settings changes it.
     edit.Geometry() = settings->geometry;
     edit.Geometry().frameRate = CSceneGeometry().frameRate;
-    static_cast<void>(WriteXSheetFile()); // it has shown why not; Save All tries again
+    static_cast<void>(m_saving.SaveXSheet()); // it has shown why not; Save All tries again
 }
 
 void CSceneLifecycle::EditSceneSettings() {
@@ -246,7 +291,8 @@ void CSceneLifecycle::EditSceneSettings() {
 void CSceneLifecycle::ChooseDatabase() {
     CSceneModel& model = m_context.model;
     const std::optional<std::string> chosen = m_context.prompter.Ask(CDatabaseFolderRequest{model.databaseFolder});
-    if (!chosen || chosen->empty() || WithSeparator(*chosen) == model.databaseFolder || !SaveAllOrAsk("go on"))
+    if (!chosen || chosen->empty() || WithSeparator(*chosen) == model.databaseFolder ||
+        !m_saving.SaveAllOrAsk("go on"))
         return;
     model.databaseFolder = WithSeparator(*chosen);
     static_cast<void>(CreateFolder(PathOf(model.databaseFolder))); // or the first scene fails, and says so
@@ -273,7 +319,7 @@ void CSceneLifecycle::ManageScenes() {
                                              "You should have at least one scene in order to open scene manager");
         return;
     }
-    if (!SaveAllOrAsk("go on"))
+    if (!m_saving.SaveAllOrAsk("go on"))
         return;
     CSceneManager manager(model.databaseFolder, m_context.prompter, m_trash);
     m_context.prompter.RunSceneManager(manager);

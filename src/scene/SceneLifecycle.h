@@ -10,16 +10,17 @@
 namespace velmor {
 
 class CPaletteOperations;
+class CSceneSaving;
 class CSoundOperations;
 struct CSceneSettings;
 
-/// Opening, making, saving and closing scenes, the current folder, and the database folder.
+/// Opening, making and closing scenes, the current folder, and the database folder.
 class CSceneLifecycle {
 public:
     /// Deleted scenes go to `trash`.
     CSceneLifecycle(CSceneContext context, CPaletteOperations& palettes, CSoundOperations& sounds,
-                    CTrash trash = {})
-        : m_context(context), m_palettes(palettes), m_sounds(sounds), m_trash(std::move(trash)) {}
+                    CSceneSaving& saving, CTrash trash = {})
+        : m_context(context), m_palettes(palettes), m_sounds(sounds), m_saving(saving), m_trash(std::move(trash)) {}
 
     /// Reads the settings that a document starts with; makes the database folder. `programFolder` gives the default
     /// place of the database, `dataFolder` the place where that cannot be written.
@@ -38,22 +39,12 @@ public:
     /// after the message, as for OpenScene() and when the file is no scene's xsheet.
     [[nodiscard]] bool OpenSceneFile(const Path& file);
     [[nodiscard]] bool LoadXSheet();
-    /// Writes the xsheet of the open scene; shows what went wrong.
-    [[nodiscard]] bool SaveXSheet();
-    /// Closes the image under edit, writing it when it has changes. Where it cannot be written the message is shown
-    /// and the user asked; false when the image stays.
-    [[nodiscard]] bool CloseEditedImage();
     /// Empties the document after its database folder changed or its scene was deleted.
     void ResetToNoScene();
 
     void NewScene();
     void AskAndOpenScene();
     void EditSceneSettings();
-    /// Writes the xsheet and the image under edit, which is then read again. False when something could not be
-    /// written.
-    [[nodiscard]] bool SaveAll();
-    /// Saves all. What could not be written is named in the question whether to do something ("exit") all the same.
-    [[nodiscard]] bool SaveAllOrAsk(const std::string& deed);
     void ChooseDatabase();
     void ManageScenes();
     void SetSourceMode(SourceMode mode);
@@ -66,12 +57,6 @@ private:
     OpenResult TryToOpen(const std::string& name);
     /// Reads a scene without touching the open one; nothing in `scene` when it has no xsheet yet.
     [[nodiscard]] bool ReadScene(const std::string& name, std::optional<CScene>& scene) const;
-    [[nodiscard]] bool WriteXSheetFile() const;
-    /// As SaveWhatCanBe(), with the image left as it is. The views are not told.
-    std::vector<Path> WriteAll();
-    /// Returns what could not be written.
-    std::vector<Path> SaveWhatCanBe();
-    bool MayLeave(const std::string& deed, const std::vector<Path>& unsaved) const;
     /// Cursor, selections and move flags as at the opening of a scene.
     void ShowFromStart();
     void EnterScene(const std::string& name);
@@ -81,6 +66,7 @@ private:
     CSceneContext m_context;
     CPaletteOperations& m_palettes;
     CSoundOperations& m_sounds;
+    CSceneSaving& m_saving;
     CTrash m_trash;
 };
 

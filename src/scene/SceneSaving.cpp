@@ -1,15 +1,16 @@
+#include "scene/SceneSaving.h"
+
 #include "scene/CommandState.h"
 #include "scene/EditedImage.h"
 #include "scene/SceneEdit.h"
-#include "scene/SceneLifecycle.h"
 #include "xsheet/XSheetFile.h"
-
-// How the open scene gets to its files.
 
 namespace velmor {
 
-bool CSceneLifecycle::WriteXSheetFile() const {
+bool CSceneSaving::SaveXSheet() {
     const CSceneModel& model = m_context.model;
+    if (!model.sceneOpen)
+        return true;
     const Path file = model.Paths().XSheetFile();
     const CStatus saved = velmor::SaveXSheet(file, model.Scene());
     if (!saved)
@@ -17,23 +18,19 @@ bool CSceneLifecycle::WriteXSheetFile() const {
     return static_cast<bool>(saved);
 }
 
-bool CSceneLifecycle::SaveXSheet() {
-    return !m_context.model.sceneOpen || WriteXSheetFile();
-}
-
-bool CSceneLifecycle::CloseEditedImage() {
-    return CEditedImage(m_context).Close();
-}
-
-bool CSceneLifecycle::SaveAll() {
+bool CSceneSaving::SaveAll() {
     return SaveWhatCanBe().empty();
 }
 
-bool CSceneLifecycle::SaveAllOrAsk(const std::string& deed) {
+bool CSceneSaving::SaveAllOrAsk(const std::string& deed) {
     return MayLeave(deed, SaveWhatCanBe());
 }
 
-std::vector<Path> CSceneLifecycle::SaveWhatCanBe() {
+bool CSceneSaving::WriteAllOrAsk() {
+    return MayLeave("go on", WriteAll());
+}
+
+std::vector<Path> CSceneSaving::SaveWhatCanBe() {
     const std::shared_ptr<void> wait = m_context.prompter.BeginWait();
     CSceneModel& model = m_context.model;
     const std::vector<Path> resisting = WriteAll();
@@ -46,7 +43,7 @@ std::vector<Path> CSceneLifecycle::SaveWhatCanBe() {
     return resisting;
 }
 
-std::vector<Path> CSceneLifecycle::WriteAll() {
+std::vector<Path> CSceneSaving::WriteAll() {
     const CSceneModel& model = m_context.model;
     std::vector<Path> resisting;
     if (!SaveXSheet())
@@ -56,7 +53,7 @@ std::vector<Path> CSceneLifecycle::WriteAll() {
     return resisting;
 }
 
-bool CSceneLifecycle::MayLeave(const std::string& deed, const std::vector<Path>& unsaved) const {
+bool CSceneSaving::MayLeave(const std::string& deed, const std::vector<Path>& unsaved) const {
     if (unsaved.empty())
         return true;
     std::string question = "The scene could not be saved.\nDo you want to " + deed + " without saving it ?\n";

@@ -15,6 +15,7 @@
 #include "scene/PaletteOperations.h"
 #include "scene/RenderOperations.h"
 #include "scene/SceneLifecycle.h"
+#include "scene/SceneSaving.h"
 #include "scene/SoundOperations.h"
 #include "scene/XSheetCursor.h"
 #include "scene/XSheetOperations.h"
@@ -25,7 +26,7 @@ namespace velmor {
 struct CVelmorltDoc::CParts {
     CParts(IPrompter& prompter, CProfile& profile, const CTrash& trash)
         : context{model, prompter, views, profile},
-          scenes(context, palette, sounds, trash),
+          scenes(context, palette, sounds, saving, trash),
           assets(
               context, scenes, imports, sounds, [this](const std::string& sound) { media.PlaySoundAsset(sound); },
               trash) {
@@ -41,6 +42,7 @@ struct CVelmorltDoc::CParts {
     CSoundOperations sounds{context};
     CPaletteOperations palette{context};
     CCelPainting painting{model};
+    CSceneSaving saving{context};
     CSceneLifecycle scenes;
     CXSheetCursor cursor{context};
     CXSheetOperations xsheet{context, cursor};
@@ -78,6 +80,7 @@ CEditedImage CVelmorltDoc::EditedImage() {
 // clang-format off
 CViewList& CVelmorltDoc::Views() { return m_parts->views; }
 CSceneLifecycle& CVelmorltDoc::Scenes() { return m_parts->scenes; }
+CSceneSaving& CVelmorltDoc::Saving() { return m_parts->saving; }
 CXSheetCursor& CVelmorltDoc::Cursor() { return m_parts->cursor; }
 CXSheetOperations& CVelmorltDoc::XSheet() { return m_parts->xsheet; }
 CCellOperations& CVelmorltDoc::Cells() { return m_parts->cells; }

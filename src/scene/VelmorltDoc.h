@@ -24,6 +24,7 @@ class CPaletteOperations;
 class CProfile;
 class CRenderOperations;
 class CSceneLifecycle;
+class CSceneSaving;
 class CSoundOperations;
 class CViewList;
 class CXSheetCursor;
@@ -55,8 +56,9 @@ public:
     /// Where views hear of changes.
     CViewList& Views();
 
-    /// Scenes, folders, saving.
+    /// Scenes and folders.
     CSceneLifecycle& Scenes();
+    CSceneSaving& Saving();
     /// Where the user is in the xsheet, and what is chosen there.
     CXSheetCursor& Cursor();
     /// Levels, frames, cells as a grid; undo.

@@ -1,4 +1,5 @@
 #include "scene/AssetOperations.h"
+#include "scene/EditedImage.h"
 
 #include "AssetScene.h"
 #include "scene/NewCelSize.h"
@@ -261,7 +262,7 @@ TEST_F(AssetOperations, TheEditorFollowsARenamedPicture) {
     assets.RenameSelected();
     EXPECT_EQ(TakeHints(), Hints{3});
     EXPECT_TRUE(model.celImg.IsModified());
-    EXPECT_TRUE(lifecycle.CloseEditedImage());
+    EXPECT_TRUE(CEditedImage(Context()).Close());
     EXPECT_FALSE(FileExists(PictureFile("Sky")));
     EXPECT_EQ(Load(PictureFile("Night")).ColorAt(1, 0), blue);
 }

@@ -3,6 +3,7 @@
 #include "SceneFixture.h"
 #include "scene/PaletteOperations.h"
 #include "scene/SceneLifecycle.h"
+#include "scene/SceneSaving.h"
 #include "scene/Settings.h"
 #include "scene/SoundOperations.h"
 
@@ -37,7 +38,8 @@ protected:
 
     CPaletteOperations palettes{Context()};
     CSoundOperations sounds{Context()};
-    CSceneLifecycle lifecycle{Context(), palettes, sounds};
+    CSceneSaving saving{Context()};
+    CSceneLifecycle lifecycle{Context(), palettes, sounds, saving};
     CImportOperations imports{Context(), lifecycle};
 };
 

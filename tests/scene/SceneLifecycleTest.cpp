@@ -6,6 +6,7 @@
 #include "scene/SceneLifecycle.h"
 #include "scene/SceneManager.h"
 #include "scene/SceneModel.h"
+#include "scene/SceneSaving.h"
 #include "scene/Settings.h"
 #include "scene/SoundOperations.h"
 #include "scene/XSheetCursor.h"
@@ -234,7 +235,7 @@ TEST_F(SceneLifecycle, SaveAllWritesTheEditedCelAndOpensItAgain) {
     doc->XSheet().AddFrames();
     TakeHints();
 
-    EXPECT_TRUE(doc->Scenes().SaveAll());
+    EXPECT_TRUE(doc->Saving().SaveAll());
     EXPECT_EQ(TakeHints(), std::vector<int>{1});
     EXPECT_FALSE(doc->Model().Undo());
     EXPECT_EQ(doc->Model().celImg.FilePath(), PaintedCel());
@@ -246,7 +247,7 @@ TEST_F(SceneLifecycle, SaveAllWritesTheEditedCelAndOpensItAgain) {
     // What another program has made of the file meanwhile is what the editor shows.
     saved.SetColorAt(1, 1, red);
     ASSERT_TRUE(saved.Save());
-    EXPECT_TRUE(doc->Scenes().SaveAll());
+    EXPECT_TRUE(doc->Saving().SaveAll());
     EXPECT_EQ(doc->Model().celImg.ColorAt(1, 1), red);
 }
 
@@ -255,7 +256,7 @@ TEST_F(SceneLifecycle, SaveAllWritesWhatItCan) {
     prompter.Answer(7);
     doc->XSheet().AddFrames();
     PutInTheWay(Sheet());
-    EXPECT_FALSE(doc->Scenes().SaveAll());
+    EXPECT_FALSE(doc->Saving().SaveAll());
     EXPECT_EQ(prompter.TakeMessages(),
               Texts{NotWritten("Problem opening the xsheet data file for writing", Sheet())});
     EXPECT_TRUE(doc->Model().Undo());
@@ -265,7 +266,7 @@ TEST_F(SceneLifecycle, SaveAllWritesWhatItCan) {
 
     EditedImage().SetModified(true);
     PutInTheWay(PaintedCel());
-    EXPECT_FALSE(doc->Scenes().SaveAll());
+    EXPECT_FALSE(doc->Saving().SaveAll());
     EXPECT_EQ(prompter.TakeMessages().back(), CelNotWritten());
     EXPECT_TRUE(doc->Model().celImg.IsModified());
 }

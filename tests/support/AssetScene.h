@@ -6,6 +6,7 @@
 #include "scene/ImportOperations.h"
 #include "scene/PaletteOperations.h"
 #include "scene/SceneLifecycle.h"
+#include "scene/SceneSaving.h"
 
 #include <string>
 #include <vector>
@@ -67,7 +68,8 @@ protected:
     static constexpr CColor white{255, 255, 255, 255};
 
     CPaletteOperations palettes{Context()};
-    CSceneLifecycle lifecycle{Context(), palettes, sounds};
+    CSceneSaving saving{Context()};
+    CSceneLifecycle lifecycle{Context(), palettes, sounds, saving};
     CImportOperations imports{Context(), lifecycle};
     CAssetOperations assets{Context(), lifecycle, imports, sounds};
     CAssetTransforms transforms{Context()};

@@ -5,6 +5,7 @@
 #include "scene/NamingRules.h"
 #include "scene/PaletteOperations.h"
 #include "scene/SceneLifecycle.h"
+#include "scene/SceneSaving.h"
 #include "scene/SoundOperations.h"
 
 namespace velmor {
@@ -20,13 +21,14 @@ public:
           m_arguments(arguments),
           m_palettes(scene.context),
           m_sounds(scene.context),
-          m_lifecycle(scene.context, m_palettes, m_sounds),
+          m_saving(scene.context),
+          m_lifecycle(scene.context, m_palettes, m_sounds, m_saving),
           m_imports(scene.context, m_lifecycle) {}
 
     bool Run() {
         const CXSheet before = m_scene.model.Scene().xsheet;
         const bool imported = Import();
-        return (m_scene.model.Scene().xsheet == before || m_lifecycle.SaveXSheet()) && imported;
+        return (m_scene.model.Scene().xsheet == before || m_saving.SaveXSheet()) && imported;
     }
 
 private:
@@ -70,6 +72,7 @@ private:
     const CImportArguments& m_arguments;
     CPaletteOperations m_palettes;
     CSoundOperations m_sounds;
+    CSceneSaving m_saving;
     CSceneLifecycle m_lifecycle;
     CImportOperations m_imports;
 };

@@ -6,6 +6,7 @@
 #include "scene/PaletteOperations.h"
 #include "scene/SceneEdit.h"
 #include "scene/SceneLifecycle.h"
+#include "scene/SceneSaving.h"
 #include "scene/SoundOperations.h"
 
 #include <algorithm>
@@ -49,7 +50,8 @@ public:
           m_arguments(arguments),
           m_palettes(scene.context),
           m_sounds(scene.context),
-          m_lifecycle(scene.context, m_palettes, m_sounds),
+          m_saving(scene.context),
+          m_lifecycle(scene.context, m_palettes, m_sounds, m_saving),
           m_imports(scene.context, m_lifecycle) {}
 
     bool Run() {
@@ -60,7 +62,7 @@ public:
         }
         const CXSheet before = m_scene.model.Scene().xsheet;
         const bool done = Check(*files) && Import(*files) && (m_arguments.level.empty() || Expose(*files));
-        return (m_scene.model.Scene().xsheet == before || m_lifecycle.SaveXSheet()) && done;
+        return (m_scene.model.Scene().xsheet == before || m_saving.SaveXSheet()) && done;
     }
 
 private:
@@ -138,6 +140,7 @@ private:
     const CSequenceArguments& m_arguments;
     CPaletteOperations m_palettes;
     CSoundOperations m_sounds;
+    CSceneSaving m_saving;
     CSceneLifecycle m_lifecycle;
     CImportOperations m_imports;
 };

@@ -7,6 +7,7 @@
 #include "scene/PaletteOperations.h"
 #include "scene/SceneLifecycle.h"
 #include "scene/SceneModel.h"
+#include "scene/SceneSaving.h"
 #include "scene/SoundOperations.h"
 #include "scene/XSheetCursor.h"
 #include "scene/XSheetOperations.h"
@@ -129,7 +130,7 @@ void CAnimator::InbetweenCamera(CInbetweenKeys keys, CameraSource source, Inbetw
 
 void CAnimator::SaveAll() {
     m_prompter.RequireAllAsked();
-    if (Succeeded() && !m_doc.Scenes().SaveAll())
+    if (Succeeded() && !m_doc.Saving().SaveAll())
         m_prompter.ShowMessage("The scene could not be saved.");
 }
 

@@ -13,6 +13,7 @@
 #include "scene/RenderOperations.h"
 #include "scene/SceneLifecycle.h"
 #include "scene/SceneModel.h"
+#include "scene/SceneSaving.h"
 #include "scene/SoundOperations.h"
 #include "scene/VelmorltDoc.h"
 #include "scene/XSheetCursor.h"
@@ -164,7 +165,7 @@ constexpr CCommand commands[] = {
      "Changed the global parameters of the current scene", "Scene Settings", HasScene, nullptr,
      Do<&CVelmorltDoc::Scenes, &CSceneLifecycle::EditSceneSettings>},
     {CommandId::FileSaveAll, "Save All", "save-all", "Ctrl+S", "Saves all unsaved in memory data to the database",
-     "Save All", HasScene, nullptr, Do<&CVelmorltDoc::Scenes, &CSceneLifecycle::SaveAll>},
+     "Save All", HasScene, nullptr, Do<&CVelmorltDoc::Saving, &CSceneSaving::SaveAll>},
     {CommandId::FileSettings, "&Settings", "settings", "", "General Settings", "", Always, nullptr,
      Do<&CVelmorltDoc::Scenes, &CSceneLifecycle::ChooseDatabase>},
     {CommandId::FilePrint, "&Print XSheet\tCtrl+P", "print", "Ctrl+P", "Print the active document", "Print",

@@ -12,6 +12,7 @@
 #include "scene/Prompter.h"
 #include "scene/SceneLifecycle.h"
 #include "scene/SceneModel.h"
+#include "scene/SceneSaving.h"
 #include "scene/VelmorltDoc.h"
 #include "views/Icons.h"
 #include "views/Text.h"
@@ -269,7 +270,7 @@ void CMainFrame::ShowAbout() {
 
 void CMainFrame::closeEvent(QCloseEvent* event) {
     // Leaving a scene saves it, as opening another one does.
-    if (m_doc.Model().sceneOpen && !m_doc.Scenes().SaveAllOrAsk("exit")) {
+    if (m_doc.Model().sceneOpen && !m_doc.Saving().SaveAllOrAsk("exit")) {
         event->ignore();
         return;
     }
