@@ -33,7 +33,7 @@ bool CSceneSaving::WriteAllOrAsk() {
 std::vector<Path> CSceneSaving::SaveWhatCanBe() {
     const std::shared_ptr<void> wait = m_context.prompter.BeginWait();
     CSceneModel& model = m_context.model;
-    const std::vector<Path> resisting = WriteAll();
+    std::vector<Path> resisting = WriteAll();
     if (HasEditedImage(model) && !model.celImg.IsModified()) {
         CEditedImage(m_context).ReadAgain();
         m_context.Update(UpdateHint::EditedImage);
