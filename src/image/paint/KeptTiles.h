@@ -2,11 +2,11 @@
 
 #include "image/CelImg.h"
 #include "image/Geometry.h"
+#include "image/paint/TileRuns.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <map>
-#include <utility>
 #include <vector>
 
 namespace velmor {
@@ -15,26 +15,20 @@ namespace velmor {
 /// what it touches. All calls are for one image, whose size stays the same.
 class CKeptTiles {
 public:
-    static constexpr int side = 64;
-
     /// Keeps every tile that the rectangle touches as it is now, unless it is kept already; what lies outside the
     /// image is left out. May throw std::bad_alloc; what is kept by then stays kept.
     void Keep(const CCelImg& image, const CRect& rect);
     /// Lets go of the tiles that the rectangle does not touch.
     void KeepOnly(const CRect& rect);
-    /// Puts what is kept back; the rectangle around it.
-    CRect Restore(CCelImg& image) const;
     void Clear() { m_tiles.clear(); }
 
     std::size_t Count() const { return m_tiles.size(); }
 
+    /// The bytes of each tile as TileBytes() gives them.
+    const std::map<TilePlace, std::vector<std::uint8_t>>& All() const { return m_tiles; }
+
 private:
-    /// Column and row of a tile.
-    using Place = std::pair<int, int>;
-
-    static CRect RectOf(const Place& place, const CCelImg& image);
-
-    std::map<Place, std::vector<std::uint8_t>> m_tiles; ///< line mask, if there is one, and four planes, row by row
+    std::map<TilePlace, std::vector<std::uint8_t>> m_tiles;
 };
 
 } // namespace velmor

@@ -41,6 +41,20 @@ void CArchiveWriter::WriteString(std::string_view utf8) {
     m_bytes.insert(m_bytes.end(), text.begin(), text.end());
 }
 
+void CArchiveWriter::WriteWord(std::uint64_t value) {
+    WriteRaw(value);
+}
+
+void CArchiveWriter::WriteBlock(std::span<const std::uint8_t> bytes) {
+    WriteRaw(static_cast<std::uint32_t>(bytes.size()));
+    m_bytes.insert(m_bytes.end(), bytes.begin(), bytes.end());
+}
+
+void CArchiveWriter::WriteText(std::string_view utf8) {
+    WriteRaw(static_cast<std::uint32_t>(utf8.size()));
+    m_bytes.insert(m_bytes.end(), utf8.begin(), utf8.end());
+}
+
 std::span<const std::uint8_t> CArchiveReader::Take(std::size_t count) {
     if (m_failed || count > Remaining()) {
         m_failed = true;
@@ -80,6 +94,19 @@ std::string CArchiveReader::ReadString() {
         length = ReadRaw<std::uint32_t>();
     const auto bytes = Take(length);
     return Windows1252ToUtf8({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
+}
+
+std::uint64_t CArchiveReader::ReadWord() {
+    return ReadRaw<std::uint64_t>();
+}
+
+std::span<const std::uint8_t> CArchiveReader::ReadBlock() {
+    return Take(ReadRaw<std::uint32_t>());
+}
+
+std::string CArchiveReader::ReadText() {
+    const auto bytes = ReadBlock();
+    return {bytes.begin(), bytes.end()};
 }
 
 } // namespace velmor

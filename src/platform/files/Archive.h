@@ -18,6 +18,11 @@ public:
     void WriteInt(std::int32_t value);
     void WriteDouble(double value);
     void WriteString(std::string_view utf8);
+    // For what files of our own hold besides: 64 bits, and a 32-bit length with as many bytes, texts in UTF-8 among
+    // them.
+    void WriteWord(std::uint64_t value);
+    void WriteBlock(std::span<const std::uint8_t> bytes);
+    void WriteText(std::string_view utf8);
 
     std::span<const std::uint8_t> Bytes() const { return m_bytes; }
     void Reserve(std::size_t bytes) { m_bytes.reserve(bytes); }
@@ -39,6 +44,10 @@ public:
     std::int32_t ReadInt();
     double ReadDouble();
     std::string ReadString();
+    std::uint64_t ReadWord();
+    /// What WriteBlock() wrote; valid as long as the bytes that are read.
+    std::span<const std::uint8_t> ReadBlock();
+    std::string ReadText();
 
     bool Failed() const { return m_failed; }
     std::size_t Remaining() const { return m_bytes.size() - m_position; }
