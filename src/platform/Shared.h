@@ -29,7 +29,9 @@ public:
         return *m_value;
     }
 
-    bool operator==(const CShared& other) const { return m_value == other.m_value || *m_value == *other.m_value; }
+    bool operator==(const CShared& other) const { return IsSharedWith(other) || *m_value == *other.m_value; }
+    /// Whether both are the same in memory: then they are equal without a look at them.
+    bool IsSharedWith(const CShared& other) const { return m_value == other.m_value; }
 
 private:
     std::shared_ptr<T> m_value;
@@ -74,6 +76,20 @@ public:
             const auto end = from + static_cast<std::ptrdiff_t>(count);
             if (!std::equal(from, end, piece->begin(), same))
                 std::move(from, end, piece.Change().begin());
+        }
+    }
+
+    /// Calls visit(index) for each element, of those that both have, in which same(element, other) does not hold.
+    /// Pieces that are shared are not looked at.
+    template<class Same, class Visit>
+    void ForEachDifference(const CSharedVector& other, Same same, Visit visit) const {
+        const std::size_t end = std::min(m_size, other.m_size);
+        for (std::size_t begin = 0; begin < end; begin += pieceSize) {
+            if (m_pieces[begin / pieceSize].IsSharedWith(other.m_pieces[begin / pieceSize]))
+                continue;
+            for (std::size_t index = begin; index < std::min(begin + pieceSize, end); ++index)
+                if (!same((*this)[index], other[index]))
+                    visit(index);
         }
     }
 

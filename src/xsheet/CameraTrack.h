@@ -42,6 +42,14 @@ public:
     /// Takes the first `count` frames, 0 to capacity, of another track.
     void SetFirstFrames(const CCameraTrack& other, int count);
 
+    /// Calls visit(frame) for each frame at which two tracks are not the same to the bit.
+    template<class Visit>
+    void ForEachDifference(const CCameraTrack& other, Visit visit) const {
+        m_frames.ForEachDifference(
+            other.m_frames, [](const CCameraFrame& a, const CCameraFrame& b) { return a.IsIdenticalTo(b); },
+            [&visit](std::size_t frame) { visit(static_cast<int>(frame)); });
+    }
+
     bool operator==(const CCameraTrack&) const = default;
 
 private:

@@ -191,4 +191,15 @@ int CXSheet::ResizeReferences(std::string_view folder, std::string_view name, co
                        [&](CXSheetCell& cell) { cell.SetSize(size); });
 }
 
+void CXSheet::Arrange(std::span<const int> sources) {
+    CLevel empty;
+    empty.cells.resize(static_cast<std::size_t>(m_frameCount));
+    const CShared made(std::move(empty));
+    std::vector<CShared<CLevel>> arranged;
+    arranged.reserve(sources.size());
+    for (const int source : sources)
+        arranged.push_back(source < 0 ? made : m_levels[static_cast<std::size_t>(source)]);
+    m_levels = std::move(arranged);
+}
+
 } // namespace velmor

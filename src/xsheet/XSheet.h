@@ -3,6 +3,7 @@
 #include "platform/Shared.h"
 #include "xsheet/XSheetCell.h"
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -149,6 +150,28 @@ public:
     int ResizeReferences(std::string_view folder, std::string_view name, const Path& sceneFolder);
 
     bool operator==(const CXSheet&) const = default;
+
+    // How one sheet differs from another, at the cost of the difference as long as they share the rest.
+
+    /// Whether a level is the same in memory as one of another sheet.
+    bool SharesLevel(int level, const CXSheet& other, int otherLevel) const {
+        return m_levels[static_cast<std::size_t>(level)].IsSharedWith(
+            other.m_levels[static_cast<std::size_t>(otherLevel)]);
+    }
+    /// Calls visit(frame) for each frame, of those that both sheets have, at which the cells of two levels are not
+    /// the same to the bit.
+    template<class Visit>
+    void ForEachDifference(int level, const CXSheet& other, int otherLevel, Visit visit) const {
+        if (SharesLevel(level, other, otherLevel))
+            return;
+        m_levels[static_cast<std::size_t>(level)]->cells.ForEachDifference(
+            other.m_levels[static_cast<std::size_t>(otherLevel)]->cells,
+            [](const CXSheetCell& a, const CXSheetCell& b) { return a.IsIdenticalTo(b); },
+            [&visit](std::size_t frame) { visit(static_cast<int>(frame)); });
+    }
+    /// Puts the levels in another order: sources[i] is the level that becomes level i, or -1 for one without a name
+    /// and cells. A level may be left out, and come twice.
+    void Arrange(std::span<const int> sources);
 
 private:
     /// Few pieces are few pointers to copy with a level, small ones few cells: together they are least at about the
