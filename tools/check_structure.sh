@@ -31,6 +31,8 @@ done <<'END'
 png\.h|pngconf\.h;src/platform/|tests/platform/;libpng is used outside src/platform
 libdeflate\.h;src/platform/files/PngFile\.cpp;libdeflate is used by other code than what writes PNG files
 tiff(io|vers)?\.h;src/platform/|tests/platform/;libtiff is used outside src/platform
+sqlite3(ext)?\.h;src/platform/journal/|tests/platform/journal/;SQLite is used outside src/platform/journal
+zstd(_errors)?\.h|zdict\.h;src/platform/journal/;zstd is used outside src/platform/journal
 SDL\.h|SDL2/|SDL_;src/platform/sdl/;SDL is used outside its module, src/platform/sdl
 SimpleIni;src/platform/;SimpleIni is used outside src/platform
 hwy/;src/image/;Highway is used outside src/image
