@@ -6,6 +6,7 @@
 #include <exception>
 #include <fstream>
 #include <optional>
+#include <sstream>
 #include <string>
 #include <string_view>
 
@@ -218,6 +219,17 @@ CStatus CCelImg::Load(const Path& path) {
     std::ifstream file;
     if (!Open(source, file))
         return CStatus::Failure("Unable to open cel file for reading");
+    return LoadFrom(file, source);
+}
+
+CStatus CCelImg::LoadBytes(std::span<const std::uint8_t> bytes, const Path& path) {
+    const Path source = path;
+    Clear();
+    std::istringstream file(std::string(bytes.begin(), bytes.end()));
+    return LoadFrom(file, source);
+}
+
+CStatus CCelImg::LoadFrom(std::istream& file, const Path& source) {
     std::array<std::uint8_t, headerSize> bytes{};
     CHeader header;
     if (CStatus read = ReadHeader(Bytes(bytes).first(ReadUpTo(file, bytes)), header); !read)

@@ -73,6 +73,8 @@ public:
     /// Reads a ".bit" or ".rgba" file, told apart by the signature. Empties the image first (see Clear()); on
     /// failure it stays empty.
     CStatus Load(const Path& path);
+    /// The same from the bytes of such a file.
+    CStatus LoadBytes(std::span<const std::uint8_t> bytes, const Path& path);
     /// Reads only the header of either format. On failure `size` is unchanged.
     static CStatus GetDimensions(const Path& path, CSize& size);
 
@@ -109,6 +111,7 @@ private:
     }
     /// Empties the image and makes planes and mask without setting their bytes.
     CStatus Allocate(int width, int height, LoadState kind, const Path& path);
+    CStatus LoadFrom(std::istream& file, const Path& source);
     // Both read what follows the sizes; on failure the image may be left half filled.
     CStatus LoadCel(std::istream& file, const CSize& size, const Path& path);
     CStatus LoadPicture(std::istream& file, const CSize& size, const Path& path);

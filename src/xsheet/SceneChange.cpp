@@ -181,6 +181,17 @@ bool CSceneChange::Apply(CScene& scene, ChangeDirection direction) const {
     return true;
 }
 
+void CSceneChange::RestoreInto(CScene& scene) const {
+    CXSheet& sheet = scene.xsheet;
+    for (const CCellRun& run : m_cells)
+        for (int frame = run.frame; frame < run.frame + run.count; ++frame)
+            if (sheet.HasLevel(run.level) && sheet.HasFrame(frame) && !sheet.Cell(run.level, frame).IsUsed())
+                sheet.MutableCell(run.level, frame) = run.cells.first;
+    if (m_sounds)
+        for (const CSoundPlacement& sound : m_sounds->first)
+            static_cast<void>(scene.sounds.Place(sound.frame, sound.name)); // not where another one starts now
+}
+
 std::optional<CXSheetSelection> CSceneChange::ChangedCells() const {
     std::optional<CXSheetSelection> box;
     const auto add = [&box](int level, int firstFrame, int lastFrame) {

@@ -27,6 +27,9 @@ public:
     /// nothing done, when the scene has other levels or frames than the one that the change starts from.
     [[nodiscard]] bool Apply(CScene& scene, ChangeDirection direction) const;
 
+    /// Puts back the cells and sounds that the change took away, where nothing has come since.
+    void RestoreInto(CScene& scene) const;
+
     /// The levels and frames around every cell that changed, in the sheet as it is afterwards: all frames of a
     /// level that came, went or moved, the first level for the camera and the sounds. Nothing when only other
     /// things changed.

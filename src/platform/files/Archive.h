@@ -4,6 +4,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace velmor {
@@ -25,6 +26,7 @@ public:
     void WriteText(std::string_view utf8);
 
     std::span<const std::uint8_t> Bytes() const { return m_bytes; }
+    std::vector<std::uint8_t> Take() && { return std::move(m_bytes); }
     void Reserve(std::size_t bytes) { m_bytes.reserve(bytes); }
 
 private:

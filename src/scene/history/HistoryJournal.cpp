@@ -1,0 +1,189 @@
+// How the history stands in its journal: steps and moves as they are, and these notes. "saved/Fox/7.bit" says up to
+// which move a file holds what was open, and what the file was then; "undone" has the undone steps as of the time
+// when the moves begin; "session" where the user was; "unfinished" a step that changes files just now.
+
+#include "platform/files/Archive.h"
+#include "scene/history/History.h"
+
+#include <algorithm>
+
+namespace velmor {
+
+namespace {
+
+constexpr std::string_view savedNote = "saved/";
+constexpr const char* undoneNote = "undone";
+constexpr const char* sessionNote = "session";
+constexpr const char* unfinishedNote = "unfinished";
+
+JournalBytes WriteIds(const std::vector<std::int64_t>& ids) {
+    CArchiveWriter writer;
+    for (const std::int64_t id : ids)
+        writer.WriteWord(static_cast<std::uint64_t>(id));
+    return std::move(writer).Take();
+}
+
+std::set<std::int64_t> ReadIds(const JournalBytes& bytes) {
+    std::set<std::int64_t> ids;
+    CArchiveReader reader(bytes);
+    while (reader.Remaining() > 0 && !reader.Failed())
+        ids.insert(static_cast<std::int64_t>(reader.ReadWord()));
+    return ids;
+}
+
+const JournalBytes* NoteOf(const CJournalContents& contents, std::string_view name) {
+    const auto note = contents.notes.find(name);
+    return note != contents.notes.end() ? &note->second : nullptr;
+}
+
+} // namespace
+
+void CHistory::Open(std::unique_ptr<CJournal> journal, CJournalContents contents, std::string xsheetFile) {
+    Close();
+    m_journal = std::move(journal);
+    m_xsheetFile = std::move(xsheetFile);
+    for (CJournalContents::CHeading& stored : contents.steps) {
+        std::optional<CStepHeading> heading = ReadHeading(stored.heading, false);
+        m_lastId = std::max(m_lastId, stored.id);
+        if (heading)
+            m_steps.push_back({stored.id, std::move(*heading), std::move(stored.heading), stored.bytes, true});
+    }
+    ReadNotes(contents);
+    ReplayMoves(contents);
+}
+
+void CHistory::ReadNotes(const CJournalContents& contents) {
+    for (const auto& [name, bytes] : contents.notes) {
+        if (!name.starts_with(savedNote))
+            continue;
+        CArchiveReader reader(bytes);
+        CSaved saved;
+        saved.sequence = static_cast<std::int64_t>(reader.ReadWord());
+        saved.stamp = CFileStamp::Read(reader);
+        if (const std::string file = name.substr(savedNote.size()); !reader.Failed() && IsSceneFile(file))
+            m_saved[file] = saved;
+        m_lastSequence = std::max(m_lastSequence, saved.sequence);
+    }
+    if (const JournalBytes* session = NoteOf(contents, sessionNote))
+        m_session = ReadSession(*session);
+    if (const JournalBytes* note = NoteOf(contents, unfinishedNote)) {
+        CArchiveReader reader(*note);
+        const bool forward = reader.ReadByte() != 0;
+        const auto body = reader.ReadBlock();
+        if (std::optional<CStepChanges> changes = ReadChanges(body); !reader.Failed() && changes)
+            m_unfinished.emplace(std::move(*changes), forward ? ChangeDirection::Forward : ChangeDirection::Back);
+    }
+}
+
+// A step that is done for the first time takes the place of all that were undone; one that is done again is known
+// from its undoing.
+void CHistory::ReplayMoves(const CJournalContents& contents) {
+    std::set<std::int64_t> undone;
+    if (const JournalBytes* note = NoteOf(contents, undoneNote))
+        undone = ReadIds(*note);
+    m_moves = contents.moves;
+    for (const CJournalMove& move : m_moves) {
+        m_lastSequence = std::max(m_lastSequence, move.sequence);
+        if (!move.forward)
+            undone.insert(move.step);
+        else if (undone.erase(move.step) == 0)
+            for (const std::int64_t id : std::exchange(undone, {}))
+                Kill(id);
+    }
+    for (CStep& step : m_steps)
+        step.isDone = !undone.contains(step.id);
+}
+
+CStatus CHistory::TakeFault() {
+    if (!m_journal || m_isFaultTold)
+        return {};
+    CStatus fault = m_journal->Fault();
+    m_isFaultTold = !fault;
+    return fault;
+}
+
+void CHistory::WaitUntilWritten() {
+    if (m_journal)
+        m_journal->WaitUntilWritten();
+    m_isWriting = false;
+}
+
+void CHistory::Write(CJournalEntry entry) {
+    if (!m_journal)
+        return;
+    m_journal->Write(std::move(entry));
+    m_isWriting = true;
+}
+
+void CHistory::NoteState(CJournalEntry& entry, const CHistorySession& session) {
+    m_session = session;
+    entry.notes[sessionNote] = WriteSession(session);
+}
+
+void CHistory::WriteSaved(CJournalEntry& entry, const std::string& file) {
+    const auto saved = m_saved.find(file);
+    if (saved == m_saved.end())
+        return;
+    CArchiveWriter writer;
+    writer.WriteWord(static_cast<std::uint64_t>(saved->second.sequence));
+    saved->second.stamp.Write(writer);
+    entry.notes[std::string(savedNote) + file] = std::move(writer).Take();
+}
+
+void CHistory::Announce(const CStepChanges& changes, ChangeDirection direction) {
+    CArchiveWriter writer;
+    writer.WriteByte(direction == ChangeDirection::Forward ? 1 : 0);
+    writer.WriteBlock(WriteChanges(changes));
+    CJournalEntry entry;
+    entry.notes[unfinishedNote] = std::move(writer).Take();
+    Write(std::move(entry));
+    WaitUntilWritten();
+}
+
+void CHistory::Withdraw() {
+    m_unfinished.reset();
+    CJournalEntry entry;
+    entry.notes[unfinishedNote] = {};
+    Write(std::move(entry));
+}
+
+void CHistory::NoteSaved(const std::string& file, const CFileStamp& stamp) {
+    Finish();
+    m_saved[file] = {m_lastSequence, stamp};
+    CJournalEntry entry;
+    WriteSaved(entry, file);
+    Write(std::move(entry));
+}
+
+void CHistory::NoteAllSaved(const CHistorySession& session) {
+    Finish();
+    CJournalEntry entry;
+    entry.forgetMovesTo = m_lastSequence;
+    std::vector<std::int64_t> undone;
+    for (const CStep& step : m_steps)
+        if (!step.isDone)
+            undone.push_back(step.id);
+    entry.notes[undoneNote] = WriteIds(undone);
+    for (const auto& [id, heading] : m_dead)
+        entry.remove.push_back(id);
+    const bool hasChanged = !m_moves.empty();
+    m_dead.clear();
+    m_moves.clear();
+    NoteState(entry, session);
+    if (hasChanged && undone.empty()) {
+        CStepHeading heading;
+        heading.name = "Save All";
+        heading.kind = HistoryEntryKind::Saved;
+        const CStep& mark = Append(std::move(heading), {});
+        entry.put.push_back({mark.id, mark.asWritten, {}});
+    }
+    KeepWithinLimits(entry);
+    Write(std::move(entry));
+}
+
+bool CHistory::IsAsNoted(const std::string& file, const Path& path) const {
+    const auto saved = m_saved.find(file);
+    return saved != m_saved.end() && saved->second.stamp.IsOf(path);
+}
+
+} // namespace velmor
