@@ -72,28 +72,31 @@ void CAssetOperations::NewCel() {
         return;
     cel->name = StoredCelName(cel->name);
     const Path path = model.Paths().CelFile(model.folderName, cel->name);
+    CSceneEdit edit(m_context, "New Cel " + TitleOfFile(model.SceneFile(path)), newFolderHint);
+    edit.KeepFile(path);
     CCelImg image;
     CStatus status = image.CreateCel(cel->size.width, cel->size.height, path);
     if (status)
         status = image.SaveCel();
     if (!status) {
+        edit.CallOff();
         m_context.prompter.ShowVelmorMessage(status.Message());
         return;
     }
-    ShowNewCel(cel->name, std::move(image));
+    ShowNewCel(edit, cel->name, std::move(image));
 }
 
-void CAssetOperations::ShowNewCel(const std::string& name, CCelImg image) {
+void CAssetOperations::ShowNewCel(CSceneEdit& edit, const std::string& name, CCelImg image) {
     CSceneModel& model = m_context.model;
     model.DropEditedImage(image.FilePath());
     if (CEditedImage(m_context).Close()) {
         model.celImg = std::move(image);
+        model.NoteEditedImage();
         ++model.openedImages;
     }
     if (model.sourceMode != SourceMode::Cels)
         m_lifecycle.SetSourceMode(SourceMode::Cels);
     model.sourceSelection = {name};
-    CSceneEdit edit(m_context, "New Cel", newFolderHint, UndoStep::None);
     if (CAssetReferences(edit, model).Resize(model.folderName, name) > 0)
         edit.AlsoAnnounce(pictureHint);
 }
@@ -115,8 +118,10 @@ void CAssetOperations::EditCel(const std::string& name) {
     const Path path = model.Paths().AssetFile(model.sourceMode, model.folderName, name);
     if (const CStatus loaded = m_context.model.celImg.Load(path); !loaded)
         m_context.Show(loaded.Message() + ":: Reading file ->" + Utf8Of(path));
-    else
+    else {
+        m_context.model.NoteEditedImage();
         ++m_context.model.openedImages;
+    }
     m_context.Update(UpdateHint::EditedImage);
 }
 
@@ -151,8 +156,10 @@ void CAssetOperations::UpdateCamera() {
         return;
     if (const CStatus saved = image.Save(); !saved)
         m_context.Show("Error saving cel : " + saved.Message());
-    else
+    else {
+        m_context.model.NoteEditedImage();
         m_context.Update(pictureHint);
+    }
 }
 
 Path CAssetOperations::AssetFile(const std::string& name) const {
@@ -168,7 +175,11 @@ void CAssetOperations::DeleteSelected() {
     const CSceneModel& model = m_context.model;
     if (!CanChangeAssets(model) || !m_context.prompter.Confirm(DeletionQuestion(model)))
         return;
-    CSceneEdit edit(m_context, "Delete Assets", UpdateHint::AssetLists, UndoStep::None);
+    CSceneEdit edit(m_context, "Delete Assets", UpdateHint::AssetLists);
+    std::vector<Path> files;
+    for (const std::string& name : model.sourceSelection)
+        files.push_back(AssetFile(name));
+    edit.KeepDeletion(files);
     std::optional<Path> resisting;
     for (const std::string& name : std::vector(model.sourceSelection)) {
         const Path file = AssetFile(name);
@@ -203,21 +214,23 @@ void CAssetOperations::DeleteFolder() {
                                     "\" and remove the references of cels inside it from the xsheet ? (NO UNDO!)"))
         return;
     const Path folder = model.Paths().CelFolder(model.folderName);
+    CSceneEdit edit(m_context, "Delete Folder " + model.folderName, folderDeletedHint);
+    edit.KeepDeletedFolder(folder);
     if (!m_trash.Take(folder)) {
         static_cast<void>(RemoveFilesIn(folder)); // what resists keeps the folder from going
         if (const int error = RemoveEmptyFolder(folder); error != 0) {
-            m_context.Update(UpdateHint::AssetLists);
+            edit.AnnounceInstead(UpdateHint::AssetLists);
+            edit.End();
             m_context.Show("Internal Error: Problem deleting folder in OnAssetsDeletecels");
             m_context.Show(Utf8Of(folder) + "\nGetLastError returns -> " + std::to_string(error));
             return;
         }
     }
-    ForgetFolder();
+    ForgetFolder(edit);
 }
 
-void CAssetOperations::ForgetFolder() {
+void CAssetOperations::ForgetFolder(CSceneEdit& edit) {
     CSceneModel& model = m_context.model;
-    CSceneEdit edit(m_context, "Delete Folder", folderDeletedHint, UndoStep::None);
     CAssetReferences(edit, model).ClearFolder(model.folderName);
     if (model.celImg.FilePath().parent_path() == model.Paths().CelFolder(model.folderName))
         model.celImg.SetModified(false); // gone with its folder
@@ -260,12 +273,15 @@ void CAssetOperations::RenameSelected() {
         return;
     const std::string newName = StoredName(*entered);
     const bool replaced = FileExists(AssetFile(newName));
+    CSceneEdit edit(m_context, "Rename " + oldName + " to " + newName, UpdateHint::AssetLists);
+    edit.KeepRenaming(AssetFile(oldName), AssetFile(newName));
     // Replaces in one step: a file that cannot be moved leaves the other as it was.
     if (MoveFile(AssetFile(oldName), AssetFile(newName))) {
-        CSceneEdit edit(m_context, "Rename Asset", UpdateHint::AssetLists, UndoStep::None);
         edit.AlsoAnnounce(FollowRename(edit, oldName, newName, replaced));
-    } else
-        m_context.Show("Can not rename asset!\nEither the file does not exist,\nor disk is write protected??");
+        return;
+    }
+    edit.CallOff();
+    m_context.Show("Can not rename asset!\nEither the file does not exist,\nor disk is write protected??");
 }
 
 UpdateHint CAssetOperations::FollowRename(CSceneEdit& edit, const std::string& oldName, const std::string& newName,
@@ -314,11 +330,15 @@ void CAssetOperations::DuplicateSelected() {
     // The copy is to be what the cel editor shows.
     if (!name || !m_context.Report(model.SaveEditedImage(AssetFile(original))))
         return;
-    if (CopyFileIfAbsent(AssetFile(original), AssetFile(StoredName(*name))))
-        m_context.Update(UpdateHint::AssetLists);
-    else
-        m_context.Show("Can not duplicate asset!\nEither the destination asset exists,\nor disk is full??\n"
-                       "or disk is write protected??");
+    const Path copy = AssetFile(StoredName(*name));
+    CSceneEdit edit(m_context, "Duplicate " + TitleOfFile(model.SceneFile(AssetFile(original))),
+                    UpdateHint::AssetLists);
+    edit.KeepFile(copy);
+    if (CopyFileIfAbsent(AssetFile(original), copy))
+        return;
+    edit.CallOff();
+    m_context.Show("Can not duplicate asset!\nEither the destination asset exists,\nor disk is full??\n"
+                   "or disk is write protected??");
 }
 
 } // namespace velmor

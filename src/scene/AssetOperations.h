@@ -58,7 +58,7 @@ private:
     [[nodiscard]] bool AcceptFolderName(const std::string& name) const;
     [[nodiscard]] bool AcceptNewCel(const CNewCelValues& cel) const;
     /// Tells of a cel that was just written. It comes into the cel editor, unless what is there cannot be saved.
-    void ShowNewCel(const std::string& name, CCelImg image);
+    void ShowNewCel(CSceneEdit& edit, const std::string& name, CCelImg image);
     /// The rule for the name of an asset of the shown kind.
     [[nodiscard]] bool AcceptAssetName(const std::string& name) const;
     /// The title that an asset of the shown kind gets when its name is entered.
@@ -72,7 +72,7 @@ private:
                             bool replaced);
     UpdateHint FollowSoundRename(CSceneEdit& edit, const std::string& oldName, const std::string& newName,
                                  bool replaced);
-    void ForgetFolder();
+    void ForgetFolder(CSceneEdit& edit);
 
     CSceneContext m_context;
     CSceneLifecycle& m_lifecycle;

@@ -22,22 +22,21 @@ int CAssetReferences::Clear(const std::string& folder, const std::string& name) 
     ChangeCopied(
         m_clipboard, [&](const CXSheetCell& cell) { return cell.Shows(folder, name); },
         [](CXSheetCell& cell) { cell.Clear(); });
-    return m_edit.ChangeEveryState([&](CScene& scene) { return scene.xsheet.ClearReferences(folder, name); });
+    return m_edit.XSheet().ClearReferences(folder, name);
 }
 
 int CAssetReferences::ClearFolder(const std::string& folder) {
     ChangeCopied(
         m_clipboard, [&](const CXSheetCell& cell) { return cell.FolderName() == folder; },
         [](CXSheetCell& cell) { cell.Clear(); });
-    return m_edit.ChangeEveryState([&](CScene& scene) { return scene.xsheet.ClearFolderReferences(folder); });
+    return m_edit.XSheet().ClearFolderReferences(folder);
 }
 
 int CAssetReferences::Rename(const std::string& folder, const std::string& oldName, const std::string& newName) {
     ChangeCopied(
         m_clipboard, [&](const CXSheetCell& cell) { return cell.Shows(folder, oldName); },
         [&](CXSheetCell& cell) { static_cast<void>(cell.ChangeName(newName)); });
-    return m_edit.ChangeEveryState(
-        [&](CScene& scene) { return scene.xsheet.RenameReferences(folder, oldName, newName); });
+    return m_edit.XSheet().RenameReferences(folder, oldName, newName);
 }
 
 int CAssetReferences::Resize(const std::string& folder, const std::string& name) {
@@ -47,16 +46,15 @@ int CAssetReferences::Resize(const std::string& folder, const std::string& name)
     ChangeCopied(
         m_clipboard, [&](const CXSheetCell& cell) { return cell.Shows(folder, name); },
         [&](CXSheetCell& cell) { cell.SetSize(size); });
-    return m_edit.ChangeEveryState(
-        [&](CScene& scene) { return scene.xsheet.ResizeReferences(folder, name, m_sceneFolder); });
+    return m_edit.XSheet().ResizeReferences(folder, name, m_sceneFolder);
 }
 
 int CAssetReferences::RemoveSound(const std::string& name) {
-    return m_edit.ChangeEveryState([&](CScene& scene) { return scene.sounds.RemoveNamed(name); });
+    return m_edit.Sounds().RemoveNamed(name);
 }
 
 int CAssetReferences::RenameSound(const std::string& oldName, const std::string& newName) {
-    return m_edit.ChangeEveryState([&](CScene& scene) { return scene.sounds.Rename(oldName, newName); });
+    return m_edit.Sounds().Rename(oldName, newName);
 }
 
 } // namespace velmor

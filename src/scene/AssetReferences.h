@@ -10,8 +10,8 @@ class CSceneEdit;
 struct CCellClipboard;
 struct CSceneModel;
 
-/// Keeps what names assets in step with their files: the cells and sounds of the xsheet, those that undo would
-/// bring back, and the copied cells. The folder of a picture is the pictures folder. Each function returns how many
+/// Keeps what names assets in step with their files: the cells and sounds of the xsheet, and the
+/// copied cells. The folder of a picture is the pictures folder. Each function returns how many
 /// cells or sounds of the xsheet it has changed.
 class CAssetReferences {
 public:

@@ -6,6 +6,7 @@
 #include "scene/DialogRequests.h"
 #include "scene/SceneEdit.h"
 #include "scene/Settings.h"
+#include "scene/history/PaintingStep.h"
 
 #include <algorithm>
 
@@ -107,13 +108,24 @@ void CAssetTransforms::ColorKeyEdited(CColor key) {
                            "Internal Error : no picture image loaded in CCelImg::ColorKey"))
         return;
     const std::optional<CColorKey> values = AskColorKey(key);
-    if (values && m_context.Report(ColorKey(image, *values)))
+    if (!values)
+        return;
+    CKeptTiles before;
+    before.Keep(image, {0, 0, image.Width(), image.Height()});
+    if (m_context.Report(ColorKey(image, *values))) {
+        LeavePaintingStep(m_context.model, "Color Key", before);
         m_context.Update(UpdateHint::EditedImage);
+    }
 }
 
 void CAssetTransforms::ChangeSelected(const CChange& change) {
     const std::vector<std::string> names = m_context.model.sourceSelection; // the views may change it meanwhile
-    CSceneEdit edit(m_context, change.title, UpdateHint::None, UndoStep::None);
+    CSceneEdit edit(m_context, change.title, UpdateHint::None);
+    std::vector<Path> files;
+    for (const std::string& name : names)
+        files.push_back(
+            m_context.model.Paths().AssetFile(m_context.model.sourceMode, m_context.model.folderName, name));
+    edit.KeepFiles(files);
     std::optional<std::string> failure;
     std::unique_ptr<IProgress> progress = m_context.prompter.BeginProgress(change.title);
     progress->Report(0, PercentText(0));
@@ -146,6 +158,7 @@ std::optional<std::string> CAssetTransforms::ChangeAsset(CSceneEdit& edit, const
         return failure(written, change.notWritten);
     if (model.celImg.FilePath() == file) {
         model.celImg = std::move(image);
+        model.NoteEditedImage();
         edit.AlsoAnnounce(UpdateHint::EditedImage);
     }
     if (CAssetReferences(edit, model).Resize(ReferenceFolder(model.sourceMode, model.folderName), name) > 0)

@@ -66,17 +66,30 @@ double CCameraOperations::GetCamZoom(int frame) const {
 }
 
 void CCameraOperations::StartCamInput() {
-    m_stepDue = m_context.Require(m_context.model.sceneOpen, "Scene not open at StartCamInput");
+    m_dragFrom.reset();
+    if (m_context.Require(m_context.model.sceneOpen, "Scene not open at StartCamInput"))
+        m_dragFrom = m_context.model.Scene();
 }
 
 bool CCameraOperations::ProcessCamInput(int dx, int dy) {
     if (!m_context.Require(m_context.model.sceneOpen, "Scene not open at ProcessCamInput"))
         return false;
-    CSceneEdit edit(m_context, "Move", UpdateHint::None, m_stepDue ? UndoStep::IfChanged : UndoStep::None);
-    const bool applied = Apply(edit, dx, dy);
-    if (edit.HasChanged())
-        m_stepDue = false;
-    return applied;
+    CSceneEdit edit(m_context, DragName(), UpdateHint::None);
+    if (m_dragFrom)
+        edit.GoOnFrom(*m_dragFrom);
+    return Apply(edit, dx, dy);
+}
+
+const char* CCameraOperations::DragName() const {
+    switch (m_context.model.inputMode) {
+    case InputMode::Rotate:
+        return "Rotate";
+    case InputMode::Zoom:
+        return "Zoom";
+    case InputMode::Move:
+        break;
+    }
+    return "Move";
 }
 
 bool CCameraOperations::Apply(CSceneEdit& edit, int dx, int dy) {
@@ -105,7 +118,8 @@ bool CCameraOperations::Apply(CSceneEdit& edit, int dx, int dy) {
 void CCameraOperations::EndCamInput(int dx, int dy) {
     if (m_context.Require(m_context.model.sceneOpen, "Scene not open at EndCamInput") && ProcessCamInput(dx, dy))
         m_context.Update(pictureHint);
-    m_stepDue = false;
+    m_context.model.history.Finish();
+    m_dragFrom.reset();
 }
 
 void CCameraOperations::SetMode(InputMode mode) {

@@ -2,6 +2,8 @@
 
 #include "scene/SceneContext.h"
 
+#include <optional>
+
 namespace velmor {
 
 class CSceneEdit;
@@ -34,12 +36,14 @@ public:
     void CheckLines();
 
 private:
+    /// What a drag in the current mode is called.
+    const char* DragName() const;
     bool Apply(CSceneEdit& edit, int dx, int dy);
     [[nodiscard]] bool RequireFrame(int frame, const char* message) const;
 
     CSceneContext m_context;
     CXSheetCursor& m_cursor;
-    bool m_stepDue = false; ///< a drag has begun and nothing has changed yet
+    std::optional<CScene> m_dragFrom; ///< what the drag that is going on began with
 };
 
 } // namespace velmor

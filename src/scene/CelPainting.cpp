@@ -1,5 +1,7 @@
 #include "scene/CelPainting.h"
 
+#include "scene/history/PaintingStep.h"
+
 #include <algorithm>
 #include <new>
 #include <utility>
@@ -11,6 +13,7 @@ bool CCelPainting::Begin(CelTool tool, CPoint at) {
     if (m_tool || image.GetLoadState() == LoadState::Nothing || !CanUse(tool, image))
         return false;
     m_tool = tool;
+    m_step = ToolOf(tool).step;
     m_form = ToolOf(tool).form(m_model.paint);
     m_from = at;
     m_paintedOver.Clear();
@@ -28,7 +31,19 @@ CPaintResult CCelPainting::End(CPoint at) {
     if (!m_tool)
         return {};
     const CelTool tool = *std::exchange(m_tool, std::nullopt);
-    return Paint(tool, m_from, at);
+    CPaintResult result = Paint(tool, m_from, at);
+    LeaveStep();
+    return result;
+}
+
+void CCelPainting::Cancel() {
+    if (m_tool.has_value())
+        LeaveStep();
+    m_tool.reset();
+}
+
+void CCelPainting::LeaveStep() {
+    LeavePaintingStep(m_model, m_step, m_paintedOver);
 }
 
 CPaintResult CCelPainting::Paint(CelTool tool, CPoint from, CPoint to) {
@@ -49,8 +64,17 @@ CPaintResult CCelPainting::Paint(CelTool tool, CPoint from, CPoint to) {
     return result;
 }
 
-CPaintResult CCelPainting::Change(const std::function<CPaintResult(CCelImg& image)>& change) {
-    return m_model.celImg.GetLoadState() == LoadState::Nothing ? CPaintResult() : change(m_model.celImg);
+CPaintResult CCelPainting::Change(const std::string& name,
+                                  const std::function<CPaintResult(CCelImg& image)>& change) {
+    CCelImg& image = m_model.celImg;
+    if (image.GetLoadState() == LoadState::Nothing)
+        return {};
+    CKeptTiles before;
+    if (m_model.history.IsOn())
+        before.Keep(image, {0, 0, image.Width(), image.Height()});
+    CPaintResult result = change(image);
+    LeavePaintingStep(m_model, name, before);
+    return result;
 }
 
 } // namespace velmor

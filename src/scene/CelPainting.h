@@ -6,12 +6,13 @@
 
 #include <functional>
 #include <optional>
+#include <string>
 
 namespace velmor {
 
-/// Painting on the image under edit: the only way in which its pixels change. Whoever paints tells its own view
-/// what has changed; nothing is announced. All coordinates are those of the image (row 0 at the bottom) and may lie
-/// outside it.
+/// Painting on the image under edit: the only way in which its pixels change. From press to release it is one step
+/// of the history. Whoever paints tells its own view what has changed; nothing is announced. All coordinates are
+/// those of the image (row 0 at the bottom) and may lie outside it.
 class CCelPainting {
 public:
     /// The model outlives the object.
@@ -25,7 +26,7 @@ public:
     /// It is lifted: the rest of a stroke, and all that the other forms do.
     CPaintResult End(CPoint at);
     /// It is lifted without painting any more. What a stroke has painted stays.
-    void Cancel() { m_tool.reset(); }
+    void Cancel();
 
     bool IsPainting() const { return m_tool.has_value(); }
     /// What the tool that is down, or was down last, has painted over.
@@ -33,15 +34,18 @@ public:
     /// Between Begin() and End().
     ToolForm Form() const { return m_form; }
 
-    /// What no tool does: a filter, a key, a drawing made by the program. Nothing happens without an image.
-    CPaintResult Change(const std::function<CPaintResult(CCelImg& image)>& change);
+    /// What no tool does: a filter, a drawing made by the program. Nothing happens without an image.
+    CPaintResult Change(const std::string& name, const std::function<CPaintResult(CCelImg& image)>& change);
 
 private:
     CPaintResult Paint(CelTool tool, CPoint from, CPoint to);
 
+    void LeaveStep();
+
     CSceneModel& m_model;
     CKeptTiles m_paintedOver;
     std::optional<CelTool> m_tool; ///< that is down
+    const char* m_step = "";       ///< what undo will call what it does
     ToolForm m_form = ToolForm::Point;
     CPoint m_from; ///< the press, for a stroke the end of what is painted
 };

@@ -36,21 +36,15 @@ bool CanPaste(const CSceneModel& model) {
 }
 
 bool CanUndo(const CSceneModel& model) {
-    return model.sceneOpen && model.Undo().has_value();
+    return model.sceneOpen && model.history.NextUndo() != nullptr;
 }
 
-bool IsUndoInPicture(const CSceneModel& model) {
-    const int frame = model.cursorFrame;
-    if (!CanUndo(model))
-        return false;
-    const CScene& before = model.Undo()->scene;
-    CScene now = model.Scene();
-    if (!before.xsheet.HasFrame(frame) || before.xsheet.LevelCount() != now.xsheet.LevelCount())
-        return false;
-    for (int level = 0; level < now.xsheet.LevelCount(); ++level)
-        now.xsheet.MutableCell(level, frame) = before.xsheet.Cell(level, frame);
-    now.camera.MutableAt(frame) = before.camera.At(frame);
-    return now == before;
+bool CanRedo(const CSceneModel& model) {
+    return model.sceneOpen && model.history.NextRedo() != nullptr;
+}
+
+bool IsInPicture(const CHistory::CStep* step, int frame) {
+    return step != nullptr && step->heading.onlyFrame == frame;
 }
 
 bool CanEditCellData(const CSceneModel& model) {

@@ -19,8 +19,9 @@ bool CanSwapLevels(const CSceneModel& model);
 bool CanEditRange(const CSceneModel& model);
 bool CanPaste(const CSceneModel& model);
 bool CanUndo(const CSceneModel& model);
-/// All that undo would change are cells and camera of the current frame, which its picture shows.
-bool IsUndoInPicture(const CSceneModel& model);
+bool CanRedo(const CSceneModel& model);
+/// All that a step changed are cells and camera of a frame, which its picture shows.
+bool IsInPicture(const CHistory::CStep* step, int frame);
 /// The cursor's cell is used.
 bool CanEditCellData(const CSceneModel& model);
 /// The selection spans at least three frames.

@@ -9,10 +9,12 @@
 #include "scene/Dialogs.h"
 #include "scene/DropType.h"
 #include "scene/SceneSettings.h"
+#include "scene/history/HistoryEntry.h"
 #include "xsheet/CellForms.h"
 #include "xsheet/Inbetween.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -159,6 +161,35 @@ struct CMotionPathRequest {
     using Answer = std::optional<int>;
 
     int current = 0;
+};
+
+enum class RecoveryAnswer {
+    Recover,
+    Discard,
+    Later ///< nothing is touched, and it is asked again at the next opening
+};
+
+/// Work was found that was not saved when the program ended.
+struct CRecoveryRequest {
+    using Answer = RecoveryAnswer;
+
+    std::string scene;
+    int changes = 0;
+    std::int64_t firstTime = 0; ///< of the changes; milliseconds since 1970, UTC
+    std::int64_t lastTime = 0;
+    CHistoryPicture picture; ///< of the last one
+    bool fits = true;        ///< otherwise it cannot be recovered, for this reason
+    std::string reason;
+    std::function<void()> look; ///< opens the list of the steps; the question stays
+};
+
+/// The list of the steps of a scene.
+struct CHistoryRequest {
+    std::string title;
+    std::function<std::vector<CHistoryEntry>()> entries; ///< oldest first
+    std::function<void(std::int64_t id)> goTo;           ///< makes an entry the last one that is done; 0: none is
+    std::function<void(std::int64_t id)> bringBack;      ///< what it has deleted or overwritten
+    bool isReadOnly = false;                             ///< to look at only: there is nothing to go to
 };
 
 struct CLineCheckRequest {

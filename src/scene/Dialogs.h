@@ -25,6 +25,7 @@ struct CNameRequest;
 struct CNewCelRequest;
 struct COpenFilesRequest;
 struct COpenSceneRequest;
+struct CRecoveryRequest;
 struct CRenderSetupRequest;
 struct CRotationRequest;
 struct CSaveFileRequest;
@@ -46,9 +47,9 @@ using CAnyDialog =
                  CDialogOf<CGridSettingsRequest>*, CDialogOf<CImportSettingsRequest>*,
                  CDialogOf<CInbetweenRequest>*, CDialogOf<CLevelRequest>*, CDialogOf<CMotionPathRequest>*,
                  CDialogOf<CNameRequest>*, CDialogOf<CNewCelRequest>*, CDialogOf<COpenFilesRequest>*,
-                 CDialogOf<COpenSceneRequest>*, CDialogOf<CRenderSetupRequest>*, CDialogOf<CRotationRequest>*,
-                 CDialogOf<CSaveFileRequest>*, CDialogOf<CSceneSettingsRequest>*, CDialogOf<CSwapLevelsRequest>*,
-                 CDialogOf<CTransparencyRequest>*>;
+                 CDialogOf<COpenSceneRequest>*, CDialogOf<CRecoveryRequest>*, CDialogOf<CRenderSetupRequest>*,
+                 CDialogOf<CRotationRequest>*, CDialogOf<CSaveFileRequest>*, CDialogOf<CSceneSettingsRequest>*,
+                 CDialogOf<CSwapLevelsRequest>*, CDialogOf<CTransparencyRequest>*>;
 
 /// The one door through which dialogs are shown. A new dialog is its request, its widget, and a row in the table of
 /// the widgets (views/prompter/DialogTable.h).

@@ -6,7 +6,7 @@ bool CEditedImage::Write() const {
     CCelImg& image = m_context.model.celImg;
     if (!image.IsModified())
         return true;
-    const CStatus saved = image.Save();
+    const CStatus saved = m_context.model.SaveEditedImage();
     if (!saved)
         m_context.Show(saved.Message() + ":: Writing file ->" + Utf8Of(image.FilePath()));
     return static_cast<bool>(saved);

@@ -123,21 +123,19 @@ bool CImportOperations::AcceptPictureName(const std::string& name) const {
 
 bool CImportOperations::Store(const Path& file, SourceMode kind, const std::string& name) {
     CCelImg image;
-    if (!m_context.Report(Read(image, file, kind)) || !m_context.Report(Write(image, kind, name))) {
+    if (!m_context.Report(Read(image, file, kind)) || !Write(image, kind, name, "Import ")) {
         m_context.Show("Error in import");
         return false;
     }
-    ShowReplaced(kind, name);
     return true;
 }
 
 bool CImportOperations::StoreImage(CCelImg& image, SourceMode kind, const std::string& name, const char* failure) {
-    if (!m_context.Report(Write(image, kind, name))) {
+    if (!Write(image, kind, name, "Grab ")) {
         image.SetModified(false); // what could not be written is not tried again behind the user's back
         m_context.Show(failure);
         return false;
     }
-    ShowReplaced(kind, name);
     m_lifecycle.SetSourceMode(kind);
     m_context.Update(UpdateHint::AssetLists);
     return true;
@@ -159,19 +157,24 @@ CStatus CImportOperations::Read(CCelImg& image, const Path& file, SourceMode kin
     return CStatus::Failure("");
 }
 
-CStatus CImportOperations::Write(CCelImg& image, SourceMode kind, const std::string& name) const {
-    const CScenePaths paths = m_context.model.Paths();
+bool CImportOperations::Write(CCelImg& image, SourceMode kind, const std::string& name, const char* deed) {
+    CSceneModel& model = m_context.model;
+    const Path file = model.Paths().AssetFile(kind, model.folderName, name);
     if (kind == SourceMode::Pictures)
-        static_cast<void>(CreateFolder(paths.PicturesFolder())); // or saving fails, and says so
-    image.SetFilePath(paths.AssetFile(kind, m_context.model.folderName, name));
-    return image.Save();
+        static_cast<void>(CreateFolder(model.Paths().PicturesFolder())); // or saving fails, and says so
+    CSceneEdit edit(m_context, deed + TitleOfFile(model.SceneFile(file)), UpdateHint::None);
+    edit.KeepFile(file);
+    image.SetFilePath(file);
+    if (!m_context.Report(image.Save()))
+        return false;
+    ShowReplaced(edit, kind, name);
+    return true;
 }
 
-void CImportOperations::ShowReplaced(SourceMode kind, const std::string& name) {
+void CImportOperations::ShowReplaced(CSceneEdit& edit, SourceMode kind, const std::string& name) {
     CSceneModel& model = m_context.model;
     if (model.DropEditedImage(model.Paths().AssetFile(kind, model.folderName, name)))
         m_context.Update(UpdateHint::EditedImage);
-    CSceneEdit edit(m_context, "Import", UpdateHint::None, UndoStep::None);
     if (CAssetReferences(edit, model).Resize(ReferenceFolder(kind, model.folderName), name) > 0)
         edit.AlsoAnnounce(pictureHint);
 }

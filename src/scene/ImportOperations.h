@@ -7,6 +7,7 @@
 
 namespace velmor {
 
+class CSceneEdit;
 class CSceneLifecycle;
 struct CFileRequest;
 
@@ -47,8 +48,9 @@ private:
     /// Reads a file and writes it as an asset, without the closing update of the views.
     [[nodiscard]] bool Store(const Path& file, SourceMode kind, const std::string& name);
     CStatus Read(CCelImg& image, const Path& file, SourceMode kind) const;
-    CStatus Write(CCelImg& image, SourceMode kind, const std::string& name) const;
-    void ShowReplaced(SourceMode kind, const std::string& name);
+    /// Writes an image as an asset, as a step that `deed` begins the name of. False after the message.
+    bool Write(CCelImg& image, SourceMode kind, const std::string& name, const char* deed);
+    void ShowReplaced(CSceneEdit& edit, SourceMode kind, const std::string& name);
 
     CSceneContext m_context;
     CSceneLifecycle& m_lifecycle;

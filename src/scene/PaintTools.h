@@ -27,6 +27,7 @@ enum class ToolForm {
 struct CPaintTool {
     CelTool id;
     const char* name; ///< on its button
+    const char* step; ///< what undo calls what it did
     const char* text; ///< with mnemonic and key, as the menu shows it
     const char* key;
     const char* status;
@@ -61,6 +62,7 @@ CPaintResult ColorLines(CCelImg& image, const CPaintChoices& choices, CPoint fro
 inline constexpr std::array<CPaintTool, 4> paintTools{{
     {CelTool::Bucket,
      "BUCKET",
+     "Fill",
      "&Bucket\tB",
      "B",
      "Fills areas between lines with the foreground color",
@@ -75,6 +77,7 @@ inline constexpr std::array<CPaintTool, 4> paintTools{{
      Pour},
     {CelTool::Pen,
      "PEN",
+     "Stroke",
      "Pe&n\tP",
      "P",
      "Draws lines, at which fills stop",
@@ -89,6 +92,7 @@ inline constexpr std::array<CPaintTool, 4> paintTools{{
      DrawPen},
     {CelTool::Eraser,
      "ERASER",
+     "Erase",
      "&Eraser\tE",
      "E",
      "Turns lines into background color",
@@ -103,6 +107,7 @@ inline constexpr std::array<CPaintTool, 4> paintTools{{
      Erase},
     {CelTool::LineBrush,
      "LINEBRUSH",
+     "Line Brush",
      "&Line Brush\tL",
      "L",
      "Colors lines with the foreground color",

@@ -2,6 +2,7 @@
 
 #include "scene/DialogRequests.h"
 #include "scene/NamingRules.h"
+#include "scene/SceneEdit.h"
 #include "scene/Settings.h"
 
 #include <algorithm>
@@ -87,7 +88,7 @@ void CPaletteOperations::SetFGAlpha(std::uint8_t alpha) {
 void CPaletteOperations::AddColor(const CColor& color, const std::string& name) {
     CPalette changed = m_context.model.palette;
     if (m_context.Require(changed.Add({color, name}), "Internal error : AddColor called exceeding MAXCOLOR"))
-        Adopt(std::move(changed), m_context.model.paint.foregroundEntry);
+        Adopt("Add Color " + name, std::move(changed), m_context.model.paint.foregroundEntry);
 }
 
 void CPaletteOperations::EditColor(int index) {
@@ -100,7 +101,7 @@ void CPaletteOperations::EditColor(int index) {
         return;
     changed.Set(index, {values->color, values->name});
     const int foregroundEntry = m_context.model.paint.foregroundEntry;
-    if (Adopt(std::move(changed), foregroundEntry) && index == foregroundEntry)
+    if (Adopt("Edit Color " + values->name, std::move(changed), foregroundEntry) && index == foregroundEntry)
         SetFGColor(index);
 }
 
@@ -109,9 +110,10 @@ void CPaletteOperations::DeleteColor(int index) {
     if (!m_context.Require(changed.Count() >= 1, "Internal error : no colors to delete in DeleteColor") ||
         !m_context.Require(changed.Contains(index), "Internal error : color index out of range in DeleteColor"))
         return;
+    const std::string name = changed.At(index).name;
     changed.Remove(index);
     const int entry = m_context.model.paint.foregroundEntry;
-    Adopt(std::move(changed), entry == index ? noEntry : entry > index ? entry - 1 : entry);
+    Adopt("Delete Color " + name, std::move(changed), entry == index ? noEntry : entry > index ? entry - 1 : entry);
 }
 
 void CPaletteOperations::AskAndDeleteColor(int index) {
@@ -224,12 +226,17 @@ CColorRequest CPaletteOperations::Request(const CColorValues& initial) const {
     return {initial, [this](const CColorValues& values) { return m_context.Report(CheckFreeText(values.name)); }};
 }
 
-bool CPaletteOperations::Adopt(CPalette changed, int foregroundEntry) {
-    if (!Save(changed))
+bool CPaletteOperations::Adopt(const std::string& deed, CPalette changed, int foregroundEntry) {
+    CSceneModel& model = m_context.model;
+    CSceneEdit edit(m_context, deed, UpdateHint::Palette);
+    if (model.HasFolder())
+        edit.KeepFile(model.Paths().PaletteFile(model.folderName));
+    if (!Save(changed)) {
+        edit.CallOff();
         return false;
-    m_context.model.palette = std::move(changed);
-    m_context.model.paint.foregroundEntry = foregroundEntry;
-    m_context.Update(UpdateHint::Palette);
+    }
+    model.palette = std::move(changed);
+    model.paint.foregroundEntry = foregroundEntry;
     return true;
 }
 

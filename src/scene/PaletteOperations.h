@@ -48,8 +48,9 @@ private:
     [[nodiscard]] bool SetDamagedFileAside(const Path& file) const;
     CColorRequest Request(const CColorValues& initial) const;
     /// Writes the changed palette and only then takes it over, so that the file always matches what is shown.
-    /// `foregroundEntry` is where the foreground's entry stands in it. Returns whether it could be written.
-    bool Adopt(CPalette changed, int foregroundEntry);
+    /// `deed` names the step; `foregroundEntry` is where the foreground's entry stands in it. Returns whether it
+    /// could be written.
+    bool Adopt(const std::string& deed, CPalette changed, int foregroundEntry);
 
     CSceneContext m_context;
 };

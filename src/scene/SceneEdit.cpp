@@ -1,7 +1,9 @@
 #include "scene/SceneEdit.h"
 
 #include "scene/SceneSound.h"
+#include "scene/history/SceneFiles.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace velmor {
@@ -13,21 +15,54 @@ CSceneEdit::CSceneEdit(CSceneContext& context, std::string name, UpdateHint hint
       m_step(step),
       m_before(context.model.Scene()),
       m_isHeard(step == UndoStep::Forget) {
-    if (step == UndoStep::Always)
-        m_context.model.m_undo = CUndoStep{m_name, m_before};
-    else if (step == UndoStep::Forget)
-        m_context.model.m_undo.reset();
+    if (step == UndoStep::Forget)
+        m_context.model.history.Close();
 }
 
-void CSceneEdit::TakeBack() {
+void CSceneEdit::KeepFiles(std::span<const Path> files) {
+    CHistory& history = m_context.model.history;
+    if (!history.IsOn())
+        return;
+    for (const Path& file : files) {
+        const std::string name = m_context.model.SceneFile(file);
+        if (name.empty() || std::ranges::find(m_files, name, &CFileChange::file) != m_files.end())
+            continue;
+        if (history.HasJournal())
+            static_cast<void>(m_context.model.SaveEditedImage(file)); // what resists goes with the file
+        CFileChange& change = m_files.emplace_back();
+        change.file = name;
+        if (m_keptBytes < mostKeptBytes)
+            change.before = KeepContents(file, mostKeptBytes - m_keptBytes);
+        m_keptBytes += change.before ? change.before->size() : FileExists(file) ? mostKeptBytes : 0;
+    }
+    if (history.HasJournal() && m_keptBytes < mostKeptBytes)
+        history.Announce({{}, {}, {}, m_files}, ChangeDirection::Forward);
+}
+
+void CSceneEdit::KeepRenaming(const Path& from, const Path& to) {
     CSceneModel& model = m_context.model;
-    CScene before = std::move(model.m_undo->scene);
-    model.m_undo.reset();
-    // The camera beyond the sheet's last frame is not what a step has changed.
-    CCameraTrack camera = Scene().camera;
-    camera.SetFirstFrames(before.camera, before.xsheet.FrameCount());
-    before.camera = std::move(camera);
-    Scene() = std::move(before);
+    if (model.history.HasJournal())
+        static_cast<void>(model.SaveEditedImage(from)); // steps before this one have it under its old name
+    KeepFile(to);
+    if (!m_files.empty())
+        m_files.back().movedFrom = m_context.model.SceneFile(from);
+    CHistory& history = m_context.model.history;
+    if (history.HasJournal() && m_keptBytes < mostKeptBytes)
+        history.Announce({{}, {}, {}, m_files}, ChangeDirection::Forward);
+}
+
+void CSceneEdit::KeepDeletion(std::span<const Path> files) {
+    KeepFiles(files);
+    for (const Path& file : files)
+        m_deleted.push_back(m_context.model.SceneFile(file));
+}
+
+void CSceneEdit::KeepDeletedFolder(const Path& folder) {
+    std::vector<Path> files;
+    for (const std::string& name : ListFiles(folder, ""))
+        files.push_back(folder / PathOf(name));
+    KeepFiles(files);
+    m_deleted.push_back(m_context.model.SceneFile(folder) + "/");
 }
 
 bool CSceneEdit::CanBeHeard() const {
@@ -36,13 +71,51 @@ bool CSceneEdit::CanBeHeard() const {
            now.geometry.frameRate != m_before.geometry.frameRate;
 }
 
+// What has stayed as it was is no part of the step.
+void CSceneEdit::TakeFilesAfter() {
+    const Path folder = m_context.model.Paths().SceneFolder();
+    for (CFileChange& change : m_files)
+        if (change.movedFrom.empty())
+            change.after = KeepContents(folder / PathOf(change.file), mostKeptBytes);
+    std::erase_if(m_files, [&](const CFileChange& change) {
+        return change.movedFrom.empty() ? AreSameContents(change.before, change.after)
+                                        : FileExists(folder / PathOf(change.movedFrom));
+    });
+    std::erase_if(m_deleted, [&](const std::string& file) {
+        const Path path = folder / PathOf(file);
+        return FileExists(path) || FolderExists(path);
+    });
+}
+
+void CSceneEdit::LeaveStep() {
+    CSceneModel& model = m_context.model;
+    const bool hadFiles = !m_files.empty();
+    if (m_keptBytes < mostKeptBytes)
+        TakeFilesAfter();
+    else if (m_deleted.empty())
+        model.history.AddBreak(m_name); // more than can be kept
+    else
+        m_files.clear(); // the trash may have it
+    CStepChanges changes{CSceneChange(m_dragFrom.value_or(m_before), model.Scene()), {}, {}, std::move(m_files)};
+    CStepHeading heading;
+    heading.name = m_name;
+    heading.kind = m_deleted.empty() ? HistoryEntryKind::Step : HistoryEntryKind::Deletion;
+    heading.files = m_deleted;
+    if (m_dragFrom)
+        model.history.Continue(std::move(heading), changes, model.Scene().xsheet, model.Session());
+    else
+        model.history.Record(std::move(heading), changes, model.Scene().xsheet, model.Session());
+    if (hadFiles && model.history.HasJournal())
+        model.history.Withdraw();
+}
+
 void CSceneEdit::End() {
     if (std::exchange(m_hasEnded, true))
         return;
     CSceneModel& model = m_context.model;
-    if (m_step == UndoStep::IfChanged && HasChanged())
-        model.m_undo = CUndoStep{m_name, m_before};
     model.ClampToXSheet();
+    if (m_step == UndoStep::Own && model.history.IsOn())
+        LeaveStep();
     if (model.sceneOpen && CanBeHeard())
         static_cast<void>(m_context.Report(PrepareSoundTrack(model))); // without a track there is silence
     for (const UpdateHint hint : m_hints)

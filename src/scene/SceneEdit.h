@@ -2,27 +2,29 @@
 
 #include "scene/SceneContext.h"
 
+#include <optional>
+#include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace velmor {
 
-/// What an edit leaves for undo.
+/// What an edit leaves in the history.
 enum class UndoStep {
-    Always,    ///< the scene as it was, from the moment the edit begins
-    IfChanged, ///< the same, if the edit has changed anything
-    None,      ///< whatever was there before
-    Forget     ///< nothing: another scene is there afterwards
+    Own,   ///< a step, if anything has changed
+    None,  ///< nothing: undo and redo themselves
+    Forget ///< another scene is there afterwards, whose history is another one
 };
 
-/// One change of the scene, and the only way to make it. Made with the name of its command; when it ends, at the
-/// latest with its life, it keeps what undo needs, brings cursor and selections back into a sheet that has shrunk,
-/// prepares the sound track if the change can be heard, and tells the views.
+/// One change of the scene and its files, and the only way to change a scene. Made with the name of its command;
+/// when it ends, at the latest with its life, it has left a step in the history, brought cursor and selections back
+/// into a sheet that has shrunk, prepared the sound track if the change can be heard, and told the views.
 ///
 /// An operation that is to change nothing is const and has no context that an edit can be made of.
 class CSceneEdit {
 public:
-    CSceneEdit(CSceneContext& context, std::string name, UpdateHint hint, UndoStep step = UndoStep::Always);
+    CSceneEdit(CSceneContext& context, std::string name, UpdateHint hint, UndoStep step = UndoStep::Own);
     CSceneEdit(const CSceneEdit&) = delete;
     CSceneEdit& operator=(const CSceneEdit&) = delete;
     ~CSceneEdit() { End(); }
@@ -33,16 +35,19 @@ public:
     CSceneGeometry& Geometry() { return Scene().geometry; }
     CScene& Scene() { return m_context.model.m_scene; }
 
-    /// Calls change(scene) for the scene and for what undo would bring back. Returns what it returned for the
-    /// scene.
-    template<class Change>
-    auto ChangeEveryState(Change change) {
-        if (m_context.model.m_undo)
-            change(m_context.model.m_undo->scene);
-        return change(Scene());
-    }
-    /// Takes the step that there is to be undone back, and with it the chance to do so again. There must be one.
-    void TakeBack();
+    /// Told before files of the scene are made, replaced or removed. What becomes of them is part of the step; if
+    /// the program should die meanwhile, they come back as they are now.
+    void KeepFiles(std::span<const Path> files);
+    void KeepFile(const Path& file) { KeepFiles(std::span(&file, 1)); }
+    /// Told before a file is renamed.
+    void KeepRenaming(const Path& from, const Path& to);
+    /// The files that are kept, or a whole folder, are deleted: undo passes it by. False when there is more than
+    /// can be kept.
+    void KeepDeletion(std::span<const Path> files);
+    void KeepDeletedFolder(const Path& folder);
+
+    /// The edit goes on with the one before it, which began with this scene: both are one step.
+    void GoOnFrom(const CScene& before) { m_dragFrom = before; }
 
     /// Prepares the sound track even if the same sounds start at the same frames: their files may be others.
     void PrepareSound() { m_isHeard = true; }
@@ -56,17 +61,21 @@ public:
     void End();
     /// Ends what was called off before it changed anything: the views are not told.
     void CallOff();
-    /// Leaves nothing to be undone.
-    static void ForgetUndo(CSceneContext& context) { context.model.m_undo.reset(); }
 
 private:
     bool CanBeHeard() const;
+    void LeaveStep();
+    void TakeFilesAfter();
 
     CSceneContext& m_context;
     std::string m_name;
     std::vector<UpdateHint> m_hints;
     UndoStep m_step;
     CScene m_before;
+    std::optional<CScene> m_dragFrom;
+    std::vector<CFileChange> m_files;
+    std::vector<std::string> m_deleted; ///< as a heading has them
+    std::uint64_t m_keptBytes = 0;
     bool m_isHeard;
     bool m_hasEnded = false;
 };

@@ -19,6 +19,7 @@ namespace velmor {
 namespace {
 
 constexpr std::string_view sceneEnding = ".scene";
+constexpr int mostHistoryMegabytes = 1 << 20;
 
 // The scene that a file is the xsheet of, by its place: Name.scene/Name.xsheet.
 std::optional<CScenePaths> SceneOf(const Path& file, std::string& database, std::string& name) {
@@ -56,6 +57,8 @@ void CSceneLifecycle::ConstructFromSettings(const Path& programFolder, const Pat
 
 void CSceneLifecycle::ReadSettings() {
     m_context.model.importThreshold = std::clamp(Get(m_context.profile, setting::importThreshold), 0, 255);
+    const int megabytes = std::clamp(Get(m_context.profile, setting::historyMegabytes), 0, mostHistoryMegabytes);
+    m_context.model.history.SetLimit(static_cast<std::uint64_t>(megabytes) << 20);
     m_context.model.motionPathSetup = std::clamp(Get(m_context.profile, setting::motionPathSetup), 0, 2);
 }
 
@@ -64,11 +67,15 @@ void CSceneLifecycle::ReopenLastScene() {
     // Read before opening, which empties it.
     const std::string folder = Get(m_context.profile, setting::lastFolder);
     if (!scene.empty()) {
-        if (!OpenScene(scene)) {
+        const OpenResult result = TryToOpen(scene);
+        if (result == OpenResult::Failed) {
             m_context.Show("Problem opening the last open scene");
             Set(m_context.profile, setting::lastScene, "");
-        } else if (!folder.empty() && FolderExists(m_context.model.Paths().CelFolder(folder))) {
-            SetFolderName(folder);
+        } else if (result == OpenResult::Stayed) {
+            Set(m_context.profile, setting::lastScene, scene); // to be asked again
+        } else if (!folder.empty() && m_context.model.folderName.empty() &&
+                   FolderExists(m_context.model.Paths().CelFolder(folder))) {
+            SetFolderName(folder); // unless recovered work brought its own
         }
     }
     m_context.Update(UpdateHint::AssetLists);
@@ -120,7 +127,7 @@ bool CSceneLifecycle::LoadXSheet() {
     CScene scene;
     if (!m_context.Report(velmor::LoadXSheet(model.Paths().XSheetFile(), scene)))
         return false;
-    CSceneEdit edit(m_context, "Load XSheet", UpdateHint::None, UndoStep::None);
+    CSceneEdit edit(m_context, "Load XSheet", UpdateHint::None);
     edit.Scene() = std::move(scene);
     edit.PrepareSound();
     return true;
@@ -165,11 +172,17 @@ CSceneLifecycle::OpenResult CSceneLifecycle::TryToOpen(const std::string& name) 
     CEditedImage(m_context).Discard();
     EnterScene(name);
     ShowFromStart();
-    CSceneEdit edit(m_context, "Open Scene", everythingHint, UndoStep::Forget);
-    edit.Scene() = scene.value_or(CScene());
-    if (!scene)
-        static_cast<void>(m_saving.SaveXSheet()); // it has shown why not; Save All tries again
-    return OpenResult::Opened;
+    {
+        CSceneEdit edit(m_context, "Open Scene", everythingHint, UndoStep::Forget);
+        edit.Scene() = scene.value_or(CScene());
+        if (!scene)
+            static_cast<void>(m_saving.SaveXSheet()); // it has shown why not; Save All tries again
+    }
+    if (!m_opened || m_opened())
+        return OpenResult::Opened;
+    ResetToNoScene();
+    m_context.Update(everythingHint);
+    return OpenResult::Stayed;
 }
 
 bool CSceneLifecycle::OpenSceneFile(const Path& file) {
@@ -268,6 +281,9 @@ void CSceneLifecycle::NewScene() {
     edit.Geometry() = settings->geometry;
     edit.Geometry().frameRate = CSceneGeometry().frameRate;
     static_cast<void>(m_saving.SaveXSheet()); // it has shown why not; Save All tries again
+    edit.End();
+    if (m_opened)
+        static_cast<void>(m_opened()); // a new scene has nothing that was not saved
 }
 
 void CSceneLifecycle::EditSceneSettings() {
@@ -282,8 +298,7 @@ void CSceneLifecycle::EditSceneSettings() {
                                                      }});
     if (!settings)
         return;
-    // Frames may be lost. Values that stay as they are do not cost the step of undo that there is.
-    CSceneEdit edit(m_context, "Scene Settings", structureAndPictureHint, UndoStep::IfChanged);
+    CSceneEdit edit(m_context, "Scene Settings", structureAndPictureHint);
     edit.Geometry() = settings->geometry;
     edit.XSheet().SetFrameCount(settings->length);
 }

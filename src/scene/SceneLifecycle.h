@@ -3,6 +3,7 @@
 #include "platform/files/Trash.h"
 #include "scene/SceneContext.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -21,6 +22,9 @@ public:
     CSceneLifecycle(CSceneContext context, CPaletteOperations& palettes, CSoundOperations& sounds,
                     CSceneSaving& saving, CTrash trash = {})
         : m_context(context), m_palettes(palettes), m_sounds(sounds), m_saving(saving), m_trash(std::move(trash)) {}
+
+    /// `opened` is called for a scene that was just opened; false closes it again.
+    void SetOpened(std::function<bool()> opened) { m_opened = std::move(opened); }
 
     /// Reads the settings that a document starts with; makes the database folder. `programFolder` gives the default
     /// place of the database, `dataFolder` the place where that cannot be written.
@@ -68,6 +72,7 @@ private:
     CSoundOperations& m_sounds;
     CSceneSaving& m_saving;
     CTrash m_trash;
+    std::function<bool()> m_opened;
 };
 
 } // namespace velmor

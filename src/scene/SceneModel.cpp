@@ -22,8 +22,34 @@ bool CSceneModel::DropEditedImage(const Path& file) {
     return true;
 }
 
+CStatus CSceneModel::SaveEditedImage() {
+    if (!celImg.IsModified())
+        return {};
+    CStatus saved = celImg.Save();
+    if (saved)
+        NoteEditedImage();
+    return saved;
+}
+
 CStatus CSceneModel::SaveEditedImage(const Path& file) {
-    return celImg.FilePath() == file && celImg.IsModified() ? celImg.Save() : CStatus();
+    return celImg.FilePath() == file ? SaveEditedImage() : CStatus();
+}
+
+void CSceneModel::NoteEditedImage() {
+    const std::string file = SceneFile(celImg.FilePath());
+    if (!file.empty() && history.HasJournal())
+        history.NoteSaved(file, CFileStamp::Of(celImg.FilePath()));
+}
+
+std::string CSceneModel::SceneFile(const Path& file) const {
+    if (!sceneOpen || file.empty())
+        return {};
+    const std::string name = file.lexically_relative(Paths().SceneFolder()).generic_string();
+    return IsSceneFile(name) ? name : std::string();
+}
+
+CHistorySession CSceneModel::Session() const {
+    return {folderName, sourceMode, SceneFile(celImg.FilePath()), cursorLevel, cursorFrame, selection};
 }
 
 } // namespace velmor

@@ -4,6 +4,7 @@
 #include "image/Color.h"
 #include "image/Palette.h"
 #include "scene/ScenePaths.h"
+#include "scene/history/History.h"
 #include "xsheet/MoveSelection.h"
 #include "xsheet/Scene.h"
 #include "xsheet/SheetCell.h"
@@ -19,12 +20,6 @@ namespace testing {
 struct CSceneAccess;
 }
 
-/// What undo brings back. The move flags of the levels are not part of it.
-struct CUndoStep {
-    std::string name; ///< of the command
-    CScene scene;     ///< as it was before
-};
-
 /// The tools of the cel editor as the document holds them.
 struct CPaintChoices {
     CColor foreground{0, 0, 0, 255};
@@ -39,8 +34,8 @@ struct CPaintChoices {
 /// adds, plain values that the document's operations change.
 struct CSceneModel {
     const CScene& Scene() const { return m_scene; }
-    /// Nothing when undo is not available.
-    const std::optional<CUndoStep>& Undo() const { return m_undo; }
+    /// What was done to it, and to the scene's files. The move flags of the levels are not part of that.
+    CHistory history;
 
     std::string databaseFolder; ///< ends with the separator
     std::string sceneName;
@@ -71,21 +66,28 @@ struct CSceneModel {
     bool cameraAntialias = false;
 
     CScenePaths Paths() const { return {databaseFolder, sceneName}; }
+    /// A file of the open scene as the history names it: from the scene's folder on, with '/'. Empty for others.
+    std::string SceneFile(const Path& file) const;
+    /// Where the user is, for the history.
+    CHistorySession Session() const;
     bool HasFolder() const { return sceneOpen && !folderName.empty(); }
     /// Brings cursor, selection and move selection back into an xsheet that has shrunk.
     void ClampToXSheet();
     /// Empties the cel editor without saving when it holds `file`, which is gone or has been replaced: saved later,
     /// the old drawing would come back. Returns whether it did.
     bool DropEditedImage(const Path& file);
-    /// Writes the image under edit when it belongs to `file` and has changes.
+    /// Writes the image under edit when it has changes.
+    CStatus SaveEditedImage();
+    /// The same, if it belongs to `file`.
     CStatus SaveEditedImage(const Path& file);
+    /// The image under edit has just come from its file, or gone into it.
+    void NoteEditedImage();
 
 private:
     friend class CSceneEdit;
     friend struct testing::CSceneAccess;
 
     CScene m_scene;
-    std::optional<CUndoStep> m_undo;
 };
 
 } // namespace velmor

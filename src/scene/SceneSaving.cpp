@@ -15,6 +15,8 @@ bool CSceneSaving::SaveXSheet() {
     const CStatus saved = velmor::SaveXSheet(file, model.Scene());
     if (!saved)
         m_context.Show(saved.Message() + ":: Writing file ->" + Utf8Of(file));
+    else if (CHistory& history = m_context.model.history; history.HasJournal())
+        history.NoteSaved(model.SceneFile(file), CFileStamp::Of(file));
     return static_cast<bool>(saved);
 }
 
@@ -38,8 +40,6 @@ std::vector<Path> CSceneSaving::SaveWhatCanBe() {
         CEditedImage(m_context).ReadAgain();
         m_context.Update(UpdateHint::EditedImage);
     }
-    if (resisting.empty())
-        CSceneEdit::ForgetUndo(m_context);
     return resisting;
 }
 
@@ -50,6 +50,8 @@ std::vector<Path> CSceneSaving::WriteAll() {
         resisting.push_back(model.Paths().XSheetFile());
     if (!CEditedImage(m_context).Write())
         resisting.push_back(model.celImg.FilePath());
+    if (resisting.empty())
+        m_context.model.history.NoteAllSaved(model.Session());
     return resisting;
 }
 

@@ -8,6 +8,7 @@ namespace velmor {
 class CMovie;
 class CSceneManager;
 class CSoundRecorder;
+struct CHistoryRequest;
 struct CLineCheckRequest;
 struct CRenderedRequest;
 
@@ -17,6 +18,8 @@ class IScreens {
 public:
     virtual ~IScreens() = default;
 
+    /// The list of all steps.
+    virtual void RunHistory(const CHistoryRequest& request) = 0;
     virtual void RunLineCheck(const CLineCheckRequest& request) = 0;
     virtual void RunSceneManager(CSceneManager& manager) = 0;
     /// The final output is complete: shows where it is and opens it if the user likes.

@@ -24,6 +24,8 @@ namespace setting {
 inline constexpr CStringSetting databaseDir{"Settings", "Database Dir", ""};
 inline constexpr CIntSetting importThreshold{"Settings", "ImportThres", 128};
 inline constexpr CIntSetting motionPathSetup{"Settings", "MotionPathSetup", 1};
+/// What the history of a scene may take; 0 for none.
+inline constexpr CIntSetting historyMegabytes{"Settings", "History MB", 1024};
 inline constexpr CIntSetting insertCels{"Settings", "IncertCels", 1};
 inline constexpr CIntSetting lastDropType{"Settings", "LastDropType", 0};
 inline constexpr CIntSetting lastOnWhich{"Settings", "LastOnWhich", 10};

@@ -15,6 +15,7 @@ public:
     std::unique_ptr<IProgress> BeginProgress(const std::string& title) override;
     std::shared_ptr<void> BeginWait() override { return nullptr; }
 
+    void RunHistory(const CHistoryRequest&) override {}
     void RunLineCheck(const CLineCheckRequest&) override {}
     void RunSceneManager(CSceneManager&) override {}
     void OfferRendered(const CRenderedRequest&) override {}

@@ -56,7 +56,7 @@ bool CSoundOperations::CanDropSound(int frame) const {
 void CSoundOperations::DropSound(int frame) {
     if (!CanDropSound(frame))
         return;
-    CSceneEdit edit(m_context, "Drop Sound", UpdateHint::Cells, UndoStep::None);
+    CSceneEdit edit(m_context, "Drop Sound", UpdateHint::Cells);
     if (!edit.Sounds().Place(frame, m_context.model.sourceSelection.front()))
         edit.CallOff();
 }
@@ -155,15 +155,18 @@ std::optional<std::string> CSoundOperations::AskSoundName() const {
 bool CSoundOperations::StoreSound(const std::string& name, int rate, std::span<const std::uint8_t> samples) {
     const CSceneModel& model = m_context.model;
     static_cast<void>(CreateFolder(model.Paths().SoundsFolder())); // or writing fails, and says so
+    CSceneEdit edit(m_context, "Sound " + name, UpdateHint::AssetLists);
+    edit.KeepFile(model.Paths().SoundFile(name));
     const CSoundWriteResult result = WriteSound(model.Paths().SoundFile(name), rate, samples);
     if (!result.message.empty())
         m_context.Show(result.message);
-    if (!result.done)
+    if (!result.done) {
+        edit.CallOff();
         return false;
+    }
     const auto& placed = model.Scene().sounds.All();
     if (std::ranges::any_of(placed, [&](const CSoundPlacement& sound) { return sound.name == name; }))
-        PrepareSoundBuffer();
-    m_context.Update(UpdateHint::AssetLists);
+        edit.PrepareSound();
     return result.message.empty();
 }
 

@@ -14,6 +14,7 @@
 #include "scene/MediaOperations.h"
 #include "scene/PaletteOperations.h"
 #include "scene/RenderOperations.h"
+#include "scene/SceneHistory.h"
 #include "scene/SceneLifecycle.h"
 #include "scene/SceneSaving.h"
 #include "scene/SoundOperations.h"
@@ -24,12 +25,14 @@
 namespace velmor {
 
 struct CVelmorltDoc::CParts {
-    CParts(IPrompter& prompter, CProfile& profile, const CTrash& trash)
+    CParts(IPrompter& prompter, CProfile& profile, const CDocumentFolders& folders)
         : context{model, prompter, views, profile},
-          scenes(context, palette, sounds, saving, trash),
+          scenes(context, palette, sounds, saving, folders.trash),
+          history(context, scenes, palette, folders.journals),
           assets(
               context, scenes, imports, sounds, [this](const std::string& sound) { media.PlaySoundAsset(sound); },
-              trash) {
+              folders.trash) {
+        scenes.SetOpened([this] { return history.Begin(); });
         sounds.SetCanPlay([this] { return audio->Output().CanPlay(); });
     }
 
@@ -44,6 +47,7 @@ struct CVelmorltDoc::CParts {
     CCelPainting painting{model};
     CSceneSaving saving{context};
     CSceneLifecycle scenes;
+    CSceneHistory history;
     CXSheetCursor cursor{context};
     CXSheetOperations xsheet{context, cursor};
     CCellOperations cells{context};
@@ -59,7 +63,7 @@ struct CVelmorltDoc::CParts {
 };
 
 CVelmorltDoc::CVelmorltDoc(IPrompter& prompter, CProfile& profile, const CDocumentFolders& folders)
-    : m_parts(std::make_unique<CParts>(prompter, profile, folders.trash)) {
+    : m_parts(std::make_unique<CParts>(prompter, profile, folders)) {
     m_parts->scenes.ConstructFromSettings(folders.program, folders.data);
 }
 
@@ -81,6 +85,7 @@ CEditedImage CVelmorltDoc::EditedImage() {
 CViewList& CVelmorltDoc::Views() { return m_parts->views; }
 CSceneLifecycle& CVelmorltDoc::Scenes() { return m_parts->scenes; }
 CSceneSaving& CVelmorltDoc::Saving() { return m_parts->saving; }
+CSceneHistory& CVelmorltDoc::History() { return m_parts->history; }
 CXSheetCursor& CVelmorltDoc::Cursor() { return m_parts->cursor; }
 CXSheetOperations& CVelmorltDoc::XSheet() { return m_parts->xsheet; }
 CCellOperations& CVelmorltDoc::Cells() { return m_parts->cells; }

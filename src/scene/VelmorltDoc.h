@@ -23,6 +23,7 @@ class CMediaOperations;
 class CPaletteOperations;
 class CProfile;
 class CRenderOperations;
+class CSceneHistory;
 class CSceneLifecycle;
 class CSceneSaving;
 class CSoundOperations;
@@ -34,9 +35,10 @@ struct CSceneModel;
 
 /// Where a document finds the program's surroundings.
 struct CDocumentFolders {
-    Path program;      ///< the program's own folder, where the default database stands
-    Path data;         ///< where it stands when that cannot be written
-    CTrash trash = {}; ///< where deleted assets, folders and scenes go
+    Path program;       ///< the program's own folder, where the default database stands
+    Path data;          ///< where it stands when that cannot be written
+    CTrash trash = {};  ///< where deleted assets, folders and scenes go
+    Path journals = {}; ///< where journals are kept; empty for none
 };
 
 /// The single document: owns everything about the open scene, and the parts that change it, one for each subject.
@@ -59,9 +61,11 @@ public:
     /// Scenes and folders.
     CSceneLifecycle& Scenes();
     CSceneSaving& Saving();
+    /// Undo, redo, recovery.
+    CSceneHistory& History();
     /// Where the user is in the xsheet, and what is chosen there.
     CXSheetCursor& Cursor();
-    /// Levels, frames, cells as a grid; undo.
+    /// Levels, frames, cells as a grid.
     CXSheetOperations& XSheet();
     /// The data of single cells.
     CCellOperations& Cells();

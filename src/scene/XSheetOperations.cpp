@@ -162,7 +162,7 @@ void CXSheetOperations::Paste() {
     if (!CanPaste(model) || !model.Scene().xsheet.HasLevel(model.cursorLevel) ||
         !model.Scene().xsheet.HasFrame(model.cursorFrame))
         return;
-    CSceneEdit edit(m_context, "Paste", cellsAndPictureHint, UndoStep::None);
+    CSceneEdit edit(m_context, "Paste", cellsAndPictureHint);
     edit.XSheet().Paste(model.clipboard, model.cursorLevel, model.cursorFrame);
 }
 
@@ -182,15 +182,8 @@ void CXSheetOperations::EditRange(const char* name, void (CXSheet::*change)(cons
     const std::optional<CXSheetSelection> selection = SelectedCells(m_context.model);
     if (!selection || !CanEditRange(m_context.model))
         return;
-    CSceneEdit edit(m_context, name, UpdateHint::Cells, UndoStep::None);
+    CSceneEdit edit(m_context, name, UpdateHint::Cells);
     (edit.XSheet().*change)(*selection);
-}
-
-void CXSheetOperations::Undo() {
-    if (!CanUndo(m_context.model))
-        return;
-    CSceneEdit edit(m_context, "Undo", everythingHint, UndoStep::None);
-    edit.TakeBack();
 }
 
 void CXSheetOperations::AskAndDropCels(CSheetCell cell, CPoint screenPoint) {
@@ -216,7 +209,7 @@ void CXSheetOperations::DropCels(int level, int frame, int step, bool insert) {
         !m_context.Require(model.Scene().xsheet.HasFrame(frame), "Internal Error : Invalid frame no in DropCels"))
         return;
     const int held = std::clamp(step, 0, model.Scene().xsheet.FrameCount());
-    CSceneEdit edit(m_context, "Drop Cels", UpdateHint::Cells, held > 0 ? UndoStep::Always : UndoStep::None);
+    CSceneEdit edit(m_context, "Drop Cels", UpdateHint::Cells);
     edit.ThenAnnounce(pictureHint);
     if (insert) {
         const std::int64_t moved = static_cast<std::int64_t>(held) * std::ssize(model.sourceSelection);

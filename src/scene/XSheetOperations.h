@@ -30,7 +30,6 @@ public:
     void Reverse();
     void Condense();
     void Expand();
-    void Undo();
 
     /// Puts the selected assets on a level, each for `step` frames, from `frame` on; with `insert` the cells there
     /// move down first.

@@ -147,7 +147,7 @@ TEST_F(SceneLifecycle, LeavingASceneSavesItsSheet) {
     NewScene("Two", 3);
     ASSERT_TRUE(doc->Scenes().OpenScene("One"));
     EXPECT_EQ(doc->Model().Scene().xsheet.FrameCount(), 15);
-    EXPECT_FALSE(doc->Model().Undo());
+    EXPECT_FALSE(CanUndo(doc->Model()));
 }
 
 TEST_F(SceneLifecycle, SceneWithoutASheetGetsOneAndDamagedOnesLeaveTheOpenScene) {
@@ -237,7 +237,7 @@ TEST_F(SceneLifecycle, SaveAllWritesTheEditedCelAndOpensItAgain) {
 
     EXPECT_TRUE(doc->Saving().SaveAll());
     EXPECT_EQ(TakeHints(), std::vector<int>{1});
-    EXPECT_FALSE(doc->Model().Undo());
+    EXPECT_TRUE(CanUndo(doc->Model())) << "saving does not end the history";
     EXPECT_EQ(doc->Model().celImg.FilePath(), PaintedCel());
     EXPECT_FALSE(doc->Model().celImg.IsModified());
     CCelImg saved;
@@ -259,7 +259,7 @@ TEST_F(SceneLifecycle, SaveAllWritesWhatItCan) {
     EXPECT_FALSE(doc->Saving().SaveAll());
     EXPECT_EQ(prompter.TakeMessages(),
               Texts{NotWritten("Problem opening the xsheet data file for writing", Sheet())});
-    EXPECT_TRUE(doc->Model().Undo());
+    EXPECT_TRUE(CanUndo(doc->Model()));
     CCelImg saved;
     ASSERT_TRUE(saved.Load(PaintedCel()));
     EXPECT_EQ(saved.ColorAt(0, 0), red);
@@ -304,7 +304,7 @@ TEST_F(SceneLifecycle, WorkThatCannotBeSavedIsGivenUpWhenAskedAlone) {
         EXPECT_EQ(doc->Scenes().GetSceneName(), "S");
         EXPECT_EQ(doc->Model().celImg.ColorAt(0, 0), red);
         EXPECT_TRUE(doc->Model().celImg.IsModified());
-        EXPECT_TRUE(doc->Model().Undo());
+        EXPECT_TRUE(CanUndo(doc->Model()));
         EXPECT_EQ(TakeHints(), std::vector<int>{});
 
         prompter.confirmations = {true};
@@ -370,11 +370,11 @@ TEST_F(SceneLifecycle, ASceneThatCannotBeOpenedChangesNothing) {
         EXPECT_FALSE(doc->Scenes().OpenScene(name));
         EXPECT_EQ(doc->Model().celImg.ColorAt(0, 0), red);
         EXPECT_TRUE(doc->Model().celImg.IsModified());
-        EXPECT_TRUE(doc->Model().Undo());
+        EXPECT_TRUE(CanUndo(doc->Model()));
     }
     EXPECT_EQ(TakeHints(), std::vector<int>{});
     EXPECT_EQ(prompter.TakeMessages(), Texts{"Invalid or corrupted xsheet data file"});
-    doc->XSheet().Undo();
+    doc->History().Undo();
     EXPECT_EQ(doc->Model().Scene().xsheet.FrameCount(), 10);
 }
 
@@ -423,7 +423,7 @@ TEST_F(SceneLifecycle, SceneSettingsAreTakenBackByUndo) {
     prompter.Answer(settings);
     doc->Scenes().EditSceneSettings();
 
-    doc->XSheet().Undo();
+    doc->History().Undo();
     EXPECT_EQ(doc->Model().Scene().xsheet.FrameCount(), 10);
     EXPECT_EQ(doc->Cursor().GetXsheetData(0, 8), "A1");
     EXPECT_EQ(doc->Model().Scene().geometry, geometry);

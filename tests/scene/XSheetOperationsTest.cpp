@@ -66,7 +66,7 @@ TEST_F(CXSheetOperationsTest, NewLevelStandsInFrontAndKeepsTheFlag) {
 
     cursor.SetCursorX(1);
     cursor.SetSelEndX(1);
-    sheet.Undo();
+    Undo();
     EXPECT_EQ(scene.xsheet.LevelCount(), 1);
     EXPECT_EQ(model.cursorLevel, 0);
     EXPECT_EQ(model.selection.lastLevel, 0);
@@ -106,17 +106,16 @@ TEST_F(CXSheetOperationsTest, DeletesALevelAfterConfirmationAndBringsItBack) {
     EXPECT_EQ(model.selection, (CXSheetSelection{1, 1, 0, 0}));
     EXPECT_EQ(TakeHints(), Hints{396});
 
-    static_cast<void>(scene.sounds.Place(3, "Gone"));
-    scene.camera.MutableAt(5).panX = 8;
-    sheet.Undo();
+    Undo();
     EXPECT_EQ(cursor.GetLevelName(1), "1");
     EXPECT_EQ(scene.xsheet.Cell(1, 4), cell);
     EXPECT_FALSE(cursor.GetLevelSmoothed(1));
     EXPECT_TRUE(model.moveSelection.IsCameraSelected()) << "the only level that moved is gone";
-    EXPECT_EQ(scene.sounds.Count(), 0);
-    EXPECT_EQ(scene.camera.At(5).panX, 0);
     EXPECT_EQ(TakeHints(), Hints{511});
     EXPECT_FALSE(CanUndo(model));
+    Redo();
+    EXPECT_EQ(scene.xsheet.LevelCount(), 2);
+    EXPECT_EQ(TakeHints(), Hints{511});
 }
 
 TEST_F(CXSheetOperationsTest, RenamesAndSwapsLevels) {
@@ -124,9 +123,9 @@ TEST_F(CXSheetOperationsTest, RenamesAndSwapsLevels) {
     Put(0, 0, "1");
     cursor.SetLevelCanMove(0);
     prompter.Answer(1);
-    prompter.Cancel(); // the name: the snapshot is there already
+    prompter.Cancel(); // the name
     sheet.RenameLevel();
-    EXPECT_TRUE(CanUndo(model));
+    EXPECT_FALSE(CanUndo(model));
     prompter.Answer(1);
     prompter.Answer(std::string("Hand"));
     sheet.RenameLevel();
@@ -179,7 +178,7 @@ TEST_F(CXSheetOperationsTest, FramesStayWithinLimits) {
     prompter.Answer(5000);
     sheet.DeleteFrames();
     EXPECT_EQ(scene.xsheet.FrameCount(), 1);
-    sheet.Undo();
+    Undo();
     EXPECT_EQ(model.soundBuffer->size(), 50U * 882);
 }
 
@@ -200,15 +199,19 @@ TEST_F(CXSheetOperationsTest, EditsTheSelectedCells) {
     model.cursorFrame = 5;
     sheet.Paste();
     EXPECT_EQ(Row(0, 8), "1100011.");
-    EXPECT_FALSE(CanUndo(model));
     sheet.Cut();
     EXPECT_EQ(TakeHints(), (Hints{268, 268}));
     EXPECT_EQ(Row(0, 3), "..0");
     model.selection = {0, 0, 3, 2}; // the wrong way round
     sheet.Copy();
     EXPECT_EQ(model.clipboard.height, 2);
-    sheet.Undo();
+    Undo();
     EXPECT_EQ(Row(0, 3), "110");
+    for (const char* row : {"11000...", "111000..", "1100....", "0011...."}) {
+        Undo();
+        EXPECT_EQ(Row(0, 8), row) << "one step after the other";
+    }
+    EXPECT_FALSE(CanUndo(model));
 }
 
 TEST_F(CXSheetOperationsTest, DropCelsChecksInOrder) {
@@ -242,7 +245,7 @@ TEST_F(CXSheetOperationsTest, DropsAssetsInOrderAndStopsAtTheEnd) {
     EXPECT_EQ(scene.xsheet.Cell(0, 4).PosY(), 288);
     EXPECT_EQ(TakeHints(), (Hints{8, 260}));
     EXPECT_EQ(prompter.TakeMessages(), Texts{});
-    sheet.Undo();
+    Undo();
     EXPECT_EQ(Row(0, 6), ".89...");
     sheet.DropCels(0, 1, 0, false);
     EXPECT_FALSE(CanUndo(model)) << "nothing was dropped";
@@ -269,7 +272,7 @@ TEST_F(CXSheetOperationsTest, WithoutASceneCommandsDoNothing) {
          {&CXSheetOperations::AddLevel, &CXSheetOperations::DeleteLevel, &CXSheetOperations::RenameLevel,
           &CXSheetOperations::SwapLevels, &CXSheetOperations::AddFrames, &CXSheetOperations::DeleteFrames,
           &CXSheetOperations::Cut, &CXSheetOperations::Paste, &CXSheetOperations::Reverse,
-          &CXSheetOperations::Condense, &CXSheetOperations::Expand, &CXSheetOperations::Undo}) {
+          &CXSheetOperations::Condense, &CXSheetOperations::Expand}) {
         (sheet.*command)();
         EXPECT_EQ(scene.xsheet, before);
         EXPECT_FALSE(prompter.lastRequest.has_value()); // no dialog either

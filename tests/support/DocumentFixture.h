@@ -4,6 +4,8 @@
 #include "TempFolder.h"
 #include "platform/files/Profile.h"
 #include "scene/CelPainting.h"
+#include "scene/CommandState.h"
+#include "scene/SceneHistory.h"
 #include "scene/SceneLifecycle.h"
 #include "scene/SceneModel.h"
 #include "scene/VelmorltDoc.h"
@@ -28,7 +30,7 @@ protected:
     void StartDocument() {
         doc.reset();
         doc = std::make_unique<CVelmorltDoc>(prompter, profile,
-                                             CDocumentFolders{folder.Path(), folder / "data", trash});
+                                             CDocumentFolders{folder.Path(), folder / "data", trash, journals});
         doc->Views().Add(*this);
         doc->Scenes().ReopenLastScene();
         hints.clear();
@@ -40,7 +42,7 @@ protected:
     /// The image under edit, to be prepared for a test; there must be one.
     CCelImg& EditedImage() {
         CCelImg* edited = nullptr;
-        doc->Painting().Change([&](CCelImg& image) {
+        doc->Painting().Change("Test", [&](CCelImg& image) {
             edited = &image;
             return CPaintResult();
         });
@@ -62,7 +64,8 @@ protected:
     Path SceneFolder(const std::string& scene) const { return Database() / (scene + ".scene"); }
 
     CTempFolder folder;
-    CTrash trash; ///< none, unless a test gives the next document one
+    Path journals; ///< none, unless a test gives the next document a folder for them
+    CTrash trash;  ///< none, unless a test gives the next document one
     CProfile profile;
     CScriptedPrompter prompter;
     std::vector<int> hints;

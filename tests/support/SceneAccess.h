@@ -7,7 +7,6 @@ namespace velmor::testing {
 /// The scene of a model to be prepared for a test, without the edit that the program makes.
 struct CSceneAccess {
     static CScene& Of(CSceneModel& model) { return model.m_scene; }
-    static std::optional<CUndoStep>& UndoOf(CSceneModel& model) { return model.m_undo; }
 };
 
 } // namespace velmor::testing

@@ -3,7 +3,13 @@
 #include "SceneAccess.h"
 #include "ScriptedPrompter.h"
 #include "TempFolder.h"
+#include "scene/CommandState.h"
+#include "scene/PaletteOperations.h"
 #include "scene/SceneContext.h"
+#include "scene/SceneHistory.h"
+#include "scene/SceneLifecycle.h"
+#include "scene/SceneSaving.h"
+#include "scene/SoundOperations.h"
 
 #include <gtest/gtest.h>
 #include <string>
@@ -26,6 +32,17 @@ protected:
     void OnUpdate(UpdateHint hint) override { hints.push_back(static_cast<int>(hint)); }
     std::vector<int> TakeHints() { return std::exchange(hints, {}); }
     CSceneContext Context() { return {model, prompter, views, profile}; }
+    void Undo() { MoveThroughHistory(&CSceneHistory::Undo); }
+    void Redo() { MoveThroughHistory(&CSceneHistory::Redo); }
+
+    void MoveThroughHistory(void (CSceneHistory::*move)()) {
+        CPaletteOperations palettes(Context());
+        CSoundOperations soundOperations(Context());
+        CSceneSaving saving(Context());
+        CSceneLifecycle scenes(Context(), palettes, soundOperations, saving);
+        CSceneHistory history(Context(), scenes, palettes);
+        (history.*move)();
+    }
 
     CTempFolder folder;
     CSceneModel model;

@@ -65,6 +65,12 @@ public:
     /// Called when a name is asked for, while what is to be named is at hand.
     std::function<void()> onAskName;
 
+    /// Does what the test has put here.
+    std::function<void(const CHistoryRequest&)> useHistory;
+    void RunHistory(const CHistoryRequest& request) override {
+        if (useHistory)
+            useHistory(request);
+    }
     void RunLineCheck(const CLineCheckRequest& request) override {
         lastRequest = request;
         while (const std::optional<int> frame = Take<int>([](int) { return true; }))

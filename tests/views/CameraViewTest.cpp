@@ -242,7 +242,7 @@ TEST_F(CameraView, DragsMoveCelsAndCameraInFramePixels) {
     view->ZoomOneToOne();
     view->ZoomOut();
     EXPECT_EQ(dragged({-3, 1}), (CPoint{-6, -2}));
-    doc->XSheet().Undo();
+    doc->History().Undo();
     EXPECT_EQ(CelPosition(0), (CPoint{20 + 10 + 2, 24 + 6 - 4})) << "a drag is one step of undo";
 
     view->ZoomOneToOne();
@@ -267,7 +267,7 @@ TEST_F(CameraView, OnlyWholeDragsOfTheLeftButtonAreInput) {
     Mouse(QEvent::MouseMove, {150, 100});
     Drag({100, 100}, {20, 0}, Qt::RightButton);
     EXPECT_EQ(doc->Model().Scene().xsheet, before);
-    EXPECT_FALSE(doc->Model().Undo());
+    EXPECT_FALSE(CanUndo(doc->Model()));
     // Let go unseen: the drag ends where it was last seen.
     Mouse(QEvent::MouseButtonPress, {100, 100});
     Mouse(QEvent::MouseMove, {105, 100});
@@ -300,7 +300,7 @@ TEST_F(CameraView, PanningScrollsAndChangesNothing) {
     QTest::keyRelease(view.get(), Qt::Key_Space);
     EXPECT_EQ(Scroll(), QPoint(14, 95));
     EXPECT_EQ(doc->Model().Scene().xsheet, before);
-    EXPECT_FALSE(doc->Model().Undo());
+    EXPECT_FALSE(CanUndo(doc->Model()));
     Drag({10, 20}, {6, 0});
     EXPECT_EQ(CelPosition(0), (CPoint{21, 24})) << "input again";
 }

@@ -119,7 +119,7 @@ private:
 
     bool Expose(const std::vector<CNumberedFile>& files) {
         const std::optional<int> existing = ExistingLevel();
-        CSceneEdit edit(m_scene.context, "Import", UpdateHint::Cells, UndoStep::None);
+        CSceneEdit edit(m_scene.context, "Import", UpdateHint::Cells);
         CXSheet& xsheet = edit.XSheet();
         if (!existing && !xsheet.AddLevel(m_arguments.level))
             return false;

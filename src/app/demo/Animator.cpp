@@ -60,7 +60,7 @@ void CAnimator::NewCel(CSize size, const std::function<void(CCelImg&, const CPal
     m_doc.Assets().EditCel(name);
     if (!Succeeded())
         return;
-    m_doc.Painting().Change([&](CCelImg& image) {
+    m_doc.Painting().Change("Drawing", [&](CCelImg& image) {
         paint(image, m_doc.Model().palette);
         return CPaintResult();
     });

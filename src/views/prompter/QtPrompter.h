@@ -31,6 +31,7 @@ public:
     std::shared_ptr<void> BeginWait() override;
     void ShowStatus(const std::string& text) override;
 
+    void RunHistory(const CHistoryRequest& request) override;
     void RunLineCheck(const CLineCheckRequest& request) override;
     void RunSceneManager(CSceneManager& manager) override;
     void OfferRendered(const CRenderedRequest& request) override;
@@ -49,6 +50,7 @@ private:
     void Run(CDialogOf<CInbetweenRequest>& asked);
     void Run(CDialogOf<CFlipbookRequest>& asked);
     void Run(CDialogOf<CDropTypeRequest>& asked);
+    void Run(CDialogOf<CRecoveryRequest>& asked);
     void Run(CDialogOf<COpenFilesRequest>& asked);
     void Run(CDialogOf<CSaveFileRequest>& asked);
     /// What the next dialog or message stands over: the dialog in front, else the window once it is shown.

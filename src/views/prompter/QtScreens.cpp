@@ -29,6 +29,8 @@ QRect ShownPicture(const QWidget& window) {
 
 } // namespace
 
+void CQtPrompter::RunHistory(const CHistoryRequest&) {}
+
 void CQtPrompter::RunLineCheck(const CLineCheckRequest& request) {
     CLineCheckDialog dialog(Owner(), request);
     if (m_parent != nullptr)

@@ -1,0 +1,181 @@
+// The half of the history that has to do with journals: taking one up, and recovering what was in no file.
+
+#include "platform/files/ContentHash.h"
+#include "scene/EditedImage.h"
+#include "scene/SceneEdit.h"
+#include "scene/SceneHistory.h"
+#include "scene/SceneLifecycle.h"
+#include "scene/history/SceneFiles.h"
+
+#include <algorithm>
+#include <array>
+
+namespace velmor {
+
+namespace {
+
+std::string Hexadecimal(std::uint64_t value) {
+    std::string text(16, '0');
+    for (auto digit = text.rbegin(); digit != text.rend(); ++digit, value >>= 4)
+        *digit = "0123456789abcdef"[value & 15];
+    return text;
+}
+
+// A free name beside a file that is kept for whoever can make something of it.
+Path SetAsideName(const Path& file) {
+    Path name;
+    int number = 1;
+    do {
+        name = file;
+        name += ".kept" + std::to_string(number++);
+    } while (FileExists(name));
+    return name;
+}
+
+bool SetAside(const Path& file) {
+    const Path kept = SetAsideName(file);
+    for (const char* part : {"-wal", ""}) {
+        Path from = file;
+        Path to = kept;
+        from += part;
+        to += part;
+        if (FileExists(from) && !MoveFile(from, to))
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
+// By its place: another database may have a scene of the same name.
+Path CSceneHistory::JournalFile() const {
+    const CSceneModel& model = m_context.model;
+    std::error_code error;
+    const std::string place = Utf8Of(std::filesystem::weakly_canonical(model.Paths().SceneFolder(), error));
+    const std::uint64_t hash = ContentHash({reinterpret_cast<const std::uint8_t*>(place.data()), place.size()});
+    return m_journals / PathOf(model.sceneName + "-" + Hexadecimal(hash) + ".journal");
+}
+
+std::string CSceneHistory::XSheetName() const {
+    return m_context.model.SceneFile(m_context.model.Paths().XSheetFile());
+}
+
+bool CSceneHistory::OpenJournal() {
+    CHistory& history = m_context.model.history;
+    std::unique_ptr<CJournal> journal;
+    CJournalContents contents;
+    const CStatus opened = CJournal::Open(JournalFile(), journal, contents);
+    if (!opened) {
+        if (!m_isMissingTold)
+            m_context.Show("There is no journal: changes that are not saved would be lost if the program ended "
+                           "unexpectedly, and undo ends with the program.\n" +
+                           opened.Message());
+        m_isMissingTold = true;
+        return false;
+    }
+    history.Open(std::move(journal), std::move(contents), XSheetName());
+    return true;
+}
+
+bool CSceneHistory::Begin() {
+    CSceneModel& model = m_context.model;
+    if (m_journals.empty() || !model.history.IsOn() || !OpenJournal())
+        return true;
+    TakeBackUnfinished();
+    CHistory& history = model.history;
+    const std::string xsheet = XSheetName();
+    if (history.Unsaved(model.Paths().SceneFolder())) {
+        if (!OfferRecovery())
+            return false;
+    } else if (history.IsKnown(xsheet) && !history.IsAsNoted(xsheet, model.Paths().XSheetFile())) {
+        history.AddBreak("The files were changed by something else");
+        m_context.prompter.ShowStatus("The scene was changed by something else: its history starts anew.");
+    }
+    if (!history.Unsaved(model.Paths().SceneFolder()))
+        history.NoteSaved(xsheet, CFileStamp::Of(model.Paths().XSheetFile()));
+    return true;
+}
+
+void CSceneHistory::TakeBackUnfinished() {
+    CHistory& history = m_context.model.history;
+    if (!history.Unfinished())
+        return;
+    const auto& [changes, direction] = *history.Unfinished();
+    if (m_context.Report(CSceneFiles(m_context.model.Paths().SceneFolder()).TakeBack(changes.files, direction)))
+        history.Withdraw();
+}
+
+bool CSceneHistory::OfferRecovery() {
+    CSceneModel& model = m_context.model;
+    const CUnsavedWork unsaved = *model.history.Unsaved(model.Paths().SceneFolder());
+    CRecoveryRequest request;
+    request.scene = model.sceneName;
+    request.changes = unsaved.changes;
+    request.firstTime = unsaved.firstTime;
+    request.lastTime = unsaved.lastTime;
+    request.picture = unsaved.picture;
+    request.fits = unsaved.misfit.empty();
+    if (!request.fits)
+        request.reason = "These files have been changed by something else since:\n" + unsaved.misfit;
+    request.look = [this] { m_context.prompter.RunHistory(Request(true)); };
+    switch (m_context.prompter.Ask(request)) {
+    case RecoveryAnswer::Recover:
+        Recover();
+        return true;
+    case RecoveryAnswer::Discard:
+        if (unsaved.misfit.empty()) {
+            model.history.DiscardUnsaved();
+            return true;
+        }
+        StartAnew();
+        return true;
+    case RecoveryAnswer::Later:
+        break;
+    }
+    model.history.Close();
+    return false;
+}
+
+// The journal stays beside the new one.
+void CSceneHistory::StartAnew() {
+    m_context.model.history.Close();
+    if (SetAside(JournalFile()))
+        static_cast<void>(OpenJournal()); // it has said why not
+}
+
+void CSceneHistory::Recover() {
+    CSceneModel& model = m_context.model;
+    const CHistorySession session = model.history.Session();
+    CScene scene = model.Scene();
+    if (!model.history.Replay(scene)) {
+        m_context.Show("The changes could not be read. The scene is as it was saved last.");
+        StartAnew();
+        return;
+    }
+    if (FolderExists(model.Paths().CelFolder(session.folder)) && !session.folder.empty())
+        m_scenes.SetFolderName(session.folder);
+    m_scenes.SetSourceMode(session.sourceMode);
+    if (!session.image.empty())
+        RecoverImage(session.image);
+    model.cursorLevel = std::max(session.cursorLevel, 0);
+    model.cursorFrame = std::max(session.cursorFrame, 0);
+    model.lastSetFrame = model.cursorFrame;
+    model.selection = session.selection;
+    CSceneEdit edit(m_context, "Recover", everythingHint, UndoStep::None);
+    edit.Scene() = std::move(scene);
+    edit.PrepareSound();
+}
+
+void CSceneHistory::RecoverImage(const std::string& image) {
+    CSceneModel& model = m_context.model;
+    const Path file = model.Paths().SceneFolder() / PathOf(image);
+    CCelImg read;
+    if (!FileExists(file) || !m_context.Report(read.Load(file)))
+        return;
+    if (!model.history.Replay(read, image))
+        m_context.Show(TitleOfFile(image) + ": what was painted could not be read. It is as it was saved last.");
+    model.celImg = std::move(read);
+    ++model.openedImages;
+}
+
+} // namespace velmor
