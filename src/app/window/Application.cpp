@@ -4,6 +4,7 @@
 #include "app/window/SplashWindow.h"
 #include "app/window/Theme.h"
 #include "platform/files/SystemPaths.h"
+#include "scene/SceneHistory.h"
 #include "scene/SceneLifecycle.h"
 #include "scene/VelmorltDoc.h"
 #include "views/prompter/QtPrompter.h"
@@ -13,8 +14,29 @@
 
 namespace velmor {
 
+namespace {
+
+// Looks at every event of the program before it is handled.
+class CSettling : public QObject {
+public:
+    explicit CSettling(CSceneHistory& history) : m_history(history) {
+        QCoreApplication::instance()->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject*, QEvent*) override {
+        m_history.Settle();
+        return false;
+    }
+
+private:
+    CSceneHistory& m_history;
+};
+
+} // namespace
+
 CProgramFolders CProgramFolders::OfThisUser() {
-    return {ProgramFolder(), UserConfigurationFolder(), UserDataFolder(), CTrash::OfThisUser()};
+    return {ProgramFolder(), UserConfigurationFolder(), UserDataFolder(), CTrash::OfThisUser(),
+            UserStateFolder() / "personal-velmor"};
 }
 
 CApplication::CApplication(CProgramFolders folders) : m_folders(std::move(folders)) {}
@@ -36,10 +58,12 @@ bool CApplication::Start(bool showSplash, const Path& sceneFile) {
     ApplyTheme(*m_profile);
     if (showSplash)
         CSplashWindow::Show();
-    m_doc = std::make_unique<CVelmorltDoc>(*m_prompter, *m_profile,
-                                           CDocumentFolders{m_folders.program, m_folders.data, m_folders.trash});
+    m_doc = std::make_unique<CVelmorltDoc>(
+        *m_prompter, *m_profile,
+        CDocumentFolders{m_folders.program, m_folders.data, m_folders.trash, m_folders.journals});
     m_frame = std::make_unique<CMainFrame>(*m_doc, *m_prompter, *m_profile);
     m_prompter->SetParent(*m_frame, m_profile.get());
+    m_settling = std::make_unique<CSettling>(m_doc->History());
     if (sceneFile.empty() || !m_doc->Scenes().OpenSceneFile(sceneFile))
         m_doc->Scenes().ReopenLastScene();
     m_frame->show();

@@ -8,6 +8,7 @@
 #include <memory>
 #include <optional>
 
+class QObject;
 class QSocketNotifier;
 
 namespace velmor {
@@ -22,6 +23,7 @@ struct CProgramFolders {
     Path configuration; ///< of the settings and the instance lock
     Path data;
     CTrash trash = {};
+    Path journals = {}; ///< empty for none
 
     static CProgramFolders OfThisUser();
 };
@@ -52,6 +54,7 @@ private:
     std::unique_ptr<CVelmorltDoc> m_doc;
     std::unique_ptr<CMainFrame> m_frame;
     std::unique_ptr<QSocketNotifier> m_bellNotifier;
+    std::unique_ptr<QObject> m_settling; ///< keeps finished steps safe before the next event
 };
 
 } // namespace velmor

@@ -45,6 +45,21 @@ Qt::ShortcutContext ContextOf(const CCommand& command, const CCommandTarget& tar
     return inWindow ? Qt::WindowShortcut : Qt::WidgetShortcut;
 }
 
+// "Undo" becomes "Undo Stroke on Fox 7" in menu, tool tip and status bar.
+void SayWhatItWouldDo(QAction& action, const CCommand& command, const CCommandTarget& target) {
+    const QString always = PlainText(command.text);
+    const QString deed = QString::fromStdString(command.textNow(target));
+    QString more = deed.mid(always.size());
+    more.replace('&', "&&").replace('\t', ' ');
+    const QString text = QString::fromUtf8(command.text);
+    const QString now = text.section('\t', 0, 0) + more + '\t' + text.section('\t', 1);
+    if (now == action.text())
+        return;
+    action.setText(now);
+    action.setToolTip(deed + " (" + action.shortcut().toString(QKeySequence::NativeText) + ")");
+    action.setStatusTip(more.isEmpty() ? QString(command.status) : deed);
+}
+
 } // namespace
 
 CCommandActions::CCommandActions(QObject& owner) {
@@ -104,6 +119,8 @@ void CCommandActions::Update() {
         return;
     for (const CCommand& command : Commands()) {
         QAction* action = Action(command.id);
+        if (command.textNow != nullptr)
+            SayWhatItWouldDo(*action, command, *m_target);
         action->setEnabled(command.isEnabled(*m_target));
         action->setShortcutContext(ContextOf(command, *m_target));
         if (command.isChecked != nullptr)

@@ -19,6 +19,8 @@ enum class CommandId {
     FileExit = 57665,
 
     EditUndo = 57643,
+    EditRedo = 33130,
+    EditHistory = 33131,
     EditCut = 57635,
     EditCopy = 57634,
     EditPaste = 57637,

@@ -11,6 +11,7 @@
 #include "scene/ImportOperations.h"
 #include "scene/MediaOperations.h"
 #include "scene/RenderOperations.h"
+#include "scene/SceneHistory.h"
 #include "scene/SceneLifecycle.h"
 #include "scene/SceneModel.h"
 #include "scene/SceneSaving.h"
@@ -140,11 +141,29 @@ void TogglePick(Target& target) {
         (target.cel.*Start)();
 }
 
-// What it changes is seen in the sheet, and of the current frame in the camera view as well.
-void Undo(Target& target) {
-    if (!target.frame.Panes().IsOpen(camera) || !IsUndoInPicture(target.doc.Model()))
+// What is painted on is seen in the cel editor, everything else in the sheet, and of the current frame in the
+// camera view as well.
+void ShowWhatMoves(Target& target, const CHistory::CStep* step) {
+    if (step == nullptr)
+        return;
+    if (!step->heading.image.empty())
+        target.frame.ShowPane(celEditor);
+    else if (!target.frame.Panes().IsOpen(camera) || !IsInPicture(step, target.doc.Model().cursorFrame))
         target.frame.ShowPane(sheet);
-    target.doc.XSheet().Undo();
+}
+void Undo(Target& target) {
+    ShowWhatMoves(target, target.doc.Model().history.NextUndo());
+    target.doc.History().Undo();
+}
+void Redo(Target& target) {
+    ShowWhatMoves(target, target.doc.Model().history.NextRedo());
+    target.doc.History().Redo();
+}
+std::string UndoText(const Target& target) {
+    return target.doc.History().UndoText();
+}
+std::string RedoText(const Target& target) {
+    return target.doc.History().RedoText();
 }
 void EditFirstSelected(Target& target) {
     // A copy: editing may change the selection.
@@ -178,8 +197,37 @@ constexpr CCommand commands[] = {
      nullptr, Frame<&CMainFrame::Exit>},
 
     // Edit
-    {CommandId::EditUndo, "&Undo\tCtrl+Z", "undo", "Ctrl+Z; Alt+Backspace", "Undo the last action", "Undo",
-     When<CanUndo>, nullptr, Undo},
+    {CommandId::EditUndo,
+     "&Undo\tCtrl+Z",
+     "undo",
+     "Ctrl+Z; Alt+Backspace",
+     "Undo the last action",
+     "Undo",
+     When<CanUndo>,
+     nullptr,
+     Undo,
+     {},
+     Everywhere,
+     CommandGroup::None,
+     "",
+     UndoText},
+    {CommandId::EditRedo,
+     "&Redo\tCtrl+Shift+Z",
+     "redo",
+     "Ctrl+Shift+Z; Ctrl+Y",
+     "Does again what was undone last",
+     "Redo",
+     When<CanRedo>,
+     nullptr,
+     Redo,
+     {},
+     Everywhere,
+     CommandGroup::None,
+     "",
+     RedoText},
+    {CommandId::EditHistory, "&History...", "history", "",
+     "Shows everything that was done to the scene, to go to any step of it", "History", HasScene, nullptr,
+     Do<&CVelmorltDoc::History, &CSceneHistory::Show>},
     {CommandId::EditCut, "Cu&t\tCtrl+X,DEL", "cut", "Ctrl+X; Del; Shift+Del",
      "Cut the selection and put it on the Clipboard", "Cut", HasScene, nullptr,
      Do<&CVelmorltDoc::XSheet, &CXSheetOperations::Cut>, sheet, Focused},

@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <span>
+#include <string>
 
 namespace velmor {
 
@@ -49,6 +50,8 @@ struct CCommand {
     CommandGroup group = CommandGroup::None;
     /// Further shortcuts, of the command's view alone when it has the focus, whatever the reach of the others.
     const char* focusedKeys = "";
+    /// What it would do now, instead of the text's first part; null for a command that always does the same.
+    std::string (*textNow)(const CCommandTarget&) = nullptr;
 };
 
 /// All commands, menu by menu.

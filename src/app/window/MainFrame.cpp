@@ -10,6 +10,7 @@
 #include "app/window/WindowSettings.h"
 #include "platform/files/SystemPaths.h"
 #include "scene/Prompter.h"
+#include "scene/SceneHistory.h"
 #include "scene/SceneLifecycle.h"
 #include "scene/SceneModel.h"
 #include "scene/SceneSaving.h"
@@ -144,6 +145,7 @@ void CMainFrame::BringToFront() {
 
 void CMainFrame::UpdateCommands() {
     m_commands.Update();
+    m_doc.History().TellFault();
     m_statusPanes.Update(m_doc.Model());
 }
 

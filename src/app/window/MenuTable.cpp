@@ -9,8 +9,9 @@ using enum CommandId;
 constexpr CommandId fileMenu[] = {FileNewScene,     FileOpenScene,  FileSceneManager, Separator, FileSceneSettings,
                                   FileSaveAll,      Separator,      FileSettings,     Separator, FilePrint,
                                   FilePrintPreview, FilePrintSetup, Separator,        FileExit};
-constexpr CommandId editMenu[] = {EditUndo,     Separator,  EditCut,     EditCopy,  EditPaste,      Separator,
-                                  EditCondense, EditExpand, EditReverse, Separator, EditRemoveSound};
+constexpr CommandId editMenu[] = {EditUndo,        Separator,    EditCut,    EditCopy,    EditPaste,
+                                  Separator,       EditCondense, EditExpand, EditReverse, Separator,
+                                  EditRemoveSound, Separator,    EditRedo,   EditHistory};
 constexpr CommandId assetsMenu[] = {
     AssetsNewFolder, AssetsNewCel, Separator,       AssetsDelete, AssetsDeleteFolder, Separator,  AssetsEdit,
     AssetsPlaySound, AssetsRename, AssetsDuplicate, Separator,    AssetsRotate,       AssetsFlip, AssetsColorKey};
@@ -120,9 +121,10 @@ constexpr CommandId xsheetToolBar[] = {XsheetMultipleLevels, XsheetEditCelData, 
                                        EditRemoveSound};
 
 // What is at hand while drawing.
-constexpr CommandId celCanvasMenu[] = {CelBucket,    CelPen,      CelEraser,  CelLineBrush,    Separator, EditUndo,
-                                       Separator,    CelZoomIn,   CelZoomOut, CelZoomOneToOne, CelFit,    Separator,
-                                       CelPickColor, CelColorKey, Separator,  CelUpdateCamera};
+constexpr CommandId celCanvasMenu[] = {CelBucket,       CelPen,         CelEraser, CelLineBrush, Separator,
+                                       EditUndo,        EditRedo,       Separator, CelZoomIn,    CelZoomOut,
+                                       CelZoomOneToOne, CelFit,         Separator, CelPickColor, CelColorKey,
+                                       Separator,       CelUpdateCamera};
 constexpr CMenu canvasMenu{"Cel Editor", celCanvasMenu};
 
 constexpr CommandId celToolBar[] = {CelZoomOut, CelZoomOneToOne, CelZoomIn,  CelFit,    CelPan,

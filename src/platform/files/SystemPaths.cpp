@@ -42,6 +42,11 @@ Path UserDataFolder() {
     return folder.empty() ? HomeFolder() / ".local" / "share" : folder;
 }
 
+Path UserStateFolder() {
+    const Path folder = FolderOfVariable("XDG_STATE_HOME");
+    return folder.empty() ? HomeFolder() / ".local" / "state" : folder;
+}
+
 Path TemporaryFolder() {
     std::error_code error;
     const Path folder = std::filesystem::temp_directory_path(error);
