@@ -60,11 +60,13 @@ std::int64_t NumberOf(const CSqlite& connection, const char* question) {
     return statement.Step() ? statement.Integer(0) : 0;
 }
 
+// What tables, indexes and the like there are, as they were made but for blanks.
 std::vector<std::string> TablesOf(const CSqlite& connection) {
     std::vector<std::string> tables;
     CStatement statement(connection, "SELECT coalesce(sql, name) FROM sqlite_schema ORDER BY name");
     while (statement.Step())
-        tables.emplace_back(statement.Text(0));
+        std::erase_if(tables.emplace_back(statement.Text(0)),
+                      [](char letter) { return letter == ' ' || letter == '\n'; });
     return tables;
 }
 

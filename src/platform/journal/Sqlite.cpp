@@ -10,6 +10,18 @@ namespace {
 
 constexpr int kindMask = 0xff; // the rest of a code says more about it
 
+// What the system said last of the file to which a commit writes; a failed commit is not told the usual way.
+int LastErrorOf(sqlite3* connection) {
+    if (const int error = sqlite3_system_errno(connection); error != 0)
+        return error;
+    sqlite3_file* file = nullptr;
+    sqlite3_file_control(connection, "main", SQLITE_FCNTL_JOURNAL_POINTER, &file);
+    int error = 0;
+    if (file != nullptr && file->pMethods != nullptr)
+        file->pMethods->xFileControl(file, SQLITE_FCNTL_LAST_ERRNO, &error);
+    return error;
+}
+
 } // namespace
 
 CSqliteFault::CSqliteFault(sqlite3* connection, int code) : m_code(code) {
@@ -17,7 +29,7 @@ CSqliteFault::CSqliteFault(sqlite3* connection, int code) : m_code(code) {
     if (kind == SQLITE_FULL)
         m_systemError = ENOSPC;
     else if (connection != nullptr && (kind == SQLITE_IOERR || kind == SQLITE_CANTOPEN))
-        m_systemError = sqlite3_system_errno(connection);
+        m_systemError = LastErrorOf(connection);
 }
 
 const char* CSqliteFault::what() const noexcept {

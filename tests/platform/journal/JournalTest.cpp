@@ -1,89 +1,33 @@
 #include "platform/journal/Journal.h"
+#include "JournalSession.h"
 #include "TempFolder.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <random>
-#include <sys/stat.h>
 
 using namespace velmor;
+using velmor::testing::CJournalModel;
+using velmor::testing::CJournalSession;
 using velmor::testing::CTempFolder;
 
 namespace {
 
-/// What a journal has to hold, kept the plain way.
-struct CModel {
-    std::map<std::int64_t, CJournalStep> steps;
-    std::map<std::int64_t, CJournalMove> moves;
-    std::map<std::string, JournalBytes, std::less<>> notes;
-
-    void Apply(const CJournalEntry& entry) {
-        for (const CJournalStep& step : entry.put)
-            steps[step.id] = step;
-        for (const std::int64_t id : entry.remove) {
-            steps.erase(id);
-            std::erase_if(moves, [id](const auto& move) { return move.second.step == id; });
-        }
-        for (const CJournalMove& move : entry.moves)
-            moves[move.sequence] = move;
-        std::erase_if(moves, [&](const auto& move) { return move.first <= entry.forgetMovesTo; });
-        for (const auto& [name, value] : entry.notes)
-            notes[name] = value;
-        std::erase_if(notes, [](const auto& note) { return note.second.empty(); });
-    }
-};
-
-/// Makes up entries as a session has them: steps come and are replaced, the oldest go.
-class CSession {
-public:
-    CJournalEntry Next() {
-        CJournalEntry entry;
-        for (std::uint32_t count = Below(3); count > 0; --count)
-            entry.put.push_back({Below(4) == 0 ? 1 + Below(60) : ++m_lastStep, Bytes(40), Bytes(30000)});
-        for (std::uint32_t count = Below(3); count > 0; --count)
-            entry.moves.push_back({++m_lastMove, 1 + Below(m_lastStep + 1), Below(2) == 0});
-        if (Below(4) == 0)
-            entry.remove = {1 + Below(m_lastStep + 1), 1 + Below(m_lastStep + 1)};
-        if (Below(9) == 0)
-            entry.forgetMovesTo = Below(m_lastMove + 1);
-        for (std::uint32_t count = Below(3); count > 0; --count)
-            entry.notes[std::string(1 + Below(3), 'n')] = Bytes(20);
-        return entry;
-    }
-
-private:
-    std::uint32_t Below(std::int64_t limit) {
-        return static_cast<std::uint32_t>(m_random()) % static_cast<std::uint32_t>(limit);
-    }
-    JournalBytes Bytes(std::uint32_t most) {
-        JournalBytes bytes(Below(most));
-        const std::uint32_t tones = 1 + Below(200); // from flat to noise
-        std::generate(bytes.begin(), bytes.end(), [&] { return static_cast<std::uint8_t>(Below(tones)); });
-        return bytes;
-    }
-
-    std::mt19937 m_random{20260112};
-    std::int64_t m_lastStep = 0;
-    std::int64_t m_lastMove = 0;
-};
-
-void ExpectSame(const CModel& model, const CJournalContents& contents, CJournal& journal) {
-    ASSERT_EQ(contents.steps.size(), model.steps.size());
-    auto found = contents.steps.begin();
-    for (const auto& [id, step] : model.steps) {
-        EXPECT_EQ(found->id, id);
-        EXPECT_EQ(found->heading, step.heading);
-        EXPECT_EQ(found->bytes, journal.StoredBytes(id));
+void ExpectSame(const CJournalModel& model, const CJournalContents& contents, CJournal& journal) {
+    EXPECT_TRUE(model.Lists(contents));
+    for (const auto& [id, step] : model.steps)
         EXPECT_EQ(journal.ReadBody(id), step.body);
-        ++found;
-    }
-    const auto same = [](const CJournalMove& move, const auto& expected) {
-        return move.sequence == expected.first && move.step == expected.second.step &&
-               move.forward == expected.second.forward;
-    };
-    EXPECT_TRUE(
-        std::equal(contents.moves.begin(), contents.moves.end(), model.moves.begin(), model.moves.end(), same));
-    EXPECT_EQ(contents.notes, model.notes);
+    for (const CJournalContents::CHeading& step : contents.steps)
+        EXPECT_EQ(step.bytes, journal.StoredBytes(step.id));
+}
+
+/// Entries that cannot be compressed, each with the one step that takes the place of the one before the last.
+CJournalEntry Noise(std::int64_t id, std::size_t bytes) {
+    std::mt19937 random(static_cast<std::uint32_t>(id));
+    CJournalEntry entry{{{id, {1}, JournalBytes(bytes)}}, {id - 2}, {{id, id, true}}, 0, {}};
+    std::generate(entry.put[0].body.begin(), entry.put[0].body.end(),
+                  [&] { return static_cast<std::uint8_t>(random()); });
+    return entry;
 }
 
 } // namespace
@@ -91,8 +35,8 @@ void ExpectSame(const CModel& model, const CJournalContents& contents, CJournal&
 TEST(Journal, HoldsWhatWasWritten) {
     const CTempFolder folder;
     const Path file = folder / "new" / "folders" / "scene.journal";
-    CSession session;
-    CModel model;
+    CJournalSession session(30000);
+    CJournalModel model;
     for (int opening = 0; opening < 6; ++opening) {
         std::unique_ptr<CJournal> journal;
         CJournalContents contents;
@@ -115,4 +59,24 @@ TEST(Journal, HoldsWhatWasWritten) {
     EXPECT_EQ(fs::status(file).permissions(), fs::perms{0600});
     EXPECT_EQ(fs::status(file.parent_path()).permissions(), fs::perms{0700});
     EXPECT_EQ(ListFiles(file.parent_path(), ""), std::vector<std::string>{"scene.journal"});
+}
+
+TEST(Journal, ReusesTheRoomOfWhatWasRemoved) {
+    const CTempFolder folder;
+    const Path file = folder / "journal";
+    std::unique_ptr<CJournal> journal;
+    CJournalContents contents;
+    ASSERT_TRUE(CJournal::Open(file, journal, contents));
+    constexpr std::size_t megabyte = 1 << 20;
+    std::uint64_t largestAhead = 0;
+    for (std::int64_t id = 1; id <= 60; ++id) {
+        journal->Write(Noise(id, megabyte));
+        journal->WaitUntilWritten();
+        largestAhead = std::max(largestAhead, std::filesystem::file_size(file.string() + "-wal"));
+    }
+    EXPECT_EQ(journal->ReadBody(58), std::nullopt);
+    EXPECT_EQ(journal->ReadBody(59), Noise(59, megabyte).put[0].body);
+    journal.reset();
+    EXPECT_LT(largestAhead, 20 * megabyte);
+    EXPECT_LT(std::filesystem::file_size(file), 6 * megabyte);
 }
