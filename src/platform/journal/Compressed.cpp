@@ -27,6 +27,8 @@ CCompressor::CCompressor() : m_context(ZSTD_createCCtx()) {
 }
 
 std::vector<std::uint8_t> CCompressor::Compress(std::span<const std::uint8_t> bytes) {
+    if (bytes.size() > mostDecompressedBytes)
+        throw std::bad_alloc(); // it could not be read again
     std::vector<std::uint8_t> compressed(ZSTD_compressBound(bytes.size()));
     const std::size_t size =
         ZSTD_compress2(m_context.get(), compressed.data(), compressed.size(), bytes.data(), bytes.size());

@@ -18,7 +18,7 @@ class CCompressor {
 public:
     CCompressor();
 
-    /// Throws where memory does not suffice.
+    /// Throws std::bad_alloc where memory does not suffice or nobody could read them again.
     std::vector<std::uint8_t> Compress(std::span<const std::uint8_t> bytes);
 
 private:

@@ -28,7 +28,7 @@ CStatus CJournal::Open(const Path& file, std::unique_ptr<CJournal>& journal, CJo
     contents = {};
     std::string text;
     try {
-        const Path path = std::filesystem::absolute(file);
+        const Path path = std::filesystem::weakly_canonical(file);
         MakeJournalFile(path);
         std::uint64_t seals = 0;
         CSqlite connection = ConnectToJournal(path, contents, seals);

@@ -14,15 +14,6 @@ namespace {
     throw std::system_error(errno, std::generic_category());
 }
 
-// Where the file system has no such thing for folders, there is nothing to wait for.
-void SyncFolder(const Path& folder) {
-    const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0)
-        return;
-    ::fsync(descriptor);
-    ::close(descriptor);
-}
-
 } // namespace
 
 Path WriteAheadPath(const Path& journal) {
@@ -31,7 +22,7 @@ Path WriteAheadPath(const Path& journal) {
 
 // Unlike the journal itself, the file bears no locks that opening and closing it could take away.
 CWriteAheadFile::CWriteAheadFile(const Path& journal)
-    : m_folder(journal.parent_path()), m_descriptor(::open(WriteAheadPath(journal).c_str(), O_RDONLY | O_CLOEXEC)) {
+    : m_descriptor(::open(WriteAheadPath(journal).c_str(), O_RDONLY | O_CLOEXEC)) {
     if (m_descriptor < 0)
         Fail();
 }
@@ -48,9 +39,6 @@ std::uint64_t CWriteAheadFile::Size() const {
 void CWriteAheadFile::Sync() {
     if (::fdatasync(m_descriptor) != 0)
         Fail();
-    if (!m_nameSynced)
-        SyncFolder(m_folder);
-    m_nameSynced = true;
 }
 
 } // namespace velmor

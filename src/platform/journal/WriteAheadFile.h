@@ -19,13 +19,12 @@ public:
     ~CWriteAheadFile();
 
     std::uint64_t Size() const;
-    /// Waits until what was written is on the disk, and the file's name with it.
+    /// Waits until what was written is on the disk; with the first bytes SQLite itself has waited for the names of
+    /// both files.
     void Sync();
 
 private:
-    Path m_folder;
     int m_descriptor;
-    bool m_nameSynced = false;
 };
 
 } // namespace velmor

@@ -78,7 +78,7 @@ void Change(JournalBytes& bytes, std::mt19937& random) {
 
 /// Opens damaged files: they are refused and stay as they are, or hold what was written up to some entry, but for
 /// bodies that are missing. Returns whether they were refused.
-bool ExpectRefusedOrTrue(const Path& file, const CFiles& damaged, const CWritten& written) {
+bool ExpectRefusedOrTrue(const Path& file, const CFiles& damaged, const CWritten& written, bool writes) {
     damaged.Put(file);
     std::unique_ptr<CJournal> journal;
     CJournalContents contents;
@@ -97,6 +97,8 @@ bool ExpectRefusedOrTrue(const Path& file, const CFiles& damaged, const CWritten
             const std::optional<JournalBytes> body = journal->ReadBody(id);
             EXPECT_TRUE(!body || *body == step.body) << id;
         }
+    if (!writes)
+        return false;
     // What is written into such a file is there or has become a fault.
     journal->Write({{{1000, {1}, JournalBytes(20000, 7)}}, {3, 4, 5}, {{1000, 1000, true}}, 3, {}});
     journal->WaitUntilWritten();
@@ -115,19 +117,19 @@ TEST(JournalDamage, IsNoticedOrDoesNotMatter) {
     const Path file = folder / "journal";
     const CWritten written(file);
     ASSERT_TRUE(written.closed.ahead.empty() && !written.open.ahead.empty());
-    EXPECT_FALSE(ExpectRefusedOrTrue(file, written.closed, written));
-    EXPECT_FALSE(ExpectRefusedOrTrue(file, written.open, written));
+    EXPECT_FALSE(ExpectRefusedOrTrue(file, written.closed, written, true));
+    EXPECT_FALSE(ExpectRefusedOrTrue(file, written.open, written, true));
     std::mt19937 random(99);
     int refused = 0;
-    for (int round = 0; round < 400; ++round) {
+    for (int round = 0; round < 300; ++round) {
         CFiles damaged = round % 2 == 0 ? written.closed : written.open;
         Change(round % 4 == 3 ? damaged.ahead : damaged.journal, random);
-        refused += ExpectRefusedOrTrue(file, damaged, written) ? 1 : 0;
+        refused += ExpectRefusedOrTrue(file, damaged, written, round % 5 == 0) ? 1 : 0;
         if (HasFailure())
             FAIL() << "round " << round;
     }
     EXPECT_GT(refused, 20);
-    EXPECT_LT(refused, 350);
+    EXPECT_LT(refused, 250);
 }
 
 namespace {

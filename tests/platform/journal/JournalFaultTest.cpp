@@ -139,7 +139,7 @@ TEST(JournalFault, OneOpenerAtATime) {
 
 TEST(JournalFault, AFullDiskEndsItAndLosesNothingThatWasWritten) {
     // The first limit is met by what is written ahead, the second one by the file itself.
-    for (const rlim_t limit : {2000000, 20 << 20}) {
+    for (const rlim_t limit : {rlim_t{2000000}, rlim_t{20000000}}) {
         const CTempFolder folder;
         const Path file = folder / "journal";
         std::array<int, 2> pipe{};

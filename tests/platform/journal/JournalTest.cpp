@@ -80,3 +80,20 @@ TEST(Journal, ReusesTheRoomOfWhatWasRemoved) {
     EXPECT_LT(largestAhead, 20 * megabyte);
     EXPECT_LT(std::filesystem::file_size(file), 6 * megabyte);
 }
+
+TEST(Journal, MayLieBehindALink) {
+    const CTempFolder folder;
+    ASSERT_TRUE(CreateFolder(folder / "elsewhere"));
+    std::filesystem::create_symlink("elsewhere", folder / "link");
+    std::filesystem::create_symlink("elsewhere/journal", folder / "journal");
+    std::unique_ptr<CJournal> journal, second;
+    CJournalContents contents;
+    ASSERT_TRUE(CJournal::Open(folder / "link" / "journal", journal, contents));
+    journal->Write(Noise(5, 1000));
+    journal->WaitUntilWritten();
+    EXPECT_FALSE(CJournal::Open(folder / "journal", second, contents));
+    journal.reset();
+    const CStatus opened = CJournal::Open(folder / "journal", second, contents);
+    ASSERT_TRUE(opened) << opened.Message();
+    EXPECT_EQ(second->ReadBody(5), Noise(5, 1000).put[0].body);
+}
