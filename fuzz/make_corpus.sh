@@ -9,7 +9,7 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
 rm -rf "$corpus"
-for reader in avi bitmap cel csv packed palette picture png scanner settings sound targa tiff wave xdts xsheet; do
+for reader in avi bitmap cel csv journal packed palette picture png scanner settings sound targa tiff wave xdts xsheet; do
     mkdir -p "$corpus/$reader"
 done
 
@@ -152,6 +152,18 @@ bitmap 32 3 3 'abcdefghijklmnopqrstuvwxyzabcdef' >"$corpus/bitmap/masks"
 for file in "$corpus"/bitmap/*; do
     tail -c +15 "$file" >"$corpus/packed/${file##*/}"
 done
+
+# A journal that has only its first bytes, and changes of a good one: of a number in its header, of bytes in the middle of
+# the file and of what stands beside it, of how long the two are.
+{
+    printf '\0SQLite format 3\0\020\0\002\002\0\100\040\040'
+    zeros 36
+    printf '\0\0\0\001\0\0\0\0VelJ'
+    zeros 28
+} >"$corpus/journal/header"
+printf '\001\360\0\0\074\0\0\0\002' >"$corpus/journal/version"
+printf '\001\160\0\060\0\001\002\003\004\161\0\040\0\001\002\003\004' >"$corpus/journal/bytes"
+printf '\001\016\0\060\0\0\0\0\0\017\0\060\0\0\0\0\0' >"$corpus/journal/lengths"
 
 cat >"$corpus/settings/usual" <<'END'
 ; by hand
