@@ -210,3 +210,24 @@ TEST(JournalDamage, OtherVersionsAndTablesAreRefused) {
                                                                                        : text);
     }
 }
+
+TEST(JournalDamage, ABodyOfAnotherTimeOrStepIsNone) {
+    const CTempFolder folder;
+    const Path file = folder / "journal";
+    std::unique_ptr<CJournal> journal;
+    CJournalContents contents;
+    ASSERT_TRUE(CJournal::Open(file, journal, contents));
+    const JournalBytes first(300, 1), second(300, 2), third(300, 3);
+    journal->Write({{{1, {}, first}, {2, {}, second}, {3, {}, third}}, {}, {}, 0, {}});
+    journal.reset();
+    Execute(file, "UPDATE bodies SET body = (SELECT body FROM bodies WHERE id = 2) WHERE id = 1;"
+                  "DELETE FROM bodies WHERE id = 3");
+    ASSERT_TRUE(CJournal::Open(file, journal, contents));
+    EXPECT_EQ(contents.steps.size(), 3U);
+    EXPECT_EQ(journal->ReadBody(1), std::nullopt);
+    EXPECT_EQ(journal->ReadBody(2), second);
+    EXPECT_EQ(journal->ReadBody(3), std::nullopt);
+    journal->Write({{{3, {}, third}}, {1}, {}, 0, {}});
+    EXPECT_EQ(journal->ReadBody(3), third);
+    EXPECT_TRUE(journal->Fault()) << journal->Fault().Message();
+}
