@@ -108,7 +108,18 @@ bool IsOpaque(Bytes alpha) {
     return least >= leastOpaqueAlpha;
 }
 
-bool AppendCel(CAtomicFile& file, const CCelImg& cel) {
+// What takes the bytes of a file: one on the disk, or memory.
+struct CByteSink {
+    std::vector<std::uint8_t> bytes;
+
+    bool Append(Bytes more) {
+        bytes.insert(bytes.end(), more.begin(), more.end());
+        return true;
+    }
+};
+
+template<class File>
+bool AppendCel(File& file, const CCelImg& cel) {
     if (!file.Append(MakeHeader(celSignature, cel.Width(), cel.Height())) || !file.Append(cel.LineMask()))
         return false;
     std::vector<CRun> runs;
@@ -121,7 +132,8 @@ bool AppendCel(CAtomicFile& file, const CCelImg& cel) {
     return true;
 }
 
-bool AppendPicture(CAtomicFile& file, const CCelImg& picture) {
+template<class File>
+bool AppendPicture(File& file, const CCelImg& picture) {
     const int channelCount = IsOpaque(picture.PlaneOf(Channel::Alpha)) ? 3 : 4;
     const std::uint8_t countByte = static_cast<std::uint8_t>(channelCount);
     if (!file.Append(MakeHeader(pictureSignature, picture.Width(), picture.Height())) ||
@@ -162,7 +174,7 @@ CStatus CCelImg::Save() {
 CStatus CCelImg::SaveCel() {
     if (GetLoadState() != LoadState::Cel)
         return CStatus::Failure("Internal Error : no cel image loaded in SaveCel");
-    CStatus written = WriteImage(*this, AppendCel);
+    CStatus written = WriteImage(*this, AppendCel<CAtomicFile>);
     if (written)
         m_modified = false;
     return written;
@@ -171,10 +183,19 @@ CStatus CCelImg::SaveCel() {
 CStatus CCelImg::SavePicture() {
     if (GetLoadState() != LoadState::Picture)
         return CStatus::Failure("Internal Error : no picture image loaded in SavePicture");
-    CStatus written = WriteImage(*this, AppendPicture);
+    CStatus written = WriteImage(*this, AppendPicture<CAtomicFile>);
     if (written)
         m_modified = false;
     return written;
+}
+
+std::vector<std::uint8_t> CCelImg::FileBytes() const {
+    CByteSink sink;
+    if (GetLoadState() == LoadState::Cel)
+        AppendCel(sink, *this);
+    else if (GetLoadState() == LoadState::Picture)
+        AppendPicture(sink, *this);
+    return std::move(sink.bytes);
 }
 
 CStatus CCelImg::LoadCel(std::istream& file, const CSize& size, const Path& path) {

@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <iosfwd>
 #include <span>
+#include <vector>
 
 namespace velmor {
 
@@ -70,6 +71,8 @@ public:
     CStatus Save();
     CStatus SaveCel();
     CStatus SavePicture();
+    /// The bytes that Save() would write; none when nothing is loaded. May throw std::bad_alloc.
+    std::vector<std::uint8_t> FileBytes() const;
     /// Reads a ".bit" or ".rgba" file, told apart by the signature. Empties the image first (see Clear()); on
     /// failure it stays empty.
     CStatus Load(const Path& path);

@@ -27,16 +27,24 @@ void CSceneEdit::KeepFiles(std::span<const Path> files) {
         const std::string name = m_context.model.SceneFile(file);
         if (name.empty() || std::ranges::find(m_files, name, &CFileChange::file) != m_files.end())
             continue;
-        if (history.HasJournal())
-            static_cast<void>(m_context.model.SaveEditedImage(file)); // what resists goes with the file
         CFileChange& change = m_files.emplace_back();
         change.file = name;
         if (m_keptBytes < mostKeptBytes)
-            change.before = KeepContents(file, mostKeptBytes - m_keptBytes);
+            change.before = ContentsNow(file, mostKeptBytes - m_keptBytes);
         m_keptBytes += change.before ? change.before->size() : FileExists(file) ? mostKeptBytes : 0;
     }
     if (history.HasJournal() && m_keptBytes < mostKeptBytes)
         history.Announce({{}, {}, {}, m_files}, ChangeDirection::Forward);
+}
+
+// With what was painted since it was saved; in the file itself if a journal has to know how far that goes.
+KeptFile CSceneEdit::ContentsNow(const Path& file, std::uint64_t mostBytes) {
+    CSceneModel& model = m_context.model;
+    if (model.history.HasJournal())
+        static_cast<void>(model.SaveEditedImage(file)); // what resists goes with the file
+    if (model.celImg.IsModified() && model.celImg.FilePath() == file)
+        return std::make_shared<const std::vector<std::uint8_t>>(model.celImg.FileBytes());
+    return KeepContents(file, mostBytes);
 }
 
 void CSceneEdit::KeepRenaming(const Path& from, const Path& to) {

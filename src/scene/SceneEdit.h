@@ -65,6 +65,7 @@ public:
 private:
     bool CanBeHeard() const;
     void LeaveStep();
+    KeptFile ContentsNow(const Path& file, std::uint64_t mostBytes);
     void TakeFilesAfter();
 
     CSceneContext& m_context;

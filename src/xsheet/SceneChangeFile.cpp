@@ -203,6 +203,8 @@ bool CSceneChange::IsConsistent() const {
     const auto areCounts = [](const CBeforeAndAfter<int>& counts, int least, int most) {
         return std::min(counts.first, counts.second) >= least && std::max(counts.first, counts.second) <= most;
     };
+    if (IsEmpty())
+        return true;
     if (!areCounts(m_levelCounts, 0, CXSheet::mostLevelsInFile) ||
         !areCounts(m_frameCounts, 1, CXSheet::mostFramesInFile))
         return false;

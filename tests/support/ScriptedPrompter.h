@@ -39,6 +39,7 @@ public:
     /// The next dialog is cancelled.
     void Cancel() { m_answers.emplace_back(); }
     bool AllAnswersTaken() const { return m_answers.empty(); }
+    void ForgetAnswers() { m_answers.clear(); }
     /// The texts since the last call.
     std::vector<std::string> TakeMessages() { return std::exchange(messages, {}); }
     /// The request of the last dialog of a kind, for tests of what it was handed.

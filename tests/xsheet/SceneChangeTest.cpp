@@ -100,6 +100,12 @@ TEST(CSceneChangeTest, LeadsThereAndBack) {
     }
 }
 
+TEST(CSceneChangeTest, NothingIsAChangeToo) {
+    EXPECT_TRUE(AsKept(CSceneChange()).IsEmpty());
+    CScene scene;
+    EXPECT_TRUE(AsKept({scene, scene}).Apply(scene, ChangeDirection::Back));
+}
+
 TEST(CSceneChangeTest, IsAsSmallAsTheDifference) {
     CScene before;
     before.xsheet = CXSheet(49, 1999);

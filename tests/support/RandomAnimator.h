@@ -1,0 +1,295 @@
+#pragma once
+
+#include "RandomImages.h"
+#include "ScriptedPrompter.h"
+#include "scene/AssetOperations.h"
+#include "scene/AssetTransforms.h"
+#include "scene/CameraOperations.h"
+#include "scene/CelPainting.h"
+#include "scene/CellOperations.h"
+#include "scene/ImportOperations.h"
+#include "scene/PaletteOperations.h"
+#include "scene/SceneHistory.h"
+#include "scene/SceneLifecycle.h"
+#include "scene/SceneModel.h"
+#include "scene/SceneSaving.h"
+#include "scene/SoundOperations.h"
+#include "scene/VelmorltDoc.h"
+#include "scene/XSheetCursor.h"
+#include "scene/XSheetOperations.h"
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <string>
+
+namespace velmor::testing {
+
+/// All that a user would miss of an open scene: the scene, every image as the editor or its file has it, palettes
+/// and sounds by their bytes.
+struct CSceneState {
+    CScene scene;
+    std::map<std::string, std::string> files;
+
+    bool operator==(const CSceneState&) const = default;
+
+    static CSceneState Of(const CSceneModel& model) {
+        CSceneState state{model.Scene(), {}};
+        const Path folder = model.Paths().SceneFolder();
+        std::error_code error;
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(folder, error)) {
+            const std::string name = entry.path().lexically_relative(folder).generic_string();
+            const std::string ending = entry.path().extension().string();
+            CCelImg image;
+            if (entry.path() == model.celImg.FilePath())
+                state.files[name] = PixelsOf(model.celImg);
+            else if ((ending == ".bit" || ending == ".rgba") && image.Load(entry.path()))
+                state.files[name] = PixelsOf(image);
+            else if (entry.is_regular_file() && ending != ".xsheet")
+                state.files[name] = BytesOf(entry.path());
+        }
+        return state;
+    }
+    /// What differs, for a message.
+    std::string DifferenceTo(const CSceneState& other) const {
+        std::string text = scene == other.scene ? "" : "scene ";
+        for (const auto& [name, bytes] : files)
+            if (const auto mine = other.files.find(name); mine == other.files.end() || mine->second != bytes)
+                text += name + " ";
+        for (const auto& [name, bytes] : other.files)
+            text += files.contains(name) ? "" : "+" + name + " ";
+        return text;
+    }
+
+private:
+    static std::string PixelsOf(const CCelImg& image) {
+        std::string pixels = std::to_string(image.Width()) + "x";
+        pixels.append(image.LineMask().begin(), image.LineMask().end());
+        for (const Channel channel : allChannels)
+            pixels.append(image.PlaneOf(channel).begin(), image.PlaneOf(channel).end());
+        return pixels;
+    }
+    static std::string BytesOf(const Path& file) {
+        std::ifstream stream(file, std::ios::binary);
+        return {std::istreambuf_iterator<char>(stream), {}};
+    }
+};
+
+/// Does whatever can be done to a scene, without sense, through the document.
+class CRandomAnimator {
+public:
+    CRandomAnimator(CVelmorltDoc& doc, CScriptedPrompter& prompter, unsigned seed)
+        : m_doc(doc), m_prompter(prompter), m_random(seed) {}
+
+    /// Folders, cels, a picture and a sound to begin with, in the open scene.
+    void SetUp() {
+        for (const char* folder : {"Fox", "Owl"}) {
+            m_prompter.Answer(std::string(folder));
+            m_doc.Assets().NewFolder();
+            for (int cel = 1; cel <= 3; ++cel)
+                NewCel(std::to_string(cel));
+        }
+        CCelImg picture;
+        if (picture.CreatePicture(70, 40, m_doc.Model().Paths().PictureFile("Sky"))) {
+            static_cast<void>(CreateFolder(m_doc.Model().Paths().PicturesFolder()));
+            static_cast<void>(picture.Save());
+        }
+        static_cast<void>(m_doc.Sounds().StoreSound("Bell", 22050, std::vector<std::uint8_t>(500, 200)));
+    }
+
+    /// One command; deletions of assets only when they are asked for.
+    void Act(bool mayDelete) {
+        ChoosePlace();
+        const int kinds = mayDelete ? 35 : 33;
+        const int kind = Number(kinds);
+        if (kind < 12)
+            EditSheet(kind);
+        else if (kind < 20)
+            EditCellsAndCamera(kind);
+        else if (kind < 26)
+            Paint();
+        else
+            EditAssets(kind);
+        m_prompter.ForgetAnswers();
+    }
+
+private:
+    int Number(int count) { return static_cast<int>(m_random() % static_cast<unsigned>(count)); }
+
+    void NewCel(const std::string& name) {
+        m_prompter.Answer(CNewCelValues{name, {60 + Number(20), 70}});
+        m_doc.Assets().NewCel();
+    }
+
+    void ChoosePlace() {
+        const CXSheet& sheet = m_doc.Model().Scene().xsheet;
+        const CSheetCell cell{Number(sheet.LevelCount()), Number(sheet.FrameCount())};
+        m_doc.Cursor().GoTo(cell);
+        m_doc.Cursor().SetSelEndY(std::min(cell.frame + Number(6), sheet.FrameCount() - 1));
+    }
+
+    std::vector<std::string> AssetsOf(SourceMode kind) {
+        m_doc.Scenes().SetSourceMode(kind);
+        std::vector<std::string> names;
+        const CSceneModel& model = m_doc.Model();
+        for (const CListedAsset& asset : ListAssets(model.Paths(), kind, model.folderName))
+            names.push_back(asset.title);
+        return names;
+    }
+    /// Selects an asset; false when there is none.
+    bool SelectAsset(SourceMode kind) {
+        const std::vector<std::string> names = AssetsOf(kind);
+        if (names.empty())
+            return false;
+        m_doc.Scenes().SetSourceSelection(
+            {names[static_cast<std::size_t>(Number(static_cast<int>(names.size())))]});
+        return true;
+    }
+    void SelectAnyFolder() { m_doc.Scenes().SetFolderName(Number(2) == 0 ? "Fox" : "Owl"); }
+
+    void EditSheet(int kind) {
+        CXSheetOperations& sheet = m_doc.XSheet();
+        const CSceneModel& model = m_doc.Model();
+        const int level = Number(model.Scene().xsheet.LevelCount());
+        switch (kind) {
+        case 0:
+            m_prompter.Answer("Level " + std::to_string(Number(50)));
+            return sheet.AddLevel();
+        case 1:
+            m_prompter.Answer(level);
+            return sheet.DeleteLevel();
+        case 2:
+            m_prompter.Answer(level);
+            m_prompter.Answer("Name " + std::to_string(Number(50)));
+            return sheet.RenameLevel();
+        case 3:
+            m_prompter.Answer(std::pair(0, level));
+            return sheet.SwapLevels();
+        case 4:
+            m_prompter.Answer(1 + Number(9));
+            return Number(2) == 0 ? sheet.AddFrames() : sheet.DeleteFrames();
+        case 5:
+            return sheet.Cut();
+        case 6:
+            sheet.Copy();
+            ChoosePlace();
+            return sheet.Paste();
+        case 7:
+            return sheet.Reverse();
+        case 8:
+            return Number(2) == 0 ? sheet.Condense() : sheet.Expand();
+        case 9:
+            if (SelectAsset(SourceMode::Sounds))
+                m_doc.Sounds().DropSound(model.cursorFrame);
+            return;
+        case 10:
+            return m_doc.Sounds().RemoveSelectedSounds();
+        default:
+            if (SelectAsset(Number(4) == 0 ? SourceMode::Pictures : SourceMode::Cels))
+                sheet.DropCels(model.cursorLevel, model.cursorFrame, 1 + Number(4), Number(2) == 0);
+        }
+    }
+
+    void EditCellsAndCamera(int kind) {
+        CCellOperations& cells = m_doc.Cells();
+        const CSceneModel& model = m_doc.Model();
+        switch (kind) {
+        case 12:
+            m_prompter.Answer(1.0 * Number(100));
+            return cells.OnXSheetDoTrans(model.cursorLevel);
+        case 13:
+            m_prompter.Answer(CBlurForm{1.0 + Number(20), 1.0 + Number(20), false});
+            return cells.OnXSheetDoBlur(model.cursorLevel);
+        case 14:
+            m_prompter.Answer(CInbetweenAnswer{true, {0, Number(4)}});
+            return Number(2) == 0 ? cells.Inbetween() : m_doc.Camera().Inbetween();
+        case 15:
+            m_prompter.Answer(CCameraForm{1.0 * Number(90), 5, 100.0 + Number(50), {}});
+            return m_doc.Camera().EditCameraData();
+        case 16: {
+            CSceneSettings settings;
+            settings.name = model.sceneName;
+            settings.length = 20 + Number(20);
+            settings.geometry = {64 + Number(9), 48, 24, static_cast<ColorRef>(Number(9000))};
+            settings.preset = customPreset;
+            m_prompter.Answer(settings);
+            return m_doc.Scenes().EditSceneSettings();
+        }
+        default:
+            m_doc.Camera().SetMode(static_cast<InputMode>(Number(3)));
+            m_doc.Cursor().SetLevelCanMove(model.cursorLevel);
+            m_doc.Camera().StartCamInput();
+            for (int move = Number(4); move > 0; --move)
+                m_doc.Camera().ProcessCamInput(Number(9), Number(9) - 4);
+            m_doc.Camera().EndCamInput(0, Number(2));
+        }
+    }
+
+    void Paint() {
+        if (m_doc.Model().celImg.GetLoadState() == LoadState::Nothing || Number(8) == 0) {
+            SelectAnyFolder();
+            if (SelectAsset(Number(5) == 0 ? SourceMode::Pictures : SourceMode::Cels))
+                m_doc.Assets().EditCel(m_doc.Model().sourceSelection.front());
+        }
+        m_doc.Palette().SetFGColorValue(static_cast<ColorRef>(m_random() & 0xffffff));
+        m_doc.Palette().SetBrush(Number(7) - 1);
+        m_doc.Palette().SetPen(Number(4));
+        m_doc.Palette().SetBucketMode(Number(3));
+        const auto anywhere = [this] { return CPoint{Number(80) - 5, Number(80) - 5}; };
+        if (!m_doc.Painting().Begin(static_cast<CelTool>(Number(4)), anywhere()))
+            return;
+        for (int move = Number(5); move > 0; --move)
+            m_doc.Painting().Move(anywhere());
+        m_doc.Painting().End(anywhere());
+    }
+
+    void EditAssets(int kind) {
+        SelectAnyFolder();
+        const SourceMode shown = Number(4) == 0 ? SourceMode::Pictures : SourceMode::Cels;
+        switch (kind) {
+        case 26:
+            AssetsOf(SourceMode::Cels);
+            return NewCel(std::to_string(1 + Number(6)));
+        case 27:
+            if (SelectAsset(Number(5) == 0 ? SourceMode::Sounds : shown)) {
+                m_prompter.Answer(std::to_string(1 + Number(6)));
+                m_doc.Assets().RenameSelected();
+            }
+            return;
+        case 28:
+            if (SelectAsset(shown)) {
+                m_prompter.Answer(std::to_string(7 + Number(3)));
+                m_doc.Assets().DuplicateSelected();
+            }
+            return;
+        case 29:
+            if (SelectAsset(shown)) {
+                m_prompter.Answer(CRotationValues{RotationKind::Clockwise90, 0});
+                m_doc.Transforms().RotateSelected();
+            }
+            return;
+        case 30:
+            if (SelectAsset(shown)) {
+                m_prompter.Answer(Number(2) == 0 ? FlipDirection::Horizontal : FlipDirection::Vertical);
+                m_doc.Transforms().FlipSelected();
+            }
+            return;
+        case 31:
+            m_prompter.Answer(CColorValues{"Color " + std::to_string(Number(20)), RandomColor(m_random)});
+            return Number(2) == 0 ? m_doc.Palette().AskAndAddColor() : m_doc.Palette().EditColor(0);
+        case 32:
+            static_cast<void>(m_doc.Saving().SaveAll());
+            return;
+        default:
+            if (SelectAsset(Number(6) == 0 ? SourceMode::Sounds : shown))
+                m_doc.Assets().DeleteSelected();
+        }
+    }
+
+    CVelmorltDoc& m_doc;
+    CScriptedPrompter& m_prompter;
+    std::mt19937 m_random;
+};
+
+} // namespace velmor::testing
