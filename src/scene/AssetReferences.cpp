@@ -2,6 +2,9 @@
 
 #include "scene/SceneEdit.h"
 
+#include <map>
+#include <optional>
+
 namespace velmor {
 
 namespace {
@@ -14,6 +17,20 @@ void ChangeCopied(CCellClipboard& clipboard, Matches matches, Change change) {
 }
 
 } // namespace
+
+CCellClipboard WithPresentSizes(CCellClipboard clipboard, const Path& sceneFolder) {
+    std::map<Path, std::optional<CSize>> sizes; // each file is read once
+    for (CXSheetCell& cell : clipboard.cells) {
+        if (!cell.IsUsed())
+            continue;
+        const auto [size, isNew] = sizes.try_emplace(AssetFilePath(sceneFolder, cell.FolderName(), cell.CelName()));
+        if (isNew && cell.CheckDimensions(sceneFolder))
+            size->second = cell.Size();
+        if (size->second)
+            cell.SetSize(*size->second);
+    }
+    return clipboard;
+}
 
 CAssetReferences::CAssetReferences(CSceneEdit& edit, CSceneModel& model)
     : m_edit(edit), m_clipboard(model.clipboard), m_sceneFolder(model.Paths().SceneFolder()) {}

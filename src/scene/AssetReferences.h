@@ -1,13 +1,12 @@
 #pragma once
 
-#include "platform/files/Files.h"
+#include "xsheet/XSheet.h"
 
 #include <string>
 
 namespace velmor {
 
 class CSceneEdit;
-struct CCellClipboard;
 struct CSceneModel;
 
 /// Keeps what names assets in step with their files: the cells and sounds of the xsheet, and the
@@ -32,5 +31,10 @@ private:
     CCellClipboard& m_clipboard;
     Path m_sceneFolder;
 };
+
+/// Copied cells with the sizes that their drawings have now in the scene that they are pasted into: those may have
+/// changed since, by another program or in the folder of another scene. A cell whose file cannot be read stays as
+/// it is.
+CCellClipboard WithPresentSizes(CCellClipboard clipboard, const Path& sceneFolder);
 
 } // namespace velmor

@@ -1,4 +1,5 @@
 #include "scene/XSheetOperations.h"
+#include "scene/AssetReferences.h"
 
 #include "scene/CommandState.h"
 #include "scene/DialogRequests.h"
@@ -163,7 +164,8 @@ void CXSheetOperations::Paste() {
         !model.Scene().xsheet.HasFrame(model.cursorFrame))
         return;
     CSceneEdit edit(m_context, "Paste", cellsAndPictureHint);
-    edit.XSheet().Paste(model.clipboard, model.cursorLevel, model.cursorFrame);
+    edit.XSheet().Paste(WithPresentSizes(model.clipboard, model.Paths().SceneFolder()), model.cursorLevel,
+                        model.cursorFrame);
 }
 
 void CXSheetOperations::Reverse() {

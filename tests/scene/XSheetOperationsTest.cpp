@@ -1,7 +1,10 @@
 #include "XSheetScene.h"
 #include "scene/CommandState.h"
 
+#include <array>
 #include <limits>
+#include <sys/inotify.h>
+#include <unistd.h>
 
 namespace velmor::testing {
 
@@ -212,6 +215,34 @@ TEST_F(CXSheetOperationsTest, EditsTheSelectedCells) {
         EXPECT_EQ(Row(0, 8), row) << "one step after the other";
     }
     EXPECT_FALSE(CanUndo(model));
+}
+
+TEST_F(CXSheetOperationsTest, PastedCellsTakeTheSizesThatTheirDrawingsHaveNow) {
+    static_cast<void>(CreateFolder(model.Paths().CelFolder("Man")));
+    const Path drawing = model.Paths().CelFile("Man", "1");
+    WriteBytes(drawing, CelHeader(30, 20));
+    WriteBytes(model.Paths().CelFile("Man", "2"), std::vector<std::uint8_t>{1, 2, 3});
+    for (int frame = 0; frame < 20; ++frame)
+        Put(0, frame, std::to_string(1 + frame % 3)); // the second is damaged, the third is missing
+    scene.xsheet.MutableCell(0, 4).SetSize({7, 8});
+    const CXSheet copied = scene.xsheet;
+    model.selection = {0, 0, 0, 19};
+    sheet.Copy();
+    model.cursorFrame = 40;
+    const int watch = ::inotify_init1(IN_NONBLOCK);
+    ASSERT_GE(::inotify_add_watch(watch, drawing.c_str(), IN_OPEN), 0);
+    sheet.Paste();
+    for (int frame = 0; frame < 20; ++frame) {
+        CXSheetCell expected = copied.Cell(0, frame);
+        if (frame % 3 == 0)
+            expected.SetSize({30, 20});
+        EXPECT_EQ(scene.xsheet.Cell(0, 40 + frame), expected) << frame;
+    }
+    std::array<inotify_event, 8> opened{};
+    EXPECT_EQ(::read(watch, opened.data(), sizeof opened), static_cast<ssize_t>(sizeof(inotify_event)))
+        << "once for all cells";
+    ::close(watch);
+    EXPECT_EQ(prompter.TakeMessages(), Texts{});
 }
 
 TEST_F(CXSheetOperationsTest, DropCelsChecksInOrder) {
