@@ -178,10 +178,9 @@ TEST_F(CommandLine, AFullDiskIsToldAndLeavesNothingHalfWritten) {
     ASSERT_TRUE(CreateFolder(output));
     for (const std::string format :
          {"png", "tga", "bmp", "avi", "avi --codec mjpeg", "avi --codec uncompressed", "mp4"}) {
-        // Files may have four blocks of 512 bytes, and the signal for more is ignored as on a disk that is full.
-        const std::string command = "trap '' XFSZ; ulimit -f 4; " + std::string(VELMOR_CLI) + " render " +
-                                    Database() + "Test --scaling 400 --format " + format + " -o " +
-                                    (output / "f").string() +
+        // Files may have four blocks of 512 bytes.
+        const std::string command = "ulimit -f 4; " + std::string(VELMOR_CLI) + " render " + Database() +
+                                    "Test --scaling 400 --format " + format + " -o " + (output / "f").string() +
                                     " 2>&1 | grep -q 'Could not write the rendered.*disk full'";
         EXPECT_EQ(std::system(command.c_str()), 0) << format;
         // A frame that is small enough stays, as a resumed rendering would want it.
@@ -249,6 +248,39 @@ TEST_F(CommandLine, ImportsDrawingsPicturesAndSounds) {
     EXPECT_EQ(Run("import sound " + Database() + "Test --name click " + tga).error,
               "Invalid Audio File extension\n");
     EXPECT_EQ(Contents(), before);
+}
+
+TEST_F(CommandLine, EveryCommandThatWritesSaysWhenAFileMayNotGrow) {
+    WriteBytes(folder / "in.tga", std::vector<std::uint8_t>{0, 0,  2, 0, 0, 0, 0, 0, 0, 0, 0, 0, 2,  0,  2,
+                                                            0, 24, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12});
+    WriteBytes(folder / "in.csv", std::vector<std::uint8_t>{'F', 'r', 'a', 'm', 'e', ',', 'N', 'e', 'w', '\n'});
+    ASSERT_EQ(Run("sheet export " + Database() + "Test -o " + (folder / "in.xdts").string()).status, 0);
+    scene.data.xsheet.MutableCell(0, 0).Clear(); // so that importing it changes the sheet
+    scene.Save();
+    const auto before = Contents();
+    const std::string out = (folder / "o").string(), in = (folder / "in.tga").string();
+    for (const std::string& command : {
+             "demo " + Database(),
+             "compose " + Database() + "Test --frame 1 -o " + out,
+             "flipbook " + Database() + "Test",
+             "import picture " + Database() + "Test --name sky " + in,
+             "import cel " + Database() + "Test --folder A " + in,
+             "import sequence " + Database() + "Test --pictures sky " + (folder / "1.tga").string(),
+             "sheet export " + Database() + "Test --format csv -o " + out,
+             "sheet import " + Database() + "Test " + (folder / "in.xdts").string(),
+             "print " + Database() + "Test -o " + out,
+             "farm parallel " + Database() + "Test --job " + out + " -o " + out,
+         }) {
+        std::filesystem::copy_file(in, folder / "1.tga", std::filesystem::copy_options::overwrite_existing);
+        const int status = std::system(("(ulimit -f 0; " + std::string(VELMOR_CLI) + " " + command +
+                                        "; test $? -eq 1 || echo STATUS) 2>&1 | cat >" + (folder / "told").string())
+                                           .c_str());
+        EXPECT_EQ(status, 0) << command;
+        const std::string told = testing::TextOf(folder / "told");
+        EXPECT_FALSE(told.empty() || told.find("STATUS") != std::string::npos) << command << ": " << told;
+        EXPECT_EQ(Contents(), before) << command;
+        EXPECT_FALSE(FileExists(out));
+    }
 }
 
 TEST_F(CommandLine, AnInterruptLeavesNoHalfWrittenFile) {

@@ -4,6 +4,7 @@
 #include "TempFolder.h"
 #include "TestScene.h"
 #include "platform/files/Files.h"
+#include "platform/process/Interrupt.h"
 #include "scene/SceneModel.h"
 #include "views/print/XSheetNotation.h"
 #include "views/print/XSheetPagePainter.h"
@@ -17,6 +18,7 @@
 #include <algorithm>
 #include <numbers>
 #include <set>
+#include <sys/resource.h>
 
 namespace velmor::testing {
 namespace {
@@ -163,6 +165,28 @@ TEST_F(XSheetPrinterTest, StoppingLeavesNoFile) {
     EXPECT_FALSE(PrintXSheet(model, prompter, printer));
     EXPECT_EQ(prompter.progressTexts.size(), 3u);
     EXPECT_FALSE(FileExists(file));
+}
+
+TEST_F(XSheetPrinterTest, AFileThatMayNotGrowIsToldAndRemoved) {
+    SurviveFileSizeLimit();
+    rlimit before{};
+    ::getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit little{2048, before.rlim_max};
+    ::setrlimit(RLIMIT_FSIZE, &little);
+    const bool printed = PrintXSheet(model, prompter, printer);
+    ::setrlimit(RLIMIT_FSIZE, &before);
+    EXPECT_FALSE(printed);
+    EXPECT_EQ(prompter.TakeMessages(), std::vector<std::string>{pagesNotWritten});
+    EXPECT_FALSE(FileExists(file));
+}
+
+TEST_F(XSheetPrinterTest, AFileWithAHoleIsNotWhole) {
+    ASSERT_TRUE(PrintXSheet(model, prompter, printer));
+    std::vector<std::uint8_t> bytes = ReadBytes(file);
+    EXPECT_TRUE(IsWholePdf(bytes));
+    bytes.erase(bytes.begin() + 700, bytes.begin() + 900);
+    EXPECT_FALSE(IsWholePdf(bytes));
+    EXPECT_FALSE(IsWholePdf({}));
 }
 
 TEST_F(XSheetPrinterTest, CellsShowInTheirColumnsOnly) {

@@ -4,6 +4,7 @@
 
 int main(int argc, char** argv) {
     velmor::KeepFreedMemory();
+    velmor::SurviveFileSizeLimit();
     velmor::RemoveUnfinishedFilesOnInterrupt();
     return velmor::RunCommandLine(argc, argv);
 }

@@ -6,6 +6,7 @@
 
 #include "app/cli/ConsolePrompter.h"
 #include "app/cli/SceneReader.h"
+#include "platform/process/Interrupt.h"
 #include "views/Text.h"
 #include "views/print/XSheetPrinter.h"
 
@@ -46,6 +47,7 @@ bool Print(const CReadScene& scene, IPrompter& prompter, const QString& paper, c
 } // namespace
 
 int main(int argc, char** argv) {
+    SurviveFileSizeLimit();
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QGuiApplication application(argc, argv);
     const QStringList arguments = QGuiApplication::arguments();

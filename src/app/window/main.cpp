@@ -1,4 +1,5 @@
 #include "app/window/Application.h"
+#include "platform/process/Interrupt.h"
 #include "platform/process/Memory.h"
 #include "platform/process/Parallel.h"
 
@@ -8,6 +9,7 @@
 
 int main(int argc, char** argv) {
     velmor::KeepFreedMemory();
+    velmor::SurviveFileSizeLimit();
     velmor::StartParallelThreads();
     QApplication application(argc, argv);
     QApplication::setApplicationName("Personal Velmor");

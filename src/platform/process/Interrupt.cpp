@@ -34,6 +34,12 @@ void RemoveUnfinishedFilesOnInterrupt() {
     }
 }
 
+void SurviveFileSizeLimit() {
+    struct sigaction action {};
+    action.sa_handler = SIG_IGN;
+    ::sigaction(SIGXFSZ, &action, nullptr);
+}
+
 void EndWithStatusOnTermination() {
     struct sigaction action {};
     action.sa_handler = ExitWithoutUnfinishedFiles;

@@ -7,6 +7,10 @@ namespace velmor {
 /// started to ignore stays ignored. For programs without a window; call it before files are written.
 void RemoveUnfinishedFilesOnInterrupt();
 
+/// From now on a file that reaches the limit of its size (SIGXFSZ) is one that cannot be written further, as on a
+/// full disk, and no reason to die.
+void SurviveFileSizeLimit();
+
 /// The exit status of a process that was told to end (SIGTERM) after EndWithStatusOnTermination().
 inline constexpr int terminatedStatus = 7;
 

@@ -9,6 +9,8 @@
 #include <QPageRanges>
 #include <QPaintEngine>
 #include <QPainter>
+#include <charconv>
+#include <string_view>
 
 namespace velmor {
 
@@ -44,6 +46,19 @@ std::vector<int> PagesToPrint(const QPrinter& printer, int count) {
     return pages;
 }
 
+// Qt does not say whether its file has reached the disk. What is no regular file may be a printer.
+[[nodiscard]] bool IsWritten(const QPrinter& printer, IPrompter& prompter) {
+    const Path file = PathOf(printer.outputFileName().toStdString());
+    if (printer.outputFormat() != QPrinter::PdfFormat || !FileExists(file))
+        return true;
+    const std::optional<CFileBytes> bytes = ReadWholeFile(file);
+    if (bytes && IsWholePdf(bytes->Span()))
+        return true;
+    static_cast<void>(RemoveFile(file));
+    prompter.ShowMessage(pagesNotWritten);
+    return false;
+}
+
 /// Half a document helps nobody. A preview leaves alone what an earlier print has written.
 void Abort(QPainter& painter, QPrinter& printer) {
     const bool writesFile = painter.paintEngine()->type() == QPaintEngine::Pdf;
@@ -54,6 +69,18 @@ void Abort(QPainter& painter, QPrinter& printer) {
 }
 
 } // namespace
+
+bool IsWholePdf(std::span<const std::uint8_t> bytes) {
+    const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+    constexpr std::string_view beforeStart = "startxref\n";
+    const std::size_t at = text.rfind(beforeStart);
+    if (at == std::string_view::npos || !text.ends_with("%%EOF\n"))
+        return false;
+    std::size_t start = 0;
+    const char* number = text.data() + at + beforeStart.size();
+    return std::from_chars(number, text.data() + text.size(), start).ec == std::errc() && start < at &&
+           text.substr(start).starts_with("xref\n");
+}
 
 bool PrintXSheet(const CSceneModel& model, IPrompter& prompter, QPrinter& printer) {
     if (!model.sceneOpen)
@@ -90,7 +117,8 @@ bool PrintXSheet(const CSceneModel& model, IPrompter& prompter, QPrinter& printe
             return false;
         }
     }
-    return !wanted.empty();
+    painter.end();
+    return !wanted.empty() && IsWritten(printer, prompter);
 }
 
 } // namespace velmor
