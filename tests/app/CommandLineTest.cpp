@@ -283,6 +283,14 @@ TEST_F(CommandLine, EveryCommandThatWritesSaysWhenAFileMayNotGrow) {
     }
 }
 
+TEST_F(CommandLine, OutputThatCannotBeWrittenIsAFailure) {
+    EXPECT_EQ(std::system((std::string(VELMOR_CLI) + " info " + Database() + "Test >/dev/full 2>" +
+                           (folder / "told").string() + "; test $? -eq 1")
+                              .c_str()),
+              0);
+    EXPECT_EQ(testing::TextOf(folder / "told"), "Could not write the output\n");
+}
+
 TEST_F(CommandLine, AnInterruptLeavesNoHalfWrittenFile) {
     scene.data.geometry.width = 1920;
     scene.data.geometry.height = 1080;

@@ -251,7 +251,11 @@ int RunCommandLine(int argc, char** argv) {
     }
     try {
         StartParallelThreads();
-        return grammar.Run();
+        const int status = grammar.Run();
+        if (std::cout.flush())
+            return status;
+        std::cerr << "Could not write the output" << std::endl;
+        return status == statusDone ? statusFailed : status;
     } catch (const std::exception& error) {
         std::cerr << "Out of memory or other trouble of the system: " << error.what() << std::endl;
         return statusFailed;
