@@ -1,6 +1,7 @@
 #include "acquire/CaptureSession.h"
 
 #include "acquire/Bitmap.h"
+#include "platform/files/ClaimedFile.h"
 
 #include <algorithm>
 #include <utility>
@@ -9,7 +10,7 @@ namespace velmor {
 
 namespace {
 
-constexpr const char* temporaryName = "Acapture.tmp";
+constexpr const char* bitmapName = "Acapture.tmp";
 
 // The rows of a 24-bit bitmap, the top row first.
 std::vector<std::uint8_t> TrueColorRows(const CCaptureFrame& frame) {
@@ -172,14 +173,13 @@ bool CCaptureSession::GrabStopped(const HandOver& handOver) {
         return false;
     }
     m_handedOver = frame;
-    const Path file = m_temporaryFolder / temporaryName;
-    if (!Save(*frame, file)) {
+    // All users share the temporary folder: what is in one of our own nobody can have put there before.
+    const std::optional<CClaimedFolder> folder = CClaimedFolder::Make(m_temporaryFolder);
+    if (!folder || !Save(*frame, folder->File(bitmapName))) {
         m_tell("Could not save a grabbed frame! Is windows disk full??");
         return false;
     }
-    const bool kept = handOver(file);
-    // Left in a folder that all users share, it would be in the next one's way.
-    static_cast<void>(RemoveFile(file));
+    const bool kept = handOver(folder->File(bitmapName));
     if (kept) {
         m_lastGrabbed = frame;
         ++m_grabbedCount;

@@ -34,8 +34,8 @@ public:
     using Devices = std::set<std::string, std::less<>>;
 
     /// All that is given by reference outlives the session. Grabbed frames pass through a file in
-    /// `temporaryFolder`. Of a device in `toldOf` it is not told again that it has no overlay; others are put
-    /// there.
+    /// a folder of their own in `temporaryFolder`. Of a device in `toldOf` it is not told again that it has no
+    /// overlay; others are put there.
     CCaptureSession(ICaptureDrivers& drivers, Tell tell, Path temporaryFolder, Devices& toldOf);
     CCaptureSession(const CCaptureSession&) = delete;
     CCaptureSession& operator=(const CCaptureSession&) = delete;

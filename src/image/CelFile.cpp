@@ -1,5 +1,6 @@
 #include "image/CelImg.h"
 #include "image/RunLength.h"
+#include "platform/files/AtomicFile.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,5 +1,6 @@
 #include "render/FinalRender.h"
 
+#include "platform/files/ClaimedFile.h"
 #include "platform/process/Parallel.h"
 #include "render/Flipbook.h"
 #include "render/FrameReader.h"
@@ -211,6 +212,7 @@ private:
 
 CRenderOutcome RenderToDisk(const CRenderJob& job, CImageCache& cache, IProgress& progress,
                             const std::function<bool()>& askStop) {
+    RemoveAbandoned(FolderOf(job.settings.target));
     return CRenderRun(job, cache).Run(progress, askStop);
 }
 

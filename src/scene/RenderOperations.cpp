@@ -1,5 +1,6 @@
 #include "scene/RenderOperations.h"
 
+#include "platform/files/AtomicFile.h"
 #include "render/Compressors.h"
 #include "scene/DialogRequests.h"
 #include "scene/EditedImage.h"

@@ -1,5 +1,6 @@
 #include "scene/SceneLifecycle.h"
 
+#include "platform/files/ClaimedFile.h"
 #include "platform/files/SystemPaths.h"
 #include "scene/DialogRequests.h"
 #include "scene/EditedImage.h"
@@ -49,6 +50,7 @@ void CSceneLifecycle::ConstructFromSettings(const Path& programFolder, const Pat
     }
     model.databaseFolder = WithSeparator(model.databaseFolder);
     static_cast<void>(CreateFolder(PathOf(model.databaseFolder))); // or the first scene fails, and says so
+    RemoveAbandoned(PathOf(model.databaseFolder));
     ReadSettings();
     m_sounds.ResetSoundBuffer();
     m_palettes.ClearPalette();
@@ -149,6 +151,7 @@ void CSceneLifecycle::EnterScene(const std::string& name) {
     model.folderName.clear();
     model.sourceSelection.clear();
     Set(m_context.profile, setting::lastScene, name);
+    RemoveAbandoned(model.Paths());
 }
 
 bool CSceneLifecycle::OpenScene(const std::string& name) {
@@ -200,6 +203,7 @@ bool CSceneLifecycle::OpenSceneFile(const Path& file) {
     if (!m_context.Report(velmor::LoadXSheet(file, readable)) || !m_saving.SaveAllOrAsk("go on"))
         return false;
     model.databaseFolder = database;
+    RemoveAbandoned(PathOf(model.databaseFolder));
     Set(m_context.profile, setting::databaseDir, model.databaseFolder);
     ResetToNoScene();
     ReadSettings();
@@ -311,6 +315,7 @@ void CSceneLifecycle::ChooseDatabase() {
         return;
     model.databaseFolder = WithSeparator(*chosen);
     static_cast<void>(CreateFolder(PathOf(model.databaseFolder))); // or the first scene fails, and says so
+    RemoveAbandoned(PathOf(model.databaseFolder));
     Set(m_context.profile, setting::databaseDir, model.databaseFolder);
     ResetToNoScene();
     ReadSettings();

@@ -1,5 +1,6 @@
 #include "scene/ScenePaths.h"
 
+#include "platform/files/ClaimedFile.h"
 #include "scene/NamingRules.h"
 #include "xsheet/XSheetCell.h"
 
@@ -163,6 +164,12 @@ int NextCelNumber(const CScenePaths& paths, const std::string& folder) {
         if (const std::optional<CCelNumber> number = ParseCelName(title))
             largest = std::max(largest, number->number);
     return largest == std::numeric_limits<int>::max() ? largest : largest + 1;
+}
+
+void RemoveAbandoned(const CScenePaths& paths) {
+    RemoveAbandoned(paths.SceneFolder());
+    for (const std::string& folder : ListFolders(paths.SceneFolder()))
+        RemoveAbandoned(paths.SceneFolder() / PathOf(folder));
 }
 
 std::string NextFreeName(const CScenePaths& paths, SourceMode kind, const std::string& name) {

@@ -65,6 +65,8 @@ std::vector<std::string> ListPictures(const CScenePaths& paths);
 std::vector<std::string> ListSounds(const CScenePaths& paths);
 /// One more than the largest leading number of the folder's cels, 1 when there are none.
 int NextCelNumber(const CScenePaths& paths, const std::string& folder);
+/// Removes what programs that are gone were making in a scene's folders.
+void RemoveAbandoned(const CScenePaths& paths);
 /// A name for a copy of a picture or sound that no file has yet, by counting on from its own: Sky, Sky2, Sky3.
 std::string NextFreeName(const CScenePaths& paths, SourceMode kind, const std::string& name);
 

@@ -1,5 +1,7 @@
 #include "sound/SoundFile.h"
 
+#include "platform/files/AtomicFile.h"
+
 #include <algorithm>
 #include <array>
 #include <limits>

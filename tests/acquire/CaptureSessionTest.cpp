@@ -125,7 +125,8 @@ TEST_F(CCaptureSessionTest, AGrabStopsTheDisplayHandsOverABitmapAndResumes) {
 
     bool showsGrabbed = false;
     EXPECT_TRUE(session.Grab([&](const Path& file) {
-        EXPECT_EQ(file, folder / "Acapture.tmp");
+        EXPECT_EQ(file.filename(), "Acapture.tmp");
+        EXPECT_EQ(std::filesystem::status(file.parent_path()).permissions(), std::filesystem::perms::owner_all);
         bitmap = ReadBytes(file);
         const auto grabbed = camera.frame;
         camera.frame = PlainFrame(8, 6, 1, 2, 3);
@@ -134,7 +135,7 @@ TEST_F(CCaptureSessionTest, AGrabStopsTheDisplayHandsOverABitmapAndResumes) {
     }));
     EXPECT_TRUE(showsGrabbed) << "while it is named";
     EXPECT_EQ(camera.TakeCalls(), (Texts{"overlay off", "grab", "overlay on"}));
-    EXPECT_FALSE(FileExists(folder / "Acapture.tmp"));
+    EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
     ASSERT_EQ(bitmap.size(), 54U + 8 * 3 * 6);
     EXPECT_EQ(bitmap[0], 'B');
     EXPECT_EQ(bitmap[28], 24) << "bits a pixel";
@@ -153,11 +154,10 @@ TEST_F(CCaptureSessionTest, AGrabThatFailsAtAnyStepKeepsNothingAndTheNextOneWork
     session.ShowPreview(); // plugged in again
     EXPECT_FALSE(session.HasFailed());
 
-    // A folder in the file's place cannot be replaced.
-    std::filesystem::create_directories(folder / "Acapture.tmp");
+    std::filesystem::remove(folder.Path());
     EXPECT_FALSE(Grab());
     EXPECT_EQ(TakeMessages(), Texts{"Could not save a grabbed frame! Is windows disk full??"});
-    std::filesystem::remove(folder / "Acapture.tmp");
+    std::filesystem::create_directory(folder.Path());
 
     const auto good = std::exchange(camera.frame, nullptr);
     EXPECT_FALSE(Grab());

@@ -291,6 +291,15 @@ TEST_F(CommandLine, OutputThatCannotBeWrittenIsAFailure) {
     EXPECT_EQ(testing::TextOf(folder / "told"), "Could not write the output\n");
 }
 
+// Process numbers come again, in containers soon.
+TEST_F(CommandLine, AFlipbookIsMadeBesideALeftoverOfItsOwnProcessNumber) {
+    EXPECT_EQ(std::system(("touch " + (database / "flipbook.avi").string() + ".$$-0.tmp; exec " + VELMOR_CLI +
+                           " flipbook " + Database() + "Test 2>/dev/null")
+                              .c_str()),
+              0);
+    EXPECT_TRUE(FileExists(database / "flipbook.avi"));
+}
+
 TEST_F(CommandLine, AnInterruptLeavesNoHalfWrittenFile) {
     scene.data.geometry.width = 1920;
     scene.data.geometry.height = 1080;

@@ -1,7 +1,10 @@
 #include "scene/AssetTransforms.h"
 
 #include "AssetScene.h"
+#include "platform/process/Interrupt.h"
 #include "scene/Settings.h"
+
+#include <sys/resource.h>
 
 namespace velmor::testing {
 
@@ -127,16 +130,18 @@ TEST_F(AssetTransforms, WhatCannotBeTurnedOrWrittenStays) {
     MakePicture("Long", red, 30000, 2);
     Select(SourceMode::Pictures, {"Long"});
     Rotate({RotationKind::Free, std::numeric_limits<double>::quiet_NaN()});
-    // So long that there is no room for the ending of the file that is to take its place.
-    const std::string name(250, 'a');
-    std::filesystem::rename(PictureFile("Long"), PictureFile(name));
-    Select(SourceMode::Pictures, {name});
+    SurviveFileSizeLimit();
+    rlimit before{};
+    ::getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit nothing{0, before.rlim_max};
+    ::setrlimit(RLIMIT_FSIZE, &nothing);
     Flip(FlipDirection::Horizontal);
-    EXPECT_EQ(
-        prompter.TakeMessages(),
-        (Texts{"Invalid cel dimensions\nInternal Error :: Rotating cel file ->" + Utf8Of(PictureFile("Long")),
-               "Problem opening file for writing:: Writing cel/picture file ->" + Utf8Of(PictureFile(name))}));
-    EXPECT_EQ(RedPixel(PictureFile(name)), Place(0, 0));
+    ::setrlimit(RLIMIT_FSIZE, &before);
+    EXPECT_EQ(prompter.TakeMessages(),
+              (Texts{"Invalid cel dimensions\nInternal Error :: Rotating cel file ->" + Utf8Of(PictureFile("Long")),
+                     "Problem writing file: Disk Full? or ReadOnly?:: Writing cel/picture file ->" +
+                         Utf8Of(PictureFile("Long"))}));
+    EXPECT_EQ(RedPixel(PictureFile("Long")), Place(0, 0));
     EXPECT_EQ(hints, Hints{});
 }
 

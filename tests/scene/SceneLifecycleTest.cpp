@@ -12,6 +12,8 @@
 #include "scene/XSheetCursor.h"
 #include "scene/XSheetOperations.h"
 
+#include <algorithm>
+#include <chrono>
 #include <functional>
 
 namespace velmor {
@@ -86,6 +88,23 @@ TEST_F(SceneLifecycle, NewSceneTakesTheDialogsValuesButNotItsRate) {
     EXPECT_EQ(profile.GetString("Remember", "Last Scene", ""), "Walk 1");
     // 27 + 24 + frames x 32 + name + frames x 74 + sound count
     EXPECT_EQ(ReadBytes(SceneFolder("Walk 1") / "Walk 1.xsheet").size(), 27U + 24 + 48 * 32 + 8 + 48 * 74 + 4);
+}
+
+TEST_F(SceneLifecycle, OpeningRemovesWhatKilledProgramsLeftInTheDatabaseAndTheScene) {
+    NewScene("S");
+    MakeFolder("A");
+    const auto leave = [](const Path& in) {
+        const Path file = in / ".velmor-0badcafe-0123456789abcdef.tmp";
+        WriteBytes(file, std::vector<std::uint8_t>{1});
+        std::filesystem::last_write_time(file,
+                                         std::filesystem::file_time_type::clock::now() - std::chrono::hours(25));
+        return file;
+    };
+    const std::vector<Path> left = {leave(Database()), leave(SceneFolder("S")), leave(SceneFolder("S") / "A")};
+    ASSERT_TRUE(doc->Saving().SaveAll());
+    EXPECT_TRUE(std::ranges::all_of(left, FileExists));
+    StartDocument();
+    EXPECT_TRUE(std::ranges::none_of(left, FileExists));
 }
 
 TEST_F(SceneLifecycle, SceneDialogStaysOpenUntilItsValuesAreGood) {

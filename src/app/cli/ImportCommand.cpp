@@ -81,7 +81,7 @@ private:
 
 bool RunImport(const CImportArguments& arguments) {
     CConsolePrompter prompter;
-    const auto scene = ReadScene(arguments.scene.database, arguments.scene.scene, prompter);
+    const auto scene = ReadSceneToChange(arguments.scene.database, arguments.scene.scene, prompter);
     return scene && CImport(*scene, arguments).Run();
 }
 

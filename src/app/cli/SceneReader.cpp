@@ -1,5 +1,6 @@
 #include "app/cli/SceneReader.h"
 
+#include "platform/files/ClaimedFile.h"
 #include "scene/SceneEdit.h"
 #include "xsheet/XSheetFile.h"
 
@@ -30,6 +31,16 @@ std::unique_ptr<CReadScene> ReadScene(const std::string& database, const std::st
     edit.Scene() = std::move(data);
     edit.CallOff();
     model.sceneOpen = true; // not before: nobody may want the sound
+    return read;
+}
+
+std::unique_ptr<CReadScene> ReadSceneToChange(const std::string& database, const std::string& scene,
+                                              IPrompter& prompter) {
+    auto read = ReadScene(database, scene, prompter);
+    if (read != nullptr) {
+        RemoveAbandoned(PathOf(database));
+        RemoveAbandoned(read->model.Paths());
+    }
     return read;
 }
 

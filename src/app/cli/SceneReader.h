@@ -25,6 +25,11 @@ struct CReadScene {
 /// track is not prepared.
 std::unique_ptr<CReadScene> ReadScene(const std::string& database, const std::string& scene, IPrompter& prompter);
 
+/// The same for a scene that will be changed: what programs that are gone left unfinished in its folders, and in
+/// the database's own, is cleared away.
+std::unique_ptr<CReadScene> ReadSceneToChange(const std::string& database, const std::string& scene,
+                                              IPrompter& prompter);
+
 /// False, after the message, when there is no such database folder.
 [[nodiscard]] bool RequireDatabase(const std::string& database, IPrompter& prompter);
 

@@ -149,7 +149,7 @@ private:
 
 bool RunSequenceImport(const CSequenceArguments& arguments) {
     CConsolePrompter prompter;
-    const auto scene = ReadScene(arguments.scene.database, arguments.scene.scene, prompter);
+    const auto scene = ReadSceneToChange(arguments.scene.database, arguments.scene.scene, prompter);
     return scene && CSequenceImport(*scene, arguments).Run();
 }
 

@@ -105,7 +105,8 @@ private:
 
 bool RunSheet(const CSheetArguments& arguments) {
     CConsolePrompter prompter;
-    const auto scene = ReadScene(arguments.scene.database, arguments.scene.scene, prompter);
+    const auto read = arguments.isImport && !arguments.dryRun ? ReadSceneToChange : ReadScene;
+    const auto scene = read(arguments.scene.database, arguments.scene.scene, prompter);
     if (!scene)
         return false;
     CSheetExchange exchange(arguments, *scene);

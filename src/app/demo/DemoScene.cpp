@@ -5,6 +5,8 @@
 #include "app/demo/FoxDrawing.h"
 #include "app/demo/ImportFiles.h"
 #include "app/demo/PropDrawings.h"
+#include "platform/files/ClaimedFile.h"
+#include "platform/files/SystemPaths.h"
 #include "scene/ImportOperations.h"
 #include "scene/SoundOperations.h"
 
@@ -85,7 +87,7 @@ std::vector<std::string> Numbers(int first, int last) {
 
 class CDemoScene {
 public:
-    CDemoScene(CAnimator& animator, const CTemporaryFolder& files) : m_animator(animator), m_files(files) {}
+    CDemoScene(CAnimator& animator, const CClaimedFolder& files) : m_animator(animator), m_files(files) {}
 
     bool Make() {
         m_animator.NewScene(demoScene, frameCount);
@@ -307,14 +309,14 @@ private:
     }
 
     CAnimator& m_animator;
-    const CTemporaryFolder& m_files;
+    const CClaimedFolder& m_files;
     std::vector<CJumpDrawing> m_jump = JumpDrawings();
 };
 
 } // namespace
 
 bool MakeDemoScene(CAnimator& animator) {
-    const std::optional<CTemporaryFolder> files = CTemporaryFolder::Make();
+    const std::optional<CClaimedFolder> files = CClaimedFolder::Make(TemporaryFolder());
     if (!files) {
         animator.Fail("There is no folder for temporary files.");
         return false;

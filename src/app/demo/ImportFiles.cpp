@@ -1,7 +1,5 @@
 #include "app/demo/ImportFiles.h"
 
-#include <random>
-
 namespace velmor::demo {
 
 namespace {
@@ -19,25 +17,6 @@ void PutText(Bytes& bytes, std::string_view text) {
 }
 
 } // namespace
-
-std::optional<CTemporaryFolder> CTemporaryFolder::Make() {
-    std::error_code error;
-    const Path parent = std::filesystem::temp_directory_path(error);
-    std::random_device random;
-    // A folder that exists already is another run's.
-    for (int attempt = 0; attempt < 16 && !error; ++attempt) {
-        Path path = parent / ("velmor-demo-" + std::to_string(random()));
-        if (std::filesystem::create_directory(path, error))
-            return CTemporaryFolder(std::move(path));
-    }
-    return std::nullopt;
-}
-
-CTemporaryFolder::~CTemporaryFolder() {
-    std::error_code ignored;
-    if (!m_path.empty())
-        std::filesystem::remove_all(m_path, ignored);
-}
 
 bool WriteTarga(const Path& path, const CPainting& painting) {
     constexpr std::uint32_t uncompressedTrueColor = 2;

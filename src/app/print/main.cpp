@@ -6,13 +6,14 @@
 
 #include "app/cli/ConsolePrompter.h"
 #include "app/cli/SceneReader.h"
+#include "platform/files/ClaimedFile.h"
+#include "platform/files/SystemPaths.h"
 #include "platform/process/Interrupt.h"
 #include "views/Text.h"
 #include "views/print/XSheetPrinter.h"
 
 #include <QGuiApplication>
 #include <QPrinter>
-#include <QTemporaryFile>
 
 namespace {
 
@@ -26,18 +27,21 @@ QPageSize::PageSizeId PaperNamed(const QString& name) {
 
 // The printer writes to a file of its own, whose bytes then replace the wanted one at once.
 bool Print(const CReadScene& scene, IPrompter& prompter, const QString& paper, const Path& target) {
-    QTemporaryFile pages;
-    if (!pages.open())
+    const std::optional<CClaimedFolder> own = CClaimedFolder::Make(TemporaryFolder());
+    if (!own) {
+        prompter.ShowMessage(pagesNotWritten);
         return false;
+    }
+    const Path pages = own->File("pages.pdf");
     QPrinter printer(QPrinter::HighResolution);
     printer.setOutputFormat(QPrinter::PdfFormat);
-    printer.setOutputFileName(pages.fileName());
+    printer.setOutputFileName(ToQt(Utf8Of(pages)));
     printer.setPageSize(QPageSize(PaperNamed(paper)));
     printer.setPageOrientation(QPageLayout::Landscape);
     printer.setDocName(ToQt(scene.model.sceneName));
     if (!PrintXSheet(scene.model, prompter, printer))
         return false;
-    const std::optional<CFileBytes> bytes = ReadWholeFile(PathOf(pages.fileName().toStdString()));
+    const std::optional<CFileBytes> bytes = ReadWholeFile(pages);
     if (bytes && WriteFileAtomically(target, bytes->Span()))
         return true;
     prompter.ShowMessage("Could not write " + Utf8Of(target));

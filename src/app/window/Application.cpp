@@ -3,6 +3,7 @@
 #include "app/window/MainFrame.h"
 #include "app/window/SplashWindow.h"
 #include "app/window/Theme.h"
+#include "platform/files/ClaimedFile.h"
 #include "platform/files/SystemPaths.h"
 #include "scene/SceneHistory.h"
 #include "scene/SceneLifecycle.h"
@@ -54,6 +55,7 @@ bool CApplication::Start(bool showSplash, const Path& sceneFile) {
             m_prompter->ShowMessage("Personal Velmor is already running");
         return false;
     }
+    RemoveAbandoned(m_folders.configuration);
     m_profile = std::make_unique<CProfile>(m_folders.configuration / "personal-velmor.ini");
     ApplyTheme(*m_profile);
     if (showSplash)

@@ -1,5 +1,4 @@
-#include "platform/files/Files.h"
-#include "platform/files/UnfinishedFiles.h"
+#include "platform/files/AtomicFile.h"
 
 #include <cerrno>
 #include <fcntl.h>
@@ -38,20 +37,9 @@ std::optional<Path> EndOfLinks(Path path) {
     return std::nullopt;
 }
 
-// Makes the renaming itself durable.
-void FlushFolderOf(const Path& path) {
-    const Path folder = path.has_parent_path() ? path.parent_path() : Path(".");
-    const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0)
-        return;
-    ::fsync(descriptor);
-    ::close(descriptor);
-}
-
 } // namespace
 
-CAtomicFile::CAtomicFile(int descriptor, Path temporary, Path target)
-    : m_descriptor(descriptor), m_temporary(std::move(temporary)), m_target(std::move(target)) {}
+CAtomicFile::CAtomicFile(CClaimedFile file, Path target) : m_file(std::move(file)), m_target(std::move(target)) {}
 
 std::optional<CAtomicFile> CAtomicFile::Create(const Path& path) {
     const std::optional<Path> target = EndOfLinks(path);
@@ -63,63 +51,30 @@ std::optional<CAtomicFile> CAtomicFile::Create(const Path& path) {
         return std::nullopt; // neither a folder nor a device may become a file
     if (replaces && ::access(target->c_str(), W_OK) != 0)
         return std::nullopt; // a file that may not be written may not be replaced either
-    const std::string name = UnfinishedFiles().AddFor(*target);
-    const int descriptor = ::open(name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-    if (descriptor < 0) {
-        UnfinishedFiles().Remove(name);
+    std::optional<CClaimedFile> file = CClaimedFile::Make(FolderOf(*target));
+    if (!file)
         return std::nullopt;
-    }
-    if (replaces && ::fchmod(descriptor, old.st_mode & 07777) != 0) {
+    if (replaces && ::fchmod(file->Descriptor(), old.st_mode & 07777) != 0) {
         // The replaced file's permissions could not be kept; the fresh file's are the next best.
     }
-    return CAtomicFile(descriptor, name, *target);
-}
-
-CAtomicFile::CAtomicFile(CAtomicFile&& other) noexcept
-    : m_descriptor(std::exchange(other.m_descriptor, -1)),
-      m_failed(other.m_failed),
-      m_size(other.m_size),
-      m_temporary(std::move(other.m_temporary)),
-      m_target(std::move(other.m_target)) {}
-
-CAtomicFile& CAtomicFile::operator=(CAtomicFile&& other) noexcept {
-    if (this != &other) {
-        Discard();
-        m_descriptor = std::exchange(other.m_descriptor, -1);
-        m_failed = other.m_failed;
-        m_size = other.m_size;
-        m_temporary = std::move(other.m_temporary);
-        m_target = std::move(other.m_target);
-    }
-    return *this;
-}
-
-CAtomicFile::~CAtomicFile() {
-    Discard();
-}
-
-void CAtomicFile::Discard() {
-    if (m_descriptor < 0)
-        return;
-    ::close(std::exchange(m_descriptor, -1));
-    ::unlink(m_temporary.c_str());
-    UnfinishedFiles().Remove(m_temporary.string());
+    return CAtomicFile(std::move(*file), *target);
 }
 
 bool CAtomicFile::Append(std::span<const std::uint8_t> bytes) {
-    if (m_descriptor < 0 || m_failed)
+    if (m_file.Descriptor() < 0 || m_failed)
         return false;
-    m_failed = !WriteAll(m_descriptor, bytes);
+    m_failed = !WriteAll(m_file.Descriptor(), bytes);
     if (!m_failed)
         m_size += bytes.size();
     return !m_failed;
 }
 
 bool CAtomicFile::Overwrite(std::uint64_t offset, std::span<const std::uint8_t> bytes) {
-    if (m_descriptor < 0 || m_failed || offset > m_size || bytes.size() > m_size - offset)
+    if (m_file.Descriptor() < 0 || m_failed || offset > m_size || bytes.size() > m_size - offset)
         return false;
     while (!bytes.empty()) {
-        const ssize_t written = ::pwrite(m_descriptor, bytes.data(), bytes.size(), static_cast<off_t>(offset));
+        const ssize_t written =
+            ::pwrite(m_file.Descriptor(), bytes.data(), bytes.size(), static_cast<off_t>(offset));
         if (written < 0 && errno == EINTR)
             continue;
         if (written <= 0) {
@@ -133,17 +88,14 @@ bool CAtomicFile::Overwrite(std::uint64_t offset, std::span<const std::uint8_t> 
 }
 
 bool CAtomicFile::Commit() {
-    if (m_descriptor < 0)
+    if (m_failed || m_file.Descriptor() < 0 || ::fsync(m_file.Descriptor()) != 0) {
+        m_file.Remove();
         return false;
-    bool done = !m_failed && ::fsync(m_descriptor) == 0;
-    done = ::close(std::exchange(m_descriptor, -1)) == 0 && done;
-    done = done && ::rename(m_temporary.c_str(), m_target.c_str()) == 0;
-    if (!done)
-        ::unlink(m_temporary.c_str());
-    UnfinishedFiles().Remove(m_temporary.string());
-    if (done)
-        FlushFolderOf(m_target);
-    return done;
+    }
+    if (!m_file.MoveTo(m_target))
+        return false;
+    FlushFolder(FolderOf(m_target));
+    return true;
 }
 
 bool WriteFileAtomically(const Path& path, std::span<const std::uint8_t> bytes) {

@@ -77,6 +77,10 @@ std::string Utf8Of(const Path& path) {
     return path.string();
 }
 
+Path FolderOf(const Path& file) {
+    return file.has_parent_path() ? file.parent_path() : Path(".");
+}
+
 std::optional<CFileBytes> ReadWholeFile(const Path& path, std::uint64_t mostBytes) {
     const CDescriptor file(path);
     struct stat info {};
@@ -160,8 +164,26 @@ bool CopyFileIfAbsent(const Path& from, const Path& to) {
     return bytes && WriteFileAtomically(to, bytes->Span());
 }
 
+void FlushFolder(const Path& folder) {
+    const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0)
+        return;
+    ::fsync(descriptor);
+    ::close(descriptor);
+}
+
 bool MoveFile(const Path& from, const Path& to) {
     return ::rename(from.c_str(), to.c_str()) == 0;
+}
+
+bool MoveIfAbsent(const Path& from, const Path& to) {
+    if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0)
+        return true;
+    if (errno != EINVAL && errno != ENOSYS)
+        return false;
+    // Not every file system can look and rename in one step.
+    std::error_code error;
+    return !fs::exists(fs::symlink_status(to, error)) && MoveFile(from, to);
 }
 
 std::vector<std::string> ListFolders(const Path& folder) {

@@ -44,6 +44,8 @@ struct CFileIdentity {
 /// The path of a name that is kept as UTF-8, and back.
 Path PathOf(std::string_view utf8);
 std::string Utf8Of(const Path& path);
+/// The folder that a file is in, "." for a name alone.
+Path FolderOf(const Path& file);
 
 /// Reads a whole regular file. Nothing when it cannot be opened or read or is longer than `mostBytes`; memory is
 /// taken only for bytes that the file really has.
@@ -56,42 +58,6 @@ std::optional<CFileIdentity> IdentifyFile(const Path& path);
 /// stays, and the file that it leads to is replaced or made. On failure the old file is untouched and the temporary
 /// one is gone.
 [[nodiscard]] bool WriteFileAtomically(const Path& path, std::span<const std::uint8_t> bytes);
-
-/// A file that appears under its name only when it is complete. Until Commit() the bytes stand in a temporary file
-/// beside the target; destroying the object without Commit() removes that file.
-class CAtomicFile {
-public:
-    /// Follows links from `path` to the target. Nothing when they run in a circle, when something other than a file
-    /// is there, or when the temporary file cannot be created.
-    static std::optional<CAtomicFile> Create(const Path& path);
-
-    CAtomicFile(CAtomicFile&& other) noexcept;
-    CAtomicFile& operator=(CAtomicFile&& other) noexcept;
-    CAtomicFile(const CAtomicFile&) = delete;
-    CAtomicFile& operator=(const CAtomicFile&) = delete;
-    ~CAtomicFile();
-
-    /// Appends at the end. After a failure every further call fails.
-    [[nodiscard]] bool Append(std::span<const std::uint8_t> bytes);
-    /// Overwrites bytes that were appended before.
-    [[nodiscard]] bool Overwrite(std::uint64_t offset, std::span<const std::uint8_t> bytes);
-    /// Number of bytes appended so far.
-    std::uint64_t Size() const { return m_size; }
-    /// Where the bytes stand until Commit(), for who has to read them back.
-    const Path& Temporary() const { return m_temporary; }
-    /// Flushes to disk and renames over the target.
-    [[nodiscard]] bool Commit();
-
-private:
-    CAtomicFile(int descriptor, Path temporary, Path target);
-    void Discard();
-
-    int m_descriptor = -1;
-    bool m_failed = false;
-    std::uint64_t m_size = 0;
-    Path m_temporary;
-    Path m_target;
-};
 
 /// Removes the temporary files of every CAtomicFile still open. For the moment when an interrupt ends the process;
 /// uses only what a signal handler may use.
@@ -112,6 +78,10 @@ int RemoveEmptyFolder(const Path& folder);
 /// Copies a file; fails when the destination exists. A failed copy leaves nothing behind.
 [[nodiscard]] bool CopyFileIfAbsent(const Path& from, const Path& to);
 [[nodiscard]] bool MoveFile(const Path& from, const Path& to);
+/// Moves a file or folder; fails when something is there.
+[[nodiscard]] bool MoveIfAbsent(const Path& from, const Path& to);
+/// Has what was made and moved in a folder reach the disk.
+void FlushFolder(const Path& folder);
 
 /// Names (without directory) of the folders or of the files whose extension is `extension` (".bit"; empty: all),
 /// sorted by their bytes. Empty when the folder cannot be read.

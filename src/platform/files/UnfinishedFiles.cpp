@@ -5,8 +5,7 @@
 
 namespace velmor {
 
-std::string CUnfinishedFiles::AddFor(const Path& target) {
-    std::string name = target.string() + "." + std::to_string(::getpid()) + "-" + std::to_string(m_next++) + ".tmp";
+void CUnfinishedFiles::Add(const std::string& name) {
     const std::lock_guard lock(m_mutex);
     for (CSlot& slot : m_slots) {
         if (slot.used.load() || name.size() >= slot.name.size())
@@ -15,7 +14,6 @@ std::string CUnfinishedFiles::AddFor(const Path& target) {
         slot.used.store(true);
         break;
     }
-    return name;
 }
 
 void CUnfinishedFiles::Remove(const std::string& name) {

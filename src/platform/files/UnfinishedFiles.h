@@ -14,9 +14,8 @@ namespace velmor {
 /// its bytes change.
 class CUnfinishedFiles {
 public:
-    /// Adds, and returns, a name beside the target that no other writer, in this process or another, uses at the
-    /// same time. When all slots are taken, an interrupt will not know of it.
-    std::string AddFor(const Path& target);
+    /// When all slots are taken, an interrupt will not know of the file.
+    void Add(const std::string& name);
     void Remove(const std::string& name);
     /// Deletes the files. Safe in a signal handler.
     void Discard() noexcept;
@@ -29,7 +28,6 @@ private:
     std::array<CSlot, 256>
         m_slots; ///< two a thread of a large machine; memory that is never touched is never taken
     std::mutex m_mutex;
-    std::atomic<unsigned> m_next{0};
 };
 
 /// Those of the process: a signal handler is handed nothing and can ask nobody else.

@@ -1,5 +1,6 @@
 #include "platform/movie/MovieWriter.h"
 
+#include "platform/files/AtomicFile.h"
 #include "platform/movie/MovieLibrary.h"
 
 #include <new>

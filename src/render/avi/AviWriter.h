@@ -2,7 +2,7 @@
 
 #include "image/Color.h"
 #include "platform/Status.h"
-#include "platform/files/Files.h"
+#include "platform/files/AtomicFile.h"
 
 #include <cstdint>
 #include <optional>

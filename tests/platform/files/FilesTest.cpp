@@ -1,5 +1,6 @@
 #include "platform/files/Files.h"
 #include "TempFolder.h"
+#include "platform/files/AtomicFile.h"
 #include "platform/process/Interrupt.h"
 
 #include <csignal>
