@@ -7,6 +7,7 @@
 #include "scene/NamingRules.h"
 #include "scene/PaletteOperations.h"
 #include "scene/SceneEdit.h"
+#include "scene/SceneMaking.h"
 #include "scene/SceneManager.h"
 #include "scene/SceneSaving.h"
 #include "scene/Settings.h"
@@ -271,20 +272,20 @@ void CSceneLifecycle::NewScene() {
         true, WithPreset({}, palPreset), [this](const CSceneSettings& values) { return AcceptNewScene(values); }});
     if (!settings || !m_saving.SaveAllOrAsk("go on"))
         return;
-    if (!CreateFolder(CScenePaths(model.databaseFolder, settings->name).SceneFolder())) {
-        m_context.Show("The scene could not be created. Disk full or write protected?");
+    CScene scene;
+    scene.xsheet.SetFrameCount(settings->length);
+    // The rate is not taken from the answer: a new scene has the default one, and Scene Settings changes it.
+    scene.geometry = settings->geometry;
+    scene.geometry.frameRate = CSceneGeometry().frameRate;
+    if (!MakeScene({model.databaseFolder, settings->name}, scene)) {
+        m_context.Show(sceneNotMade);
         return;
     }
     CEditedImage(m_context).Discard();
     EnterScene(settings->name);
     ShowFromStart();
     CSceneEdit edit(m_context, "New Scene", everythingHint, UndoStep::Forget);
-    edit.Scene() = CScene();
-    edit.XSheet().SetFrameCount(settings->length);
-    // The rate is not taken from the answer: a new scene has the default one, and Scene Settings changes it.
-    edit.Geometry() = settings->geometry;
-    edit.Geometry().frameRate = CSceneGeometry().frameRate;
-    static_cast<void>(m_saving.SaveXSheet()); // it has shown why not; Save All tries again
+    edit.Scene() = std::move(scene);
     edit.End();
     if (m_opened)
         static_cast<void>(m_opened()); // a new scene has nothing that was not saved

@@ -19,6 +19,7 @@ public:
     CScenePaths(std::string databaseFolder, std::string scene)
         : m_databaseFolder(std::move(databaseFolder)), m_scene(std::move(scene)) {}
 
+    const std::string& SceneName() const { return m_scene; }
     Path SceneFolder() const;
     Path XSheetFile() const;
     Path CelFolder(const std::string& folder) const;

@@ -300,6 +300,18 @@ TEST_F(CommandLine, AFlipbookIsMadeBesideALeftoverOfItsOwnProcessNumber) {
     EXPECT_TRUE(FileExists(database / "flipbook.avi"));
 }
 
+TEST_F(CommandLine, AKilledDemoLeavesNoSceneAndTheNextOneClearsUp) {
+    const std::string made = "find " + database.string() + " -name '*.bit' -path '*Demo*' | grep -q .";
+    const std::string demo = std::string(VELMOR_CLI) + " demo " + Database() + ">/dev/null 2>&1";
+    ASSERT_EQ(std::system((demo + " & until " + made + "; do sleep 0.01; done; kill -9 $!").c_str()), 0);
+    EXPECT_EQ(Run("scenes " + Database()).output, "Test\n");
+    EXPECT_EQ(std::system(made.c_str()), 0) << "half of it is there";
+    ASSERT_EQ(Run("demo " + Database()).status, 0);
+    EXPECT_EQ(Run("scenes " + Database()).output, "Demo\nTest\n");
+    EXPECT_EQ(ListFolders(database), (std::vector<std::string>{"Demo.scene", "Test.scene"}));
+    EXPECT_EQ(ListFiles(database, ""), std::vector<std::string>{});
+}
+
 TEST_F(CommandLine, AnInterruptLeavesNoHalfWrittenFile) {
     scene.data.geometry.width = 1920;
     scene.data.geometry.height = 1080;

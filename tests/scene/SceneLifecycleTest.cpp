@@ -90,6 +90,16 @@ TEST_F(SceneLifecycle, NewSceneTakesTheDialogsValuesButNotItsRate) {
     EXPECT_EQ(ReadBytes(SceneFolder("Walk 1") / "Walk 1.xsheet").size(), 27U + 24 + 48 * 32 + 8 + 48 * 74 + 4);
 }
 
+TEST_F(SceneLifecycle, ASceneThatCannotBeMadeWholeDoesNotAppear) {
+    NewScene("Before");
+    TakeHints();
+    WriteBytes(Database() / "S.scene", std::vector<std::uint8_t>{1});
+    NewScene("S");
+    EXPECT_EQ(prompter.TakeMessages(), Texts{"The scene could not be created. Disk full or write protected?"});
+    EXPECT_EQ(doc->Scenes().GetSceneName(), "Before");
+    EXPECT_EQ(ListFolders(Database()), Texts{"Before.scene"}) << "the half that was made is gone";
+}
+
 TEST_F(SceneLifecycle, OpeningRemovesWhatKilledProgramsLeftInTheDatabaseAndTheScene) {
     NewScene("S");
     MakeFolder("A");

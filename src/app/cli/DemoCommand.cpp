@@ -2,26 +2,47 @@
 #include "app/cli/ConsolePrompter.h"
 #include "app/demo/Animator.h"
 #include "app/demo/DemoScene.h"
+#include "platform/files/ClaimedFile.h"
 #include "platform/files/Profile.h"
-#include "scene/ScenePaths.h"
+#include "scene/SceneMaking.h"
 #include "scene/Settings.h"
 
 namespace velmor {
 
-bool RunDemo(const CSceneArguments& arguments) {
+namespace {
+
+[[nodiscard]] bool MakeDemo(const std::string& database, IPrompter& console) {
     CProfile profile;
-    Set(profile, setting::databaseDir, arguments.database);
-    CConsolePrompter console;
+    Set(profile, setting::databaseDir, database);
     demo::CDemoPrompter prompter(console);
     CVelmorltDoc document(prompter, profile, {});
-    const CScenePaths paths(WithSeparator(arguments.database), demo::demoScene);
-    std::error_code ignored;
-    const bool wasThere = std::filesystem::exists(paths.SceneFolder(), ignored);
     demo::CAnimator animator(document, prompter);
-    if (demo::MakeDemoScene(animator))
+    return demo::MakeDemoScene(animator);
+}
+
+} // namespace
+
+// The scene is made in a database of its own inside of the wanted one, which gets it when it is whole.
+bool RunDemo(const CSceneArguments& arguments) {
+    CConsolePrompter console;
+    const CScenePaths place(WithSeparator(arguments.database), demo::demoScene);
+    if (FolderExists(place.SceneFolder())) {
+        console.ShowMessage("Scene already exists. Use 'Open Scene' to open it.");
+        return false;
+    }
+    const Path database = FolderOf(place.SceneFolder());
+    const std::optional<CClaimedFolder> making =
+        CreateFolder(database) ? CClaimedFolder::Make(database) : std::nullopt;
+    if (!making) {
+        console.ShowMessage(sceneNotMade);
+        return false;
+    }
+    const std::string own = WithSeparator(Utf8Of(making->Name()));
+    if (!MakeDemo(own, console))
+        return false;
+    if (PlaceScene(CScenePaths(own, demo::demoScene).SceneFolder(), place))
         return true;
-    if (!wasThere) // half a scene is of no use, and would stand in the way of the next attempt
-        std::filesystem::remove_all(paths.SceneFolder(), ignored);
+    console.ShowMessage(sceneNotMade);
     return false;
 }
 
