@@ -1,5 +1,6 @@
 #include "render/Flipbook.h"
 
+#include "platform/files/ClaimedFile.h"
 #include "render/OrderedProducer.h"
 #include "render/avi/AviWriter.h"
 #include "render/avi/MsVideo1.h"
@@ -118,6 +119,7 @@ CFrameRequest RequestFlipbookFrame(const CFlipbookJob& job, int frame) {
 
 CFlipbookOutcome GenerateFlipbook(const CFlipbookJob& job, CImageCache& cache, IProgress& progress,
                                   const std::function<bool()>& askStop) {
+    RemoveAbandoned(FolderOf(job.output));
     return CFlipbookRun(job, cache).Generate(progress, askStop);
 }
 

@@ -1,5 +1,6 @@
 #include "DialogDriver.h"
 #include "DocumentFixture.h"
+#include "qt/Patience.h"
 #include "scene/DialogRequests.h"
 #include "scene/Settings.h"
 #include "views/camera/CameraView.h"
@@ -263,7 +264,7 @@ TEST_F(CCelDialogsTest, InbetweenAnswersItsChoicesHoweverItIsClosed) {
 TEST_F(CCelDialogsTest, LineCheckShowsTheNewestFrameOnly) {
     std::vector<int> shown;
     const auto isShown = [&](int frame) {
-        return QTest::qWaitFor([&] { return !shown.empty() && shown.back() == frame; });
+        return WaitFor([&] { return !shown.empty() && shown.back() == frame; });
     };
     WithDialog(
         [&] {

@@ -1,6 +1,7 @@
 #include "views/cel/CelFrame.h"
 #include "CelEditorFixture.h"
 #include "qt/ModalDriver.h"
+#include "qt/Patience.h"
 #include "scene/AssetOperations.h"
 #include "scene/PaletteOperations.h"
 #include "scene/SceneModel.h"
@@ -227,7 +228,7 @@ TEST_F(CelFrameTest, APaneMayBeAsLowAsTwentyPixels) {
     EXPECT_LT(leftOf("pen1"), leftOf("brush3"));
     splitter.resize(900, 400);
     splitter.setSizes({200, 200});
-    EXPECT_TRUE(QTest::qWaitFor([&] { return leftOf("pen1") > leftOf("brush3"); }));
+    EXPECT_TRUE(WaitFor([&] { return leftOf("pen1") > leftOf("brush3"); }));
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "ScriptedPrompter.h"
 #include "TempFolder.h"
 #include "qt/ModalDriver.h"
+#include "qt/Patience.h"
 #include "render/Movie.h"
 #include "render/avi/AviWriter.h"
 #include "views/player/MovieScreen.h"
@@ -67,7 +68,7 @@ protected:
     static bool Plays(QDialog& dialog) { return Button(dialog, "play").accessibleName() == "Stop"; }
     static bool PlaysToTheEnd(QDialog& dialog) {
         Button(dialog, "play").click();
-        return QTest::qWaitFor([&] { return !Plays(dialog); });
+        return WaitFor([&] { return !Plays(dialog); });
     }
 
     CTempFolder folder;
@@ -113,7 +114,7 @@ TEST_F(CMoviePlayerDialogTest, PlaysEveryFrameInOrderAndReturnsToTheFirst) {
         QObject::connect(&dialog, &QWidget::windowTitleChanged, &dialog,
                          [&](const QString& title) { titles.push_back(title); });
         ASSERT_TRUE(PlaysToTheEnd(dialog));
-        EXPECT_TRUE(QTest::qWaitFor([&] { return dialog.windowTitle() == "Velmor Movie Player - FRM : 1"; }));
+        EXPECT_TRUE(WaitFor([&] { return dialog.windowTitle() == "Velmor Movie Player - FRM : 1"; }));
         EXPECT_EQ(Slider(dialog).value(), 0);
         int next = 1;
         for (const QString& title : titles)
@@ -136,7 +137,7 @@ TEST_F(CMoviePlayerDialogTest, LoopsUntilStoppedAndThenStaysWhereItIs) {
             last = Slider(dialog).value();
         });
         QTest::keyClick(&dialog, Qt::Key_Space);
-        EXPECT_TRUE(QTest::qWaitFor([&] { return wraps >= 2; }));
+        EXPECT_TRUE(WaitFor([&] { return wraps >= 2; }));
         EXPECT_TRUE(Plays(dialog));
         QTest::keyClick(&dialog, Qt::Key_Space);
         EXPECT_FALSE(Plays(dialog));
@@ -159,7 +160,7 @@ TEST_F(CMoviePlayerDialogTest, TheSoundStartsAtFrameOneOnlyAndEndsWithStop) {
         EXPECT_TRUE(movie.IsSoundPlaying()) << "what lies below the last frame is heard";
         Button(dialog, "loop").click();
         Button(dialog, "play").click();
-        EXPECT_TRUE(QTest::qWaitFor([&] { return output.played.size() >= 4; }));
+        EXPECT_TRUE(WaitFor([&] { return output.played.size() >= 4; }));
         Button(dialog, "play").click();
         EXPECT_FALSE(movie.IsSoundPlaying());
         EXPECT_EQ(output.played.front().size(), 400000u);
@@ -193,7 +194,7 @@ TEST_F(CMoviePlayerDialogTest, ClosingWhilePlayingSilencesAndStops) {
     Open(4, {64, 48}, 2, 400000);
     Run([&](QDialog& dialog) {
         Button(dialog, "play").click();
-        EXPECT_TRUE(QTest::qWaitFor([&] { return output.played.size() == 1; }));
+        EXPECT_TRUE(WaitFor([&] { return output.played.size() == 1; }));
         dialog.close();
         EXPECT_FALSE(movie.IsSoundPlaying());
         EXPECT_FALSE(Plays(dialog));

@@ -1,5 +1,6 @@
 #include "views/prompter/PlayingWait.h"
 
+#include "qt/Patience.h"
 #include "views/prompter/QtPrompter.h"
 
 #include <QAction>
@@ -103,7 +104,7 @@ TEST_F(CPlayingWaitTest, ClosingTheWindowEndsItFirst) {
     Wait([&] { window.close(); });
     closesAtEnd = window.closes;
     EXPECT_EQ(closesAtEnd, 0);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !window.isVisible(); }));
+    EXPECT_TRUE(WaitFor([&] { return !window.isVisible(); }));
     EXPECT_EQ(window.closes, 1);
 }
 

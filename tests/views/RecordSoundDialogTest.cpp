@@ -3,6 +3,7 @@
 #include "FakeAudio.h"
 #include "ScriptedPrompter.h"
 #include "qt/ModalDriver.h"
+#include "qt/Patience.h"
 #include "sound/SoundRecorder.h"
 
 #include <QLabel>
@@ -49,7 +50,7 @@ TEST_F(CRecordSoundDialogTest, RecordsStopsPlaysAndSaves) {
         Button(dialog, "record").click();
         EXPECT_EQ(Enabled(dialog), "sC");
         const auto& progress = Child<QProgressBar>(dialog, "progress");
-        EXPECT_TRUE(QTest::qWaitFor([&] { return progress.value() >= 1; }));
+        EXPECT_TRUE(WaitFor([&] { return progress.value() >= 1; }));
         EXPECT_EQ(progress.maximum(), 60);
         EXPECT_TRUE(Status(dialog).startsWith("Recording... at 1.")) << Status(dialog).toStdString();
         Button(dialog, "stop").click();
@@ -64,7 +65,7 @@ TEST_F(CRecordSoundDialogTest, RecordsStopsPlaysAndSaves) {
         EXPECT_EQ(Enabled(dialog), "rpSC");
         audio.output.step = 100000;
         Button(dialog, "play").click();
-        EXPECT_TRUE(QTest::qWaitFor([&] { return Enabled(dialog) == "rpSC"; })) << "the end of the sound ends it";
+        EXPECT_TRUE(WaitFor([&] { return Enabled(dialog) == "rpSC"; })) << "the end of the sound ends it";
         dialog.OkButton().click();
     });
     EXPECT_EQ(result, QDialog::Accepted);
@@ -78,7 +79,7 @@ TEST_F(CRecordSoundDialogTest, ARecordingEndsByItselfAfterAMinute) {
     audio.input.step = CSoundRecorder::capacity;
     Run([&](CRecordSoundDialog& dialog) {
         Button(dialog, "record").click();
-        EXPECT_TRUE(QTest::qWaitFor([&] { return Enabled(dialog) == "rpSC"; }));
+        EXPECT_TRUE(WaitFor([&] { return Enabled(dialog) == "rpSC"; }));
         EXPECT_EQ(Status(dialog), "Recorded... at 60.00 seconds, idle");
         EXPECT_EQ(Child<QProgressBar>(dialog, "progress").value(), 60);
     });
@@ -106,7 +107,7 @@ TEST_F(CRecordSoundDialogTest, SaysWhyItCannotRecordOrPlay) {
         EXPECT_EQ(Enabled(dialog), "rC");
         audio.input.opens = true;
         Button(dialog, "record").click();
-        EXPECT_TRUE(QTest::qWaitFor([&] { return Status(dialog) != "Recording... at 0.00 seconds"; }));
+        EXPECT_TRUE(WaitFor([&] { return Status(dialog) != "Recording... at 0.00 seconds"; }));
         Button(dialog, "stop").click();
         audio.output.opens = false;
         Button(dialog, "play").click();

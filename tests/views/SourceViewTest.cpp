@@ -4,6 +4,7 @@
 #include "platform/files/Files.h"
 #include "qt/ModalDriver.h"
 #include "qt/PaletteChange.h"
+#include "qt/Patience.h"
 #include "scene/AssetOperations.h"
 #include "scene/SceneLifecycle.h"
 #include "scene/SceneModel.h"
@@ -417,7 +418,7 @@ TEST_F(SourceViewTest, RowsShowWhatIsDrawnWhenAsked) {
 
     view->ShowThumbnails(true);
     EXPECT_TRUE(asked.empty()) << "choosing a folder does not wait for its pictures";
-    ASSERT_TRUE(QTest::qWaitFor([&] { return asked.size() >= 4 && middleOf(0) == color; }));
+    ASSERT_TRUE(WaitFor([&] { return asked.size() >= 4 && middleOf(0) == color; }));
     EXPECT_GT(List().visualRect(List().model()->index(0, 0)).height(), height);
     QTest::qWait(20);
     EXPECT_LT(asked.size(), 20U) << "only what is seen";
@@ -426,7 +427,7 @@ TEST_F(SourceViewTest, RowsShowWhatIsDrawnWhenAsked) {
 
     asked.clear();
     color = Qt::blue;
-    ASSERT_TRUE(QTest::qWaitFor([&] {
+    ASSERT_TRUE(WaitFor([&] {
         MakeCel("Cat", "1"); // until its time stamp is another
         doc->Views().UpdateAllViews(UpdateHint::EditedImage);
         return middleOf(0) == color;

@@ -2,6 +2,7 @@
 #include "DocumentFixture.h"
 #include "TestScene.h"
 #include "qt/PaletteChange.h"
+#include "qt/Patience.h"
 #include "scene/CameraOperations.h"
 #include "scene/CellOperations.h"
 #include "scene/SceneLifecycle.h"
@@ -181,8 +182,8 @@ TEST_F(XSheetViewTest, SelectionsHeldOutsideKeepScrolling) {
     DragTo({60, 240 + 7});
     EXPECT_EQ(view->Geometry().firstFrame, 2);
     DragTo({60, 240 + 145});
-    EXPECT_TRUE(QTest::qWaitFor([&] { return view->Geometry().firstFrame == 91; }));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return Selection().lastFrame == 99; }));
+    EXPECT_TRUE(WaitFor([&] { return view->Geometry().firstFrame == 91; }));
+    EXPECT_TRUE(WaitFor([&] { return Selection().lastFrame == 99; }));
     EXPECT_EQ(Selection().firstFrame, 2);
     EXPECT_EQ(view->verticalScrollBar()->value(), 91);
     DragTo({60, 35});
@@ -365,7 +366,7 @@ TEST_F(XSheetViewTest, AssetsHeldNearAnEdgeScroll) {
     Open();
     SelectAssets(SourceMode::Sounds, {"tick"});
     MoveAssets({520, 238});
-    EXPECT_TRUE(QTest::qWaitFor([&] { return view->Geometry().firstFrame >= 3; }));
+    EXPECT_TRUE(WaitFor([&] { return view->Geometry().firstFrame >= 3; }));
     QDragLeaveEvent leave;
     QCoreApplication::sendEvent(Port(), &leave);
     QMimeData text;

@@ -3,6 +3,7 @@
 #include "TestScene.h"
 #include "app/window/MainFrame.h"
 #include "qt/ModalDriver.h"
+#include "qt/Patience.h"
 #include "scene/SceneLifecycle.h"
 #include "scene/VelmorltDoc.h"
 
@@ -25,7 +26,7 @@ TEST(ApplicationTest, ASecondStartBringsTheFirstWindowToTheFront) {
                        told |= label->text().contains("Personal Velmor is already running");
                    EXPECT_TRUE(told);
                });
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !first.Frame().isMinimized(); }));
+    EXPECT_TRUE(WaitFor([&] { return !first.Frame().isMinimized(); }));
 }
 
 TEST(ApplicationTest, AnXSheetOpensInTheRunningProgram) {
@@ -39,7 +40,7 @@ TEST(ApplicationTest, AnXSheetOpensInTheRunningProgram) {
     EXPECT_EQ(first.Document().Scenes().GetSceneName(), "Here");
     CApplication second(folders);
     EXPECT_FALSE(second.Start(false, file(there))) << "and shows no message, which would wait for an answer";
-    EXPECT_TRUE(QTest::qWaitFor([&] { return first.Document().Scenes().GetSceneName() == "There"; }));
+    EXPECT_TRUE(WaitFor([&] { return first.Document().Scenes().GetSceneName() == "There"; }));
     for (const Path& wrong : {folder / "db" / "x.xsheet", folder / "other" / "There.scene" / "Other.xsheet",
                               folder / "gone" / "Gone.scene" / "Gone.xsheet"})
         WithDialog([&] { EXPECT_FALSE(first.Document().Scenes().OpenSceneFile(wrong)); }, [](QDialog&) {});

@@ -2,6 +2,7 @@
 
 #include "MainFrameFixture.h"
 #include "TestScene.h"
+#include "qt/Patience.h"
 #include "scene/AssetOperations.h"
 #include "scene/SceneLifecycle.h"
 #include "scene/SceneModel.h"
@@ -72,7 +73,7 @@ TEST_F(CLeavingCelEditorTest, AChangedDrawingIsWrittenWhateverItIsLeftFor) {
         Paint();
         TakeHints();
         leave[i]();
-        EXPECT_TRUE(QTest::qWaitFor([this] { return IsSaved(); })) << i;
+        EXPECT_TRUE(WaitFor([this] { return IsSaved(); })) << i;
         EXPECT_EQ(TakeHints(), std::vector<int>{260}) << i;
         EXPECT_EQ(doc->Model().celImg.FilePath(), file) << "it stays under edit";
     }
