@@ -6,6 +6,9 @@
 
 namespace velmor {
 
+/// The files in which sheets travel.
+enum class ExchangeFormat { Xdts, Csv };
+
 /// A track of a sheet on its way from or to another program.
 struct CExchangeTrack {
     std::string name;

@@ -33,6 +33,16 @@ std::string Counted(int count, const char* one, const char* more) {
     return std::to_string(count) + " " + (count == 1 ? one : more);
 }
 
+void Change(CSheetImport& import, const std::string& text) {
+    import.changes.push_back(text);
+    import.sheetChanges.push_back(text);
+}
+
+void Lose(CSheetImport& import, const std::string& text) {
+    import.losses.push_back(text);
+    import.sheetLosses.push_back(text);
+}
+
 /// Brings one track into a level.
 class CTrackImport {
 public:
@@ -41,29 +51,38 @@ public:
         : m_track(track), m_before(before), m_levelBefore(levelBefore), m_assets(assets), m_import(import) {
         if (levelBefore)
             m_folder = FolderOfLevel(before, *levelBefore).value_or(std::string());
-        if (m_folder.empty())
-            m_folder = assets.images.contains(LevelNameOf(track.name)) ? LevelNameOf(track.name) : assets.folder;
+        if (m_folder.empty() && assets.images.contains(LevelNameOf(track.name)))
+            m_folder = LevelNameOf(track.name);
+        m_isFolderGiven = m_folder.empty();
+        if (m_isFolderGiven)
+            m_folder = assets.folder;
     }
 
     void Into(int level) {
-        int changed = 0;
+        m_result.level = m_import.xsheet.LevelName(level);
+        m_result.isNew = !m_levelBefore;
         const int frames = std::min(m_import.xsheet.FrameCount(), static_cast<int>(m_track.cells.size()));
         for (int frame = 0; frame < frames; ++frame) {
             CXSheetCell cell = CellFor(m_track.cells[static_cast<std::size_t>(frame)], frame);
             if (cell.IsIdenticalTo(m_import.xsheet.Cell(level, frame)))
                 continue;
             m_import.xsheet.MutableCell(level, frame) = std::move(cell);
-            ++changed;
+            ++m_result.changedCells;
         }
-        if (changed > 0)
-            m_import.changes.push_back("Level \"" + m_import.xsheet.LevelName(level) +
-                                       "\": " + Counted(changed, "cell changes", "cells change"));
-        for (const auto& [name, count] : m_missing)
-            m_import.losses.push_back("Level \"" + m_import.xsheet.LevelName(level) + "\": there is no drawing " +
-                                      name + ", " + Counted(count, "cell stays", "cells stay") + " empty");
+        Tell();
     }
 
 private:
+    void Tell() {
+        const std::string level = "Level \"" + m_result.level + "\": ";
+        if (m_result.changedCells > 0)
+            m_import.changes.push_back(level + Counted(m_result.changedCells, "cell changes", "cells change"));
+        for (const auto& [name, count] : m_result.missing)
+            m_import.losses.push_back(level + "there is no drawing " + name + ", " +
+                                      Counted(count, "cell stays", "cells stay") + " empty");
+        m_import.tracks.push_back(std::move(m_result));
+    }
+
     // Folder and name of the drawing that a value means; nothing when the scene has none such.
     std::optional<std::pair<std::string, std::string>> Resolve(const std::string& value) const {
         const std::size_t slash = value.rfind('/');
@@ -81,12 +100,15 @@ private:
     CXSheetCell CellFor(const std::string& value, int frame) {
         if (value.empty())
             return {};
+        m_result.usesGivenFolder |= m_isFolderGiven && value.find('/') == std::string::npos;
+        m_result.drawings.insert(value);
         if (m_levelBefore && m_before.HasFrame(frame) &&
             ExchangeName(m_before.Cell(*m_levelBefore, frame), m_folder) == value)
             return m_before.Cell(*m_levelBefore, frame);
         const auto drawing = Resolve(value);
         if (!drawing) {
-            ++m_missing[value];
+            m_result.drawings.erase(value);
+            ++m_result.missing[value];
             return {};
         }
         if (const CXSheetCell* nearest = NearestOf(drawing->first, drawing->second, frame))
@@ -118,7 +140,8 @@ private:
     const CSceneAssets& m_assets;
     CSheetImport& m_import;
     std::string m_folder;
-    std::map<std::string, int> m_missing;
+    bool m_isFolderGiven = false;
+    CImportedTrack m_result;
     std::map<std::pair<std::string, std::string>, CXSheetCell> m_fresh;
 };
 
@@ -162,16 +185,16 @@ void ImportSounds(const CExchangeSheet& sheet, const std::vector<CSoundPlacement
         if (isFree && assets.sounds.contains(name))
             import.sounds.push_back({line.frame, name});
         else
-            import.losses.push_back("Frame " + std::to_string(line.frame + 1) + ": there is no sound called \"" +
-                                    line.text + "\"");
+            Lose(import,
+                 "Frame " + std::to_string(line.frame + 1) + ": there is no sound called \"" + line.text + "\"");
     }
     std::vector<CSoundPlacement> sorted = before;
     std::ranges::stable_sort(sorted, {}, &CSoundPlacement::frame);
     if (sorted == import.sounds)
         import.sounds = before; // in the order of their placing
     else
-        import.changes.push_back("Sounds: " + std::to_string(before.size()) + " placed before, " +
-                                 std::to_string(import.sounds.size()) + " after");
+        Change(import, "Sounds: " + std::to_string(before.size()) + " placed before, " +
+                           std::to_string(import.sounds.size()) + " after");
 }
 
 } // namespace
@@ -184,10 +207,13 @@ CStatus ImportSheet(const CExchangeSheet& sheet, const CXSheet& xsheet, const st
     if (sheet.frameCount < 1 || sheet.frameCount > mostFrames ||
         (added > 0 && xsheet.LevelCount() + added > CXSheet::mostLevels))
         return CStatus::Failure("The sheet has more levels or frames than an xsheet can have");
-    CSheetImport made{xsheet, sounds, {}, {}};
+    CSheetImport made;
+    made.xsheet = xsheet;
+    made.sounds = sounds;
+    made.newLevels = added;
     if (sheet.frameCount != xsheet.FrameCount()) {
-        made.changes.push_back("Length: " + std::to_string(xsheet.FrameCount()) + " frames before, " +
-                               std::to_string(sheet.frameCount) + " after");
+        Change(made, "Length: " + std::to_string(xsheet.FrameCount()) + " frames before, " +
+                         std::to_string(sheet.frameCount) + " after");
         made.xsheet.SetFrameCount(sheet.frameCount);
         std::erase_if(made.sounds, [&](const CSoundPlacement& sound) { return sound.frame >= sheet.frameCount; });
     }
@@ -195,7 +221,7 @@ CStatus ImportSheet(const CExchangeSheet& sheet, const CXSheet& xsheet, const st
     if (sheet.hasDialogue)
         ImportSounds(sheet, sounds, assets, made);
     if (sheet.hasCamera)
-        made.losses.emplace_back("The camera work of the file is not taken");
+        Lose(made, "The camera work of the file is not taken");
     import = std::move(made);
     return {};
 }

@@ -6,6 +6,7 @@
 #include "xsheet/XSheet.h"
 #include "xsheet/exchange/ExchangeSheet.h"
 
+#include <algorithm>
 #include <functional>
 #include <map>
 #include <set>
@@ -23,12 +24,29 @@ struct CSceneAssets {
     std::string folder; ///< of cels, for levels whose folder nothing else tells; may be empty
 };
 
+/// What becomes of a track.
+struct CImportedTrack {
+    std::string level; ///< that it goes into
+    bool isNew = false;
+    int changedCells = 0;
+    std::set<std::string> drawings;     ///< that it shows and the scene has
+    std::map<std::string, int> missing; ///< those that the scene lacks, with the cells that stay empty for them
+    bool usesGivenFolder = false;       ///< nothing but CSceneAssets::folder tells where its drawings are
+};
+
 /// A sheet from outside brought into an xsheet, and what that changes.
 struct CSheetImport {
     CXSheet xsheet;
     std::vector<CSoundPlacement> sounds;
+    std::vector<CImportedTrack> tracks;
+    int newLevels = 0;                ///< in front of those that were there
     std::vector<std::string> changes; ///< a line each; none when everything is as it was
     std::vector<std::string> losses;  ///< of the file, that have no place here
+    // Those of them that belong to no track.
+    std::vector<std::string> sheetChanges;
+    std::vector<std::string> sheetLosses;
+
+    bool UsesGivenFolder() const { return std::ranges::any_of(tracks, &CImportedTrack::usesGivenFolder); }
 };
 
 /// Brings the tracks into the levels of the same names, the first of a name into the first, and into new levels in
