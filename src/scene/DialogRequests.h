@@ -9,9 +9,12 @@
 #include "scene/Dialogs.h"
 #include "scene/DropType.h"
 #include "scene/SceneSettings.h"
+#include "scene/Sequence.h"
 #include "scene/history/HistoryEntry.h"
 #include "xsheet/CellForms.h"
 #include "xsheet/Inbetween.h"
+#include "xsheet/exchange/ExchangeSheet.h"
+#include "xsheet/exchange/SheetImport.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -315,6 +318,43 @@ struct CAppearanceRequest {
 
     Appearance initial = Appearance::System;
     std::function<void(Appearance)> show; ///< called at each choice, and with the initial one when it is cancelled
+};
+
+/// What an xsheet loses on its way to other programs, and in which format it goes.
+struct CSheetExportRequest {
+    using Answer = std::optional<ExchangeFormat>;
+
+    ExchangeFormat initial = ExchangeFormat::Xdts;
+    int levelCount = 1;
+    int frameCount = 1;
+    int soundCount = 0;
+    std::vector<std::string> losses; ///< a line each
+};
+
+/// What a sheet from outside would change, before it does. The answer is the cel folder of levels that nothing
+/// else tells of.
+struct CSheetImportRequest {
+    using Answer = std::optional<std::string>;
+
+    std::string file;                 ///< its name
+    std::vector<std::string> folders; ///< of cels
+    std::string initial;              ///< one of them, or empty
+    std::function<CSheetImport(const std::string& folder)> preview;
+};
+
+struct CSequenceRequest {
+    using Answer = std::optional<CSequence>;
+
+    CSequence initial;
+    std::vector<std::string> folders;    ///< of cels
+    std::vector<std::string> levelNames; ///< level 0 first
+    /// A file as it would be imported.
+    std::function<CImportedImage(const CSequence& sequence, const Path& file)> read;
+    /// Whether there is an asset of a name already.
+    std::function<bool(const CSequence& sequence, const std::string& name)> exists;
+    /// What exposing would do; empty for nothing.
+    std::function<std::string(const CSequence& sequence)> exposure;
+    AcceptRule<CSequence> accept;
 };
 
 struct CFileRequest {

@@ -30,6 +30,9 @@ struct CRenderSetupRequest;
 struct CRotationRequest;
 struct CSaveFileRequest;
 struct CSceneSettingsRequest;
+struct CSequenceRequest;
+struct CSheetExportRequest;
+struct CSheetImportRequest;
 struct CSwapLevelsRequest;
 struct CTransparencyRequest;
 
@@ -49,6 +52,7 @@ using CAnyDialog =
                  CDialogOf<CNameRequest>*, CDialogOf<CNewCelRequest>*, CDialogOf<COpenFilesRequest>*,
                  CDialogOf<COpenSceneRequest>*, CDialogOf<CRecoveryRequest>*, CDialogOf<CRenderSetupRequest>*,
                  CDialogOf<CRotationRequest>*, CDialogOf<CSaveFileRequest>*, CDialogOf<CSceneSettingsRequest>*,
+                 CDialogOf<CSequenceRequest>*, CDialogOf<CSheetExportRequest>*, CDialogOf<CSheetImportRequest>*,
                  CDialogOf<CSwapLevelsRequest>*, CDialogOf<CTransparencyRequest>*>;
 
 /// The one door through which dialogs are shown. A new dialog is its request, its widget, and a row in the table of

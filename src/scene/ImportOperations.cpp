@@ -1,29 +1,19 @@
 #include "scene/ImportOperations.h"
 
-#include "image/import/ImageReaders.h"
 #include "scene/AssetReferences.h"
 #include "scene/DialogRequests.h"
+#include "scene/ImportedImage.h"
 #include "scene/NamingRules.h"
 #include "scene/SceneEdit.h"
 #include "scene/SceneLifecycle.h"
 #include "scene/Settings.h"
 
-#include <algorithm>
-
 namespace velmor {
 
 namespace {
 
-constexpr int mostThreshold = 255;
 /// Shown for pictures as well.
 constexpr const char* importWithoutScene = "Internal Error : OnSourcesImportcels called with no scene open";
-
-std::string LowerExtension(const Path& file) {
-    std::string extension = Utf8Of(file.extension());
-    std::ranges::transform(extension, extension.begin(),
-                           [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    return extension;
-}
 
 } // namespace
 
@@ -60,7 +50,7 @@ void CImportOperations::AskAndImportPictures() {
 void CImportOperations::EditImportSettings() {
     CSceneModel& model = m_context.model;
     const std::optional<int> threshold = m_context.prompter.Ask(CImportSettingsRequest{model.importThreshold});
-    if (!threshold || !m_context.Require(*threshold >= 0 && *threshold <= mostThreshold,
+    if (!threshold || !m_context.Require(*threshold >= 0 && *threshold <= CLineRules::mostThreshold,
                                          "The threshold must be a whole number from 0 to 255"))
         return;
     model.importThreshold = *threshold;
@@ -122,12 +112,18 @@ bool CImportOperations::AcceptPictureName(const std::string& name) const {
 }
 
 bool CImportOperations::Store(const Path& file, SourceMode kind, const std::string& name) {
-    CCelImg image;
-    if (!m_context.Report(Read(image, file, kind)) || !Write(image, kind, name, "Import ")) {
+    CImportedImage read = ReadImportedImage(file, kind, {m_context.model.importThreshold, 0});
+    if (!m_context.Report(read.status) || !Write(read.image, kind, name, "Import ")) {
         m_context.Show("Error in import");
         return false;
     }
     return true;
+}
+
+CStatus CImportOperations::Import(CSceneEdit& edit, const Path& file, SourceMode kind, const std::string& name,
+                                  const CLineRules& rules) {
+    CImportedImage read = ReadImportedImage(file, kind, rules);
+    return read.status ? Write(edit, read.image, kind, name) : read.status;
 }
 
 bool CImportOperations::StoreImage(CCelImg& image, SourceMode kind, const std::string& name, const char* failure) {
@@ -141,34 +137,23 @@ bool CImportOperations::StoreImage(CCelImg& image, SourceMode kind, const std::s
     return true;
 }
 
-CStatus CImportOperations::Read(CCelImg& image, const Path& file, SourceMode kind) const {
-    const std::string extension = LowerExtension(file);
-    const std::string shownName = Utf8Of(file.filename());
-    const int threshold = m_context.model.importThreshold;
-    const bool asCel = kind == SourceMode::Cels;
-    if (extension == ".tga")
-        return asCel ? ReadTargaCel(image, file, threshold, shownName) : ReadTargaPicture(image, file, shownName);
-    if (extension == ".bmp")
-        return asCel ? ReadBitmapCel(image, file, threshold, shownName) : ReadBitmapPicture(image, file, shownName);
-    if (extension == ".png")
-        return asCel ? ReadPngCel(image, file, threshold, shownName) : ReadPngPicture(image, file, shownName);
-    if (extension == ".tif" || extension == ".tiff")
-        return asCel ? ReadTiffCel(image, file, threshold, shownName) : ReadTiffPicture(image, file, shownName);
-    return CStatus::Failure("");
-}
-
 bool CImportOperations::Write(CCelImg& image, SourceMode kind, const std::string& name, const char* deed) {
     CSceneModel& model = m_context.model;
     const Path file = model.Paths().AssetFile(kind, model.folderName, name);
-    if (kind == SourceMode::Pictures)
-        static_cast<void>(CreateFolder(model.Paths().PicturesFolder())); // or saving fails, and says so
     CSceneEdit edit(m_context, deed + TitleOfFile(model.SceneFile(file)), UpdateHint::None);
     edit.KeepFile(file);
-    image.SetFilePath(file);
-    if (!m_context.Report(image.Save()))
-        return false;
-    ShowReplaced(edit, kind, name);
-    return true;
+    return m_context.Report(Write(edit, image, kind, name));
+}
+
+CStatus CImportOperations::Write(CSceneEdit& edit, CCelImg& image, SourceMode kind, const std::string& name) {
+    const CScenePaths paths = m_context.model.Paths();
+    if (kind == SourceMode::Pictures)
+        static_cast<void>(CreateFolder(paths.PicturesFolder())); // or saving fails, and says so
+    image.SetFilePath(paths.AssetFile(kind, m_context.model.folderName, name));
+    CStatus saved = image.Save();
+    if (saved)
+        ShowReplaced(edit, kind, name);
+    return saved;
 }
 
 void CImportOperations::ShowReplaced(CSceneEdit& edit, SourceMode kind, const std::string& name) {

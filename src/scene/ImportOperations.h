@@ -10,6 +10,7 @@ namespace velmor {
 class CSceneEdit;
 class CSceneLifecycle;
 struct CFileRequest;
+struct CLineRules;
 
 /// Drawings and pictures from files outside the database.
 class CImportOperations {
@@ -27,6 +28,12 @@ public:
     /// saving. On failure the reader's text and then "Error in import" have been shown and nothing is changed.
     [[nodiscard]] bool ImportCel(const Path& file, const std::string& name);
     [[nodiscard]] bool ImportPicture(const Path& file, const std::string& name);
+
+    /// The same without texts and without the closing update of the views, within an edit that keeps the asset's
+    /// file; `name` is one that an asset of its kind can have. The failure of a file of a kind that is not read has
+    /// no text.
+    CStatus Import(CSceneEdit& edit, const Path& file, SourceMode kind, const std::string& name,
+                   const CLineRules& rules);
 
     /// The name dialog of a cel or picture; a cel's proposes the next number. The name to store it under, or
     /// nothing when it was cancelled.
@@ -47,9 +54,9 @@ private:
     void ImportFiles(const CFileRequest& request, SourceMode kind);
     /// Reads a file and writes it as an asset, without the closing update of the views.
     [[nodiscard]] bool Store(const Path& file, SourceMode kind, const std::string& name);
-    CStatus Read(CCelImg& image, const Path& file, SourceMode kind) const;
     /// Writes an image as an asset, as a step that `deed` begins the name of. False after the message.
     bool Write(CCelImg& image, SourceMode kind, const std::string& name, const char* deed);
+    CStatus Write(CSceneEdit& edit, CCelImg& image, SourceMode kind, const std::string& name);
     void ShowReplaced(CSceneEdit& edit, SourceMode kind, const std::string& name);
 
     CSceneContext m_context;

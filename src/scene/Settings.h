@@ -23,6 +23,7 @@ namespace setting {
 
 inline constexpr CStringSetting databaseDir{"Settings", "Database Dir", ""};
 inline constexpr CIntSetting importThreshold{"Settings", "ImportThres", 128};
+inline constexpr CIntSetting importSpecks{"Settings", "ImportSpecks", 0};
 inline constexpr CIntSetting motionPathSetup{"Settings", "MotionPathSetup", 1};
 /// What the history of a scene may take; 0 for none.
 inline constexpr CIntSetting historyMegabytes{"Settings", "History MB", 1024};
@@ -55,6 +56,8 @@ inline constexpr CStringSetting lastRenderCompressor{"Remember", "Last Render Co
 inline constexpr CIntSetting lastRenderQuality{"Remember", "Last Render Quality", 100};
 inline constexpr CStringSetting lastRenderDirectory{"Remember", "Last Rendering Directory", ""};
 inline constexpr CStringSetting lastRenderName{"Remember", "Last Rendering Name", ""};
+inline constexpr CIntSetting lastSheetFormat{"Remember", "Last Sheet Format", 0};
+inline constexpr CIntSetting lastSequenceHold{"Remember", "Last Sequence Hold", 1};
 
 inline constexpr CIntSetting playerLoop{"Remember", "Player Loop", 0};
 inline constexpr CIntSetting playerDouble{"Remember", "Player Double", 0};

@@ -17,6 +17,8 @@
 #include "scene/SceneHistory.h"
 #include "scene/SceneLifecycle.h"
 #include "scene/SceneSaving.h"
+#include "scene/SequenceImport.h"
+#include "scene/SheetExchange.h"
 #include "scene/SoundOperations.h"
 #include "scene/XSheetCursor.h"
 #include "scene/XSheetOperations.h"
@@ -53,6 +55,8 @@ struct CVelmorltDoc::CParts {
     CCellOperations cells{context};
     CCameraOperations camera{context, cursor};
     CImportOperations imports{context, scenes};
+    CSequenceImport sequences{context, scenes, imports};
+    CSheetExchange exchange{context};
     CGrabOperations grabs{context, imports};
     CAssetOperations assets;
     CAssetTransforms transforms{context};
@@ -96,6 +100,8 @@ CCelPainting& CVelmorltDoc::Painting() { return m_parts->painting; }
 CAssetOperations& CVelmorltDoc::Assets() { return m_parts->assets; }
 CAssetTransforms& CVelmorltDoc::Transforms() { return m_parts->transforms; }
 CImportOperations& CVelmorltDoc::Imports() { return m_parts->imports; }
+CSequenceImport& CVelmorltDoc::Sequences() { return m_parts->sequences; }
+CSheetExchange& CVelmorltDoc::Exchange() { return m_parts->exchange; }
 CGrabOperations& CVelmorltDoc::Grabs() { return m_parts->grabs; }
 CSoundOperations& CVelmorltDoc::Sounds() { return m_parts->sounds; }
 CMediaOperations& CVelmorltDoc::Media() { return m_parts->media; }

@@ -26,6 +26,8 @@ class CRenderOperations;
 class CSceneHistory;
 class CSceneLifecycle;
 class CSceneSaving;
+class CSequenceImport;
+class CSheetExchange;
 class CSoundOperations;
 class CViewList;
 class CXSheetCursor;
@@ -79,6 +81,9 @@ public:
     /// What is done to whole images.
     CAssetTransforms& Transforms();
     CImportOperations& Imports();
+    CSequenceImport& Sequences();
+    /// The xsheet to and from other programs.
+    CSheetExchange& Exchange();
     /// Scanned and captured frames.
     CGrabOperations& Grabs();
     CSoundOperations& Sounds();

@@ -19,20 +19,6 @@ void PaintCheckerboard(QPainter& painter, QSize size) {
             painter.fillRect(x, y, checkSize, checkSize, QColor(226, 226, 226));
 }
 
-QPixmap MakeThumbnail(const QImage& image, double scale) {
-    QSize size = image.size();
-    if (size.width() > CAssetThumbnails::width || size.height() > CAssetThumbnails::height)
-        size =
-            size.scaled(CAssetThumbnails::width, CAssetThumbnails::height, Qt::KeepAspectRatio).expandedTo({1, 1});
-    const QImage small = image.scaled(size * scale, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    QPixmap pixmap(size * scale);
-    pixmap.setDevicePixelRatio(scale);
-    QPainter painter(&pixmap);
-    PaintCheckerboard(painter, size);
-    painter.drawImage(QRectF({0, 0}, QSizeF(size)), small);
-    return pixmap;
-}
-
 } // namespace
 
 QImage ToQImage(const CCelImg& image) {
@@ -50,6 +36,19 @@ QImage ToQImage(const CCelImg& image) {
             row[x] = qRgba(red[index], green[index], blue[index], alpha[index]);
     }
     return result;
+}
+
+QPixmap PaintThumbnail(const QImage& image, QSize most, double scale) {
+    QSize size = image.size();
+    if (size.width() > most.width() || size.height() > most.height())
+        size = size.scaled(most, Qt::KeepAspectRatio).expandedTo({1, 1});
+    const QImage small = image.scaled(size * scale, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    QPixmap pixmap(size * scale);
+    pixmap.setDevicePixelRatio(scale);
+    QPainter painter(&pixmap);
+    PaintCheckerboard(painter, size);
+    painter.drawImage(QRectF({0, 0}, QSizeF(size)), small);
+    return pixmap;
 }
 
 CAssetThumbnails::CAssetThumbnails(double scale) : m_scale(scale) {}
@@ -70,7 +69,7 @@ QPixmap CAssetThumbnails::Find(const Path& file) {
     CCelImg image;
     QPixmap pixmap;
     if (image.Load(file))
-        pixmap = MakeThumbnail(ToQImage(image), m_scale);
+        pixmap = PaintThumbnail(ToQImage(image), {width, height}, m_scale);
     m_entries.push_front({file, *identity, pixmap});
     if (m_entries.size() > mostKept)
         m_entries.pop_back();

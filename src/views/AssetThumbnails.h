@@ -35,6 +35,10 @@ private:
     std::list<CEntry> m_entries; ///< the last used first
 };
 
+/// An image over a checkerboard, made smaller where it is larger than `most` logical pixels. `scale` is the
+/// screen's.
+QPixmap PaintThumbnail(const QImage& image, QSize most, double scale);
+
 /// An image with its alpha, top row first as the screen has it; null when nothing is loaded.
 QImage ToQImage(const CCelImg& image);
 

@@ -45,6 +45,22 @@ TEST_F(SequenceCommand, KeepsTheNumbersOfItsFilesAndExposesThem) {
     EXPECT_TRUE(sheet.Cell(0, 0).Shows("_Pictures_", "sky1"));
 }
 
+TEST_F(SequenceCommand, LeavesOutSpecksHoldsOverGapsAndGoesOnPastBrokenFiles) {
+    const std::string files = Make("d1.png") + Make("d4.png");
+    testing::WriteBytes(folder / "in" / "d6.png", std::vector<std::uint8_t>{1, 2, 3});
+    const CRun run = Import("--folder Dog --level Dog --hold-gaps --threshold 200 --despeckle 24 " + files +
+                            (folder / "in" / "d6.png").string());
+    EXPECT_EQ(run.status, 1);
+    EXPECT_NE(run.error.find("1 of 3 files could not be imported:\nd6.png: "), std::string::npos) << run.error;
+    const CXSheet sheet = Sheet();
+    for (const auto& [frame, cel] : {std::pair(0, "1"), {2, "1"}, {3, "4"}, {4, "4"}})
+        EXPECT_TRUE(sheet.Cell(0, frame).Shows("Dog", cel)) << frame;
+    EXPECT_FALSE(sheet.Cell(0, 5).IsUsed());
+    CCelImg cel;
+    ASSERT_TRUE(cel.Load(scene.folder / "Dog" / "1.bit"));
+    EXPECT_FALSE(cel.IsLine(0, 0)) << "all of it is one speck";
+}
+
 TEST_F(SequenceCommand, WhatCannotBeExposedIsNotImported) {
     const auto before = Contents();
     const std::string file = Make("a1.png");
@@ -55,6 +71,8 @@ TEST_F(SequenceCommand, WhatCannotBeExposedIsNotImported) {
     EXPECT_EQ(Import("--folder Dog --level D --hold 2147483647 " + file + Make("a2.png")).status, 1);
     EXPECT_EQ(Import("--folder Dog " + file + Make("b01.png")).status, 1) << "one number twice";
     EXPECT_EQ(Import("--folder Dog " + Make("a.png")).status, 1) << "no number";
+    EXPECT_EQ(Import("--pictures sky --despeckle 2 " + file).status, 2) << "a picture has no lines";
+    EXPECT_EQ(Import("--folder Dog --hold-gaps " + file).status, 2) << "without a level";
     EXPECT_EQ(Contents(), before);
 }
 

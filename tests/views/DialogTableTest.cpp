@@ -94,6 +94,29 @@ const CDialogRow dialogs[] = {
      }},
     {"color", [](CStage& s) { s.prompter.Ask(CColorRequest{}); }},
     {"import settings", [](CStage& s) { s.prompter.Ask(CImportSettingsRequest{128}); }},
+    {"sheet export",
+     [](CStage& s) {
+         s.prompter.Ask(CSheetExportRequest{ExchangeFormat::Xdts, 3, 24, 1, {"The camera is not in the file"}});
+     }},
+    {"sheet import",
+     [](CStage& s) {
+         s.prompter.Ask(CSheetImportRequest{"cut.xdts", {"Cat", "Fox"}, "Fox", [](const std::string&) {
+                                                CSheetImport import;
+                                                import.tracks = {{ "Fox", true, 1, {"1"}, {{ "9", 2 }}, true }};
+                                                import.changes = import.sheetChanges = {"Length: 8 before"};
+                                                import.losses = import.sheetLosses = {"The camera is not taken"};
+                                                return import;
+                                            }});
+     }},
+    {"sequence",
+     [](CStage& s) {
+         CSequenceRequest request;
+         request.initial.files = {"/in/d1.png", "/in/d2.png"};
+         request.initial.isExposed = true;
+         request.folders = {"Cat", "Fox"};
+         request.levelNames = levels;
+         s.prompter.Ask(request);
+     }},
     {"flipbook",
      [](CStage& s) {
          s.prompter.Ask(CFlipbookRequest{levels, {{1}, 2, 9, 1, 50, 60, true}, {}, 10});

@@ -7,6 +7,7 @@
 #include "app/cli/farm/FarmGrammar.h"
 #include "app/cli/reference/CommandReference.h"
 #include "platform/process/Parallel.h"
+#include "scene/ImportedImage.h"
 
 #include <exception>
 #include <iostream>
@@ -129,11 +130,18 @@ private:
         folder->excludes(pictures);
         command->add_option("--threshold", m_sequence.threshold, "Grey level below which lines begin")
             ->check(CLI::Range(0, 255));
+        command->add_option("--despeckle", m_sequence.specks, "Leave out specks of at most so many pixels")
+            ->check(CLI::Range(0, CLineRules::mostSpecks))
+            ->excludes(pictures);
         CLI::Option* level = command->add_option("--level", m_sequence.level,
                                                  "Name of the level to expose them on, made if missing");
         command->add_option("--at", m_sequence.at, "First frame")->check(CheckNumber, "POSITIVE")->needs(level);
         command->add_option("--hold", m_sequence.hold, "Frames each: 1 for on ones, 2 for on twos")
             ->check(CheckNumber, "POSITIVE")
+            ->needs(level);
+        command
+            ->add_flag("--hold-gaps", m_sequence.holdsGaps,
+                       "Hold a drawing over the numbers that are missing after it")
             ->needs(level);
         command->add_option("file", m_sequence.files, "Targa, bitmap, PNG or TIFF")->required()->expected(-1);
         command->callback([this] {

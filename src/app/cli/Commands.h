@@ -84,9 +84,11 @@ struct CSequenceArguments {
     std::string folder;   ///< of cels; empty for pictures
     std::string pictures; ///< what the pictures' names begin with; empty for cels
     std::optional<int> threshold;
+    int specks = 0;    ///< pixels of what is no line yet
     std::string level; ///< that they are exposed on, made where there is none; empty for none
     int at = 1;        ///< frame, from 1
     int hold = 1;      ///< frames that each is exposed
+    bool holdsGaps = false;
     std::vector<std::string> files;
 };
 

@@ -17,6 +17,8 @@ enum class CommandId {
     FilePrintPreview = 57609,
     FilePrintSetup = 57606,
     FileExit = 57665,
+    FileImportXsheet = 33150,
+    FileExportXsheet = 33151,
 
     EditUndo = 57643,
     EditRedo = 33130,
@@ -92,6 +94,7 @@ enum class CommandId {
     SourcesImportSettings = 32838,
     SourcesRecordSound = 32789,
     SourcesImportSound = 32888,
+    SourcesImportSequence = 33152,
 
     AnimationLineCheck = 32899,
     AnimationMakeFlipbook = 32900,

@@ -15,6 +15,8 @@
 #include "scene/SceneLifecycle.h"
 #include "scene/SceneModel.h"
 #include "scene/SceneSaving.h"
+#include "scene/SequenceImport.h"
+#include "scene/SheetExchange.h"
 #include "scene/SoundOperations.h"
 #include "scene/VelmorltDoc.h"
 #include "scene/XSheetCursor.h"
@@ -195,6 +197,12 @@ constexpr CCommand commands[] = {
      "Print Setup", Always, nullptr, Frame<&CMainFrame::SetUpPrinter>},
     {CommandId::FileExit, "E&xit", "exit", "", "Quit the application; prompts to save documents", "Exit", Always,
      nullptr, Frame<&CMainFrame::Exit>},
+    {CommandId::FileImportXsheet, "&Import Xsheet...", "import-xsheet", "",
+     "Brings in the xsheet of another program and shows first what changes", "Import Xsheet", HasScene, nullptr,
+     Do<&CVelmorltDoc::Exchange, &CSheetExchange::AskAndImport>, sheet},
+    {CommandId::FileExportXsheet, "&Export Xsheet...", "export-xsheet", "",
+     "Writes the xsheet to a file for other programs", "Export Xsheet", HasScene, nullptr,
+     Do<&CVelmorltDoc::Exchange, &CSheetExchange::AskAndExport>},
 
     // Edit
     {CommandId::EditUndo,
@@ -404,6 +412,9 @@ constexpr CCommand commands[] = {
      HasScene, nullptr, Do<&CVelmorltDoc::Media, &CMediaOperations::RecordSound>},
     {CommandId::SourcesImportSound, "Import Soun&d", "import-sound", "", "Imports a sound from a windows wave file",
      "Import Sound", HasScene, nullptr, Do<&CVelmorltDoc::Sounds, &CSoundOperations::AskAndImportSound>},
+    {CommandId::SourcesImportSequence, "Import Se&quence...", "import-sequence", "",
+     "Imports numbered files at once, as cels or pictures, and exposes them", "Import Sequence", HasScene, nullptr,
+     Do<&CVelmorltDoc::Sequences, &CSequenceImport::AskAndImport>},
 
     // Animation
     {CommandId::AnimationLineCheck, "&Line Check", "line-check", "",

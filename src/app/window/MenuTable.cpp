@@ -6,9 +6,10 @@ namespace {
 
 using enum CommandId;
 
-constexpr CommandId fileMenu[] = {FileNewScene,     FileOpenScene,  FileSceneManager, Separator, FileSceneSettings,
-                                  FileSaveAll,      Separator,      FileSettings,     Separator, FilePrint,
-                                  FilePrintPreview, FilePrintSetup, Separator,        FileExit};
+constexpr CommandId fileMenu[] = {FileNewScene,     FileOpenScene,   FileSceneManager, Separator, FileSceneSettings,
+                                  FileSaveAll,      Separator,       FileSettings,     Separator, FilePrint,
+                                  FilePrintPreview, FilePrintSetup,  Separator,        FileExit,  Separator,
+                                  FileImportXsheet, FileExportXsheet};
 constexpr CommandId editMenu[] = {EditUndo,        Separator,    EditCut,    EditCopy,    EditPaste,
                                   Separator,       EditCondense, EditExpand, EditReverse, Separator,
                                   EditRemoveSound, Separator,    EditRedo,   EditHistory};
@@ -41,10 +42,22 @@ constexpr CommandId xsheetMenu[] = {XsheetAddLevel,
 constexpr CommandId celMenu[] = {CelZoomIn, CelZoomOut,  CelZoomOneToOne, CelPan,    Separator,    CelUpdateCamera,
                                  Separator, CelSettings, Separator,       CelFit,    Separator,    CelBucket,
                                  CelPen,    CelEraser,   CelLineBrush,    Separator, CelPickColor, CelColorKey};
-constexpr CommandId sourcesMenu[] = {SourcesSelectSource,   SourcesScanCels,      SourcesScanPicture,    Separator,
-                                     SourcesCameraSettings, SourcesCaptureCels,   SourcesCapturePicture, Separator,
-                                     SourcesImportCels,     SourcesImportPicture, SourcesImportSettings, Separator,
-                                     SourcesRecordSound,    SourcesImportSound};
+constexpr CommandId sourcesMenu[] = {SourcesSelectSource,
+                                     SourcesScanCels,
+                                     SourcesScanPicture,
+                                     Separator,
+                                     SourcesCameraSettings,
+                                     SourcesCaptureCels,
+                                     SourcesCapturePicture,
+                                     Separator,
+                                     SourcesImportCels,
+                                     SourcesImportPicture,
+                                     SourcesImportSettings,
+                                     Separator,
+                                     SourcesRecordSound,
+                                     SourcesImportSound,
+                                     Separator,
+                                     SourcesImportSequence};
 constexpr CommandId animationMenu[] = {AnimationLineCheck,
                                        Separator,
                                        AnimationMakeFlipbook,

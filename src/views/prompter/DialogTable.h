@@ -20,6 +20,9 @@
 #include "views/dialogs/RotateDialog.h"
 #include "views/dialogs/SceneSettingsDialog.h"
 #include "views/dialogs/SelectLevelDialog.h"
+#include "views/dialogs/SequenceDialog.h"
+#include "views/dialogs/SheetExportDialog.h"
+#include "views/dialogs/SheetImportDialog.h"
 #include "views/dialogs/SwapLevelsDialog.h"
 #include "views/dialogs/TransparencyDialog.h"
 
@@ -47,8 +50,9 @@ using CDialogTable = CDialogRows<
     CDialogRow<CMotionPathRequest, CMotionPathDialog>, CDialogRow<CNameRequest, CNameDialog>,
     CDialogRow<CNewCelRequest, CNewCelDialog>, CDialogRow<COpenSceneRequest, COpenSceneDialog>,
     CDialogRow<CRenderSetupRequest, CRenderSetupDialog>, CDialogRow<CRotationRequest, CRotateDialog>,
-    CDialogRow<CSceneSettingsRequest, CSceneSettingsDialog>, CDialogRow<CSwapLevelsRequest, CSwapLevelsDialog>,
-    CDialogRow<CTransparencyRequest, CTransparencyDialog>>;
+    CDialogRow<CSceneSettingsRequest, CSceneSettingsDialog>, CDialogRow<CSequenceRequest, CSequenceDialog>,
+    CDialogRow<CSheetExportRequest, CSheetExportDialog>, CDialogRow<CSheetImportRequest, CSheetImportDialog>,
+    CDialogRow<CSwapLevelsRequest, CSwapLevelsDialog>, CDialogRow<CTransparencyRequest, CTransparencyDialog>>;
 
 template<class Request, class Dialog>
 Dialog* FindDialog(const CDialogRow<Request, Dialog>& row); // for its type alone

@@ -44,6 +44,35 @@ TEST_F(CMainFrameTest, EveryCommandStandsInExactlyOneMenu) {
         EXPECT_EQ(count, 1) << id.toStdString();
 }
 
+TEST_F(CMainFrameTest, XsheetsOfOtherProgramsComeInWhereTheyAreSeen) {
+    const auto isEnabled = [this](CommandId id) {
+        Frame().UpdateCommands();
+        return Frame().Action(id)->isEnabled();
+    };
+    for (const CommandId id :
+         {CommandId::FileImportXsheet, CommandId::FileExportXsheet, CommandId::SourcesImportSequence})
+        EXPECT_FALSE(isEnabled(id));
+    NewScene("Test");
+    EXPECT_TRUE(isEnabled(CommandId::SourcesImportSequence));
+    const Path file = folder / "Test.csv";
+    prompter.Answer(ExchangeFormat::Csv);
+    prompter.Answer(Path(file));
+    Run(CommandId::FileExportXsheet);
+    EXPECT_TRUE(FileExists(file));
+
+    const std::string text = "Frame,Ink\n1,\n2,\n3,\n";
+    WriteBytes(file, {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
+    Run(CommandId::ViewCelEditor);
+    prompter.Answer(std::vector<Path>{file});
+    prompter.Answer(std::string());
+    Run(CommandId::FileImportXsheet);
+    EXPECT_EQ(doc->Model().Scene().xsheet.FrameCount(), 3);
+    EXPECT_EQ(doc->Model().Scene().xsheet.LevelName(0), "Ink");
+    EXPECT_TRUE(Frame().Panes().IsOpen(StackedPane::Xsheet));
+    Run(CommandId::EditUndo);
+    EXPECT_EQ(doc->Model().Scene().xsheet.FrameCount(), 10);
+}
+
 TEST_F(CMainFrameTest, ThumbnailsOfAssetsAreASwitchThatIsRemembered) {
     EXPECT_FALSE(Frame().SourceView().ShowsThumbnails());
     Frame().Action(CommandId::ViewAssetThumbnails)->trigger();
