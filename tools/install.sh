@@ -15,7 +15,7 @@ packages=(
 case ${1:-} in
 '') ;;
 --gates) packages+=(git python3 clang clang-format clang-tidy libclang-rt-dev slurm-wlm munge parallel
-    lintian desktop-file-utils appstream debootstrap man-db file zsh) ;;
+    lintian desktop-file-utils shared-mime-info libglib2.0-bin appstream debootstrap man-db file zsh) ;;
 *)
     echo "usage: install.sh [--gates]" >&2
     exit 2

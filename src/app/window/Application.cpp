@@ -69,6 +69,8 @@ bool CApplication::Start(bool showSplash, const Path& sceneFile) {
     if (sceneFile.empty() || !m_doc->Scenes().OpenSceneFile(sceneFile))
         m_doc->Scenes().ReopenLastScene();
     m_frame->show();
+    // A desktop lets the first window of what it has started in front, and that was the splash window.
+    m_frame->activateWindow();
     AnswerBell();
     return true;
 }
