@@ -151,7 +151,7 @@ private:
     }
 
     void AddFox() {
-        m_animator.NewFolder("Fox", FoxColors());
+        m_animator.NewFolder(demoFolder, FoxColors());
         for (const CFoxPose& pose : WalkPoses())
             m_animator.NewCel(foxCel, [&](CCelImg& cel, const CPalette& palette) { DrawFox(cel, palette, pose); });
         for (const CJumpDrawing& drawing : m_jump)

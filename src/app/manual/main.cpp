@@ -55,10 +55,11 @@ QString ManPage() {
     QString page =
         ".TH PERSONAL\\-VELMOR 1 \"\" \"Personal Velmor " VELMOR_VERSION "\" \"User Commands\"\n"
         ".SH NAME\npersonal\\-velmor \\- draw, expose and film animation cels\n"
-        ".SH SYNOPSIS\n.B personal\\-velmor\n[\\-\\-nosplash] [SCENE.xsheet]\n"
+        ".SH SYNOPSIS\n.B personal\\-velmor\n[\\-\\-nosplash] [\\-\\-demo | SCENE.xsheet]\n"
         ".SH DESCRIPTION\nTraditional 2D cel animation: drawings on transparent cels, an exposure sheet, and a "
         "camera.\nA program that is running already comes to the front, and opens the scene.\n"
         ".SH OPTIONS\n.TP\n.B \\-\\-nosplash\nStart without the splash window\n"
+        ".TP\n.B \\-\\-demo\nOpen the demonstration scene, which is made where there is none\n"
         ".TP\n.B \\-\\-help\nList the options\n.TP\n.B \\-\\-version\nPrint the version\n.SH COMMANDS\n";
     for (const CMenu& menu : Menus()) {
         page += ".SS " + Escaped(Plain(menu.title)) + "\n";

@@ -1,5 +1,6 @@
 #include "app/window/Application.h"
 
+#include "app/window/Demonstration.h"
 #include "app/window/MainFrame.h"
 #include "app/window/SplashWindow.h"
 #include "app/window/Theme.h"
@@ -66,7 +67,7 @@ bool CApplication::Start(bool showSplash, const Path& sceneFile) {
     m_frame = std::make_unique<CMainFrame>(*m_doc, *m_prompter, *m_profile);
     m_prompter->SetParent(*m_frame, m_profile.get());
     m_settling = std::make_unique<CSettling>(m_doc->History());
-    if (sceneFile.empty() || !m_doc->Scenes().OpenSceneFile(sceneFile))
+    if (sceneFile.empty() || !Open(sceneFile))
         m_doc->Scenes().ReopenLastScene();
     m_frame->show();
     // A desktop lets the first window of what it has started in front, and that was the splash window.
@@ -90,7 +91,12 @@ void CApplication::AnswerRing(const std::string& sceneFile) {
     m_frame->BringToFront();
     // While a dialog waits for an answer, its command is not done with the open scene.
     if (!sceneFile.empty() && QApplication::activeModalWidget() == nullptr)
-        static_cast<void>(m_doc->Scenes().OpenSceneFile(PathOf(sceneFile))); // it has said why not
+        static_cast<void>(Open(PathOf(sceneFile))); // it has said why not
+}
+
+bool CApplication::Open(const Path& sceneFile) {
+    return sceneFile == demoSign ? OpenDemonstration(*m_doc, *m_prompter)
+                                 : m_doc->Scenes().OpenSceneFile(sceneFile);
 }
 
 } // namespace velmor

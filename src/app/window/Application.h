@@ -37,14 +37,17 @@ public:
 
     /// False when start-up fails, because the program is running already; nothing has been made then, and the one
     /// that runs has been asked to come to the front, and to open the scene. `sceneFile` is the xsheet of a scene
-    /// to be opened instead of the last one; empty for none.
+    /// to be opened instead of the last one, or demoSign for the demonstration scene; empty for none.
     [[nodiscard]] bool Start(bool showSplash, const Path& sceneFile = {});
+    /// In the place of a scene's file.
+    static constexpr const char* demoSign = "demo:";
     CMainFrame& Frame() { return *m_frame; }
     CVelmorltDoc& Document() { return *m_doc; }
 
 private:
     void AnswerBell();
     void AnswerRing(const std::string& sceneFile);
+    [[nodiscard]] bool Open(const Path& sceneFile);
 
     CProgramFolders m_folders;
     std::optional<CInstanceGuard> m_guard;

@@ -120,6 +120,7 @@ enum class CommandId {
 
     HelpManual = 32923,
     HelpAbout = 57664,
+    HelpDemonstration = 33153,
 };
 
 } // namespace velmor

@@ -515,6 +515,9 @@ constexpr CCommand commands[] = {
     {CommandId::HelpAbout, "&About Personal Velmor..", "about", "",
      "Display program information, version number and copyright", "About", Always, nullptr,
      Frame<&CMainFrame::ShowAbout>},
+    {CommandId::HelpDemonstration, "&Demonstration Scene", "open-scene", "",
+     "Opens a finished scene to look around in, which is made where there is none", "Demonstration Scene", Always,
+     nullptr, Frame<&CMainFrame::OpenDemonstration>},
 };
 
 } // namespace

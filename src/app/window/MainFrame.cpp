@@ -1,5 +1,7 @@
 #include "app/window/MainFrame.h"
 
+#include "app/window/Demonstration.h"
+
 #include "app/window/AboutDialog.h"
 #include "app/window/Capturing.h"
 #include "app/window/MenuTable.h"
@@ -264,6 +266,10 @@ void CMainFrame::ToggleAssetThumbnails() {
 
 void CMainFrame::ShowManual() {
     OpenOnlineManual(*this, m_prompter, ProgramFolder());
+}
+
+void CMainFrame::OpenDemonstration() {
+    static_cast<void>(velmor::OpenDemonstration(m_doc, m_prompter)); // it has said why not
 }
 
 void CMainFrame::ShowAbout() {

@@ -79,6 +79,7 @@ public:
     bool IsStatusBarShown() const;
     bool IsPaneBarShown(PaneBar bar) const;
     void ShowManual();
+    void OpenDemonstration();
     void ShowAbout();
 
     void OnUpdate(UpdateHint hint) override;

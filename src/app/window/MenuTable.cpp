@@ -72,7 +72,7 @@ constexpr CommandId viewMenu[] = {
     ViewCameraAndXsheet, ViewCamera, ViewXsheet,          ViewCelEditor,   Separator,     ViewToolBar,
     ViewStatusBar,       Separator,  ViewCameraTools,     ViewXsheetTools, ViewCelTools,  ViewColors,
     ViewBrushes,         Separator,  ViewAssetThumbnails, Separator,       ViewAppearance};
-constexpr CommandId helpMenu[] = {HelpManual, Separator, HelpAbout};
+constexpr CommandId helpMenu[] = {HelpManual, Separator, HelpAbout, Separator, HelpDemonstration};
 
 constexpr CMenu menus[] = {{"&File", fileMenu},       {"&Edit", editMenu},           {"&Assets", assetsMenu},
                            {"&Camera", cameraMenu},   {"&Xsheet", xsheetMenu},       {"Ce&l", celMenu},

@@ -18,13 +18,17 @@ int main(int argc, char** argv) {
     QCommandLineParser parser;
     const QCommandLineOption noSplash("nosplash", "Start without the splash window.");
     parser.addOption(noSplash);
+    const QCommandLineOption demo("demo", "Open the demonstration scene, which is made where there is none.");
+    parser.addOption(demo);
     parser.addPositionalArgument("scene", "Xsheet of the scene to open.", "[SCENE.xsheet]");
     parser.addHelpOption();
     parser.addVersionOption();
     parser.process(application);
 
     const QStringList files = parser.positionalArguments();
-    const QString scene = files.isEmpty() ? QString() : QFileInfo(files.front()).absoluteFilePath();
+    QString scene = files.isEmpty() ? QString() : QFileInfo(files.front()).absoluteFilePath();
+    if (parser.isSet(demo))
+        scene = velmor::CApplication::demoSign;
     velmor::CApplication program(velmor::CProgramFolders::OfThisUser());
     if (!program.Start(!parser.isSet(noSplash), velmor::PathOf(scene.toStdString())))
         return 1;

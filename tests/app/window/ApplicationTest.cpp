@@ -5,6 +5,7 @@
 #include "qt/ModalDriver.h"
 #include "qt/Patience.h"
 #include "scene/SceneLifecycle.h"
+#include "scene/SceneModel.h"
 #include "scene/VelmorltDoc.h"
 
 #include <QLabel>
@@ -47,6 +48,27 @@ TEST(ApplicationTest, AnXSheetOpensInTheRunningProgram) {
     EXPECT_EQ(first.Document().Scenes().GetSceneName(), "There");
     EXPECT_TRUE(FileExists(file(there)));
     EXPECT_FALSE(FolderExists(folder / "gone"));
+}
+
+TEST(ApplicationTest, TheDemonstrationIsMadeOnceAndOpened) {
+    const CTempFolder folder;
+    const CProgramFolders folders{folder / "program", folder / "settings", folder / "data"};
+    CApplication first(folders);
+    ASSERT_TRUE(first.Start(false, CApplication::demoSign));
+    const CSceneModel& model = first.Document().Model();
+    EXPECT_EQ(model.sceneName, "Demo");
+    EXPECT_EQ(model.folderName, "Fox");
+    EXPECT_GT(model.Scene().xsheet.LevelCount(), 3);
+
+    // Once more it is the same scene, with what has been done to it.
+    const Path mine = model.Paths().PictureFile("Mine");
+    WriteBytes(mine, std::vector<std::uint8_t>{1});
+    const CTestScene other(PathOf(model.databaseFolder), "Other");
+    ASSERT_TRUE(first.Document().Scenes().OpenScene("Other"));
+    CApplication second(folders);
+    EXPECT_FALSE(second.Start(false, CApplication::demoSign));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return model.sceneName == "Demo"; }));
+    EXPECT_TRUE(FileExists(mine));
 }
 
 } // namespace velmor::testing
