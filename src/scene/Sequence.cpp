@@ -98,13 +98,17 @@ std::string SequenceStem(const std::vector<Path>& files) {
 }
 
 std::string MissingNumbers(const std::vector<CSequenceImage>& images) {
+    constexpr int mostGapsShown = 10;
     std::string text;
+    int gaps = 0;
     for (std::size_t i = 1; i < images.size(); ++i) {
         const int first = images[i - 1].number + 1;
         const int last = images[i].number - 1;
         if (first > last)
             continue;
-        if (!text.empty())
+        if (++gaps > mostGapsShown)
+            return text + ", ...";
+        if (gaps > 1)
             text += ", ";
         text += std::to_string(first);
         if (last > first)

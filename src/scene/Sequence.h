@@ -46,7 +46,7 @@ std::optional<std::vector<CSequenceImage>> ImagesOf(const CSequence& sequence);
 /// when nothing is left.
 std::string SequenceStem(const std::vector<Path>& files);
 
-/// The numbers that are missing between the first and the last, as "3, 7-9"; empty for none.
+/// The numbers that are missing between the first and the last, as "3, 7-9"; empty for none. Of many the first.
 std::string MissingNumbers(const std::vector<CSequenceImage>& images);
 
 /// The frames that each image stands; as many numbers as images.

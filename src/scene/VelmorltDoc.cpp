@@ -18,6 +18,7 @@
 #include "scene/SceneLifecycle.h"
 #include "scene/SceneSaving.h"
 #include "scene/SequenceImport.h"
+#include "scene/SequenceOperations.h"
 #include "scene/SheetExchange.h"
 #include "scene/SoundOperations.h"
 #include "scene/XSheetCursor.h"
@@ -55,7 +56,8 @@ struct CVelmorltDoc::CParts {
     CCellOperations cells{context};
     CCameraOperations camera{context, cursor};
     CImportOperations imports{context, scenes};
-    CSequenceImport sequences{context, scenes, imports};
+    CSequenceImport sequenceImport{context, scenes, imports};
+    CSequenceOperations sequences{context, sequenceImport};
     CSheetExchange exchange{context};
     CGrabOperations grabs{context, imports};
     CAssetOperations assets;
@@ -100,7 +102,7 @@ CCelPainting& CVelmorltDoc::Painting() { return m_parts->painting; }
 CAssetOperations& CVelmorltDoc::Assets() { return m_parts->assets; }
 CAssetTransforms& CVelmorltDoc::Transforms() { return m_parts->transforms; }
 CImportOperations& CVelmorltDoc::Imports() { return m_parts->imports; }
-CSequenceImport& CVelmorltDoc::Sequences() { return m_parts->sequences; }
+CSequenceOperations& CVelmorltDoc::Sequences() { return m_parts->sequences; }
 CSheetExchange& CVelmorltDoc::Exchange() { return m_parts->exchange; }
 CGrabOperations& CVelmorltDoc::Grabs() { return m_parts->grabs; }
 CSoundOperations& CVelmorltDoc::Sounds() { return m_parts->sounds; }

@@ -26,7 +26,7 @@ class CRenderOperations;
 class CSceneHistory;
 class CSceneLifecycle;
 class CSceneSaving;
-class CSequenceImport;
+class CSequenceOperations;
 class CSheetExchange;
 class CSoundOperations;
 class CViewList;
@@ -81,7 +81,7 @@ public:
     /// What is done to whole images.
     CAssetTransforms& Transforms();
     CImportOperations& Imports();
-    CSequenceImport& Sequences();
+    CSequenceOperations& Sequences();
     /// The xsheet to and from other programs.
     CSheetExchange& Exchange();
     /// Scanned and captured frames.

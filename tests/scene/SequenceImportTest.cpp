@@ -3,6 +3,7 @@
 #include "AssetScene.h"
 #include "platform/files/PngFile.h"
 #include "scene/DialogRequests.h"
+#include "scene/SequenceOperations.h"
 #include "scene/Settings.h"
 
 #include <limits>
@@ -42,6 +43,7 @@ protected:
     bool HasCel(const std::string& name) const { return FileExists(CelFile(name)); }
 
     CSequenceImport sequences{Context(), lifecycle, imports};
+    CSequenceOperations operations{Context(), sequences};
 };
 
 TEST_F(CSequenceImportTest, NumbersComeFromNamesOrAreCounted) {
@@ -51,6 +53,10 @@ TEST_F(CSequenceImportTest, NumbersComeFromNamesOrAreCounted) {
     sequence.files.push_back("5.bmp");
     sequence.files.push_back("7.bmp");
     EXPECT_EQ(MissingNumbers(*ImagesOf(sequence)), "3-4, 6, 8");
+    std::vector<CSequenceImage> onTwos;
+    for (int number = 1; number < 60; number += 2)
+        onTwos.push_back({{}, number, {}});
+    EXPECT_EQ(MissingNumbers(onTwos), "2, 4, 6, 8, 10, 12, 14, 16, 18, 20, ...");
     for (const char* refused : {"x.png", "0.png", "00.png", "c09.png", "99999999999.png"}) {
         sequence.files.back() = refused;
         EXPECT_FALSE(ImagesOf(sequence)) << refused;
@@ -151,7 +157,7 @@ TEST_F(CSequenceImportTest, TheDialogProposesAndItsRuleRefuses) {
     model.importThreshold = 99;
     prompter.Answer(files);
     prompter.Cancel();
-    sequences.AskAndImport();
+    operations.AskAndImport();
     const auto request = std::any_cast<CSequenceRequest>(prompter.lastRequest);
     EXPECT_EQ(request.initial.folder, "Cat") << "called like the files";
     EXPECT_EQ(request.initial.pictures, "cat");
@@ -166,7 +172,7 @@ TEST_F(CSequenceImportTest, TheDialogProposesAndItsRuleRefuses) {
         MakeCel(CelFile("1"), red);
         prompter.Answer(std::vector<Path>{folder / file});
         prompter.Cancel();
-        sequences.AskAndImport();
+        operations.AskAndImport();
         EXPECT_EQ(std::any_cast<CSequenceRequest>(prompter.lastRequest).initial.folder, proposed) << file;
     }
 
@@ -193,7 +199,7 @@ TEST_F(CSequenceImportTest, TheDialogProposesAndItsRuleRefuses) {
     chosen.hold = 3;
     prompter.Answer(files);
     prompter.Answer(CSequence(chosen));
-    sequences.AskAndImport();
+    operations.AskAndImport();
     EXPECT_EQ(model.folderName, "New One");
     EXPECT_EQ(ListCelTitles(model.Paths(), "New One"), (Texts{"3", "4"}));
     EXPECT_EQ(model.importThreshold, 120);

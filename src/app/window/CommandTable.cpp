@@ -15,7 +15,7 @@
 #include "scene/SceneLifecycle.h"
 #include "scene/SceneModel.h"
 #include "scene/SceneSaving.h"
-#include "scene/SequenceImport.h"
+#include "scene/SequenceOperations.h"
 #include "scene/SheetExchange.h"
 #include "scene/SoundOperations.h"
 #include "scene/VelmorltDoc.h"
@@ -414,7 +414,7 @@ constexpr CCommand commands[] = {
      "Import Sound", HasScene, nullptr, Do<&CVelmorltDoc::Sounds, &CSoundOperations::AskAndImportSound>},
     {CommandId::SourcesImportSequence, "Import Se&quence...", "import-sequence", "",
      "Imports numbered files at once, as cels or pictures, and exposes them", "Import Sequence", HasScene, nullptr,
-     Do<&CVelmorltDoc::Sequences, &CSequenceImport::AskAndImport>},
+     Do<&CVelmorltDoc::Sequences, &CSequenceOperations::AskAndImport>},
 
     // Animation
     {CommandId::AnimationLineCheck, "&Line Check", "line-check", "",

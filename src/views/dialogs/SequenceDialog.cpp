@@ -2,6 +2,7 @@
 
 #include "views/Text.h"
 #include "views/dialogs/RunDialog.h"
+#include "views/dialogs/SequenceExposure.h"
 #include "views/dialogs/SequencePreview.h"
 #include "views/widgets/FormParts.h"
 #include "views/widgets/NumberSlider.h"
@@ -49,16 +50,10 @@ CSequenceDialog::CSequenceDialog(QWidget* parent, const CSequenceRequest& reques
       m_firstNumber(new CNumberEdit("firstNumber", NumberKind::Whole)),
       m_threshold(new CNumberSlider("threshold", 0, CLineRules::mostThreshold, NumberKind::Whole)),
       m_specks(new CNumberSlider("specks", 0, CLineRules::mostSpecks, NumberKind::Whole, "pixels")),
-      m_level(new QComboBox),
-      m_frame(new CNumberEdit("frame", NumberKind::Whole)),
-      m_hold(new CNumberEdit("hold", NumberKind::Whole)),
-      m_holdsGaps(NewCheck("holdsGaps", "Hold over &missing numbers",
-                           "Where numbers are missing, the drawing before stays as long as they would have")),
-      m_result(new QLabel),
+      m_exposure(new CSequenceExposure(request.levelNames)),
       m_later(new QTimer(this)) {
     setObjectName("Sequence");
     m_lines = LinesGroup();
-    m_exposure = ExposureGroup();
     auto* grid = new QGridLayout;
     grid->addWidget(FilesPanel(), 0, 0);
     grid->addWidget(m_preview, 0, 1);
@@ -129,29 +124,6 @@ QGroupBox* CSequenceDialog::LinesGroup() {
     return GroupOf("Lines of cels", grid);
 }
 
-QGroupBox* CSequenceDialog::ExposureGroup() {
-    m_level->setObjectName("level");
-    for (const std::string& level : m_request.levelNames)
-        m_level->addItem(ToQt(level));
-    m_level->addItem("(new level in front)");
-    m_level->setMinimumContentsLength(18);
-    m_result->setObjectName("result");
-    m_result->setTextFormat(Qt::PlainText);
-    m_result->setWordWrap(true);
-    auto* grid = new QGridLayout;
-    AddLabeled(*grid, 0, 0, "&Level :", *m_level);
-    AddLabeled(*grid, 0, 2, "F&rom frame :", *m_frame);
-    AddLabeled(*grid, 0, 4, "Frames &each :", *m_hold);
-    grid->addWidget(m_holdsGaps, 0, 6);
-    grid->addWidget(m_result, 1, 0, 1, 8);
-    grid->setColumnStretch(7, 1);
-    QGroupBox* group = GroupOf("E&xpose on the xsheet", grid);
-    group->setObjectName("exposure");
-    group->setCheckable(true);
-    group->setAccessibleName("Expose on the xsheet");
-    return group;
-}
-
 void CSequenceDialog::Show(const CSequence& sequence) {
     m_files->setRowCount(static_cast<int>(sequence.files.size()));
     m_folder->setCurrentText(ToQt(sequence.folder));
@@ -160,26 +132,19 @@ void CSequenceDialog::Show(const CSequence& sequence) {
     m_firstNumber->SetValue(sequence.firstNumber.value_or(1));
     m_threshold->Edit().SetValue(sequence.lines.threshold);
     m_specks->Edit().SetValue(sequence.lines.specks);
-    m_exposure->setChecked(sequence.isExposed);
-    m_level->setCurrentIndex(sequence.level.value_or(m_level->count() - 1));
-    m_frame->SetValue(sequence.frame + 1);
-    m_hold->SetValue(sequence.hold);
-    m_holdsGaps->setChecked(sequence.holdsGaps);
+    m_exposure->Show(sequence);
 }
 
 void CSequenceDialog::FollowChanges() {
     const auto show = [this] { ShowChoices(); };
     m_kind->changed = [this](int) { ShowChoices(); };
     for (const QLineEdit* edit :
-         {m_pictures, static_cast<QLineEdit*>(m_firstNumber), static_cast<QLineEdit*>(m_frame),
-          static_cast<QLineEdit*>(m_hold), static_cast<QLineEdit*>(&m_threshold->Edit()),
+         {m_pictures, static_cast<QLineEdit*>(m_firstNumber), static_cast<QLineEdit*>(&m_threshold->Edit()),
           static_cast<QLineEdit*>(&m_specks->Edit())})
         connect(edit, &QLineEdit::textChanged, this, show);
     connect(m_folder, &QComboBox::currentTextChanged, this, show);
-    connect(m_level, &QComboBox::currentIndexChanged, this, show);
     connect(m_counts, &QCheckBox::toggled, this, show);
-    connect(m_holdsGaps, &QCheckBox::toggled, this, show);
-    connect(m_exposure, &QGroupBox::toggled, this, show);
+    m_exposure->changed = show;
     connect(m_files, &QTableWidget::currentCellChanged, m_later, qOverload<>(&QTimer::start));
     m_later->setSingleShot(true);
     m_later->setInterval(previewDelayMilliseconds);
@@ -197,7 +162,7 @@ void CSequenceDialog::ShowChoices() {
     m_lines->setEnabled(!ArePictures());
     const CSequence sequence = Values();
     ShowImages(sequence);
-    m_result->setText(ToQt(m_request.exposure ? m_request.exposure(sequence) : std::string()));
+    m_exposure->ShowResult(m_request.exposure ? m_request.exposure(sequence) : std::string());
     m_later->start();
 }
 
@@ -241,21 +206,16 @@ CSequence CSequenceDialog::Values() const {
     if (m_counts->isChecked())
         sequence.firstNumber = m_firstNumber->Whole().value_or(0);
     sequence.lines = {m_threshold->Edit().Whole().value_or(-1), m_specks->Edit().Whole().value_or(-1)};
-    sequence.isExposed = m_exposure->isChecked();
-    sequence.level.reset();
-    if (m_level->currentIndex() < m_level->count() - 1)
-        sequence.level = m_level->currentIndex();
     sequence.levelName = ArePictures() ? sequence.pictures : sequence.folder;
-    sequence.frame = m_frame->Whole().value_or(0) - 1;
-    sequence.hold = m_hold->Whole().value_or(0);
-    sequence.holdsGaps = m_holdsGaps->isChecked();
+    m_exposure->Put(sequence);
     return sequence;
 }
 
 bool CSequenceDialog::Accepts() {
     if (IsAccepted(m_request.accept, Values()))
         return true;
-    RefuseUnreadable({m_firstNumber, &m_threshold->Edit(), &m_specks->Edit(), m_frame, m_hold});
+    RefuseUnreadable({m_firstNumber, &m_threshold->Edit(), &m_specks->Edit()});
+    m_exposure->RefuseUnreadable();
     return false;
 }
 

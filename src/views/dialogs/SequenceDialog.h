@@ -15,6 +15,7 @@ class CNumberEdit;
 class CNumberSlider;
 class CRadioGroup;
 class CReadOnlyTable;
+class CSequenceExposure;
 class CSequencePreview;
 
 /// "Import Sequence": all files with the names that they get, what of them becomes a line, shown on the file that
@@ -32,7 +33,6 @@ private:
     QWidget* FilesPanel();
     QGroupBox* NamesGroup();
     QGroupBox* LinesGroup();
-    QGroupBox* ExposureGroup();
     void Show(const CSequence& sequence);
     void FollowChanges();
     /// Shows what of the choices applies, and what becomes of the files.
@@ -53,12 +53,7 @@ private:
     QGroupBox* m_lines;
     CNumberSlider* m_threshold;
     CNumberSlider* m_specks;
-    QGroupBox* m_exposure;
-    QComboBox* m_level; ///< the last one is a new one
-    CNumberEdit* m_frame;
-    CNumberEdit* m_hold;
-    QCheckBox* m_holdsGaps;
-    QLabel* m_result;
+    CSequenceExposure* m_exposure;
     QTimer* m_later; ///< a preview is shown when nothing has changed for a moment
 };
 
