@@ -154,7 +154,8 @@ void CAssetOperations::UpdateCamera() {
     if (!m_context.Require(image.GetLoadState() != LoadState::Nothing,
                            "Internal Error : OnCelUpdatecamera called with no cel data in document"))
         return;
-    if (const CStatus saved = image.Save(); !saved)
+    const CStatus saved = image.IsModified() ? m_context.model.SaveEditedImage() : image.Save();
+    if (!saved)
         m_context.Show("Error saving cel : " + saved.Message());
     else {
         m_context.model.NoteEditedImage();

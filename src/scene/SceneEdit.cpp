@@ -97,7 +97,6 @@ void CSceneEdit::TakeFilesAfter() {
 
 void CSceneEdit::LeaveStep() {
     CSceneModel& model = m_context.model;
-    const bool hadFiles = !m_files.empty();
     if (m_keptBytes < mostKeptBytes)
         TakeFilesAfter();
     else if (m_deleted.empty())
@@ -113,8 +112,7 @@ void CSceneEdit::LeaveStep() {
         model.history.Continue(std::move(heading), changes, model.Scene().xsheet, model.Session());
     else
         model.history.Record(std::move(heading), changes, model.Scene().xsheet, model.Session());
-    if (hadFiles && model.history.HasJournal())
-        model.history.Withdraw();
+    model.history.Withdraw(); // if no step has come of it
 }
 
 void CSceneEdit::End() {
@@ -124,7 +122,7 @@ void CSceneEdit::End() {
     model.ClampToXSheet();
     if (m_step == UndoStep::Own && model.history.IsOn())
         LeaveStep();
-    if (model.sceneOpen && CanBeHeard())
+    if (model.sceneOpen && !m_isSilent && CanBeHeard())
         static_cast<void>(m_context.Report(PrepareSoundTrack(model))); // without a track there is silence
     for (const UpdateHint hint : m_hints)
         if (hint != UpdateHint::None)

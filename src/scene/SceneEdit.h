@@ -51,6 +51,8 @@ public:
 
     /// Prepares the sound track even if the same sounds start at the same frames: their files may be others.
     void PrepareSound() { m_isHeard = true; }
+    /// Leaves the sound track to who prepares it later.
+    void PrepareNoSound() { m_isSilent = true; }
     /// Told to the views besides the hint that the edit was made with, or in its place.
     void AlsoAnnounce(UpdateHint hint) { m_hints.front() = m_hints.front() | hint; }
     void AnnounceInstead(UpdateHint hint) { m_hints.front() = hint; }
@@ -78,6 +80,7 @@ private:
     std::vector<std::string> m_deleted; ///< as a heading has them
     std::uint64_t m_keptBytes = 0;
     bool m_isHeard;
+    bool m_isSilent = false;
     bool m_hasEnded = false;
 };
 

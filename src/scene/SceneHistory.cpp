@@ -162,11 +162,10 @@ CSceneHistory::Moved CSceneHistory::MoveFiles(const CStepChanges& changes, Chang
     }
     if (model.history.HasJournal())
         model.history.Announce({{}, {}, {}, changes.files}, direction);
-    const CStatus moved = files.Move(changes.files, direction);
-    if (model.history.HasJournal())
+    if (!m_context.Report(files.Move(changes.files, direction))) {
         model.history.Withdraw();
-    if (!m_context.Report(moved))
         return Moved::Failed;
+    }
     FollowFiles(changes, direction);
     return Moved::Done;
 }

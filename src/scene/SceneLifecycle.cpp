@@ -178,12 +178,15 @@ CSceneLifecycle::OpenResult CSceneLifecycle::TryToOpen(const std::string& name) 
     ShowFromStart();
     {
         CSceneEdit edit(m_context, "Open Scene", everythingHint, UndoStep::Forget);
+        edit.PrepareNoSound(); // what is recovered may have other sounds
         edit.Scene() = scene.value_or(CScene());
         if (!scene)
             static_cast<void>(m_saving.SaveXSheet()); // it has shown why not; Save All tries again
     }
-    if (!m_opened || m_opened())
+    if (!m_opened || m_opened()) {
+        m_sounds.PrepareSoundBuffer();
         return OpenResult::Opened;
+    }
     ResetToNoScene();
     m_context.Update(everythingHint);
     return OpenResult::Stayed;

@@ -25,6 +25,8 @@ bool CSceneModel::DropEditedImage(const Path& file) {
 CStatus CSceneModel::SaveEditedImage() {
     if (!celImg.IsModified())
         return {};
+    if (const std::string file = SceneFile(celImg.FilePath()); history.HasJournal() && !file.empty())
+        history.NoteSaving(file, [this] { return celImg.FileBytes(); });
     CStatus saved = celImg.Save();
     if (saved)
         NoteEditedImage();

@@ -64,7 +64,12 @@ bool CSceneHistory::OpenJournal() {
     CHistory& history = m_context.model.history;
     std::unique_ptr<CJournal> journal;
     CJournalContents contents;
-    const CStatus opened = CJournal::Open(JournalFile(), journal, contents);
+    bool isDamaged = false;
+    CStatus opened = CJournal::Open(JournalFile(), journal, contents, &isDamaged);
+    if (!opened && isDamaged && SetAside(JournalFile())) {
+        m_context.Show("The journal could not be read and is kept beside a new one.\n" + opened.Message());
+        opened = CJournal::Open(JournalFile(), journal, contents);
+    }
     if (!opened) {
         if (!m_isMissingTold)
             m_context.Show("There is no journal: changes that are not saved would be lost if the program ended "
@@ -73,7 +78,7 @@ bool CSceneHistory::OpenJournal() {
         m_isMissingTold = true;
         return false;
     }
-    history.Open(std::move(journal), std::move(contents), XSheetName());
+    history.Open(std::move(journal), std::move(contents), XSheetName(), m_context.model.Paths().SceneFolder());
     return true;
 }
 
@@ -162,8 +167,8 @@ void CSceneHistory::Recover() {
     model.lastSetFrame = model.cursorFrame;
     model.selection = session.selection;
     CSceneEdit edit(m_context, "Recover", everythingHint, UndoStep::None);
+    edit.PrepareNoSound(); // who opens the scene does
     edit.Scene() = std::move(scene);
-    edit.PrepareSound();
 }
 
 void CSceneHistory::RecoverImage(const std::string& image) {

@@ -12,6 +12,8 @@ bool CSceneSaving::SaveXSheet() {
     if (!model.sceneOpen)
         return true;
     const Path file = model.Paths().XSheetFile();
+    if (CHistory& history = m_context.model.history; history.HasJournal())
+        history.NoteSaving(model.SceneFile(file), [&model] { return EncodeXSheet(model.Scene()); });
     const CStatus saved = velmor::SaveXSheet(file, model.Scene());
     if (!saved)
         m_context.Show(saved.Message() + ":: Writing file ->" + Utf8Of(file));

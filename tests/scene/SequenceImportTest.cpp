@@ -88,8 +88,10 @@ TEST_F(CSequenceImportTest, IsExposedAtTheCursorInOneStep) {
     EXPECT_TRUE(sequences.Import(sequence));
     EXPECT_EQ(Row(1, scene.xsheet.FrameCount()), ".......112255");
     EXPECT_EQ(scene.xsheet.Cell(1, 7).Size(), (CSize{6, 4}));
-    EXPECT_EQ(model.Undo()->name, "Import Sequence");
-    EXPECT_EQ(model.Undo()->scene.xsheet.FrameCount(), 10);
+    EXPECT_EQ(model.history.NextUndo()->heading.name, "Import Sequence");
+    Undo();
+    EXPECT_EQ(scene.xsheet.FrameCount(), 10);
+    Redo();
 
     sequence.level.reset();
     sequence.levelName = "Dog";
@@ -127,7 +129,7 @@ TEST_F(CSequenceImportTest, StoppedItKeepsWhatIsDoneAndLeavesTheSheet) {
     EXPECT_EQ(prompter.progressTexts, (Texts{"d1.png", "d2.png"}));
     EXPECT_TRUE(HasCel("1") && !HasCel("2"));
     EXPECT_EQ(Row(0, 3), "...");
-    EXPECT_FALSE(model.Undo());
+    EXPECT_FALSE(model.history.NextUndo()->heading.changesScene);
 }
 
 TEST_F(CSequenceImportTest, LinesFollowThresholdAndSpecksOfCelsAlone) {

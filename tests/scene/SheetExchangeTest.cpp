@@ -74,7 +74,7 @@ TEST_F(CSheetExchangeTest, ImportIsShownFirstAndIsOneStep) {
     EXPECT_EQ(request.file, "in.CSV");
     EXPECT_EQ(request.folders, (Texts{"Cat", "Man"}));
     EXPECT_EQ(request.initial, "Man");
-    EXPECT_FALSE(model.Undo());
+    EXPECT_FALSE(CanUndo(model));
     EXPECT_EQ(TakeHints(), Hints());
 
     model.moveSelection.ToggleLevel(0, 2);
@@ -87,15 +87,17 @@ TEST_F(CSheetExchangeTest, ImportIsShownFirstAndIsOneStep) {
     EXPECT_EQ(Row(1, 3), "122");
     EXPECT_EQ(scene.xsheet.Cell(1, 0).PosX(), 384) << "the drawing stays where it was";
     EXPECT_TRUE(model.moveSelection.IsLevelSelected(1)) << "the level has moved back";
-    EXPECT_EQ(model.Undo()->scene.xsheet.LevelCount(), 2);
     EXPECT_EQ(TakeHints(), Hints{static_cast<int>(structureAndPictureHint)});
+    Undo();
+    EXPECT_EQ(scene.xsheet.LevelCount(), 2);
+    Redo();
 
     // Once more there is nothing to do.
-    CSceneAccess::UndoOf(model).reset();
+    model.history.Close();
     prompter.Answer(std::vector<Path>{file});
     prompter.Answer(std::string("Cat"));
     exchange.AskAndImport();
-    EXPECT_FALSE(model.Undo());
+    EXPECT_FALSE(CanUndo(model));
 }
 
 TEST_F(CSheetExchangeTest, ThePreviewTellsLevelsDrawingsAndTheFolderThatIsAskedFor) {
@@ -129,7 +131,7 @@ TEST_F(CSheetExchangeTest, WhatCannotBeReadOrHasNoRoomChangesNothing) {
         EXPECT_EQ(prompter.TakeMessages().size(), 1U) << file;
         EXPECT_EQ(scene, before);
     }
-    EXPECT_FALSE(model.Undo());
+    EXPECT_FALSE(CanUndo(model));
 }
 
 } // namespace

@@ -23,10 +23,12 @@ std::string TextOf(const CSqliteFault& fault) {
 
 } // namespace
 
-CStatus CJournal::Open(const Path& file, std::unique_ptr<CJournal>& journal, CJournalContents& contents) {
+CStatus CJournal::Open(const Path& file, std::unique_ptr<CJournal>& journal, CJournalContents& contents,
+                       bool* isDamaged) {
     journal.reset();
     contents = {};
     std::string text;
+    bool damaged = false;
     try {
         const Path path = std::filesystem::weakly_canonical(file);
         MakeJournalFile(path);
@@ -35,16 +37,22 @@ CStatus CJournal::Open(const Path& file, std::unique_ptr<CJournal>& journal, CJo
         auto writer = std::make_unique<CWriter>(path, std::move(connection), seals, contents);
         journal = std::unique_ptr<CJournal>(new CJournal(std::move(writer)));
         return {};
+    } catch (const CJournalDamage& damage) {
+        text = damage.what();
+        damaged = true;
     } catch (const CJournalRefusal& refusal) {
         text = refusal.what();
     } catch (const CSqliteFault& fault) {
         text = TextOf(fault);
+        damaged = fault.IsDamaged();
     } catch (const std::bad_alloc&) {
         text = "The journal could not be opened: out of memory.";
     } catch (const std::system_error& error) {
         text = "The journal could not be opened: " + error.code().message() + ".";
     }
     contents = {};
+    if (isDamaged != nullptr)
+        *isDamaged = damaged;
     return CStatus::Failure(text + "\n" + Utf8Of(file));
 }
 

@@ -62,8 +62,9 @@ class CJournal {
 public:
     /// Opens a journal or makes it, with the folders above it. Nothing and the reason where that fails: another
     /// program has it open, the folder cannot be written, or the file is damaged, no journal, or of a newer
-    /// version. The file is then as it was.
-    static CStatus Open(const Path& file, std::unique_ptr<CJournal>& journal, CJournalContents& contents);
+    /// version. The file is then as it was; `isDamaged` says whether no program could read it.
+    static CStatus Open(const Path& file, std::unique_ptr<CJournal>& journal, CJournalContents& contents,
+                        bool* isDamaged = nullptr);
 
     ~CJournal(); ///< after everything is written and on the disk
     CJournal(const CJournal&) = delete;

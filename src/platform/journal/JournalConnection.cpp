@@ -33,11 +33,11 @@ std::int64_t NumberAt(const Header& header, std::size_t position) {
 void CheckHeader(const Header& header) {
     if (!std::equal(magic.begin(), magic.end(), header.begin()) ||
         NumberAt(header, applicationAt) != journalApplicationId)
-        throw CJournalRefusal(noJournal);
+        throw CJournalDamage(noJournal);
     if (NumberAt(header, versionAt) > journalVersion)
         throw CJournalRefusal(ofNewerVersion);
     if (header[writeFormatAt] != writeAheadFormat || header[readFormatAt] != writeAheadFormat)
-        throw CJournalRefusal(journalDamaged);
+        throw CJournalDamage(journalDamaged);
 }
 
 // By the handle that the connection has: to open the file a second time, and close it, would take away the locks
@@ -84,14 +84,14 @@ void Distrust(CSqlite& connection) {
 
 void CheckTables(const CSqlite& connection) {
     if (NumberOf(connection, "PRAGMA application_id") != journalApplicationId)
-        throw CJournalRefusal(journalDamaged);
+        throw CJournalDamage(journalDamaged);
     // Once more, since what stands beside the file may be newer than its header.
     if (NumberOf(connection, "PRAGMA user_version") > journalVersion)
         throw CJournalRefusal(ofNewerVersion);
     CSqlite expected = CSqlite::InMemory();
     expected.Execute(journalLayout);
     if (TablesOf(connection) != TablesOf(expected))
-        throw CJournalRefusal(journalDamaged);
+        throw CJournalDamage(journalDamaged);
 }
 
 void CheckThatItCanBeWritten(const CSqlite& connection, const Path& file) {
@@ -99,7 +99,7 @@ void CheckThatItCanBeWritten(const CSqlite& connection, const Path& file) {
         throw CJournalRefusal("The journal could not be opened: write protected.");
     // SQLite would change the file by what stands there, and ours never has one.
     if (FileExists(file.string() + "-journal"))
-        throw CJournalRefusal(journalDamaged);
+        throw CJournalDamage(journalDamaged);
 }
 
 } // namespace

@@ -16,7 +16,7 @@ class CSealCheck {
 public:
     void Add(std::uint64_t seal, std::int64_t stored) {
         if (seal != static_cast<std::uint64_t>(stored))
-            throw CJournalRefusal(journalDamaged);
+            throw CJournalDamage(journalDamaged);
         m_sum += seal;
     }
     std::uint64_t Sum() const { return m_sum; }
@@ -65,7 +65,7 @@ std::uint64_t ReadContents(const CSqlite& connection, CJournalContents& contents
     ReadNotes(connection, contents, check);
     CStatement total(connection, "SELECT seals FROM total");
     if (!total.Step() || static_cast<std::uint64_t>(total.Integer(0)) != check.Sum())
-        throw CJournalRefusal(journalDamaged);
+        throw CJournalDamage(journalDamaged);
     return check.Sum();
 }
 

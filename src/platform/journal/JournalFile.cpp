@@ -49,7 +49,7 @@ void MakeJournalFile(const Path& file) {
     struct stat info {};
     const bool there = ::stat(file.c_str(), &info) == 0;
     if (there && !S_ISREG(info.st_mode))
-        throw CJournalRefusal(noJournal);
+        throw CJournalDamage(noJournal);
     if (there && info.st_size > 0)
         return;
     MakePrivateFolder(file.parent_path());

@@ -12,6 +12,12 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// The file is none that anybody could read.
+class CJournalDamage : public CJournalRefusal {
+public:
+    using CJournalRefusal::CJournalRefusal;
+};
+
 inline constexpr const char* journalDamaged = "The journal is damaged.";
 inline constexpr const char* noJournal = "The file is no journal.";
 

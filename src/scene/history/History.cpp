@@ -226,6 +226,7 @@ void CHistory::Finish() {
     if (!step.heading.image.empty())
         WriteSaved(entry, step.heading.image);
     NoteState(entry, m_session);
+    EndAnnouncement(entry);
     KeepWithinLimits(entry);
     Write(std::move(entry));
 }
@@ -241,6 +242,7 @@ void CHistory::NoteMove(std::int64_t id, ChangeDirection direction, const CHisto
     if (!step->heading.image.empty())
         WriteSaved(entry, step->heading.image);
     NoteState(entry, session);
+    EndAnnouncement(entry);
     Write(std::move(entry));
 }
 

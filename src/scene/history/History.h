@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -51,8 +52,9 @@ public:
     bool IsOn() const { return m_limit > 0; }
     /// Forgets all, and leaves the journal as it is.
     void Close();
-    /// As Close(), then takes up what a journal holds. `xsheetFile` is the scene's own, from its folder on.
-    void Open(std::unique_ptr<CJournal> journal, CJournalContents contents, std::string xsheetFile);
+    /// As Close(), then takes up what a journal holds. `xsheetFile` is the scene's own, from `sceneFolder` on.
+    void Open(std::unique_ptr<CJournal> journal, CJournalContents contents, std::string xsheetFile,
+              const Path& sceneFolder);
     bool HasJournal() const { return m_journal != nullptr && m_journal->Fault(); }
     /// Why nothing can be written any more, told once.
     CStatus TakeFault();
@@ -91,11 +93,14 @@ public:
     /// A step will change files now; should it not come to its end, the next opening takes back what it has done.
     /// Returns when this would survive the death of the program.
     void Announce(const CStepChanges& changes, ChangeDirection direction);
-    /// It has come to its end, and is recorded next, or did nothing.
+    /// It did nothing after all. One that comes to its end is recorded instead, or noted as moved.
     void Withdraw();
     /// What was announced and never came to its end, when the journal was opened.
     const std::optional<std::pair<CStepChanges, ChangeDirection>>& Unfinished() const { return m_unfinished; }
 
+    /// A file will be replaced by bytes that hold what is open. Should the program die before NoteSaved(), the
+    /// next opening finds out whether it was.
+    void NoteSaving(const std::string& file, const std::function<std::vector<std::uint8_t>()>& bytesOfFile);
     /// A file holds what is open.
     void NoteSaved(const std::string& file, const CFileStamp& stamp);
     /// Every file does: nothing is needed any more to get from the files to what is open.
@@ -126,6 +131,8 @@ private:
     void Kill(std::int64_t id);
     void ReplayMoves(const CJournalContents& contents);
     void ReadNotes(const CJournalContents& contents);
+    void FinishSaving(const CJournalContents& contents, const Path& sceneFolder);
+    void EndAnnouncement(CJournalEntry& entry);
     void Keep(std::int64_t id, std::vector<std::uint8_t> body);
     void KeepWithinLimits(CJournalEntry& entry);
     void RemoveFirst(CJournalEntry& entry);
@@ -151,6 +158,7 @@ private:
     std::optional<std::int64_t> m_open; ///< the step that Continue() goes on with
     std::int64_t m_lastId = 0;
     std::int64_t m_lastSequence = 0;
+    bool m_isAnnounced = false;
     bool m_isWriting = false; ///< since the last WaitUntilWritten()
     bool m_isFaultTold = false;
 };

@@ -1,8 +1,10 @@
 // How the history stands in its journal: steps and moves as they are, and these notes. "saved/Fox/7.bit" says up to
-// which move a file holds what was open, and what the file was then; "undone" has the undone steps as of the time
-// when the moves begin; "session" where the user was; "unfinished" a step that changes files just now.
+// which move a file holds what was open, and what the file was then; "saving/Fox/7.bit" what it will be; "undone"
+// has the undone steps as of the time when the moves begin; "session" where the user was; "unfinished" a step that
+// changes files just now.
 
 #include "platform/files/Archive.h"
+#include "platform/files/ContentHash.h"
 #include "scene/history/History.h"
 
 #include <algorithm>
@@ -12,6 +14,7 @@ namespace velmor {
 namespace {
 
 constexpr std::string_view savedNote = "saved/";
+constexpr std::string_view savingNote = "saving/";
 constexpr const char* undoneNote = "undone";
 constexpr const char* sessionNote = "session";
 constexpr const char* unfinishedNote = "unfinished";
@@ -38,7 +41,8 @@ const JournalBytes* NoteOf(const CJournalContents& contents, std::string_view na
 
 } // namespace
 
-void CHistory::Open(std::unique_ptr<CJournal> journal, CJournalContents contents, std::string xsheetFile) {
+void CHistory::Open(std::unique_ptr<CJournal> journal, CJournalContents contents, std::string xsheetFile,
+                    const Path& sceneFolder) {
     Close();
     m_journal = std::move(journal);
     m_xsheetFile = std::move(xsheetFile);
@@ -50,6 +54,25 @@ void CHistory::Open(std::unique_ptr<CJournal> journal, CJournalContents contents
     }
     ReadNotes(contents);
     ReplayMoves(contents);
+    FinishSaving(contents, sceneFolder);
+}
+
+// The program may have died when a file was written and that was not noted yet.
+void CHistory::FinishSaving(const CJournalContents& contents, const Path& sceneFolder) {
+    for (const auto& [name, bytes] : contents.notes) {
+        if (!name.starts_with(savingNote))
+            continue;
+        const std::string file = name.substr(savingNote.size());
+        CArchiveReader reader(bytes);
+        const auto sequence = static_cast<std::int64_t>(reader.ReadWord());
+        const std::uint64_t size = reader.ReadWord();
+        const std::uint64_t hash = reader.ReadWord();
+        if (reader.Failed() || !IsSceneFile(file) || IsAsNoted(file, sceneFolder / PathOf(file)))
+            continue;
+        if (const CFileStamp stamp = CFileStamp::Of(sceneFolder / PathOf(file));
+            stamp.exists && stamp.size == size && stamp.hash == hash)
+            m_saved[file] = {sequence, stamp};
+    }
 }
 
 void CHistory::ReadNotes(const CJournalContents& contents) {
@@ -130,18 +153,45 @@ void CHistory::WriteSaved(CJournalEntry& entry, const std::string& file) {
     entry.notes[std::string(savedNote) + file] = std::move(writer).Take();
 }
 
+void CHistory::NoteSaving(const std::string& file, const std::function<std::vector<std::uint8_t>()>& bytesOfFile) {
+    Finish();
+    std::vector<std::uint8_t> bytes;
+    try {
+        bytes = bytesOfFile();
+    } catch (const std::exception&) { // no memory: saving will say so
+        return;
+    }
+    CArchiveWriter writer;
+    for (const std::uint64_t value :
+         {static_cast<std::uint64_t>(m_lastSequence), std::uint64_t{bytes.size()}, ContentHash(bytes)})
+        writer.WriteWord(value);
+    CJournalEntry entry;
+    entry.notes[std::string(savingNote) + file] = std::move(writer).Take();
+    Write(std::move(entry));
+    WaitUntilWritten();
+}
+
+void CHistory::EndAnnouncement(CJournalEntry& entry) {
+    if (std::exchange(m_isAnnounced, false))
+        entry.notes[unfinishedNote] = {};
+}
+
 void CHistory::Announce(const CStepChanges& changes, ChangeDirection direction) {
     CArchiveWriter writer;
     writer.WriteByte(direction == ChangeDirection::Forward ? 1 : 0);
     writer.WriteBlock(WriteChanges(changes));
     CJournalEntry entry;
     entry.notes[unfinishedNote] = std::move(writer).Take();
+    m_isAnnounced = true;
     Write(std::move(entry));
     WaitUntilWritten();
 }
 
 void CHistory::Withdraw() {
+    if (!m_isAnnounced && !m_unfinished)
+        return;
     m_unfinished.reset();
+    m_isAnnounced = false;
     CJournalEntry entry;
     entry.notes[unfinishedNote] = {};
     Write(std::move(entry));
@@ -151,6 +201,7 @@ void CHistory::NoteSaved(const std::string& file, const CFileStamp& stamp) {
     Finish();
     m_saved[file] = {m_lastSequence, stamp};
     CJournalEntry entry;
+    entry.notes[std::string(savingNote) + file] = {};
     WriteSaved(entry, file);
     Write(std::move(entry));
 }
