@@ -190,9 +190,11 @@ struct CRecoveryRequest {
 struct CHistoryRequest {
     std::string title;
     std::function<std::vector<CHistoryEntry>()> entries; ///< oldest first
-    std::function<void(std::int64_t id)> goTo;           ///< makes an entry the last one that is done; 0: none is
-    std::function<void(std::int64_t id)> bringBack;      ///< what it has deleted or overwritten
-    bool isReadOnly = false;                             ///< to look at only: there is nothing to go to
+    /// The picture of an entry that came without one, asked for when its line is seen.
+    std::function<CHistoryPicture(std::int64_t id)> pictureOf;
+    std::function<void(std::int64_t id)> goTo;      ///< makes an entry the last one that is done; 0: none is
+    std::function<void(std::int64_t id)> bringBack; ///< what it has deleted or overwritten
+    bool isReadOnly = false;                        ///< to look at only: there is nothing to go to
 };
 
 struct CLineCheckRequest {

@@ -150,6 +150,14 @@ const CDialogRow dialogs[] = {
      [](CStage& s) {
          s.prompter.Ask(CAppearanceRequest{Appearance::Light, [](Appearance) {}});
      }},
+    {"history",
+     [](CStage& s) {
+         CHistoryEntry entry;
+         entry.id = 1;
+         entry.name = "Delete Cel";
+         entry.canComeBack = true;
+         s.prompter.RunHistory({"Walk", [entry] { return std::vector{entry}; }, {}, {}, {}, false});
+     }},
     {"scene manager", [](CStage& s) { s.prompter.RunSceneManager(s.manager); }},
 };
 

@@ -74,6 +74,13 @@ void CDialog::AddHint(const QString& text) {
     m_body->addWidget(label);
 }
 
+QPushButton& CDialog::AddButton(const QString& name, const QString& text, const QString& toolTip) {
+    QPushButton& button = *m_buttons->addButton(text, QDialogButtonBox::ActionRole);
+    button.setObjectName(name);
+    button.setToolTip(toolTip);
+    return button;
+}
+
 void CDialog::RemoveCancel() {
     // The box gives the button back.
     const std::unique_ptr<QPushButton> cancel(&CancelButton());

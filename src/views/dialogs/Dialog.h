@@ -33,6 +33,9 @@ protected:
     QFormLayout& AddForm();
     /// A line of muted text that explains.
     void AddHint(const QString& text);
+    /// Adds a button to the row of buttons, apart from those that close the dialog; Return does not press it unless
+    /// it has the focus.
+    QPushButton& AddButton(const QString& name, const QString& text, const QString& toolTip);
     /// For a dialog with one way out only.
     void RemoveCancel();
     /// A field that cannot be changed looks like the dialog around it and can still be read and copied.

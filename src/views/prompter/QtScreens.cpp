@@ -1,6 +1,7 @@
 #include "scene/DialogRequests.h"
 #include "views/Text.h"
 #include "views/camera/CameraView.h"
+#include "views/dialogs/HistoryDialog.h"
 #include "views/dialogs/LineCheckDialog.h"
 #include "views/dialogs/RenderedDialog.h"
 #include "views/dialogs/SceneManagerDialog.h"
@@ -29,10 +30,15 @@ QRect ShownPicture(const QWidget& window) {
 
 } // namespace
 
-void CQtPrompter::RunHistory(const CHistoryRequest&) {}
-
 void CQtPrompter::RunLineCheck(const CLineCheckRequest& request) {
     CLineCheckDialog dialog(Owner(), request);
+    if (m_parent != nullptr)
+        dialog.PlaceBeside(ShownPicture(*m_parent));
+    dialog.exec();
+}
+
+void CQtPrompter::RunHistory(const CHistoryRequest& request) {
+    CHistoryDialog dialog(Owner(), request);
     if (m_parent != nullptr)
         dialog.PlaceBeside(ShownPicture(*m_parent));
     dialog.exec();
