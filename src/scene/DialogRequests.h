@@ -167,9 +167,9 @@ struct CMotionPathRequest {
 };
 
 enum class RecoveryAnswer {
+    Later, ///< nothing is touched, and it is asked again at the next opening; also when it is cancelled
     Recover,
-    Discard,
-    Later ///< nothing is touched, and it is asked again at the next opening
+    Discard
 };
 
 /// Work was found that was not saved when the program ended.

@@ -158,6 +158,13 @@ const CDialogRow dialogs[] = {
          entry.canComeBack = true;
          s.prompter.RunHistory({"Walk", [entry] { return std::vector{entry}; }, {}, {}, {}, false});
      }},
+    {"recovery",
+     [](CStage& s) {
+         CRecoveryRequest request;
+         request.scene = "Walk";
+         request.look = [] {};
+         s.prompter.Ask(request);
+     }},
     {"scene manager", [](CStage& s) { s.prompter.RunSceneManager(s.manager); }},
 };
 

@@ -16,6 +16,7 @@
 #include "views/dialogs/NameDialog.h"
 #include "views/dialogs/NewCelDialog.h"
 #include "views/dialogs/OpenSceneDialog.h"
+#include "views/dialogs/RecoveryDialog.h"
 #include "views/dialogs/RenderSetupDialog.h"
 #include "views/dialogs/RotateDialog.h"
 #include "views/dialogs/SceneSettingsDialog.h"
@@ -49,10 +50,11 @@ using CDialogTable = CDialogRows<
     CDialogRow<CImportSettingsRequest, CImportSettingsDialog>, CDialogRow<CLevelRequest, CSelectLevelDialog>,
     CDialogRow<CMotionPathRequest, CMotionPathDialog>, CDialogRow<CNameRequest, CNameDialog>,
     CDialogRow<CNewCelRequest, CNewCelDialog>, CDialogRow<COpenSceneRequest, COpenSceneDialog>,
-    CDialogRow<CRenderSetupRequest, CRenderSetupDialog>, CDialogRow<CRotationRequest, CRotateDialog>,
-    CDialogRow<CSceneSettingsRequest, CSceneSettingsDialog>, CDialogRow<CSequenceRequest, CSequenceDialog>,
-    CDialogRow<CSheetExportRequest, CSheetExportDialog>, CDialogRow<CSheetImportRequest, CSheetImportDialog>,
-    CDialogRow<CSwapLevelsRequest, CSwapLevelsDialog>, CDialogRow<CTransparencyRequest, CTransparencyDialog>>;
+    CDialogRow<CRecoveryRequest, CRecoveryDialog>, CDialogRow<CRenderSetupRequest, CRenderSetupDialog>,
+    CDialogRow<CRotationRequest, CRotateDialog>, CDialogRow<CSceneSettingsRequest, CSceneSettingsDialog>,
+    CDialogRow<CSequenceRequest, CSequenceDialog>, CDialogRow<CSheetExportRequest, CSheetExportDialog>,
+    CDialogRow<CSheetImportRequest, CSheetImportDialog>, CDialogRow<CSwapLevelsRequest, CSwapLevelsDialog>,
+    CDialogRow<CTransparencyRequest, CTransparencyDialog>>;
 
 template<class Request, class Dialog>
 Dialog* FindDialog(const CDialogRow<Request, Dialog>& row); // for its type alone

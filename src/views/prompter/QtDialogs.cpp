@@ -33,8 +33,6 @@ void CQtPrompter::Run(CDialogOf<CDropTypeRequest>& asked) {
     asked.answer = dialog.exec() == QDialog::Accepted;
 }
 
-void CQtPrompter::Run(CDialogOf<CRecoveryRequest>&) {}
-
 void CQtPrompter::Run(CDialogOf<COpenFilesRequest>& asked) {
     asked.answer = m_files.AskToOpen(Owner(), asked.request);
 }

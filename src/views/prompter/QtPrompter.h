@@ -50,7 +50,6 @@ private:
     void Run(CDialogOf<CInbetweenRequest>& asked);
     void Run(CDialogOf<CFlipbookRequest>& asked);
     void Run(CDialogOf<CDropTypeRequest>& asked);
-    void Run(CDialogOf<CRecoveryRequest>& asked);
     void Run(CDialogOf<COpenFilesRequest>& asked);
     void Run(CDialogOf<CSaveFileRequest>& asked);
     /// What the next dialog or message stands over: the dialog in front, else the window once it is shown.
