@@ -6,6 +6,7 @@
 #include "views/dialogs/HistoryPicture.h"
 
 #include <QListView>
+#include <QScrollBar>
 #include <algorithm>
 
 namespace velmor::testing {
@@ -99,6 +100,23 @@ TEST_F(CHistoryDialogTest, GoesToWhatIsClickedAndShowsWhereItIs) {
         ClickOn(dialog, "Delete Cel");
         EXPECT_EQ(history.gone, (Ids{10, 0, 30}));
         EXPECT_TRUE(history.broughtBack.empty());
+    });
+}
+
+TEST_F(CHistoryDialogTest, TheListStaysWhereItIsWhenAStepIsClicked) {
+    for (int i = 0; i < 200; ++i)
+        history.Add("Paint " + std::to_string(i), "Fox");
+    Run([&](QDialog& dialog) {
+        QScrollBar& bar = *List(dialog).verticalScrollBar();
+        ASSERT_GT(bar.maximum(), 0);
+        bar.setValue(bar.maximum() / 2 + 7);
+        const int before = bar.value();
+        const QPoint middle = List(dialog).viewport()->rect().center();
+        const std::string clicked = List(dialog).indexAt(middle).data().toString().toStdString();
+        QTest::mouseClick(List(dialog).viewport(), Qt::LeftButton, {}, middle);
+        EXPECT_EQ(history.gone.size(), 1U);
+        EXPECT_EQ(Chosen(dialog), clicked);
+        EXPECT_EQ(bar.value(), before);
     });
 }
 

@@ -3,16 +3,15 @@
 #include "views/Text.h"
 #include "views/dialogs/DialogPlacement.h"
 #include "views/dialogs/HistoryDelegate.h"
+#include "views/dialogs/HistoryList.h"
 
 #include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListView>
 #include <QMenu>
 #include <QPushButton>
-#include <QScrollBar>
 #include <QStyle>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -28,28 +27,6 @@ bool IsReturn(const QKeyEvent& event) {
     return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
 }
 
-/// Says at which place of the list the mouse was when it was clicked there.
-class CHistoryList final : public QListView {
-public:
-    std::function<void(const QModelIndex& index, QPoint at)> clickedAt;
-
-protected:
-    void mouseReleaseEvent(QMouseEvent* event) override {
-        const QPoint at = event->position().toPoint();
-        const bool isClick = event->button() == Qt::LeftButton && indexAt(at) == m_pressed;
-        QListView::mouseReleaseEvent(event);
-        if (isClick && m_pressed.isValid())
-            clickedAt(m_pressed, at);
-    }
-    void mousePressEvent(QMouseEvent* event) override {
-        QListView::mousePressEvent(event);
-        m_pressed = indexAt(event->position().toPoint());
-    }
-
-private:
-    QPersistentModelIndex m_pressed;
-};
-
 QString StepsText(int count) {
     return count == 1 ? QString("1 step") : QString("%1 steps").arg(count);
 }
@@ -63,6 +40,7 @@ CHistoryDialog::CHistoryDialog(QWidget* parent, const CHistoryRequest& request)
       m_delegate(new CHistoryDelegate(*m_model, request.pictureOf, !request.isReadOnly, this)),
       m_search(new QLineEdit),
       m_count(new QLabel),
+      m_list(new CHistoryList(*m_model)),
       m_status(new QLabel) {
     setObjectName("History");
     Body().addWidget(NewSearch());
@@ -99,29 +77,13 @@ QWidget* CHistoryDialog::NewSearch() {
 }
 
 void CHistoryDialog::CreateList() {
-    auto* list = new CHistoryList;
-    list->clickedAt = [this](const QModelIndex& index, QPoint at) { Click(index, at); };
-    m_list = list;
     m_list->setObjectName("steps");
     m_list->setAccessibleName("Steps");
-    m_list->setModel(m_model);
     m_list->setItemDelegate(m_delegate);
-    m_list->setEditTriggers(QListView::NoEditTriggers);
-    m_list->setVerticalScrollMode(QListView::ScrollPerPixel);
-    m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_list->setContextMenuPolicy(Qt::CustomContextMenu);
-    m_list->viewport()->setAttribute(Qt::WA_Hover);
-    m_list->viewport()->setMouseTracking(true);
     m_list->installEventFilter(this);
+    m_list->clickedAt = [this](const QModelIndex& index, QPoint at) { Click(index, at); };
     connect(m_list->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] { ShowChoice(); });
     connect(m_list, &QListView::customContextMenuRequested, this, [this](QPoint at) { ShowMenu(at); });
-    m_empty = new QLabel;
-    m_empty->setObjectName("empty");
-    m_empty->setAlignment(Qt::AlignCenter);
-    m_empty->setWordWrap(true);
-    m_empty->setForegroundRole(QPalette::PlaceholderText);
-    auto* over = new QVBoxLayout(m_list->viewport());
-    over->addWidget(m_empty);
 }
 
 void CHistoryDialog::CreateFoot() {
@@ -148,32 +110,31 @@ void CHistoryDialog::PlaceBeside(const QRect& view) {
 
 void CHistoryDialog::Reload(std::int64_t id) {
     const QModelIndex chosen = m_list->currentIndex();
-    const std::int64_t kept = chosen.isValid() ? m_model->IdOf(chosen) : id;
-    const QModelIndex top = m_list->indexAt({1, 1});
-    const std::int64_t topId = top.isValid() ? m_model->IdOf(top) : -1;
-    const int offset = top.isValid() ? m_list->visualRect(top).top() : 0;
-    m_model->SetEntries(m_request.entries ? m_request.entries() : std::vector<CHistoryEntry>(),
-                        QDateTime::currentDateTime());
-    Find();
-    if (const QModelIndex again = m_model->IndexOf(topId); again.isValid()) {
-        m_list->scrollTo(again, QListView::PositionAtTop);
-        m_list->verticalScrollBar()->setValue(m_list->verticalScrollBar()->value() - offset);
-    }
-    Choose(id >= 0 ? id : kept);
+    const std::int64_t kept = id < 0 && chosen.isValid() ? m_model->IdOf(chosen) : id;
+    m_list->ChangeInPlace([this] {
+        m_model->SetEntries(m_request.entries ? m_request.entries() : std::vector<CHistoryEntry>(),
+                            QDateTime::currentDateTime());
+    });
+    ShowFound();
+    Choose(kept);
 }
 
 void CHistoryDialog::Find() {
     const QModelIndex chosen = m_list->currentIndex();
     const std::int64_t id = chosen.isValid() ? m_model->IdOf(chosen) : m_model->CurrentId();
     m_model->Find(m_search->text());
+    ShowFound();
+    Choose(id);
+}
+
+void CHistoryDialog::ShowFound() {
     const bool isSearch = !m_search->text().trimmed().isEmpty();
     m_count->setText(isSearch ? QString("%1 of %2 match").arg(m_model->MatchCount()).arg(m_model->EntryCount())
                               : StepsText(m_model->EntryCount()));
-    m_empty->setText(m_model->EntryCount() == 0
-                         ? "There is nothing here yet.\nEvery change of the scene will be listed."
-                         : "No step matches.");
-    m_empty->setVisible(m_model->rowCount() == 0);
-    Choose(id);
+    const QString none = m_model->EntryCount() == 0
+                             ? "There is nothing here yet.\nEvery change of the scene will be listed."
+                             : "No step matches.";
+    m_list->SetEmptyText(m_model->rowCount() == 0 ? none : QString());
 }
 
 void CHistoryDialog::Choose(std::int64_t id) {

@@ -6,11 +6,11 @@
 
 class QLabel;
 class QLineEdit;
-class QListView;
 
 namespace velmor {
 
 class CHistoryDelegate;
+class CHistoryList;
 
 /// "History": the steps of a scene, to be found, gone to, and of which deleted assets are brought back. The window
 /// behind shows what is gone to.
@@ -36,9 +36,10 @@ private:
     bool SearchKey(QKeyEvent& event);
     bool StepKey(const QKeyEvent& event);
 
-    /// Reads the entries again; what was chosen stays so, or else `id` is.
+    /// Reads the entries again and chooses `id`, or what was chosen before where that is below 0.
     void Reload(std::int64_t id);
     void Find();
+    void ShowFound();
     void Choose(std::int64_t id);
     /// What the chosen line allows and says.
     void ShowChoice();
@@ -53,8 +54,7 @@ private:
     CHistoryDelegate* m_delegate;
     QLineEdit* m_search;
     QLabel* m_count;
-    QListView* m_list;
-    QLabel* m_empty;
+    CHistoryList* m_list;
     QLabel* m_status;
     QPushButton* m_bringBack;
 };
