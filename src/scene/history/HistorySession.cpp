@@ -1,6 +1,7 @@
 #include "scene/history/HistorySession.h"
 
 #include "platform/files/Archive.h"
+#include "scene/history/StepChanges.h"
 
 namespace velmor {
 
@@ -24,9 +25,16 @@ CHistorySession ReadSession(std::span<const std::uint8_t> bytes) {
     for (int* value : {&session.cursorLevel, &session.cursorFrame, &session.selection.firstLevel,
                        &session.selection.lastLevel, &session.selection.firstFrame, &session.selection.lastFrame})
         *value = reader.ReadInt();
-    if (reader.Failed() || mode < static_cast<int>(SourceMode::Cels) ||
+    const bool isInScene = (session.folder.empty() ||
+                            (IsSceneFile(session.folder) && session.folder.find('/') == std::string::npos)) &&
+                           (session.image.empty() || IsSceneFile(session.image));
+    if (reader.Failed() || !isInScene || mode < static_cast<int>(SourceMode::Cels) ||
         mode > static_cast<int>(SourceMode::Pictures))
         return {};
+    const CXSheetSelection& chosen = session.selection;
+    if (chosen.firstLevel < 0 || chosen.firstLevel > chosen.lastLevel || chosen.firstFrame < 0 ||
+        chosen.firstFrame > chosen.lastFrame)
+        session.selection = {};
     session.sourceMode = static_cast<SourceMode>(mode);
     return session;
 }

@@ -24,7 +24,7 @@ struct CHistorySession {
 };
 
 std::vector<std::uint8_t> WriteSession(const CHistorySession& session);
-/// The starting values for bytes that are not those of a session.
+/// The starting values for bytes that are not those of a session, or lead out of the scene's folder.
 CHistorySession ReadSession(std::span<const std::uint8_t> bytes);
 
 } // namespace velmor

@@ -1,0 +1,59 @@
+#include "scene/history/HistorySession.h"
+#include "scene/history/StepChanges.h"
+
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+namespace velmor {
+namespace {
+
+// A journal may come from anywhere: nothing in it leads out of the scene's folder.
+const std::vector<std::string> leadingOut{"../x", "/x",          "a/../../x", "a\\..\\x", std::string("x\0y", 3),
+                                          "..",   "Fox/../../x", "../../x",   "a/b/c",    "Fox/",
+                                          "./x"};
+
+CStepChanges ChangesOf(const std::string& file, const std::string& movedFrom) {
+    CStepChanges changes;
+    changes.files.push_back({file, nullptr, nullptr, movedFrom});
+    return changes;
+}
+
+TEST(HistoryBytes, NoStepLeadsOutOfTheScene) {
+    EXPECT_TRUE(ReadChanges(WriteChanges(ChangesOf("Fox/7.bit", "Sheet.xsheet"))));
+    for (const std::string& file : leadingOut) {
+        EXPECT_FALSE(ReadChanges(WriteChanges(ChangesOf(file, {})))) << file;
+        EXPECT_FALSE(ReadChanges(WriteChanges(ChangesOf("Fox/7.bit", file)))) << file;
+        CStepChanges painting;
+        painting.image = file;
+        EXPECT_FALSE(ReadChanges(WriteChanges(painting))) << file;
+    }
+    EXPECT_FALSE(ReadChanges(WriteChanges(ChangesOf("", {}))));
+}
+
+TEST(HistoryBytes, NoSessionLeadsOutOfTheScene) {
+    const CHistorySession session{"Fox", SourceMode::Cels, "Fox/7.bit", 3, 4, {1, 2, 3, 4}};
+    EXPECT_EQ(ReadSession(WriteSession(session)), session);
+    for (const std::string& name : leadingOut) {
+        CHistorySession other = session;
+        other.image = name;
+        EXPECT_EQ(ReadSession(WriteSession(other)), CHistorySession()) << name;
+        other = session;
+        other.folder = name;
+        EXPECT_EQ(ReadSession(WriteSession(other)), CHistorySession()) << name;
+    }
+}
+
+TEST(HistoryBytes, ASessionSelectsCellsThatThereCanBe) {
+    CHistorySession session{"Fox", SourceMode::Cels, "Fox/7.bit", 3, 4, {}};
+    for (const CXSheetSelection& selection :
+         {CXSheetSelection{-1, 2, 3, 4}, {1, 2, -3, 4}, {2, 1, 3, 4}, {1, 2, 4, 3}}) {
+        session.selection = selection;
+        CHistorySession expected = session;
+        expected.selection = {};
+        EXPECT_EQ(ReadSession(WriteSession(session)), expected) << "the image under edit is not lost for it";
+    }
+}
+
+} // namespace
+} // namespace velmor
