@@ -1,11 +1,11 @@
 // The half of the history that has to do with journals: taking one up, and recovering what was in no file.
 
-#include "platform/files/ContentHash.h"
 #include "scene/EditedImage.h"
 #include "scene/SceneEdit.h"
 #include "scene/SceneHistory.h"
 #include "scene/SceneLifecycle.h"
 #include "scene/history/SceneFiles.h"
+#include "scene/history/SceneJournal.h"
 
 #include <algorithm>
 #include <array>
@@ -13,13 +13,6 @@
 namespace velmor {
 
 namespace {
-
-std::string Hexadecimal(std::uint64_t value) {
-    std::string text(16, '0');
-    for (auto digit = text.rbegin(); digit != text.rend(); ++digit, value >>= 4)
-        *digit = "0123456789abcdef"[value & 15];
-    return text;
-}
 
 // A free name beside a file that is kept for whoever can make something of it.
 Path SetAsideName(const Path& file) {
@@ -47,13 +40,8 @@ bool SetAside(const Path& file) {
 
 } // namespace
 
-// By its place: another database may have a scene of the same name.
 Path CSceneHistory::JournalFile() const {
-    const CSceneModel& model = m_context.model;
-    std::error_code error;
-    const std::string place = Utf8Of(std::filesystem::weakly_canonical(model.Paths().SceneFolder(), error));
-    const std::uint64_t hash = ContentHash({reinterpret_cast<const std::uint8_t*>(place.data()), place.size()});
-    return m_journals / PathOf(model.sceneName + "-" + Hexadecimal(hash) + ".journal");
+    return velmor::JournalFile(m_journals, m_context.model.Paths(), m_context.model.sceneName);
 }
 
 std::string CSceneHistory::XSheetName() const {

@@ -55,6 +55,7 @@ private:
             m_run = [this] { return StatusOf(RunDemo(m_scene)); };
         });
         AddCheck();
+        AddRecover();
         CLI::App* info = AddSceneCommand(m_app, "info", "Show what a scene holds", m_scene);
         info->add_flag("--json", m_json, "As JSON");
         info->callback([this] { m_run = [this] { return StatusOf(RunInfo(m_scene, m_json)); }; });
@@ -73,6 +74,18 @@ private:
                 m_check.scenes = {m_scene.scene};
             m_run = [this] { return StatusOf(RunCheck(m_check)); };
         });
+    }
+
+    void AddRecover() {
+        CLI::App* recover =
+            AddCommand(m_app, "recover", "Save work that was lost with the program", m_recover.scene);
+        recover->add_option("scene", m_recover.scene.scene, "Name of the scene; all scenes without it");
+        CLI::Option* list =
+            recover->add_flag("--list", m_recover.list, "Say which scenes have such work, and change nothing");
+        recover->add_flag("--discard", m_recover.discard, "Give it up: the scenes stay as they were saved")
+            ->excludes(list);
+        recover->add_option("--journals", m_recover.journals, "Folder of the journals, if not the user's own");
+        recover->callback([this] { m_run = [this] { return StatusOf(RunRecover(m_recover)); }; });
     }
 
     void AddCompose() {
@@ -200,6 +213,7 @@ private:
     CSceneArguments m_scene;
     bool m_json = false;
     CCheckArguments m_check;
+    CRecoverArguments m_recover;
     CComposeArguments m_compose;
     CFlipbookArguments m_flipbook;
     CImportArguments m_import;

@@ -24,6 +24,14 @@ struct CCheckArguments {
     bool report = false;             ///< a line a scene behind its damaged files
 };
 
+/// Work that was not saved when the program ended.
+struct CRecoverArguments {
+    CSceneArguments scene; ///< without one, all of the database
+    std::string journals;  ///< folder; empty for the user's own
+    bool list = false;     ///< only tell of it
+    bool discard = false;  ///< give it up
+};
+
 struct CComposeArguments {
     CSceneArguments scene;
     int frame = 1; ///< from 1
@@ -116,6 +124,7 @@ struct CPrintArguments {
 [[nodiscard]] int RunRender(const CRenderArguments& arguments);
 [[nodiscard]] bool RunImport(const CImportArguments& arguments);
 [[nodiscard]] bool RunCheck(const CCheckArguments& arguments);
+[[nodiscard]] bool RunRecover(const CRecoverArguments& arguments);
 [[nodiscard]] bool RunSequenceImport(const CSequenceArguments& arguments);
 /// Has another program do it, which has Qt.
 [[nodiscard]] bool RunPrint(const CPrintArguments& arguments);
