@@ -91,7 +91,12 @@ TEST_F(CSequenceImportTest, IsExposedAtTheCursorInOneStep) {
     EXPECT_EQ(model.history.NextUndo()->heading.name, "Import Sequence");
     Undo();
     EXPECT_EQ(scene.xsheet.FrameCount(), 10);
+    EXPECT_EQ(Row(1, 10), "........9.");
+    EXPECT_FALSE(HasCel("1") || HasCel("2") || HasCel("5"));
+    EXPECT_FALSE(CanUndo(model));
     Redo();
+    EXPECT_EQ(Row(1, scene.xsheet.FrameCount()), ".......112255");
+    EXPECT_TRUE(HasCel("1") && HasCel("2") && HasCel("5"));
 
     sequence.level.reset();
     sequence.levelName = "Dog";
@@ -130,6 +135,8 @@ TEST_F(CSequenceImportTest, StoppedItKeepsWhatIsDoneAndLeavesTheSheet) {
     EXPECT_TRUE(HasCel("1") && !HasCel("2"));
     EXPECT_EQ(Row(0, 3), "...");
     EXPECT_FALSE(model.history.NextUndo()->heading.changesScene);
+    Undo();
+    EXPECT_FALSE(HasCel("1"));
 }
 
 TEST_F(CSequenceImportTest, LinesFollowThresholdAndSpecksOfCelsAlone) {
