@@ -30,11 +30,11 @@ public:
 class RecoverCommand : public CommandLine {
 protected:
     /// A cell is pasted onto the second level twice and a line is drawn on A 1; then the program dies.
-    void LoseWork(const std::string& name = "Test") {
+    void LoseWork(const std::string& name = "Test", bool withStroke = true) {
         const pid_t child = ::fork();
         ASSERT_GE(child, 0);
         if (child == 0) {
-            Animate(name);
+            Animate(name, withStroke);
             ::_exit(0);
         }
         int status = 0;
@@ -53,7 +53,7 @@ protected:
         CJournalContents contents;
         EXPECT_TRUE(CJournal::Open(Journal(), journal, contents));
         CHistory history;
-        history.Open(std::move(journal), std::move(contents), "Test.xsheet");
+        history.Open(std::move(journal), std::move(contents), "Test.xsheet", scene.folder);
         std::vector<HistoryEntryKind> kinds;
         for (const CHistory::CStep& step : history.Steps())
             kinds.push_back(step.heading.kind);
@@ -75,7 +75,7 @@ protected:
 
 private:
     // Objects that would write when they end do not.
-    void Animate(const std::string& name) const {
+    void Animate(const std::string& name, bool withStroke) const {
         auto* profile = new CProfile;
         auto* prompter = new CQuietPrompter;
         Set(*profile, setting::databaseDir, database.string());
@@ -87,6 +87,9 @@ private:
             document->Cursor().GoTo({1, frame});
             document->XSheet().Paste();
         }
+        document->History().Settle();
+        if (!withStroke)
+            return;
         document->Scenes().SetFolderName("A");
         document->Assets().EditCel("1");
         document->Painting().Change("Stroke", [](CCelImg& cel) {
@@ -123,6 +126,15 @@ TEST_F(RecoverCommand, ToldFirstThenSaved) {
     const CRun again = Recover();
     EXPECT_EQ(again.status, 0);
     EXPECT_EQ(again.output + again.error, "");
+}
+
+TEST_F(RecoverCommand, NoDrawingHasToBeOpen) {
+    ASSERT_NO_FATAL_FAILURE(LoseWork("Test", false));
+    const CRun recovered = Recover();
+    EXPECT_EQ(recovered.status, 0) << recovered.error;
+    EXPECT_EQ(recovered.output, "Test: 2 changes recovered\n");
+    EXPECT_TRUE(Saved().xsheet.Cell(1, 7).Shows("A", "1"));
+    EXPECT_FALSE(IsDrawn());
 }
 
 TEST_F(RecoverCommand, WhatDoesNotFitStaysUnlessItIsGivenUp) {

@@ -20,8 +20,9 @@ bool CanBeReplayed(CHistory& history, const CScenePaths& paths) {
         return false;
     const std::string image = history.Session().image;
     CCelImg read;
-    if (!image.empty())
-        static_cast<void>(read.Load(paths.SceneFolder() / PathOf(image))); // only wanted if there are strokes on it
+    if (image.empty())
+        return true;
+    static_cast<void>(read.Load(paths.SceneFolder() / PathOf(image))); // it only counts if there are strokes on it
     return history.Replay(read, image);
 }
 
@@ -45,7 +46,8 @@ CStatus FindUnsavedWork(const Path& journals, const CScenePaths& paths, const st
     if (const CStatus opened = CJournal::Open(file, journal, contents); !opened)
         return opened;
     CHistory history;
-    history.Open(std::move(journal), std::move(contents), Utf8Of(paths.XSheetFile().filename()));
+    history.Open(std::move(journal), std::move(contents), Utf8Of(paths.XSheetFile().filename()),
+                 paths.SceneFolder());
     if (std::optional<CUnsavedWork> work = history.Unsaved(paths.SceneFolder())) {
         const bool fits = work->misfit.empty();
         found = {std::move(*work), !fits || CanBeReplayed(history, paths)};
