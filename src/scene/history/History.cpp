@@ -49,9 +49,13 @@ const CHistory::CStep* CHistory::NextUndo() const {
     return nullptr;
 }
 
+// Looked for from the end: there may be a million steps, and few of them are undone.
 const CHistory::CStep* CHistory::NextRedo() const {
-    const auto step = std::ranges::find_if(m_steps, [](const CStep& each) { return !each.isDone; });
-    return step != m_steps.end() ? &*step : nullptr;
+    const CStep* next = nullptr;
+    for (auto step = m_steps.rbegin(); step != m_steps.rend() && !(IsUndoable(*step) && step->isDone); ++step)
+        if (!step->isDone)
+            next = &*step;
+    return next;
 }
 
 CHistoryPicture CHistory::PictureOf(const CStep& step) {
@@ -109,19 +113,23 @@ CHistory::CStep CHistory::MakeStep(std::int64_t id, CStepHeading heading, std::u
 CHistory::CStep& CHistory::Append(CStepHeading heading, const std::vector<std::uint8_t>& body) {
     heading.time = Now();
     m_steps.push_back(MakeStep(++m_lastId, std::move(heading), body.size()));
+    m_stepBytes += m_steps.back().bytes;
     return m_steps.back();
 }
 
 void CHistory::KillUndone() {
-    for (std::size_t index = m_steps.size(); index-- > 0;)
+    const CStep* next = NextRedo();
+    const std::int64_t first = next != nullptr ? next->id : m_lastId + 1;
+    for (std::size_t index = m_steps.size(); index-- > 0 && m_steps[index].id >= first;)
         if (!m_steps[index].isDone)
             Kill(m_steps[index].id);
 }
 
 void CHistory::Kill(std::int64_t id) {
-    const auto step = std::ranges::find(m_steps, id, &CStep::id);
-    if (step == m_steps.end())
+    const auto step = std::ranges::lower_bound(m_steps, id, {}, &CStep::id);
+    if (step == m_steps.end() || step->id != id)
         return;
+    m_stepBytes -= step->bytes;
     m_dead.emplace(id, std::move(step->heading));
     m_steps.erase(step);
     if (const auto body = m_bodies.find(id); body != m_bodies.end()) {
@@ -143,6 +151,7 @@ void CHistory::RemoveFirst(CJournalEntry& entry) {
         m_bodies.erase(body);
     }
     entry.remove.push_back(id);
+    m_stepBytes -= m_steps.front().bytes;
     m_steps.pop_front();
 }
 
@@ -158,25 +167,25 @@ void CHistory::KeepWithinLimits(CJournalEntry& entry) {
             break;
         }
     }
-    std::uint64_t bytes = 0;
-    for (const CStep& step : m_steps)
-        bytes += step.bytes;
-    if (bytes <= m_limit)
+    if (m_stepBytes > m_limit)
+        TakeStoredSizes();
+    if (m_stepBytes <= m_limit)
         return;
-    bytes = 0;
-    for (CStep& step : m_steps) {
-        // What a step takes in the journal is known once it is written.
-        const std::uint64_t stored = m_journal ? m_journal->StoredBytes(step.id) : 0;
-        step.bytes = stored > 0 ? stored : step.bytes;
-        bytes += step.bytes;
-    }
     // What leads from the files to what is open stays.
     const std::int64_t firstNeeded =
         m_moves.empty() ? m_lastId : std::ranges::min(m_moves, {}, &CJournalMove::step).step;
-    while (bytes > m_limit && m_steps.size() > 1 && m_steps.front().id < firstNeeded) {
-        bytes -= m_steps.front().bytes;
+    while (m_stepBytes > m_limit && m_steps.size() > 1 && m_steps.front().id < firstNeeded)
         RemoveFirst(entry);
-    }
+}
+
+// What a step takes in the journal is known once it is written.
+void CHistory::TakeStoredSizes() {
+    for (auto step = m_steps.rbegin(); m_journal && step != m_steps.rend() && !step->isSizeStored; ++step)
+        if (const std::uint64_t stored = m_journal->StoredBytes(step->id); stored > 0) {
+            m_stepBytes = m_stepBytes - step->bytes + stored;
+            step->bytes = stored;
+            step->isSizeStored = true;
+        }
 }
 
 void CHistory::AddMove(CJournalEntry& entry, std::int64_t id, bool forward) {
@@ -207,7 +216,9 @@ void CHistory::Continue(CStepHeading heading, const CStepChanges& changes, const
         m_open = Append(std::move(heading), body).id;
     } else {
         heading.time = m_steps.back().heading.time;
+        m_stepBytes -= m_steps.back().bytes;
         m_steps.back() = MakeStep(*m_open, std::move(heading), body.size());
+        m_stepBytes += m_steps.back().bytes;
     }
     Keep(*m_open, std::move(body));
 }
@@ -221,7 +232,7 @@ void CHistory::Finish() {
     if (m_journal)
         entry.put.push_back({id, step.asWritten, m_bodies[id]});
     // One that only grew is in the moves already.
-    if (std::ranges::none_of(m_moves, [id](const CJournalMove& move) { return move.step == id; }))
+    if (m_moves.empty() || m_moves.back().step != id)
         AddMove(entry, id, true);
     if (!step.heading.image.empty())
         WriteSaved(entry, step.heading.image);
@@ -233,8 +244,8 @@ void CHistory::Finish() {
 
 void CHistory::NoteMove(std::int64_t id, ChangeDirection direction, const CHistorySession& session) {
     Finish();
-    const auto step = std::ranges::find(m_steps, id, &CStep::id);
-    if (step == m_steps.end())
+    const auto step = std::ranges::lower_bound(m_steps, id, {}, &CStep::id);
+    if (step == m_steps.end() || step->id != id)
         return;
     step->isDone = direction == ChangeDirection::Forward;
     CJournalEntry entry;

@@ -44,6 +44,7 @@ public:
         std::vector<std::uint8_t> asWritten; ///< with it
         std::uint64_t bytes = 0;             ///< that it takes
         bool isDone = true;
+        bool isSizeStored = false; ///< `bytes` is what it takes in the journal, not a guess
     };
 
     /// Bytes that all steps may take; the oldest go first.
@@ -135,6 +136,7 @@ private:
     void EndAnnouncement(CJournalEntry& entry);
     void Keep(std::int64_t id, std::vector<std::uint8_t> body);
     void KeepWithinLimits(CJournalEntry& entry);
+    void TakeStoredSizes();
     void RemoveFirst(CJournalEntry& entry);
     void AddMove(CJournalEntry& entry, std::int64_t id, bool forward);
     void NoteState(CJournalEntry& entry, const CHistorySession& session);
@@ -147,7 +149,8 @@ private:
     std::uint64_t m_limit = usualLimit;
     std::unique_ptr<CJournal> m_journal;
     std::string m_xsheetFile;
-    std::deque<CStep> m_steps;                                  ///< by id
+    std::deque<CStep> m_steps;                                  ///< by id; the undone ones follow the done ones
+    std::uint64_t m_stepBytes = 0;                              ///< of all of them
     std::map<std::int64_t, CStepHeading> m_dead;                ///< undone for good; needed until all is saved
     std::vector<CJournalMove> m_moves;                          ///< since all was saved
     std::map<std::int64_t, std::vector<std::uint8_t>> m_bodies; ///< by step

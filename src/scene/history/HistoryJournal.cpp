@@ -8,11 +8,14 @@
 #include "scene/history/History.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace velmor {
 
 namespace {
 
+// Ids and sequences grow by one; nobody gets here by working.
+constexpr std::int64_t mostNumber = std::numeric_limits<std::int64_t>::max() / 2;
 constexpr std::string_view savedNote = "saved/";
 constexpr std::string_view savingNote = "saving/";
 constexpr const char* undoneNote = "undone";
@@ -48,9 +51,11 @@ void CHistory::Open(std::unique_ptr<CJournal> journal, CJournalContents contents
     m_xsheetFile = std::move(xsheetFile);
     for (CJournalContents::CHeading& stored : contents.steps) {
         std::optional<CStepHeading> heading = ReadHeading(stored.heading, false);
+        if (!heading || stored.id > mostNumber)
+            continue;
         m_lastId = std::max(m_lastId, stored.id);
-        if (heading)
-            m_steps.push_back({stored.id, std::move(*heading), std::move(stored.heading), stored.bytes, true});
+        m_stepBytes += stored.bytes;
+        m_steps.push_back({stored.id, std::move(*heading), std::move(stored.heading), stored.bytes, true, true});
     }
     ReadNotes(contents);
     ReplayMoves(contents);
@@ -83,9 +88,11 @@ void CHistory::ReadNotes(const CJournalContents& contents) {
         CSaved saved;
         saved.sequence = static_cast<std::int64_t>(reader.ReadWord());
         saved.stamp = CFileStamp::Read(reader);
-        if (const std::string file = name.substr(savedNote.size()); !reader.Failed() && IsSceneFile(file))
+        if (const std::string file = name.substr(savedNote.size());
+            !reader.Failed() && IsSceneFile(file) && saved.sequence <= mostNumber) {
             m_saved[file] = saved;
-        m_lastSequence = std::max(m_lastSequence, saved.sequence);
+            m_lastSequence = std::max(m_lastSequence, saved.sequence);
+        }
     }
     if (const JournalBytes* session = NoteOf(contents, sessionNote))
         m_session = ReadSession(*session);
@@ -105,6 +112,7 @@ void CHistory::ReplayMoves(const CJournalContents& contents) {
     if (const JournalBytes* note = NoteOf(contents, undoneNote))
         undone = ReadIds(*note);
     m_moves = contents.moves;
+    std::erase_if(m_moves, [](const CJournalMove& move) { return move.sequence > mostNumber; });
     for (const CJournalMove& move : m_moves) {
         m_lastSequence = std::max(m_lastSequence, move.sequence);
         if (!move.forward)

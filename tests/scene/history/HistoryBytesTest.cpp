@@ -1,7 +1,8 @@
-#include "scene/history/HistorySession.h"
-#include "scene/history/StepChanges.h"
+#include "platform/files/Archive.h"
+#include "scene/history/History.h"
 
 #include <gtest/gtest.h>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -53,6 +54,29 @@ TEST(HistoryBytes, ASessionSelectsCellsThatThereCanBe) {
         expected.selection = {};
         EXPECT_EQ(ReadSession(WriteSession(session)), expected) << "the image under edit is not lost for it";
     }
+}
+
+TEST(HistoryBytes, NumbersThatCannotGrowAreNotTaken) {
+    constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
+    CScene scene;
+    scene.xsheet = CXSheet(2, 4);
+    CScene after = scene;
+    after.camera.MutableAt(1).panX = 3;
+    CStepChanges changes;
+    changes.scene = CSceneChange(scene, after);
+    CArchiveWriter saved;
+    saved.WriteWord(static_cast<std::uint64_t>(most));
+    CFileStamp().Write(saved);
+    CJournalContents contents{{{most, WriteHeading({}), 9}}, {{most, most, true}}, {}};
+    contents.notes["saved/Wild.xsheet"] = std::move(saved).Take();
+    CHistory history;
+    history.Open(nullptr, std::move(contents), "Wild.xsheet", "/nowhere");
+    history.NoteSaved("Wild.xsheet", {});
+    history.Record({}, changes, scene.xsheet, {});
+    ASSERT_NE(history.NextUndo(), nullptr);
+    EXPECT_GT(history.NextUndo()->id, 0);
+    ASSERT_TRUE(history.Unsaved("/nowhere"));
+    EXPECT_EQ(history.Unsaved("/nowhere")->changes, 1);
 }
 
 } // namespace
