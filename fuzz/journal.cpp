@@ -1,34 +1,14 @@
 #include "platform/journal/Journal.h"
 #include "FuzzTarget.h"
+#include "MemoryFolder.h"
 
-#include <filesystem>
 #include <fstream>
 #include <optional>
 #include <string>
-#include <unistd.h>
 
 namespace velmor::fuzz {
 
 namespace {
-
-/// A folder for the journal of one input, in memory where there is such a place.
-class CFolder {
-public:
-    CFolder() {
-        const Path memory = "/dev/shm";
-        m_path = (FolderExists(memory) ? memory : std::filesystem::temp_directory_path()) /
-                 ("velmor-fuzz-" + std::to_string(::getpid()));
-        std::filesystem::create_directory(m_path);
-    }
-    CFolder(const CFolder&) = delete;
-    CFolder& operator=(const CFolder&) = delete;
-    ~CFolder() { std::filesystem::remove_all(m_path); }
-
-    Path operator/(const char* name) const { return m_path / name; }
-
-private:
-    Path m_path;
-};
 
 struct CFiles {
     JournalBytes journal, ahead;
@@ -51,7 +31,7 @@ void Put(const Path& file, Bytes bytes) {
 
 /// A good journal, part of which has not been moved into its file. Nobody comes upon its checksums by chance.
 CFiles GoodJournal() {
-    const CFolder folder;
+    const CMemoryFolder folder;
     const Path file = folder / "good";
     std::unique_ptr<CJournal> journal;
     CJournalContents contents;
@@ -122,7 +102,7 @@ void Read(Bytes input) {
         files = good;
         Change(files, input.subspan(1));
     }
-    const CFolder folder;
+    const CMemoryFolder folder;
     Put(folder / "journal", files.journal);
     if (!files.ahead.empty())
         Put(AheadOf(folder / "journal"), files.ahead);

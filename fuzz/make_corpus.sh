@@ -9,7 +9,7 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
 rm -rf "$corpus"
-for reader in avi bitmap cel csv journal packed palette picture png scanner settings sound targa tiff wave xdts xsheet; do
+for reader in avi bitmap cel csv history journal packed palette picture png scanner settings sound targa tiff wave xdts xsheet; do
     mkdir -p "$corpus/$reader"
 done
 
@@ -164,6 +164,12 @@ done
 printf '\001\360\0\0\074\0\0\0\002' >"$corpus/journal/version"
 printf '\001\160\0\060\0\001\002\003\004\161\0\040\0\001\002\003\004' >"$corpus/journal/bytes"
 printf '\001\016\0\060\0\0\0\0\0\017\0\060\0\0\0\0\0' >"$corpus/journal/lengths"
+
+# The parts of a history, as they are and with another byte.
+for part in 0 1 2 3; do
+    printf "\\01$part" >"$corpus/history/good$part"
+    printf "\\01$part\\0\\5\\1" >"$corpus/history/changed$part"
+done
 
 cat >"$corpus/settings/usual" <<'END'
 ; by hand
