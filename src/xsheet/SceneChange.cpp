@@ -63,9 +63,16 @@ CSceneChange::CSceneChange(const CScene& before, const CScene& after)
     : m_levelCounts(before.xsheet.LevelCount(), after.xsheet.LevelCount()),
       m_frameCounts(before.xsheet.FrameCount(), after.xsheet.FrameCount()) {
     CompareLevels(before.xsheet, after.xsheet);
-    after.camera.ForEachDifference(before.camera, [&](int frame) {
+    const int fewer = std::min(m_frameCounts.first, m_frameCounts.second);
+    const int more = std::max(m_frameCounts.first, m_frameCounts.second);
+    std::set<int> frames;
+    after.camera.ForEachDifference(before.camera, [&frames](int frame) { frames.insert(frame); });
+    // The camera goes on behind the sheet's end, and a file does not: frames that come back bring it with them.
+    for (int frame = fewer; frame < more; ++frame)
+        if (!after.camera.At(frame).IsIdenticalTo({}))
+            frames.insert(frame);
+    for (const int frame : frames)
         m_camera.push_back({frame, {before.camera.At(frame), after.camera.At(frame)}});
-    });
     if (before.geometry != after.geometry)
         m_geometry.emplace(before.geometry, after.geometry);
     if (before.sounds != after.sounds)

@@ -145,6 +145,19 @@ TEST(CSceneChangeTest, TellsWhatItTouches) {
     EXPECT_FALSE(CSceneChange(before, before).ChangedCells());
 }
 
+TEST(CSceneChangeTest, FramesThatComeBackBringTheCamera) {
+    CScene longer;
+    longer.xsheet.SetFrameCount(20);
+    longer.camera.MutableAt(15).zoom = 3;
+    CScene shorter = longer;
+    shorter.xsheet.SetFrameCount(10);
+    const CSceneChange change(shorter, longer);
+    CScene read = shorter; // as from a file, which ends with the sheet
+    read.camera.Reset();
+    ASSERT_TRUE(change.Apply(read, ChangeDirection::Forward));
+    EXPECT_EQ(read, longer);
+}
+
 TEST(CSceneChangeTest, RefusesWhatItDoesNotFit) {
     CScene before;
     before.xsheet = CXSheet(3, 50);
