@@ -12,6 +12,7 @@
 #include "xsheet/Inbetween.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace velmor {
 
@@ -67,6 +68,7 @@ double CCameraOperations::GetCamZoom(int frame) const {
 
 void CCameraOperations::StartCamInput() {
     m_dragFrom.reset();
+    m_dragged = 0;
     if (m_context.Require(m_context.model.sceneOpen, "Scene not open at StartCamInput"))
         m_dragFrom = m_context.model.Scene();
 }
@@ -77,6 +79,7 @@ bool CCameraOperations::ProcessCamInput(int dx, int dy) {
     CSceneEdit edit(m_context, DragName(), UpdateHint::None);
     if (m_dragFrom)
         edit.GoOnFrom(*m_dragFrom);
+    m_dragged = std::min(m_dragged, 2) + std::min(std::abs(dx), 2) + std::min(std::abs(dy), 2);
     return Apply(edit, dx, dy);
 }
 
@@ -118,6 +121,10 @@ bool CCameraOperations::Apply(CSceneEdit& edit, int dx, int dy) {
 void CCameraOperations::EndCamInput(int dx, int dy) {
     if (m_context.Require(m_context.model.sceneOpen, "Scene not open at EndCamInput") && ProcessCamInput(dx, dy))
         m_context.Update(pictureHint);
+    const bool isSmall = m_dragged <= 1;
+    if (isSmall && m_wasSmall) // placed pixel by pixel
+        m_context.model.history.JoinWithLast(m_context.model.Scene());
+    m_wasSmall = isSmall;
     m_context.model.history.Finish();
     m_dragFrom.reset();
 }

@@ -44,6 +44,8 @@ private:
     CSceneContext m_context;
     CXSheetCursor& m_cursor;
     std::optional<CScene> m_dragFrom; ///< what the drag that is going on began with
+    int m_dragged = 0;                ///< pixels so far
+    bool m_wasSmall = false;          ///< the drag before it was one of a pixel
 };
 
 } // namespace velmor

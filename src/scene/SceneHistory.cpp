@@ -254,6 +254,10 @@ CHistoryRequest CSceneHistory::Request(bool isReadOnly) {
     CHistoryRequest request;
     request.title = m_context.model.sceneName;
     request.entries = [this] { return m_context.model.history.Entries(); };
+    request.pictureOf = [this](std::int64_t id) {
+        const CHistory::CStep* step = m_context.model.history.Find(id);
+        return step != nullptr ? CHistory::PictureOf(*step) : CHistoryPicture();
+    };
     if (!isReadOnly) {
         request.goTo = [this](std::int64_t step) { GoTo(step); };
         request.bringBack = [this](std::int64_t step) { BringBack(step); };
@@ -275,10 +279,13 @@ void CSceneHistory::Settle() {
 }
 
 void CSceneHistory::TellFault() {
-    if (const CStatus fault = m_context.model.history.TakeFault(); !fault)
+    CHistory& history = m_context.model.history;
+    if (const CStatus fault = history.TakeFault(); !fault)
         m_context.Show("The journal cannot be written any more: changes that are not saved would be lost if the "
-                       "program ended unexpectedly.\n" +
+                       "program ended unexpectedly. Save All begins a new one.\n" +
                        fault.Message());
+    if (history.CanStartAnew())
+        BeginAfterFault();
 }
 
 } // namespace velmor

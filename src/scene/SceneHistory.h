@@ -64,6 +64,7 @@ private:
     void Recover();
     void RecoverImage(const std::string& image);
     void StartAnew();
+    void BeginAfterFault();
     Path JournalFile() const;
     std::string XSheetName() const;
 

@@ -113,7 +113,10 @@ bool CSceneHistory::OfferRecovery() {
     request.look = [this] { m_context.prompter.RunHistory(Request(true)); };
     switch (m_context.prompter.Ask(request)) {
     case RecoveryAnswer::Recover:
-        Recover();
+        if (request.fits)
+            Recover();
+        else
+            StartAnew(); // never forced
         return true;
     case RecoveryAnswer::Discard:
         if (unsaved.misfit.empty()) {
@@ -134,6 +137,21 @@ void CSceneHistory::StartAnew() {
     m_context.model.history.Close();
     if (SetAside(JournalFile()))
         static_cast<void>(OpenJournal()); // it has said why not
+}
+
+// What the journal has ends before what the files have.
+void CSceneHistory::BeginAfterFault() {
+    CHistory& history = m_context.model.history;
+    history.LeaveJournal();
+    for (const char* part : {"-wal", ""}) {
+        Path file = JournalFile();
+        file += part;
+        static_cast<void>(RemoveFile(file)); // or the next opening tells that it does not fit
+    }
+    std::unique_ptr<CJournal> journal;
+    CJournalContents contents;
+    if (CJournal::Open(JournalFile(), journal, contents))
+        history.GoOnIn(std::move(journal));
 }
 
 void CSceneHistory::Recover() {
@@ -168,6 +186,7 @@ void CSceneHistory::RecoverImage(const std::string& image) {
     if (!model.history.Replay(read, image))
         m_context.Show(TitleOfFile(image) + ": what was painted could not be read. It is as it was saved last.");
     model.celImg = std::move(read);
+    model.sourceSelection = {Utf8Of(file.stem())};
     ++model.openedImages;
 }
 

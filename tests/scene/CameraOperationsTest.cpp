@@ -95,6 +95,29 @@ TEST_F(CCameraOperationsTest, ADragIsOneStepOfUndoAndAClickIsNone) {
     EXPECT_EQ(scene.xsheet.Cell(0, 0).PosX(), 384 + 20);
 }
 
+TEST_F(CCameraOperationsTest, MovesOfOnePixelInARowAreOneStep) {
+    SetLevels(1, 10);
+    Put(0, 0, "1");
+    cursor.SetLevelCanMove(0);
+    model.inputMode = InputMode::Move;
+    const auto drag = [this](int pixels) {
+        camera.StartCamInput();
+        camera.EndCamInput(pixels, 0);
+    };
+    drag(20);
+    for (int pixel = 0; pixel < 5; ++pixel)
+        drag(1);
+    EXPECT_EQ(scene.xsheet.Cell(0, 0).PosX(), 384 + 25);
+    Undo();
+    EXPECT_EQ(scene.xsheet.Cell(0, 0).PosX(), 384 + 20);
+    Redo();
+    EXPECT_EQ(scene.xsheet.Cell(0, 0).PosX(), 384 + 25);
+    Undo();
+    Undo();
+    EXPECT_EQ(scene.xsheet.Cell(0, 0).PosX(), 384);
+    EXPECT_FALSE(CanUndo(model));
+}
+
 TEST_F(CCameraOperationsTest, MovesTheUsedCellsOfSelectedLevels) {
     SetLevels(3);
     Put(0, 0, "1");

@@ -68,8 +68,16 @@ std::vector<CHistoryEntry> CHistory::Entries() const {
     entries.reserve(m_steps.size());
     for (const CStep& step : m_steps) {
         const CStepHeading& heading = step.heading;
-        entries.push_back({step.id, heading.time, heading.name, heading.subjects, heading.kind, step.isDone,
-                           heading.canComeBack && step.isDone, PictureOf(step), heading.cells, heading.levels,
+        entries.push_back({step.id,
+                           heading.time,
+                           heading.name,
+                           heading.subjects,
+                           heading.kind,
+                           step.isDone,
+                           heading.canComeBack && step.isDone,
+                           {},
+                           heading.cells,
+                           heading.levels,
                            heading.frames});
     }
     return entries;
@@ -239,7 +247,40 @@ void CHistory::Finish() {
     NoteState(entry, m_session);
     EndAnnouncement(entry);
     KeepWithinLimits(entry);
+    m_isAllSaved = false;
     Write(std::move(entry));
+}
+
+void CHistory::JoinWithLast(const CScene& now) {
+    if (!m_open || m_steps.size() < 2 || m_moves.empty())
+        return;
+    const CStep& open = m_steps.back();
+    const CStep& last = m_steps[m_steps.size() - 2];
+    const CJournalMove& move = m_moves.back();
+    const bool isSame = IsUndoable(last) && last.heading.name == open.heading.name && last.heading.onlyFrame >= 0 &&
+                        last.heading.onlyFrame == open.heading.onlyFrame;
+    const bool isSaved = m_saved.contains(m_xsheetFile) && move.sequence <= SavedSequence(m_xsheetFile);
+    // One that was undone and done again may be in a file as it was.
+    const auto moves = std::ranges::count(m_moves, last.id, &CJournalMove::step);
+    if (!isSame || isSaved || move.step != last.id || !move.forward || moves > 1)
+        return;
+    const std::optional<CStepChanges> first = Changes(last.id);
+    const std::optional<CStepChanges> second = Changes(open.id);
+    CScene before = now;
+    if (!first || !second || !second->scene.Apply(before, ChangeDirection::Back) ||
+        !first->scene.Apply(before, ChangeDirection::Back))
+        return;
+    CStepHeading heading = last.heading;
+    const std::int64_t id = last.id;
+    Kill(*m_open);
+    m_open = id;
+    const CStepChanges both{CSceneChange(before, now), {}, {}, {}};
+    Describe(heading, both, now.xsheet);
+    std::vector<std::uint8_t> body = WriteChanges(both);
+    m_stepBytes -= m_steps.back().bytes;
+    m_steps.back() = MakeStep(id, std::move(heading), body.size());
+    m_stepBytes += m_steps.back().bytes;
+    Keep(id, std::move(body));
 }
 
 void CHistory::NoteMove(std::int64_t id, ChangeDirection direction, const CHistorySession& session) {
@@ -254,6 +295,7 @@ void CHistory::NoteMove(std::int64_t id, ChangeDirection direction, const CHisto
         WriteSaved(entry, step->heading.image);
     NoteState(entry, session);
     EndAnnouncement(entry);
+    m_isAllSaved = false;
     Write(std::move(entry));
 }
 

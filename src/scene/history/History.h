@@ -57,6 +57,13 @@ public:
     void Open(std::unique_ptr<CJournal> journal, CJournalContents contents, std::string xsheetFile,
               const Path& sceneFolder);
     bool HasJournal() const { return m_journal != nullptr && m_journal->Fault(); }
+    /// Goes on in another journal, which is empty, while every file holds what is open. Steps whose changes only
+    /// the old one had are gone, with those before them.
+    void GoOnIn(std::unique_ptr<CJournal> journal);
+    /// Gives up a journal that cannot be written, so that its file can be removed.
+    void LeaveJournal() { m_journal.reset(); }
+    /// Whether nothing is written any more although every file holds what is open: the journal can start anew.
+    bool CanStartAnew() const { return m_journal != nullptr && !HasJournal() && m_isAllSaved; }
     /// Why nothing can be written any more, told once.
     CStatus TakeFault();
     /// Whether nothing is being written, and nothing is to be told.
@@ -70,6 +77,7 @@ public:
     const CStep* NextUndo() const;
     const CStep* NextRedo() const;
     static CHistoryPicture PictureOf(const CStep& step);
+    /// For a list, without their pictures.
     std::vector<CHistoryEntry> Entries() const;
     /// What a step changed; nothing when it cannot be read any more.
     std::optional<CStepChanges> Changes(std::int64_t id);
@@ -84,6 +92,9 @@ public:
     void Continue(CStepHeading heading, const CStepChanges& changes, const CXSheet& sheet,
                   const CHistorySession& session);
     void Finish();
+    /// What Continue() has not finished becomes one with the step before it, if that was the same thing in the same
+    /// frame and is in no file yet: many small moves are one. `now` is the scene as it is.
+    void JoinWithLast(const CScene& now);
     /// A step was undone, or done again.
     void NoteMove(std::int64_t id, ChangeDirection direction, const CHistorySession& session);
     /// A step can be undone or done again no more.
@@ -162,6 +173,7 @@ private:
     std::int64_t m_lastId = 0;
     std::int64_t m_lastSequence = 0;
     bool m_isAnnounced = false;
+    bool m_isAllSaved = true;
     bool m_isWriting = false; ///< since the last WaitUntilWritten()
     bool m_isFaultTold = false;
 };

@@ -125,6 +125,29 @@ void CHistory::ReplayMoves(const CJournalContents& contents) {
         step.isDone = !undone.contains(step.id);
 }
 
+void CHistory::GoOnIn(std::unique_ptr<CJournal> journal) {
+    Finish();
+    m_journal = std::move(journal);
+    m_isFaultTold = false;
+    const auto hasChanges = [this](const CStep& step) {
+        return m_bodies.contains(step.id) ||
+               (!step.heading.changesScene && !step.heading.changesFiles && step.heading.image.empty());
+    };
+    const auto lost = std::find_if_not(m_steps.rbegin(), m_steps.rend(), hasChanges);
+    m_steps.erase(m_steps.begin(), lost.base());
+    m_stepBytes = 0;
+    CJournalEntry entry;
+    for (const CStep& step : m_steps) {
+        m_stepBytes += step.bytes;
+        const auto body = m_bodies.find(step.id);
+        entry.put.push_back({step.id, step.asWritten, body != m_bodies.end() ? body->second : JournalBytes()});
+    }
+    for (const auto& [file, saved] : m_saved)
+        WriteSaved(entry, file);
+    Write(std::move(entry));
+    NoteAllSaved(m_session);
+}
+
 CStatus CHistory::TakeFault() {
     if (!m_journal || m_isFaultTold)
         return {};
@@ -228,6 +251,7 @@ void CHistory::NoteAllSaved(const CHistorySession& session) {
     const bool hasChanged = !m_moves.empty();
     m_dead.clear();
     m_moves.clear();
+    m_isAllSaved = true;
     NoteState(entry, session);
     if (hasChanged && undone.empty()) {
         CStepHeading heading;

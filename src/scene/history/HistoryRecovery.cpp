@@ -30,19 +30,23 @@ bool CHistory::IsUnsaved(const CJournalMove& move) const {
 }
 
 std::optional<CUnsavedWork> CHistory::Unsaved(const Path& sceneFolder) const {
+    // What was undone after all, or done again, is no change.
+    std::map<std::int64_t, int> moved;
+    for (const CJournalMove& move : m_moves)
+        if (IsUnsaved(move))
+            moved[move.step] += move.forward ? 1 : -1;
+    std::erase_if(moved, [](const auto& step) { return step.second == 0; });
     CUnsavedWork unsaved;
     bool changesScene = false;
     bool changesImage = false;
-    for (const CJournalMove& move : m_moves) {
-        if (!IsUnsaved(move))
-            continue;
-        const CStepHeading& heading = *HeadingOf(move.step);
+    for (const auto& [id, net] : moved) {
+        const CStepHeading& heading = *HeadingOf(id);
         changesScene = changesScene || heading.changesScene;
         changesImage = changesImage || !heading.image.empty();
         unsaved.firstTime = unsaved.changes == 0 ? heading.time : std::min(unsaved.firstTime, heading.time);
         unsaved.lastTime = std::max(unsaved.lastTime, heading.time);
         ++unsaved.changes;
-        if (const CStep* step = Find(move.step); step != nullptr && !heading.image.empty())
+        if (const CStep* step = Find(id); step != nullptr && !heading.image.empty())
             unsaved.picture = PictureOf(*step);
     }
     if (unsaved.changes == 0)

@@ -237,6 +237,23 @@ TEST_F(Recovery, ASecondProgramLeavesTheJournalAlone) {
     EXPECT_EQ(Levels(), 2);
 }
 
+TEST_F(Recovery, ADatabaseThatVanishesCostsNothing) {
+    Begin(1);
+    const Path aside = folder / "unplugged";
+    std::filesystem::rename(Database(), aside);
+    AddLevel("Front");
+    doc->History().Undo();
+    doc->History().Redo();
+    prompter.confirmations = {false};
+    EXPECT_FALSE(doc->Saving().SaveAll());
+    prompter.TakeMessages();
+    doc.reset();
+    std::filesystem::remove_all(Database());
+    std::filesystem::rename(aside, Database());
+    Restart(RecoveryAnswer::Recover);
+    EXPECT_EQ(Levels(), 2);
+}
+
 TEST_F(Recovery, DeletedAssetsComeBackWithTheirCells) {
     Begin(1);
     doc->Scenes().SetFolderName("Fox");
