@@ -162,7 +162,7 @@ void PaintPenSegment(benchmark::State& state) {
         CProgram::Settle();
     }
     QTest::mouseRelease(area, Qt::LeftButton, {}, QPoint(100, 100));
-    program.doc->Painting().Change([](CCelImg& image) {
+    program.doc->Painting().Change("Stroke", [](CCelImg& image) {
         image.SetModified(false);
         return CPaintResult();
     });

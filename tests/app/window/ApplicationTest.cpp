@@ -7,7 +7,10 @@
 #include "scene/SceneLifecycle.h"
 #include "scene/SceneModel.h"
 #include "scene/VelmorltDoc.h"
+#include "scene/XSheetCursor.h"
+#include "scene/XSheetOperations.h"
 
+#include <QAction>
 #include <QLabel>
 #include <QTest>
 
@@ -48,6 +51,42 @@ TEST(ApplicationTest, AnXSheetOpensInTheRunningProgram) {
     EXPECT_EQ(first.Document().Scenes().GetSceneName(), "There");
     EXPECT_TRUE(FileExists(file(there)));
     EXPECT_FALSE(FolderExists(folder / "gone"));
+}
+
+// The program dies, as far as its files can tell, before anything is saved; the next one asks, and has it again.
+TEST(ApplicationTest, WhatIsFinishedIsSafeBeforeTheNextEventAndComesBack) {
+    const CTempFolder folder;
+    const CProgramFolders folders{
+        folder / "program", folder / "settings", folder / "data", {}, folder / "journals"};
+    const CTestScene scene(folder / "db", "Here");
+    const Path sheet = scene.folder / "Here.xsheet";
+    int levels = 0;
+    {
+        CApplication program(folders);
+        ASSERT_TRUE(program.Start(false, sheet));
+        CVelmorltDoc& doc = program.Document();
+        const CSceneModel& model = doc.Model();
+        levels = model.Scene().xsheet.LevelCount();
+        doc.Cursor().GoTo({0, 1});
+        doc.Cursor().SetSelEndY(6);
+        doc.XSheet().Cut();
+        EXPECT_FALSE(model.history.IsIdle());
+        QEvent next(QEvent::User);
+        QCoreApplication::sendEvent(&program.Frame(), &next);
+        EXPECT_TRUE(model.history.IsIdle());
+        program.Frame().UpdateCommands();
+        program.Frame().Action(CommandId::EditUndo)->trigger();
+        EXPECT_EQ(program.Frame().Action(CommandId::EditRedo)->text(), "&Redo Cut\tCtrl+Shift+Z");
+        program.Frame().Action(CommandId::EditRedo)->trigger();
+        EXPECT_EQ(program.Frame().Action(CommandId::EditUndo)->text(), "&Undo Cut\tCtrl+Z");
+    }
+    CApplication next(folders);
+    WithDialog([&] { ASSERT_TRUE(next.Start(false, sheet)); },
+               [](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Return); });
+    const CXSheet& recovered = next.Document().Model().Scene().xsheet;
+    EXPECT_EQ(recovered.LevelCount(), levels);
+    EXPECT_FALSE(recovered.Cell(0, 3).IsUsed());
+    EXPECT_TRUE(recovered.Cell(0, 8).IsUsed());
 }
 
 TEST(ApplicationTest, TheDemonstrationIsMadeOnceAndOpened) {
