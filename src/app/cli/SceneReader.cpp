@@ -18,6 +18,7 @@ std::unique_ptr<CReadScene> ReadScene(const std::string& database, const std::st
         return nullptr;
     auto read = std::make_unique<CReadScene>(prompter);
     CSceneModel& model = read->model;
+    model.history.SetLimit(0); // there is nobody who could undo
     model.databaseFolder = WithSeparator(database);
     model.sceneName = scene;
     if (!FolderExists(model.Paths().SceneFolder())) {
