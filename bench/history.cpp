@@ -254,7 +254,7 @@ CHistoryPicture PictureOfDrawing(CBenchScene& scene, benchmark::State& state) {
     CPlaces places;
     for (int stroke = 0; stroke < 300; ++stroke)
         Draw(scene, places.Next());
-    const CHistoryPicture picture = CHistory::PictureOf(*scene.Doc().Model().history.NextUndo());
+    CHistoryPicture picture = CHistory::PictureOf(*scene.Doc().Model().history.NextUndo());
     scene.Start();
     std::filesystem::remove(scene.Journal());
     return picture;

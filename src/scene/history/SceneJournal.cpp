@@ -43,7 +43,7 @@ CStatus FindUnsavedWork(const Path& journals, const CScenePaths& paths, const st
         return {};
     std::unique_ptr<CJournal> journal;
     CJournalContents contents;
-    if (const CStatus opened = CJournal::Open(file, journal, contents); !opened)
+    if (CStatus opened = CJournal::Open(file, journal, contents); !opened)
         return opened;
     CHistory history;
     history.Open(std::move(journal), std::move(contents), Utf8Of(paths.XSheetFile().filename()),
