@@ -79,7 +79,7 @@ bool CCameraOperations::ProcessCamInput(int dx, int dy) {
     CSceneEdit edit(m_context, DragName(), UpdateHint::None);
     if (m_dragFrom)
         edit.GoOnFrom(*m_dragFrom);
-    m_dragged = std::min(m_dragged, 2) + std::min(std::abs(dx), 2) + std::min(std::abs(dy), 2);
+    m_dragged += std::abs(std::int64_t{dx}) + std::abs(std::int64_t{dy});
     return Apply(edit, dx, dy);
 }
 

@@ -2,6 +2,7 @@
 
 #include "scene/SceneContext.h"
 
+#include <cstdint>
 #include <optional>
 
 namespace velmor {
@@ -44,7 +45,7 @@ private:
     CSceneContext m_context;
     CXSheetCursor& m_cursor;
     std::optional<CScene> m_dragFrom; ///< what the drag that is going on began with
-    int m_dragged = 0;                ///< pixels so far
+    std::int64_t m_dragged = 0;       ///< pixels so far
     bool m_wasSmall = false;          ///< the drag before it was one of a pixel
 };
 
