@@ -1,32 +1,20 @@
 // Writing into a journal, and opening a long one.
 
 #include "platform/journal/Journal.h"
+#include "BenchImages.h"
 
 #include <benchmark/benchmark.h>
 #include <filesystem>
 #include <random>
 #include <string>
-#include <unistd.h>
 
 using namespace velmor;
 
 namespace {
 
-class CBenchFolder {
-public:
-    CBenchFolder()
-        : m_path(std::filesystem::temp_directory_path() / ("velmor-bench-" + std::to_string(::getpid()))) {
-        std::filesystem::create_directories(m_path);
-    }
-    CBenchFolder(const CBenchFolder&) = delete;
-    CBenchFolder& operator=(const CBenchFolder&) = delete;
-    ~CBenchFolder() { std::filesystem::remove_all(m_path); }
-
-    Path Journal() const { return m_path / "journal"; }
-
-private:
-    Path m_path;
-};
+Path JournalIn(const CBenchFolder& folder) {
+    return folder.Path() / "journal";
+}
 
 // Tiles of a drawing: flat paint, and a line three pixels thick across each.
 JournalBytes Tiles(int count, std::int64_t seed) {
@@ -48,7 +36,7 @@ JournalBytes Tiles(int count, std::int64_t seed) {
 }
 
 bool Opened(const CBenchFolder& folder, std::unique_ptr<CJournal>& journal, CJournalContents& contents) {
-    return static_cast<bool>(CJournal::Open(folder.Journal(), journal, contents));
+    return static_cast<bool>(CJournal::Open(JournalIn(folder), journal, contents));
 }
 
 // Every pixel a little different, as in what was scanned or blurred.
@@ -97,7 +85,7 @@ void OpeningOf(benchmark::State& state) {
             state.SkipWithError("not opened");
     }
     journal.reset();
-    state.counters["fileBytes"] = static_cast<double>(std::filesystem::file_size(folder.Journal()));
+    state.counters["fileBytes"] = static_cast<double>(std::filesystem::file_size(JournalIn(folder)));
 }
 
 } // namespace
