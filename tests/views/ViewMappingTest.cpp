@@ -34,15 +34,27 @@ TEST(ViewMappingTest, MarginsLieOutside) {
     EXPECT_EQ(mapping.PixelShownAt({69, 60}), (CPoint{9, 0}));
 }
 
+CViewTurn RandomTurn(std::mt19937& random) {
+    const int degrees =
+        RandomBetween(random, 0, 1) == 0 ? 90 * RandomBetween(random, 0, 3) : RandomBetween(random, 0, 359);
+    return CViewTurn{static_cast<double>(degrees), RandomBetween(random, 0, 1) == 1};
+}
+
+CViewMapping RandomMapping(std::mt19937& random, const CViewTurn& turn) {
+    const CZoomLevel zoom = RandomBetween(random, 0, 2) == 0
+                                ? CZoomLevel::OfFactor(RandomBetween(random, 20, 500) / 100.0)
+                                : CZoomLevel(RandomBetween(random, -4, 5));
+    CViewMapping mapping{{RandomBetween(random, 2, 60), RandomBetween(random, 2, 60)}, {80, 70}, zoom, {}, turn};
+    const CPoint most = mapping.MostScroll();
+    mapping.scroll = {RandomBetween(random, 0, most.x), RandomBetween(random, 0, most.y)};
+    return mapping;
+}
+
 TEST(ViewMappingTest, ARectangleOfPixelsIsWhereTheyAreShown) {
     std::mt19937 random(3);
-    for (int round = 0; round < 200; ++round) {
-        CViewMapping mapping{{RandomBetween(random, 2, 60), RandomBetween(random, 2, 60)},
-                             {80, 70},
-                             CZoomLevel(RandomBetween(random, -4, 5)),
-                             {}};
-        const CPoint most = mapping.MostScroll();
-        mapping.scroll = {RandomBetween(random, 0, most.x), RandomBetween(random, 0, most.y)};
+    for (int round = 0; round < 400; ++round) {
+        const bool isTurned = round >= 200;
+        const CViewMapping mapping = RandomMapping(random, isTurned ? RandomTurn(random) : CViewTurn());
         const int x = RandomBetween(random, 0, mapping.image.width - 1);
         const int y = RandomBetween(random, 0, mapping.image.height - 1);
         const CRect pixels{x, y, RandomBetween(random, x + 1, mapping.image.width),
@@ -57,10 +69,57 @@ TEST(ViewMappingTest, ARectangleOfPixelsIsWhereTheyAreShown) {
             }
         const CRect told = mapping.ToClient(pixels);
         EXPECT_EQ(Intersection(shown, told), shown);
+        if (isTurned)
+            continue; // what stands around a turned rectangle is larger
         const CRect near{shown.x - 1, shown.y - 1, shown.endX + 1, shown.endY + 1};
         const CRect inClient = Intersection(told, {0, 0, 80, 70});
         EXPECT_TRUE(shown.IsEmpty() || Intersection(near, inClient) == inClient) << "much too large";
     }
+}
+
+TEST(ViewMappingTest, ATurnedViewShowsWhereItPaints) {
+    std::mt19937 random(4);
+    for (int round = 0; round < 300; ++round) {
+        const CViewMapping mapping = RandomMapping(random, RandomTurn(random));
+        const CPoint at{RandomBetween(random, 0, 79), RandomBetween(random, 0, 69)};
+        const CRealPoint centre{at.x + 0.5, at.y + 0.5};
+        const CRealPoint back = mapping.ToClient(mapping.ToImage(centre));
+        EXPECT_NEAR(back.x, centre.x, 1e-9);
+        EXPECT_NEAR(back.y, centre.y, 1e-9);
+        if (const std::optional<CPoint> shown = mapping.PixelShownAt(at)) {
+            const int aboveIt = shown->y + 1;
+            EXPECT_EQ(mapping.ViewToBuffer(at), (CPoint{shown->x, aboveIt})) << "however turned";
+        }
+        const CSize displayed = mapping.Displayed();
+        const CRealPoint corner = mapping.ToClient(CRealPoint{});
+        EXPECT_GE(corner.x, mapping.Origin().x - 1.001);
+        EXPECT_LE(corner.x, mapping.Origin().x + displayed.width + 1.001);
+    }
+}
+
+TEST(ViewMappingTest, AMirrorAndQuarterTurnsMoveWholePixels) {
+    CViewMapping mapping{{10, 8}, {10, 8}, CZoomLevel(1), {}, {0, true}};
+    EXPECT_EQ(mapping.PixelShownAt({0, 0}), (CPoint{9, 7}));
+    EXPECT_EQ(mapping.PixelShownAt({2, 5}), (CPoint{7, 2}));
+    mapping.turn = CViewTurn().TurnedBy(90);
+    mapping.client = mapping.Displayed();
+    EXPECT_EQ(mapping.client, (CSize{8, 10}));
+    EXPECT_EQ(mapping.PixelShownAt({7, 0}), (CPoint{0, 7})) << "the top left corner is at the top right";
+    EXPECT_EQ(mapping.PixelShownAt({0, 9}), (CPoint{9, 0}));
+    EXPECT_EQ(CViewTurn().TurnedBy(30).Mirrored(), (CViewTurn{330, true}))
+        << "the screen is mirrored, not the paper";
+    EXPECT_EQ(CViewTurn().TurnedBy(-90).TurnedBy(90), CViewTurn());
+}
+
+TEST(ViewMappingTest, TurningKeepsTheCentreInPlace) {
+    const CViewMapping before{{400, 300}, {100, 100}, CZoomLevel(2), {300, 200}, {}};
+    CViewMapping after = before;
+    after.turn = before.turn.TurnedBy(37);
+    after.scroll = after.ScrollKeepingCentre(before);
+    const CRealPoint was = before.ToImage({50, 50});
+    const CRealPoint is = after.ToImage({50, 50});
+    EXPECT_NEAR(is.x, was.x, 0.5);
+    EXPECT_NEAR(is.y, was.y, 0.5);
 }
 
 TEST(ViewMappingTest, AScrollBarMayNeedTheOther) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+
 namespace velmor {
 namespace {
 
@@ -44,6 +46,19 @@ TEST(ZoomLevelTest, ZoomingKeepsTheCentreAndStaysInsideTheImage) {
     EXPECT_EQ(ScrollAfterZoom(700, 100, 400, CZoomLevel(2), CZoomLevel(1)), 300) << "not past the end";
     EXPECT_EQ(ScrollAfterZoom(0, 500, 400, CZoomLevel(2), CZoomLevel(1)), 0)
         << "an image that fits is not scrolled";
+}
+
+TEST(ZoomLevelTest, BetweenTwoLevelsStandsAnyFactor) {
+    for (int level = -20; level <= 64; ++level)
+        EXPECT_EQ(CZoomLevel::OfFactor(CZoomLevel(level).Factor()), CZoomLevel(level));
+    for (const auto& [factor, out, in] : {std::array{2.5, 2.0, 3.0}, {0.75, 0.5, 1.0}, {0.3, 0.25, 1.0 / 3}}) {
+        const CZoomLevel zoom = CZoomLevel::OfFactor(factor);
+        EXPECT_EQ(zoom.Factor(), factor);
+        EXPECT_EQ(zoom.Out().Factor(), out);
+        EXPECT_EQ(zoom.In().Factor(), in);
+        for (int length = 0; length < 500; ++length)
+            EXPECT_LT(zoom.Unscaled(zoom.Scaled(length + 1) - 1), length + 1) << "no pixel beside the image";
+    }
 }
 
 } // namespace
