@@ -46,6 +46,14 @@ ToolForm BrushForm(const CPaintChoices& choices) {
     return choices.brush >= 0 ? ToolForm::Stroke : ToolForm::Rectangle;
 }
 
+ToolForm OwnForm(const CPaintChoices&) {
+    return ToolForm::Own;
+}
+
+CPaintResult PaintNothing(CCelImg&, const CPaintChoices&, CPoint, CPoint) {
+    return {};
+}
+
 CPaintResult Pour(CCelImg& image, const CPaintChoices& choices, CPoint press, CPoint release) {
     const CRect rect = Between(press, release);
     switch (choices.bucketMode) {

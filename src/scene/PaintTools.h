@@ -16,10 +16,11 @@ enum class CelTool { Bucket = 0, Pen = 1, Eraser = 2, LineBrush = 3 };
 
 /// What a tool makes of the way from press to release.
 enum class ToolForm {
-    Point,    ///< only the release counts
-    Stroke,   ///< paints along the way
-    Line,     ///< from the press to the release
-    Rectangle ///< between press and release
+    Point,     ///< only the release counts
+    Stroke,    ///< paints along the way
+    Line,      ///< from the press to the release
+    Rectangle, ///< between press and release
+    Own        ///< what its hand in the cel editor makes of it
 };
 
 /// A tool as menus, tool bars, the manual, the cursor and the painting know it: to add one, add its row to
@@ -53,10 +54,13 @@ std::optional<int> BrushReach(const CPaintChoices& choices);
 ToolForm BucketForm(const CPaintChoices& choices);
 ToolForm PenForm(const CPaintChoices& choices);
 ToolForm BrushForm(const CPaintChoices& choices);
+ToolForm OwnForm(const CPaintChoices& choices);
 CPaintResult Pour(CCelImg& image, const CPaintChoices& choices, CPoint press, CPoint release);
 CPaintResult DrawPen(CCelImg& image, const CPaintChoices& choices, CPoint from, CPoint to);
 CPaintResult Erase(CCelImg& image, const CPaintChoices& choices, CPoint from, CPoint to);
 CPaintResult ColorLines(CCelImg& image, const CPaintChoices& choices, CPoint from, CPoint to);
+/// Of tools that leave it to their hand.
+CPaintResult PaintNothing(CCelImg& image, const CPaintChoices& choices, CPoint from, CPoint to);
 
 /// In the order of CelTool.
 inline constexpr std::array<CPaintTool, 4> paintTools{{

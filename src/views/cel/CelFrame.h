@@ -63,7 +63,7 @@ private:
     CColorPair* m_colorPair;
     CBrushBar* m_brushBar;
     CCelCaption* m_caption;
-    std::array<QAction*, 4> m_tools; ///< see CCelActions
+    std::array<QAction*, paintTools.size()> m_tools; ///< see CCelActions
     std::vector<QToolButton*> m_paletteButtons;
     int m_foregroundEntry = -1; ///< the palette's, when it was shown last
 };

@@ -39,17 +39,27 @@ void DrawOutline(QPainter& painter, const QRectF& outline) {
     painter.drawEllipse(outline);
 }
 
+// Around each side alone: a long outline surrounds much that need not be repainted.
+QRegion AroundOutline(const QPolygonF& outline) {
+    constexpr int mostSides = 64; // a region of more is slower than painting what it leaves out
+    if (outline.size() > mostSides)
+        return outline.boundingRect().toAlignedRect().adjusted(-reach, -reach, reach, reach);
+    QRegion region;
+    for (qsizetype i = 1; i < outline.size(); ++i)
+        region +=
+            QRectF(outline[i - 1], outline[i]).normalized().toAlignedRect().adjusted(-reach, -reach, reach, reach);
+    return region;
+}
+
 } // namespace
 
 QRectF BrushOutline(const CViewMapping& mapping, CPoint pointer, int brush) {
     const int radius = BrushRadius(brush);
-    const CPoint centre = mapping.ViewToBuffer(pointer);
-    const CPoint origin = mapping.Origin();
-    const double factor = mapping.zoom.Factor();
-    const double size = std::max((2 * radius + 1) * factor, leastOutline);
+    const CPoint pixel = mapping.ViewToBuffer(pointer);
+    const CRealPoint centre = mapping.ToClient(CRealPoint{pixel.x + 0.5, pixel.y + 0.5});
+    const double size = std::max((2 * radius + 1) * mapping.zoom.Factor(), leastOutline);
     QRectF outline(0, 0, size, size);
-    outline.moveCenter(
-        {origin.x + (centre.x + 0.5) * factor, origin.y + (mapping.image.height - centre.y - 0.5) * factor});
+    outline.moveCenter({centre.x, centre.y});
     return outline;
 }
 
@@ -64,6 +74,8 @@ QRegion RegionOf(const CCelOverlay& overlay) {
                       .adjusted(-2 * reach, -2 * reach, 2 * reach, 2 * reach);
     if (!overlay.brush.isNull())
         region += overlay.brush.toAlignedRect().adjusted(-reach, -reach, reach, reach);
+    for (const QPolygonF& outline : overlay.outlines)
+        region += AroundOutline(outline);
     return region;
 }
 
@@ -78,6 +90,11 @@ void Draw(QPainter& painter, const CCelOverlay& overlay) {
         painter.setBrush(Qt::white);
         for (const QPoint& end : {overlay.gradient.p1(), overlay.gradient.p2()})
             painter.drawEllipse(QPointF(end), endDot, endDot);
+    }
+    for (const QPolygonF& outline : overlay.outlines) {
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setBrush(Qt::NoBrush);
+        DrawTwice(painter, [&] { painter.drawPolyline(outline); });
     }
     if (!overlay.brush.isNull())
         DrawOutline(painter, overlay.brush);

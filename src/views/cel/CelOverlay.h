@@ -3,9 +3,12 @@
 #include "views/ViewMapping.h"
 
 #include <QLine>
+#include <QPolygonF>
 #include <QRect>
 #include <QRectF>
 #include <QRegion>
+
+#include <vector>
 
 class QPainter;
 
@@ -13,9 +16,10 @@ namespace velmor {
 
 /// What is drawn over the image and is not part of it, in client coordinates. Null members are not drawn.
 struct CCelOverlay {
-    QRect band;     ///< the drag rectangle
-    QLine gradient; ///< from where a gradient begins to where it ends
-    QRectF brush;   ///< outline of the round brush
+    QRect band;                      ///< the drag rectangle
+    QLine gradient;                  ///< from where a gradient begins to where it ends
+    QRectF brush;                    ///< outline of the round brush
+    std::vector<QPolygonF> outlines; ///< any other lines, closed where the last point is the first
 
     bool operator==(const CCelOverlay&) const = default;
 };

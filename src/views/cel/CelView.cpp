@@ -39,6 +39,7 @@ CCelView::CCelView(CVelmorltDoc& doc, IPrompter& prompter, CProfile& profile, QW
       m_paint(doc.Painting()),
       m_tool(static_cast<CelTool>(
           std::clamp(Get(profile, setting::lastCelTool), 0, static_cast<int>(paintTools.size()) - 1))),
+      m_hand(&HandOf(m_tool)),
       m_openedImages(doc.Model().openedImages) {
     m_doc.Views().Add(*this);
     setObjectName("celView");
@@ -64,10 +65,17 @@ void CCelView::RebuildDisplay() {
     viewport()->update();
 }
 
-void CCelView::scrollContentsBy(int dx, int dy) {
-    if (IsToolDown())
-        m_paint.Scroll(dx, dy);
-    CZoomableView::scrollContentsBy(dx, dy);
+ICelHand& CCelView::HandOf(CelTool) {
+    return m_paint;
+}
+
+void CCelView::NotePointer(const QSinglePointEvent& event) {
+    const QPointF at = event.position();
+    m_pointer = PointOf(event);
+    m_handPoint = {};
+    m_handPoint.at = {at.x(), at.y()};
+    m_handPoint.modifiers = event.modifiers();
+    m_handPoint.time = event.timestamp();
 }
 
 CelTool CCelView::Tool() const {
@@ -78,6 +86,7 @@ void CCelView::SetTool(CelTool tool) {
     CancelDrag();
     if (std::exchange(m_tool, tool) != tool)
         Set(m_profile, setting::lastCelTool, static_cast<int>(tool));
+    m_hand = &HandOf(tool);
     RefreshCursor();
     RefreshOverlay();
 }
@@ -190,7 +199,7 @@ CCelOverlay CCelView::OverlayNow() const {
     if (IsBrushShown())
         overlay.brush = BrushOutline(Mapping(), *m_pointer, m_doc.Model().paint.brush);
     if (IsToolDown())
-        m_paint.Outline(overlay);
+        m_hand->Outline(overlay, Mapping());
     return overlay;
 }
 
@@ -214,28 +223,28 @@ CViewCursor CCelView::CursorNow() const {
     return {ToolOf(m_tool).cursor, ToolOf(m_tool).hotSpot};
 }
 
-bool CCelView::BeginTool(CPoint at) {
-    if (!m_paint.Begin(m_tool, at, Mapping()))
+bool CCelView::BeginTool(CPoint) {
+    if (!m_hand->Press(m_tool, m_handPoint, Mapping()))
         return false;
     StopFitting();
     return true;
 }
 
-void CCelView::MoveTool(CPoint to) {
-    ShowResult(m_paint.Move(to, Mapping()));
+void CCelView::MoveTool(CPoint) {
+    ShowResult(m_hand->Move({&m_handPoint, 1}, Mapping()));
 }
 
-void CCelView::EndTool(CPoint at) {
+void CCelView::EndTool(CPoint) {
     if (!HasImage()) {
-        m_paint.Cancel();
+        m_hand->Cancel();
         if (m_tool == CelTool::Bucket)
             m_prompter.ShowMessage("Internal Error : m_CelImg or pDoc is NULL in BUCKETFILL");
         return;
     }
     CPaintResult result;
     {
-        const std::shared_ptr<void> wait = m_paint.IsStroke() ? nullptr : m_prompter.BeginWait();
-        result = m_paint.End(at, Mapping());
+        const std::shared_ptr<void> wait = m_hand->IsQuick() ? nullptr : m_prompter.BeginWait();
+        result = m_hand->Release(m_handPoint, Mapping());
     }
     ShowResult(result);
 }
@@ -243,12 +252,12 @@ void CCelView::EndTool(CPoint at) {
 void CCelView::CancelDrag() {
     if (!IsDragging())
         return;
-    m_paint.Cancel();
+    m_hand->Cancel();
     DropDrag();
 }
 
 void CCelView::mousePressEvent(QMouseEvent* event) {
-    m_pointer = PointOf(*event);
+    NotePointer(*event);
     m_opensMenu = event->buttons() == Qt::RightButton && !IsDragging() && m_pick == CelPick::Nothing;
     const bool picks = event->button() == Qt::LeftButton && m_pick != CelPick::Nothing;
     if (event->button() == Qt::RightButton) {
@@ -260,13 +269,13 @@ void CCelView::mousePressEvent(QMouseEvent* event) {
 }
 
 void CCelView::mouseMoveEvent(QMouseEvent* event) {
-    m_pointer = PointOf(*event);
+    NotePointer(*event);
     CZoomableView::mouseMoveEvent(event);
     RefreshOverlay();
 }
 
 void CCelView::mouseReleaseEvent(QMouseEvent* event) {
-    m_pointer = PointOf(*event);
+    NotePointer(*event);
     if (event->button() == Qt::LeftButton && m_pick != CelPick::Nothing) {
         FinishPick(*m_pointer);
     } else if (event->button() == Qt::RightButton) {

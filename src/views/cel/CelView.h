@@ -48,11 +48,10 @@ protected:
     bool BeginTool(CPoint at) override;
     void MoveTool(CPoint to) override;
     void EndTool(CPoint at) override;
-    void LoseTool() override { m_paint.Cancel(); }
+    void LoseTool() override { m_hand->Cancel(); }
     void BeforeChange() override { CancelDrag(); }
     void RefreshOverlay() override;
     void paintEvent(QPaintEvent* event) override;
-    void scrollContentsBy(int dx, int dy) override;
     bool viewportEvent(QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -61,6 +60,10 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
+    /// Where the pointer is, out of the event that is being worked off.
+    void NotePointer(const QSinglePointEvent& event);
+    /// What a tool works with.
+    ICelHand& HandOf(CelTool tool);
     void RebuildDisplay();
     void CancelDrag();
     void ShowResult(const CPaintResult& result);
@@ -77,8 +80,10 @@ private:
     CCelDisplay m_display;
     CPaintDrag m_paint;
     CelTool m_tool;
+    ICelHand* m_hand; ///< of the tool; one of the members
     CelPick m_pick = CelPick::Nothing;
     std::optional<CPoint> m_pointer; ///< nothing while it is elsewhere
+    CHandPoint m_handPoint;          ///< of the last event
     CCelOverlay m_overlay;           ///< as it is on the screen
     bool m_opensMenu = false;        ///< the right button is down, and nothing was given up by it
     int m_openedImages;              ///< the model's, when it was looked at last

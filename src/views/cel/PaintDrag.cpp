@@ -2,37 +2,60 @@
 
 #include "views/cel/CelOverlay.h"
 
+#include <QPoint>
+#include <QPolygonF>
+
 #include <algorithm>
 
 namespace velmor {
 
-bool CPaintDrag::Begin(CelTool tool, CPoint at, const CViewMapping& mapping) {
-    m_press = m_last = at;
-    return m_painting.Begin(tool, mapping.ViewToBuffer(at));
+namespace {
+
+QPointF Shown(CRealPoint point, const CViewMapping& mapping) {
+    const CRealPoint client = mapping.ToClient(point);
+    return {client.x, client.y};
 }
 
-CPaintResult CPaintDrag::Move(CPoint to, const CViewMapping& mapping) {
-    m_last = to;
-    return m_painting.Move(mapping.ViewToBuffer(to));
+} // namespace
+
+bool CPaintDrag::Press(CelTool tool, const CHandPoint& at, const CViewMapping& mapping) {
+    m_press = m_last = mapping.ToImage(at.at);
+    return m_painting.Begin(tool, mapping.ViewToBuffer(at.Pixel()));
 }
 
-CPaintResult CPaintDrag::End(CPoint at, const CViewMapping& mapping) {
-    return m_painting.End(mapping.ViewToBuffer(at));
+CPaintResult CPaintDrag::Move(std::span<const CHandPoint> way, const CViewMapping& mapping) {
+    CPaintResult all;
+    for (const CHandPoint& point : way) {
+        m_last = mapping.ToImage(point.at);
+        const CPaintResult result = m_painting.Move(mapping.ViewToBuffer(point.Pixel()));
+        all = {result.status, Union(all.changed, result.changed)};
+        if (!result.status)
+            break;
+    }
+    return all;
 }
 
-void CPaintDrag::Scroll(int dx, int dy) {
-    for (CPoint* point : {&m_press, &m_last})
-        *point = {point->x + dx, point->y + dy};
+CPaintResult CPaintDrag::Release(const CHandPoint& at, const CViewMapping& mapping) {
+    return m_painting.End(mapping.ViewToBuffer(at.Pixel()));
 }
 
-void CPaintDrag::Outline(CCelOverlay& overlay) const {
+void CPaintDrag::Outline(CCelOverlay& overlay, const CViewMapping& mapping) const {
     const ToolForm form = m_painting.Form();
+    const QPointF press = Shown(m_press, mapping);
+    const QPointF last = Shown(m_last, mapping);
+    if (form == ToolForm::Line)
+        overlay.gradient = {press.toPoint(), last.toPoint()};
     if (form != ToolForm::Rectangle && form != ToolForm::Line)
         return;
-    overlay.band = QRect(QPoint(std::min(m_press.x, m_last.x), std::min(m_press.y, m_last.y)),
-                         QPoint(std::max(m_press.x, m_last.x), std::max(m_press.y, m_last.y)));
-    if (form == ToolForm::Line)
-        overlay.gradient = {QPoint(m_press.x, m_press.y), QPoint(m_last.x, m_last.y)};
+    if (mapping.turn.IsUpright()) {
+        const QPoint a = press.toPoint();
+        const QPoint b = last.toPoint();
+        overlay.band = QRect(QPoint(std::min(a.x(), b.x()), std::min(a.y(), b.y())),
+                             QPoint(std::max(a.x(), b.x()), std::max(a.y(), b.y())));
+    } else if (form == ToolForm::Rectangle) {
+        overlay.outlines.push_back(QPolygonF(
+            {press, Shown({m_last.x, m_press.y}, mapping), last, Shown({m_press.x, m_last.y}, mapping), press}));
+    }
 }
 
 } // namespace velmor
