@@ -17,6 +17,9 @@
 #include <QRegularExpression>
 #include <QTextDocument>
 
+#include <utility>
+#include <vector>
+
 namespace {
 
 using namespace velmor;
@@ -33,10 +36,21 @@ QString KeysOf(const CCommand& command) {
         .join(", ");
 }
 
+// The menus with those at their ends behind them, and the titles that lead there.
+std::vector<std::pair<QString, CMenu>> AllMenus() {
+    std::vector<std::pair<QString, CMenu>> all;
+    for (const CMenu& menu : Menus()) {
+        all.emplace_back(Plain(menu.title), menu);
+        for (const CMenu& submenu : SubmenusOf(menu))
+            all.emplace_back(Plain(menu.title) + " > " + Plain(submenu.title), submenu);
+    }
+    return all;
+}
+
 QString CommandPages() {
     QString pages = "\n\n# Commands\n";
-    for (const CMenu& menu : Menus()) {
-        pages += "\n## " + Plain(menu.title) + "\n\n| Command | Keys | What it does |\n|---|---|---|\n";
+    for (const auto& [title, menu] : AllMenus()) {
+        pages += "\n## " + title + "\n\n| Command | Keys | What it does |\n|---|---|---|\n";
         for (const CommandId id : menu.commands) {
             if (id == CommandId::Separator)
                 continue;
@@ -61,8 +75,8 @@ QString ManPage() {
         ".SH OPTIONS\n.TP\n.B \\-\\-nosplash\nStart without the splash window\n"
         ".TP\n.B \\-\\-demo\nOpen the demonstration scene, which is made where there is none\n"
         ".TP\n.B \\-\\-help\nList the options\n.TP\n.B \\-\\-version\nPrint the version\n.SH COMMANDS\n";
-    for (const CMenu& menu : Menus()) {
-        page += ".SS " + Escaped(Plain(menu.title)) + "\n";
+    for (const auto& [title, menu] : AllMenus()) {
+        page += ".SS " + Escaped(title) + "\n";
         for (const CommandId id : menu.commands) {
             if (id == CommandId::Separator)
                 continue;

@@ -112,6 +112,11 @@ void CCommandActions::FillMenu(QMenu& menu, const CMenu& contents) const {
         else
             menu.addAction(action);
     }
+    const std::span<const CMenu> submenus = SubmenusOf(contents);
+    if (!submenus.empty())
+        menu.addSeparator();
+    for (const CMenu& submenu : submenus)
+        FillMenu(*menu.addMenu(submenu.title), submenu);
 }
 
 void CCommandActions::Update() {

@@ -150,6 +150,10 @@ std::span<const CMenu> Menus() {
     return menus;
 }
 
+std::span<const CMenu> SubmenusOf(const CMenu&) {
+    return {};
+}
+
 const CMenu& AssetsMenu() {
     return menus[2];
 }

@@ -13,6 +13,8 @@ struct CMenu {
 };
 
 std::span<const CMenu> Menus();
+/// The menus that open at its end; most have none.
+std::span<const CMenu> SubmenusOf(const CMenu& menu);
 /// The "&Assets" and "&Camera" menus, which also open under the right mouse button.
 const CMenu& AssetsMenu();
 const CMenu& CameraMenu();

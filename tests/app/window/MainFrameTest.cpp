@@ -31,14 +31,21 @@ protected:
     QString Pane(const char* name) { return Frame().statusBar()->findChild<QLabel*>(name)->text(); }
 };
 
+void CountCommands(const QMenu& menu, std::map<QString, int>& uses) {
+    for (const QAction* action : menu.actions()) {
+        if (action->menu() != nullptr)
+            CountCommands(*action->menu(), uses);
+        else if (!action->isSeparator())
+            ++uses[action->objectName()];
+    }
+}
+
 } // namespace
 
 TEST_F(CMainFrameTest, EveryCommandStandsInExactlyOneMenu) {
     std::map<QString, int> uses;
     for (const QAction* title : Frame().menuBar()->actions())
-        for (const QAction* action : title->menu()->actions())
-            if (!action->isSeparator())
-                ++uses[action->objectName()];
+        CountCommands(*title->menu(), uses);
     EXPECT_EQ(uses.size(), Commands().size());
     for (const auto& [id, count] : uses)
         EXPECT_EQ(count, 1) << id.toStdString();
