@@ -37,6 +37,8 @@ inline constexpr CIntSetting lastBrush{"Remember", "Last Brush", 0};
 inline constexpr CIntSetting lastPen{"Remember", "Last Pen", 0};
 inline constexpr CIntSetting lastBucketMode{"Remember", "Last Bucket Mode", 0};
 inline constexpr CIntSetting lastCelTool{"Remember", "Last Cel Tool", 0};
+inline constexpr CIntSetting celSmoothDisplay{"Remember", "Cel Smooth Display", 0};
+inline constexpr CIntSetting celNavigator{"Remember", "Cel Navigator", 0};
 inline constexpr CIntSetting lastColorKeyProcess{"Remember", "Last Colorkey ProcessType", 0};
 inline constexpr CIntSetting lastColorKeyTolerance{"Remember", "Last Colorkey Tolerance", 5};
 inline constexpr CIntSetting lastFlipbookScaling{"Remember", "Last Flipbook Scaling", 50};

@@ -6,11 +6,13 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMouseEvent>
+#include <QNativeGestureEvent>
 #include <QScrollBar>
 #include <QWheelEvent>
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 #include <utility>
 
 namespace velmor {
@@ -18,6 +20,11 @@ namespace velmor {
 namespace {
 
 constexpr CZoomLevel largestFit{64};
+constexpr double leastFactor = 1.0 / 16;
+constexpr double mostFactor = 64;
+constexpr double wheelOfDoubling = 480;  ///< four notches, in eighths of a degree
+constexpr double pixelsOfDoubling = 120; ///< of a drag that zooms
+constexpr double drawnToQuarter = 3;     ///< degrees beside a quarter turn that count as it
 constexpr int pagesInImage = 10;
 constexpr int pageOfNothing = 10;
 
@@ -55,13 +62,17 @@ void CZoomableView::Fit(CZoomLevel most) {
     if (!HasImage())
         return;
     const QSize room = maximumViewportSize();
-    ZoomAboutCentre(FittingZoom(ImageSize(), {room.width(), room.height()}, most));
+    ZoomAboutCentre(FittingZoom(TurnedSize(), {room.width(), room.height()}, most));
     m_fit = most;
+}
+
+CSize CZoomableView::TurnedSize() const {
+    return CViewMapping{ImageSize(), {}, CZoomLevel(), {}, m_turn}.Displayed();
 }
 
 void CZoomableView::Refit() {
     const QSize room = maximumViewportSize();
-    if (m_fit && HasImage() && FittingZoom(ImageSize(), {room.width(), room.height()}, *m_fit) != m_zoom)
+    if (m_fit && HasImage() && FittingZoom(TurnedSize(), {room.width(), room.height()}, *m_fit) != m_zoom)
         Fit(*m_fit);
 }
 
@@ -76,7 +87,7 @@ void CZoomableView::ZoomAbout(CPoint anchor, CZoomLevel zoom) {
 }
 
 CViewMapping CZoomableView::SetZoom(CZoomLevel zoom) {
-    BeforeChange();
+    TellBeforeChange();
     m_fit.reset();
     m_zoom = zoom;
     return UpdateScrollSizes();
@@ -94,7 +105,8 @@ CViewMapping CZoomableView::Mapping() const {
     return {ImageSize(),
             {viewport()->width(), viewport()->height()},
             m_zoom,
-            {horizontalScrollBar()->value(), verticalScrollBar()->value()}};
+            {horizontalScrollBar()->value(), verticalScrollBar()->value()},
+            m_turn};
 }
 
 CViewMapping CZoomableView::UpdateScrollSizes() {
@@ -124,7 +136,41 @@ void CZoomableView::resizeEvent(QResizeEvent*) {
     UpdateScrollSizes();
 }
 
+void CZoomableView::TellBeforeChange() {
+    const bool byDrag = m_drag && (m_drag->kind == DragKind::Turn || m_drag->kind == DragKind::Zoom);
+    if (!byDrag)
+        BeforeChange();
+}
+
+void CZoomableView::SetTurn(const CViewTurn& turn) {
+    TellBeforeChange();
+    const CViewMapping before = Mapping();
+    m_turn = turn;
+    ShowZoomed(UpdateScrollSizes().ScrollKeepingCentre(before));
+}
+
+void CZoomableView::ZoomTo(double factor, CPoint anchor) {
+    const CZoomLevel zoom = CZoomLevel::OfFactor(
+        std::clamp(factor, std::min(leastFactor, m_zoom.Factor()), std::max(mostFactor, m_zoom.Factor())));
+    if (zoom != m_zoom)
+        ZoomAbout(anchor, zoom);
+}
+
+bool CZoomableView::NativeGesture(const QNativeGestureEvent& gesture) {
+    if (!CanTurn() || !HasImage() || m_drag)
+        return false;
+    if (gesture.gestureType() == Qt::ZoomNativeGesture)
+        ZoomTo(m_zoom.Factor() * (1 + gesture.value()), PointOf(gesture));
+    else if (gesture.gestureType() == Qt::RotateNativeGesture)
+        SetTurn(m_turn.TurnedBy(gesture.value()));
+    else
+        return false;
+    return true;
+}
+
 bool CZoomableView::viewportEvent(QEvent* event) {
+    if (event->type() == QEvent::NativeGesture && NativeGesture(*static_cast<QNativeGestureEvent*>(event)))
+        return true;
     if (event->type() == QEvent::Enter && m_cursor && m_cursor->scale != devicePixelRatioF()) {
         RefreshCursor();
         ScreenChanged();
@@ -177,11 +223,44 @@ void CZoomableView::mousePressEvent(QMouseEvent* event) {
     if (m_drag || !takesButton || !HasImage())
         return;
     const CPoint point = PointOf(*event);
-    const bool pans = event->button() == Qt::MiddleButton || m_panMode || m_isSpaceHeld;
-    if (!pans && !BeginTool(point))
+    const DragKind kind = KindOf(*event);
+    if (kind == DragKind::Tool && !BeginTool(point))
         return;
-    m_drag = CDrag{event->button(), pans, point};
+    m_drag = CDrag{event->button(), kind, point, point, m_turn};
     Refresh();
+}
+
+CZoomableView::DragKind CZoomableView::KindOf(const QMouseEvent& press) const {
+    if (m_isSpaceHeld && CanTurn() && press.button() == Qt::LeftButton) {
+        if (press.modifiers().testFlag(Qt::ShiftModifier))
+            return DragKind::Turn;
+        if (press.modifiers().testFlag(Qt::ControlModifier))
+            return DragKind::Zoom;
+    }
+    const bool pans = press.button() == Qt::MiddleButton || m_panMode || m_isSpaceHeld;
+    return pans ? DragKind::Pan : DragKind::Tool;
+}
+
+void CZoomableView::DragTo(CPoint point) {
+    const CPoint last = std::exchange(m_drag->last, point);
+    const CPoint scroll = Mapping().scroll;
+    if (m_drag->kind == DragKind::Turn)
+        TurnFrom(last, point);
+    else if (m_drag->kind == DragKind::Zoom)
+        ZoomTo(m_zoom.Factor() * std::exp2((point.x - last.x + last.y - point.y) / pixelsOfDoubling),
+               m_drag->press);
+    else
+        ScrollTo({scroll.x + last.x - point.x, scroll.y + last.y - point.y});
+}
+
+void CZoomableView::TurnFrom(CPoint last, CPoint now) {
+    const auto angleOf = [this](CPoint point) {
+        return std::atan2(point.y + 0.5 - viewport()->height() / 2.0, point.x + 0.5 - viewport()->width() / 2.0);
+    };
+    m_drag->turn = m_drag->turn.TurnedBy((angleOf(now) - angleOf(last)) * 180 / std::numbers::pi);
+    const double quarter = std::round(m_drag->turn.degrees / 90) * 90;
+    const double beside = m_drag->turn.degrees - quarter;
+    SetTurn(std::abs(beside) < drawnToQuarter ? m_drag->turn.TurnedBy(-beside) : m_drag->turn);
 }
 
 void CZoomableView::mouseDoubleClickEvent(QMouseEvent* event) {
@@ -197,12 +276,10 @@ void CZoomableView::mouseMoveEvent(QMouseEvent* event) {
         DropDrag();
         if (isTool)
             LoseTool();
-    } else if (m_drag->pans) {
-        const CPoint last = std::exchange(m_drag->last, point);
-        const CPoint scroll = Mapping().scroll;
-        ScrollTo({scroll.x + last.x - point.x, scroll.y + last.y - point.y});
-    } else {
+    } else if (IsToolDown()) {
         MoveTool(point);
+    } else {
+        DragTo(point);
     }
 }
 
@@ -219,6 +296,10 @@ void CZoomableView::wheelEvent(QWheelEvent* event) {
     event->accept();
     if (!HasImage())
         return;
+    if (event->modifiers().testFlag(Qt::ControlModifier) && CanTurn()) {
+        ZoomTo(m_zoom.Factor() * std::exp2(event->angleDelta().y() / wheelOfDoubling), PointOf(*event));
+        return;
+    }
     if (event->modifiers().testFlag(Qt::ControlModifier)) {
         if (const CZoomLevel zoom = m_wheel.ZoomAfter(*event, m_zoom); zoom != m_zoom)
             ZoomAbout(PointOf(*event), zoom);

@@ -11,6 +11,7 @@
 #include <string>
 
 class QMenu;
+class QNativeGestureEvent;
 class QSinglePointEvent;
 
 namespace velmor {
@@ -26,7 +27,9 @@ struct CViewCursor {
 
 /// A view of one image at a zoom level. The left button works with the view's tool. The middle button, the space
 /// bar held down with the left, and pan mode move the image; the wheel scrolls, and with Ctrl zooms about the
-/// pointer. Points are those of the viewport.
+/// pointer. A view that can be turned zooms without steps, and has more with the space bar held down: Shift and the
+/// left button turn it about its centre, Ctrl and the left button zoom about where it was pressed; a touchpad turns
+/// and zooms with two fingers. Points are those of the viewport.
 class CZoomableView : public QAbstractScrollArea {
 public:
     void ZoomIn();
@@ -35,6 +38,9 @@ public:
     /// Shows the whole image as large as there is room.
     void FitToWindow();
     CZoomLevel Zoom() const { return m_zoom; }
+    /// How the view is turned against the image. The point in its middle stays there.
+    const CViewTurn& Turn() const { return m_turn; }
+    void SetTurn(const CViewTurn& turn);
     void TogglePan();
     bool IsPanMode() const { return m_panMode; }
     /// Shown at a right click; belongs to the caller.
@@ -52,6 +58,9 @@ protected:
     /// The cursor as things are now; its scale is not asked for.
     virtual CViewCursor CursorNow() const = 0;
 
+    /// Whether it may be turned, and zoomed without steps.
+    virtual bool CanTurn() const { return false; }
+
     /// The tool comes down; false when nothing is begun by it.
     virtual bool BeginTool(CPoint at) = 0;
     virtual void MoveTool(CPoint to) = 0;
@@ -60,7 +69,7 @@ protected:
     /// It was lifted where no event could be seen, over a message for instance.
     virtual void LoseTool() = 0;
 
-    /// Zoom or pan mode are about to be changed.
+    /// Zoom, turn or pan mode are about to be changed, and not by a drag of the view itself.
     virtual void BeforeChange() {}
     /// The image has another zoom.
     virtual void AfterZoom() {}
@@ -82,9 +91,9 @@ protected:
 
     /// A button is held that moves the image or works with the tool.
     bool IsDragging() const { return m_drag.has_value(); }
-    bool IsToolDown() const { return m_drag && !m_drag->pans; }
+    bool IsToolDown() const { return m_drag && m_drag->kind == DragKind::Tool; }
     /// Whether the mouse moves the image, or would.
-    bool IsPanning() const { return m_drag ? m_drag->pans : m_panMode || m_isSpaceHeld; }
+    bool IsPanning() const { return m_drag ? m_drag->kind != DragKind::Tool : m_panMode || m_isSpaceHeld; }
     /// The button no longer counts as held.
     void DropDrag();
 
@@ -92,6 +101,9 @@ protected:
     void TellState() const;
     void ShowMenu(QPoint screenPoint);
     static CPoint PointOf(const QSinglePointEvent& event);
+    /// As close as can be to `factor`, with that point of the view staying in place.
+    void ZoomTo(double factor, CPoint anchor);
+    void ScrollTo(CPoint position);
 
     bool viewportEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
@@ -107,13 +119,22 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
+    enum class DragKind { Tool, Pan, Turn, Zoom };
     struct CDrag {
         Qt::MouseButton button = Qt::NoButton;
-        bool pans = false;
+        DragKind kind = DragKind::Tool;
         CPoint last;
+        CPoint press;
+        CViewTurn turn; ///< so far, before it is drawn to the next quarter
     };
 
-    void ScrollTo(CPoint position);
+    void TellBeforeChange();
+    DragKind KindOf(const QMouseEvent& press) const;
+    void DragTo(CPoint point);
+    void TurnFrom(CPoint last, CPoint now);
+    /// Size of the image at its own size as it is turned.
+    CSize TurnedSize() const;
+    bool NativeGesture(const QNativeGestureEvent& gesture);
     void ZoomAboutCentre(CZoomLevel zoom);
     void ZoomAbout(CPoint anchor, CZoomLevel zoom);
     CViewMapping SetZoom(CZoomLevel zoom);
@@ -123,6 +144,7 @@ private:
     void Refresh();
 
     CZoomLevel m_zoom;
+    CViewTurn m_turn;
     std::optional<CZoomLevel> m_fit; ///< see Fit(); nothing while the zoom is chosen otherwise
     bool m_panMode = false;
     bool m_isSpaceHeld = false;

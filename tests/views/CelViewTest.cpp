@@ -14,6 +14,9 @@
 #include <QPaintEvent>
 #include <QPainter>
 #include <QScrollBar>
+#include <QTest>
+
+#include <cmath>
 
 namespace velmor::testing {
 namespace {
@@ -245,18 +248,113 @@ TEST_F(CelViewTest, TheWheelScrollsAndZoomsAboutThePointer) {
     EXPECT_EQ(Scroll().x, 200);
     const CPoint before{(Scroll().x + 30) / 8, (Scroll().y + 90) / 8};
     Wheel(client, {30, 90}, 60, Qt::ControlModifier);
-    EXPECT_EQ(view.Zoom().Level(), 8) << "half a step";
+    EXPECT_NEAR(view.Zoom().Factor(), 8 * std::exp2(0.125), 1e-9) << "without steps";
     Wheel(client, {30, 90}, 60, Qt::ControlModifier);
-    EXPECT_EQ(view.Zoom().Level(), 9);
-    const CPoint after{(Scroll().x + 30) / 9, (Scroll().y + 90) / 9};
+    const double factor = view.Zoom().Factor();
+    const CPoint after{static_cast<int>((Scroll().x + 30) / factor), static_cast<int>((Scroll().y + 90) / factor)};
     EXPECT_LE(std::abs(after.x - before.x), 1);
     EXPECT_LE(std::abs(after.y - before.y), 1);
+    for (int i = 0; i < 6; ++i)
+        Wheel(client, {30, 90}, -60, Qt::ControlModifier);
+    Wheel(client, {30, 90}, -360, Qt::ControlModifier);
+    Wheel(client, {30, 90}, 120, Qt::ControlModifier);
+    EXPECT_EQ(view.Zoom(), CZoomLevel(4)) << "levels are met again";
+}
+
+TEST_F(CelViewTest, ATurnedViewShowsAndPaintsThePixelsUnderThePointer) {
+    EditCel();
+    view.SetTool(CelTool::Bucket); // no outline of a brush
+    for (int i = 0; i < 3; ++i)
+        view.ZoomIn();
+    for (const CViewTurn turn :
+         {CViewTurn{0, true}, CViewTurn{90, false}, CViewTurn{37, false}, CViewTurn{211, true}}) {
+        view.SetTurn(turn);
+        QApplication::processEvents();
+        const QImage screen = client.grab().toImage();
+        CDisplayBitmap bitmap;
+        ASSERT_TRUE(CreateBitmap(Image(), {}, bitmap));
+        const CViewMapping mapping{{width, height}, {client.width(), client.height()}, view.Zoom(), Scroll(), turn};
+        int compared = 0;
+        for (int y = 0; y < screen.height(); y += 3)
+            for (int x = 0; x < screen.width(); x += 3)
+                if (const std::optional<CPoint> pixel = mapping.PixelShownAt({x, y})) {
+                    const std::uint8_t* bytes = bitmap.bytes.data() + (pixel->y * bitmap.width + pixel->x) * 3;
+                    ASSERT_EQ(screen.pixel(x, y), qRgb(bytes[2], bytes[1], bytes[0])) << x << ' ' << y;
+                    ++compared;
+                }
+        EXPECT_GT(compared, 500);
+    }
+    Choose(CelTool::Pen, 0, 0);
+    const QPoint at(client.width() / 2, client.height() / 2);
+    const CViewMapping mapping{
+        {width, height}, {client.width(), client.height()}, view.Zoom(), Scroll(), view.Turn()};
+    const CPoint shown = *mapping.PixelShownAt({at.x(), at.y()});
+    Press(client, at);
+    Release(client, at);
+    EXPECT_TRUE(Image().IsLine(shown.x, shown.y + 1)) << "one row above, as in an upright view";
+}
+
+TEST_F(CelViewTest, SpaceAndAModifierTurnAndZoom) {
+    EditCel();
+    view.ZoomIn();
+    const QPoint centre(client.width() / 2, client.height() / 2);
+    const auto drag = [&](QPoint press, QPoint release, Qt::KeyboardModifiers modifiers) {
+        QKeyEvent hold(QEvent::KeyPress, Qt::Key_Space, modifiers);
+        QApplication::sendEvent(&view, &hold);
+        QTest::mousePress(&client, Qt::LeftButton, modifiers, press);
+        Move(client, release);
+        QTest::mouseRelease(&client, Qt::LeftButton, modifiers, release);
+        QKeyEvent letGo(QEvent::KeyRelease, Qt::Key_Space, modifiers);
+        QApplication::sendEvent(&view, &letGo);
+    };
+    drag(centre + QPoint(50, 0), centre + QPoint(40, 40), Qt::ShiftModifier);
+    EXPECT_NEAR(view.Turn().degrees, 45, 2);
+    drag(centre + QPoint(40, 40), centre + QPoint(0, 50), Qt::ShiftModifier);
+    EXPECT_EQ(view.Turn().degrees, 90) << "drawn to the quarter";
+    view.TurnUpright();
+    EXPECT_EQ(view.Turn(), CViewTurn());
+    drag({20, 40}, {140, 40}, Qt::ControlModifier);
+    EXPECT_EQ(view.Zoom(), CZoomLevel(4));
+    EXPECT_EQ(doc->Model().celImg.Changes(), 0) << "nothing is painted";
+}
+
+TEST_F(CelViewTest, TheNavigatorIsSeenWhereTheImageIsCutAndMovesTheView) {
+    EditCel();
+    auto* navigator = view.findChild<QWidget*>("celNavigator");
+    ASSERT_NE(navigator, nullptr);
+    for (int i = 0; i < 7; ++i)
+        view.ZoomIn();
+    EXPECT_FALSE(navigator->isVisibleTo(&view)) << "not asked for";
+    view.ToggleNavigator();
+    EXPECT_TRUE(navigator->isVisibleTo(&view));
+    QApplication::processEvents(); // the scroll bars
+    QTest::mousePress(navigator, Qt::LeftButton, {}, {1, 1});
+    EXPECT_EQ(Scroll(), (CPoint{0, 0}));
+    QTest::mouseRelease(navigator, Qt::LeftButton, {}, {1, 1});
+    QTest::mousePress(navigator, Qt::LeftButton, {}, {navigator->width() - 1, navigator->height() - 1});
+    EXPECT_EQ(Scroll().x, view.horizontalScrollBar()->maximum());
+    EXPECT_EQ(Scroll().y, view.verticalScrollBar()->maximum());
+    view.FitToWindow();
+    EXPECT_FALSE(navigator->isVisibleTo(&view)) << "all is seen";
 }
 
 TEST_F(CelViewTest, WhatIsRepaintedIsTheWholeTruth) {
     EditCel();
-    for (const int zoomSteps : {0, 2, -1}) {
+    for (const int zoomSteps : {0, 2, -1, -2, 1, 0, 3}) {
         view.ZoomOneToOne();
+        switch (zoomSteps) {
+        case -2:
+            view.ToggleSmooth();
+            break;
+        case 1:
+            view.SetTurn(CViewTurn().TurnedBy(33));
+            break;
+        case 3:
+            view.MirrorView();
+            break;
+        default:
+            break;
+        }
         for (int i = 0; i < std::abs(zoomSteps); ++i)
             zoomSteps > 0 ? view.ZoomIn() : view.ZoomOut();
         QApplication::processEvents(); // the scroll bars
@@ -279,7 +377,9 @@ TEST_F(CelViewTest, WhatIsRepaintedIsTheWholeTruth) {
             ASSERT_EQ(screen.Image(), screen.Whole()) << toolCase.name << ", zoom " << view.Zoom().Level();
         }
     }
+    view.TurnUpright();
     view.ZoomOneToOne();
+    QApplication::processEvents(); // the scroll bars
     view.SetTool(CelTool::Bucket); // no outline of a brush
     CDisplayBitmap bitmap;
     ASSERT_TRUE(CreateBitmap(Image(), {}, bitmap));

@@ -82,6 +82,12 @@ enum class CommandId {
     CelPickColor = 33114,
     CelColorKey = 33115,
     CelFit = 33116,
+    CelTurnLeft = 33280,
+    CelTurnRight = 33281,
+    CelUpright = 33282,
+    CelMirrorView = 33283,
+    CelSmoothDisplay = 33284,
+    CelNavigator = 33285,
 
     SourcesSelectSource = 32785,
     SourcesScanCels = 32786,

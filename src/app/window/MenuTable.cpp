@@ -42,6 +42,9 @@ constexpr CommandId xsheetMenu[] = {XsheetAddLevel,
 constexpr CommandId celMenu[] = {CelZoomIn, CelZoomOut,  CelZoomOneToOne, CelPan,    Separator,    CelUpdateCamera,
                                  Separator, CelSettings, Separator,       CelFit,    Separator,    CelBucket,
                                  CelPen,    CelEraser,   CelLineBrush,    Separator, CelPickColor, CelColorKey};
+constexpr CommandId celViewMenu[] = {CelTurnLeft, CelTurnRight,     CelUpright,  CelMirrorView,
+                                     Separator,   CelSmoothDisplay, CelNavigator};
+constexpr CMenu celSubmenus[] = {{"&View", celViewMenu}};
 constexpr CommandId sourcesMenu[] = {SourcesSelectSource,
                                      SourcesScanCels,
                                      SourcesScanPicture,
@@ -150,7 +153,9 @@ std::span<const CMenu> Menus() {
     return menus;
 }
 
-std::span<const CMenu> SubmenusOf(const CMenu&) {
+std::span<const CMenu> SubmenusOf(const CMenu& menu) {
+    if (menu.commands.data() == celMenu)
+        return celSubmenus;
     return {};
 }
 

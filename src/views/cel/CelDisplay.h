@@ -2,8 +2,10 @@
 
 #include "image/DisplayBitmap.h"
 #include "views/ViewMapping.h"
+#include "views/cel/DisplayPyramid.h"
 
 #include <QImage>
+#include <span>
 #include <vector>
 
 class QPainter;
@@ -28,6 +30,12 @@ public:
     /// The colour shown for a pixel inside the image.
     ColorRef ColorAt(CPoint pixel) const;
 
+    /// Whether an image that is shown smaller than it is shows the mean of what falls together, instead of one of
+    /// its pixels.
+    void SetSmooth(bool isSmooth) { m_isSmooth = isSmooth; }
+    /// Whether pixels of the screen show more than one of the image, in a view like this.
+    bool IsMixed(const CViewMapping& mapping) const;
+
     /// Paints the part of the image, of its border and of the margins around it that an exposed client rectangle
     /// shows.
     void Paint(QPainter& painter, const CViewMapping& mapping, const QRect& exposed);
@@ -37,8 +45,16 @@ private:
     /// Puts the pixels of a client rectangle inside the image into m_scaled, from its top left corner on.
     void Scale(const CViewMapping& mapping, const QRect& part);
 
+    void PaintUpright(QPainter& painter, const CViewMapping& mapping, const QRect& exposed);
+    void PaintTurned(QPainter& painter, const CViewMapping& mapping, const QRect& exposed);
+    void GrowScaled(const CViewMapping& mapping, CSize least);
+    /// The colours of the columns from `left` on in a row of the client area.
+    void SampleRow(const CViewMapping& mapping, CPoint left, bool isMixed, std::span<QRgb> colors) const;
+
     CSize m_size;
     CDisplayBitmap m_bitmap;
+    CDisplayPyramid m_pyramid;
+    bool m_isSmooth = false;
     QImage m_scaled;                      ///< grows to the size of the client area
     std::vector<std::uint32_t> m_columns; ///< where in a bitmap row the pixels of a part begin
 };

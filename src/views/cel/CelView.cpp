@@ -10,6 +10,7 @@
 #include "scene/SceneModel.h"
 #include "scene/Settings.h"
 #include "scene/VelmorltDoc.h"
+#include "views/cel/CelNavigator.h"
 
 #include <QContextMenuEvent>
 #include <QKeyEvent>
@@ -18,11 +19,14 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace velmor {
 
 namespace {
+
+constexpr double turnStep = 15; ///< degrees
 
 QRect ToRect(const CRect& rect) {
     return {rect.x, rect.y, rect.endX - rect.x, rect.endY - rect.y};
@@ -36,6 +40,10 @@ CCelView::CCelView(CVelmorltDoc& doc, IPrompter& prompter, CProfile& profile, QW
       m_prompter(prompter),
       m_profile(profile),
       m_grid(ReadGridSettings(profile)),
+      m_navigator(new CCelNavigator(
+          m_display, [this](CRealPoint point) { ShowInMiddle(point); }, viewport())),
+      m_isSmooth(Get(profile, setting::celSmoothDisplay) != 0),
+      m_hasNavigator(Get(profile, setting::celNavigator) != 0),
       m_paint(doc.Painting()),
       m_tool(static_cast<CelTool>(
           std::clamp(Get(profile, setting::lastCelTool), 0, static_cast<int>(paintTools.size()) - 1))),
@@ -45,6 +53,7 @@ CCelView::CCelView(CVelmorltDoc& doc, IPrompter& prompter, CProfile& profile, QW
     setObjectName("celView");
     setAccessibleName("Cel editor");
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
+    m_display.SetSmooth(m_isSmooth);
     RebuildDisplay();
 }
 
@@ -62,7 +71,56 @@ void CCelView::RebuildDisplay() {
     UpdateScrollSizes();
     RefreshCursor();
     RefreshOverlay();
+    FollowWithNavigator();
     viewport()->update();
+}
+
+void CCelView::TurnLeft() {
+    SetTurn(Turn().TurnedBy(-turnStep));
+}
+
+void CCelView::TurnRight() {
+    SetTurn(Turn().TurnedBy(turnStep));
+}
+
+void CCelView::TurnUpright() {
+    SetTurn(CViewTurn());
+}
+
+void CCelView::MirrorView() {
+    SetTurn(Turn().Mirrored());
+}
+
+void CCelView::ToggleSmooth() {
+    m_isSmooth = !m_isSmooth;
+    Set(m_profile, setting::celSmoothDisplay, m_isSmooth ? 1 : 0);
+    m_display.SetSmooth(m_isSmooth);
+    viewport()->update();
+}
+
+void CCelView::ToggleNavigator() {
+    m_hasNavigator = !m_hasNavigator;
+    Set(m_profile, setting::celNavigator, m_hasNavigator ? 1 : 0);
+    FollowWithNavigator();
+}
+
+void CCelView::ShowInMiddle(CRealPoint point) {
+    const CViewMapping mapping = Mapping();
+    ScrollTo(mapping.ScrollShowing(point, {mapping.client.width / 2.0, mapping.client.height / 2.0}));
+}
+
+void CCelView::FollowWithNavigator() {
+    m_navigator->Follow(Mapping(), m_hasNavigator && HasImage());
+}
+
+void CCelView::scrollContentsBy(int dx, int dy) {
+    CZoomableView::scrollContentsBy(dx, dy);
+    FollowWithNavigator();
+}
+
+void CCelView::resizeEvent(QResizeEvent* event) {
+    CZoomableView::resizeEvent(event);
+    FollowWithNavigator();
 }
 
 ICelHand& CCelView::HandOf(CelTool) {
@@ -171,7 +229,12 @@ void CCelView::ShowResult(const CPaintResult& result) {
         return;
     TellState();
     m_display.Update(m_doc.Model().celImg, m_grid, result.changed);
-    viewport()->update(ToRect(Mapping().ToClient(result.changed)) & viewport()->rect());
+    m_navigator->Repaint(result.changed);
+    const CViewMapping mapping = Mapping();
+    // Where pixels are mixed, each shows beside itself, too.
+    const int beside = m_display.IsMixed(mapping) ? static_cast<int>(std::ceil(mapping.zoom.Factor())) + 1 : 0;
+    viewport()->update(ToRect(mapping.ToClient(result.changed)).adjusted(-beside, -beside, beside, beside) &
+                       viewport()->rect());
 }
 
 void CCelView::paintEvent(QPaintEvent* event) {

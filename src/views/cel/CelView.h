@@ -11,6 +11,7 @@
 
 namespace velmor {
 
+class CCelNavigator;
 class CProfile;
 class CVelmorltDoc;
 class IPrompter;
@@ -36,6 +37,16 @@ public:
     void ColorKey();
     CelPick PendingPick() const { return m_pick; }
     void CancelPick();
+    /// Turns the view by a step, against the clock or with it, as one turns the paper while drawing.
+    void TurnLeft();
+    void TurnRight();
+    void TurnUpright();
+    void MirrorView();
+    /// Whether lines are smooth where the image is shown smaller than it is.
+    bool IsSmooth() const { return m_isSmooth; }
+    void ToggleSmooth();
+    bool HasNavigator() const { return m_hasNavigator; }
+    void ToggleNavigator();
     /// Asks for the grid behind transparent pixels.
     void EditGrid();
 
@@ -44,6 +55,7 @@ public:
 protected:
     CSize ImageSize() const override { return m_display.Size(); }
     bool HasImage() const override;
+    bool CanTurn() const override { return true; }
     CViewCursor CursorNow() const override;
     bool BeginTool(CPoint at) override;
     void MoveTool(CPoint to) override;
@@ -51,6 +63,9 @@ protected:
     void LoseTool() override { m_hand->Cancel(); }
     void BeforeChange() override { CancelDrag(); }
     void RefreshOverlay() override;
+    void AfterZoom() override { FollowWithNavigator(); }
+    void scrollContentsBy(int dx, int dy) override;
+    void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     bool viewportEvent(QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
@@ -64,6 +79,8 @@ private:
     void NotePointer(const QSinglePointEvent& event);
     /// What a tool works with.
     ICelHand& HandOf(CelTool tool);
+    void ShowInMiddle(CRealPoint point);
+    void FollowWithNavigator();
     void RebuildDisplay();
     void CancelDrag();
     void ShowResult(const CPaintResult& result);
@@ -78,6 +95,9 @@ private:
     CProfile& m_profile;
     CGridSettings m_grid;
     CCelDisplay m_display;
+    CCelNavigator* m_navigator; ///< a child
+    bool m_isSmooth;
+    bool m_hasNavigator;
     CPaintDrag m_paint;
     CelTool m_tool;
     ICelHand* m_hand; ///< of the tool; one of the members
