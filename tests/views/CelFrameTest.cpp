@@ -128,6 +128,10 @@ TEST_F(CelFrameTest, TheToolRowTellsWhatIsShown) {
     EXPECT_EQ(caption.Text(), "50 %   A / 1 *   100 x 80 pixels");
     doc->Assets().UpdateCamera();
     EXPECT_EQ(caption.Text(), "50 %   A / 1   100 x 80 pixels") << "saved";
+    frame.View().TurnLeft();
+    frame.View().MirrorView();
+    EXPECT_EQ(caption.Text(), QString("50 %   15\u00b0   mirrored   A / 1   100 x 80 pixels"));
+    frame.View().TurnUpright();
     EditPicture();
     EXPECT_EQ(caption.Text(), "100 %   Picture back   100 x 80 pixels");
 }

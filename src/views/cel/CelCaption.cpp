@@ -5,6 +5,8 @@
 
 #include <QPainter>
 
+#include <cmath>
+
 namespace velmor {
 
 namespace {
@@ -12,14 +14,26 @@ namespace {
 constexpr int leastWidth = 40;
 constexpr int indent = 6;
 
+// Nothing for a view that stands as the image does.
+QString TurnText(const CViewTurn& turn) {
+    const double nearest = turn.degrees > 180 ? turn.degrees - 360 : turn.degrees;
+    QString text;
+    if (std::lround(nearest) != 0)
+        text += QString("   %1\u00b0").arg(std::lround(nearest));
+    if (turn.mirrored)
+        text += "   mirrored";
+    return text;
+}
+
 } // namespace
 
-QString CaptionOf(const CSceneModel& model, CZoomLevel zoom) {
+QString CaptionOf(const CSceneModel& model, CZoomLevel zoom, const CViewTurn& turn) {
     if (!HasEditedImage(model))
         return {};
     const CCelImg& image = model.celImg;
-    return QString("%1 %   %2%3%4   %5 x %6 pixels")
+    return QString("%1 %%2   %3%4%5   %6 x %7 pixels")
         .arg(zoom.Percent())
+        .arg(TurnText(turn))
         .arg(HasEditedPicture(model) ? QString("Picture ") : ToQt(model.folderName) + " / ")
         .arg(ToQt(Utf8Of(image.FilePath().stem())), image.IsModified() ? " *" : "")
         .arg(image.Width())
@@ -37,7 +51,7 @@ void CCelCaption::SetText(const QString& text) {
     m_text = text;
     setAccessibleName(text);
     setToolTip(text.isEmpty() ? text
-                              : text + "\nZoom, name and size of the image; * stands for changes not saved yet");
+                              : text + "\nZoom and turn of the view, name and size of the image; * stands for changes not saved yet");
     update();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "views/ViewTurn.h"
 #include "views/ZoomLevel.h"
 
 #include <QWidget>
@@ -8,9 +9,9 @@ namespace velmor {
 
 struct CSceneModel;
 
-/// What the cel editor shows, in the words of its tool row: zoom, folder, name, an asterisk when there are changes
+/// What the cel editor shows, in the words of its tool row: zoom, how the view is turned, folder, name, an asterisk when there are changes
 /// that are not on the disk, and size. Empty without an image.
-QString CaptionOf(const CSceneModel& model, CZoomLevel zoom);
+QString CaptionOf(const CSceneModel& model, CZoomLevel zoom, const CViewTurn& turn);
 
 /// A line of text that takes the room that is left and is cut short in less than it needs.
 class CCelCaption final : public QWidget {

@@ -135,7 +135,7 @@ void CCelFrame::OnUpdate(UpdateHint hint) {
 }
 
 void CCelFrame::UpdateCaption() {
-    m_caption->SetText(CaptionOf(m_doc.Model(), m_view->Zoom()));
+    m_caption->SetText(CaptionOf(m_doc.Model(), m_view->Zoom(), m_view->Turn()));
 }
 
 void CCelFrame::UpdateBrushesandPens() {
