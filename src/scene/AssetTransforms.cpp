@@ -110,6 +110,7 @@ void CAssetTransforms::ColorKeyEdited(CColor key) {
     const std::optional<CColorKey> values = AskColorKey(key);
     if (!values)
         return;
+    m_context.model.FinishPainting();
     CKeptTiles before;
     before.Keep(image, {0, 0, image.Width(), image.Height()});
     if (m_context.Report(ColorKey(image, *values))) {

@@ -12,6 +12,7 @@ bool CCelPainting::Begin(CelTool tool, CPoint at) {
     const CCelImg& image = m_model.celImg;
     if (m_tool || image.GetLoadState() == LoadState::Nothing || !CanUse(tool, image))
         return false;
+    Finish();
     m_tool = tool;
     m_step = ToolOf(tool).step;
     m_form = ToolOf(tool).form(m_model.paint);
@@ -69,12 +70,28 @@ CPaintResult CCelPainting::Change(const std::string& name,
     CCelImg& image = m_model.celImg;
     if (image.GetLoadState() == LoadState::Nothing)
         return {};
+    Finish();
     CKeptTiles before;
     if (m_model.history.IsOn())
         before.Keep(image, {0, 0, image.Width(), image.Height()});
     CPaintResult result = change(image);
     LeavePaintingStep(m_model, name, before);
     return result;
+}
+
+CPaintResult CCelPainting::GoOn(const std::string& name, const CRect& touched,
+                                const std::function<CPaintResult(CCelImg& image)>& change) {
+    CCelImg& image = m_model.celImg;
+    if (image.GetLoadState() == LoadState::Nothing)
+        return {};
+    try {
+        if (!m_model.unfinished)
+            m_model.unfinished = CUnfinishedPainting{name, {}};
+        m_model.unfinished->before.Keep(image, touched);
+    } catch (const std::bad_alloc&) {
+        return {CStatus::Failure("Unable to allocate memory for cel!"), CRect{}};
+    }
+    return change(image);
 }
 
 } // namespace velmor

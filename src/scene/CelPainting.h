@@ -37,6 +37,14 @@ public:
     /// What no tool does: a filter, a drawing made by the program. Nothing happens without an image.
     CPaintResult Change(const std::string& name, const std::function<CPaintResult(CCelImg& image)>& change);
 
+    /// Something that goes on over several events and is one step when it ends, by Finish() or by whatever is done
+    /// to the image, its file or the history next. `change` may change the pixels of `touched` alone. The first
+    /// call names it. Nothing happens without an image.
+    CPaintResult GoOn(const std::string& name, const CRect& touched,
+                      const std::function<CPaintResult(CCelImg& image)>& change);
+    bool IsGoingOn() const { return m_model.unfinished.has_value(); }
+    void Finish() { m_model.FinishPainting(); }
+
 private:
     CPaintResult Paint(CelTool tool, CPoint from, CPoint to);
 

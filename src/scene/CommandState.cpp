@@ -36,11 +36,11 @@ bool CanPaste(const CSceneModel& model) {
 }
 
 bool CanUndo(const CSceneModel& model) {
-    return model.sceneOpen && model.history.NextUndo() != nullptr;
+    return model.sceneOpen && (model.unfinished.has_value() || model.history.NextUndo() != nullptr);
 }
 
 bool CanRedo(const CSceneModel& model) {
-    return model.sceneOpen && model.history.NextRedo() != nullptr;
+    return model.sceneOpen && !model.unfinished && model.history.NextRedo() != nullptr;
 }
 
 bool IsInPicture(const CHistory::CStep* step, int frame) {

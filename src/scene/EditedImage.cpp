@@ -34,11 +34,13 @@ bool CEditedImage::Close() const {
 
 void CEditedImage::Discard() const {
     CCelImg& image = m_context.model.celImg;
+    m_context.model.unfinished.reset();
     image.SetModified(false);
     image.Clear();
 }
 
 void CEditedImage::ReadAgain() const {
+    m_context.model.FinishPainting();
     CCelImg& image = m_context.model.celImg;
     CCelImg read;
     if (const CStatus loaded = read.Load(image.FilePath()); loaded)

@@ -20,6 +20,7 @@ CSceneEdit::CSceneEdit(CSceneContext& context, std::string name, UpdateHint hint
 }
 
 void CSceneEdit::KeepFiles(std::span<const Path> files) {
+    m_context.model.FinishPainting();
     CHistory& history = m_context.model.history;
     if (!history.IsOn())
         return;
@@ -49,6 +50,7 @@ KeptFile CSceneEdit::ContentsNow(const Path& file, std::uint64_t mostBytes) {
 
 void CSceneEdit::KeepRenaming(const Path& from, const Path& to) {
     CSceneModel& model = m_context.model;
+    model.FinishPainting();
     if (model.history.HasJournal())
         static_cast<void>(model.SaveEditedImage(from)); // steps before this one have it under its old name
     KeepFile(to);

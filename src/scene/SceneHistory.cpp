@@ -33,6 +33,9 @@ std::string ChangedByOthers(const std::string& file) {
 } // namespace
 
 std::string CSceneHistory::UndoText() const {
+    const CSceneModel& model = m_context.model;
+    if (model.unfinished)
+        return "Undo " + model.unfinished->name + " on " + TitleOfFile(model.SceneFile(model.celImg.FilePath()));
     return TextOf("Undo", m_context.model.history.NextUndo());
 }
 
@@ -51,6 +54,7 @@ void CSceneHistory::Redo() {
 }
 
 bool CSceneHistory::Step(ChangeDirection direction, bool tell) {
+    m_context.model.FinishPainting();
     CHistory& history = m_context.model.history;
     history.Finish();
     while (true) {
@@ -203,6 +207,7 @@ void CSceneHistory::FollowFiles(const CStepChanges& changes, ChangeDirection dir
 
 void CSceneHistory::GoTo(std::int64_t target) {
     const std::shared_ptr<void> wait = m_context.prompter.BeginWait();
+    m_context.model.FinishPainting();
     CHistory& history = m_context.model.history;
     const CHistory::CStep* step = history.Find(target);
     if (target != 0 && step == nullptr)
@@ -219,6 +224,7 @@ void CSceneHistory::GoTo(std::int64_t target) {
 
 void CSceneHistory::BringBack(std::int64_t id) {
     CSceneModel& model = m_context.model;
+    model.FinishPainting();
     const CHistory::CStep* step = model.history.Find(id);
     const std::optional<CStepChanges> changes = step != nullptr ? model.history.Changes(id) : std::nullopt;
     if (!changes)
@@ -269,6 +275,7 @@ CHistoryRequest CSceneHistory::Request(bool isReadOnly) {
 void CSceneHistory::Show() {
     if (!m_context.model.sceneOpen)
         return;
+    m_context.model.FinishPainting();
     m_context.model.history.Finish();
     m_context.prompter.RunHistory(Request(false));
 }

@@ -1,6 +1,9 @@
 #include "scene/SceneModel.h"
 
+#include "scene/history/PaintingStep.h"
+
 #include <algorithm>
+#include <utility>
 
 namespace velmor {
 
@@ -17,12 +20,22 @@ void CSceneModel::ClampToXSheet() {
 bool CSceneModel::DropEditedImage(const Path& file) {
     if (celImg.FilePath() != file)
         return false;
+    unfinished.reset();
     celImg.SetModified(false);
     celImg.Clear();
     return true;
 }
 
+void CSceneModel::FinishPainting() {
+    if (!unfinished)
+        return;
+    const CUnfinishedPainting finished = std::move(*unfinished);
+    unfinished.reset();
+    LeavePaintingStep(*this, finished.name, finished.before);
+}
+
 CStatus CSceneModel::SaveEditedImage() {
+    FinishPainting();
     if (!celImg.IsModified())
         return {};
     if (const std::string file = SceneFile(celImg.FilePath()); history.HasJournal() && !file.empty())

@@ -3,6 +3,7 @@
 #include "image/CelImg.h"
 #include "image/Color.h"
 #include "image/Palette.h"
+#include "image/paint/KeptTiles.h"
 #include "scene/ScenePaths.h"
 #include "scene/history/History.h"
 #include "xsheet/MoveSelection.h"
@@ -28,6 +29,13 @@ struct CPaintChoices {
     int brush = 0;            ///< 0 to 5, -1 for the rectangle forms
     int pen = 0;              ///< 0 to 3
     int bucketMode = 0;       ///< 0 solid, 1 and 2 gradients
+};
+
+/// What is being done to the image under edit over several events, a selection that floats for instance. The image
+/// has it already; the history gets it when it is finished.
+struct CUnfinishedPainting {
+    std::string name;
+    CKeptTiles before;
 };
 
 /// Everything that the document holds: the scene, which CSceneEdit alone changes, and beside it what a session
@@ -57,7 +65,8 @@ struct CSceneModel {
 
     CPalette palette;
     CPaintChoices paint;
-    CCelImg celImg;       ///< the image under edit
+    CCelImg celImg;                                ///< the image under edit
+    std::optional<CUnfinishedPainting> unfinished; ///< changed by CCelPainting alone
     int openedImages = 0; ///< opened for editing so far: by it a view tells an opening from a refresh
 
     int importThreshold = 128;
@@ -76,6 +85,9 @@ struct CSceneModel {
     /// Empties the cel editor without saving when it holds `file`, which is gone or has been replaced: saved later,
     /// the old drawing would come back. Returns whether it did.
     bool DropEditedImage(const Path& file);
+    /// What is unfinished becomes a step of the history. Before anything else is done to the image under edit, its
+    /// file or the history.
+    void FinishPainting();
     /// Writes the image under edit when it has changes.
     CStatus SaveEditedImage();
     /// The same, if it belongs to `file`.
