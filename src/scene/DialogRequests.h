@@ -3,6 +3,8 @@
 #include "image/Color.h"
 #include "image/DisplayBitmap.h"
 #include "image/Geometry.h"
+#include "image/Palette.h"
+#include "image/paint/Recolor.h"
 #include "render/Compressors.h"
 #include "render/FlipbookSettings.h"
 #include "render/RenderSetup.h"
@@ -213,6 +215,32 @@ struct CColorRequest {
 
     CColorValues initial;
     AcceptRule<CColorValues> accept;
+};
+
+/// Where "Replace Color" looks.
+enum class RecolorWhere {
+    Edited, ///< the image under edit
+    Chosen, ///< the assets that are chosen in the list
+    All     ///< the whole folder, or all pictures
+};
+
+struct CReplaceColorValues {
+    CRecoloring recoloring; ///< a tolerance of -1 could not be read
+    RecolorWhere where = RecolorWhere::Edited;
+};
+
+/// "Replace Color".
+struct CReplaceColorRequest {
+    using Answer = std::optional<CReplaceColorValues>;
+
+    CReplaceColorValues initial;
+    std::vector<CNamedColor> colors; ///< to choose from: those of the image under edit, the most frequent first
+    bool hasEdited = false;          ///< there is an image under edit
+    int chosen = 0;                  ///< assets that are chosen
+    int all = 0;
+    /// How many pixels of the image under edit would be found.
+    std::function<std::int64_t(const CRecoloring&)> count;
+    AcceptRule<CReplaceColorValues> accept;
 };
 
 /// The choices of the rotate dialog, in its order.

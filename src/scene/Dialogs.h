@@ -27,6 +27,7 @@ struct COpenFilesRequest;
 struct COpenSceneRequest;
 struct CRecoveryRequest;
 struct CRenderSetupRequest;
+struct CReplaceColorRequest;
 struct CRotationRequest;
 struct CSaveFileRequest;
 struct CSceneSettingsRequest;
@@ -51,9 +52,9 @@ using CAnyDialog =
                  CDialogOf<CInbetweenRequest>*, CDialogOf<CLevelRequest>*, CDialogOf<CMotionPathRequest>*,
                  CDialogOf<CNameRequest>*, CDialogOf<CNewCelRequest>*, CDialogOf<COpenFilesRequest>*,
                  CDialogOf<COpenSceneRequest>*, CDialogOf<CRecoveryRequest>*, CDialogOf<CRenderSetupRequest>*,
-                 CDialogOf<CRotationRequest>*, CDialogOf<CSaveFileRequest>*, CDialogOf<CSceneSettingsRequest>*,
-                 CDialogOf<CSequenceRequest>*, CDialogOf<CSheetExportRequest>*, CDialogOf<CSheetImportRequest>*,
-                 CDialogOf<CSwapLevelsRequest>*, CDialogOf<CTransparencyRequest>*>;
+                 CDialogOf<CReplaceColorRequest>*, CDialogOf<CRotationRequest>*, CDialogOf<CSaveFileRequest>*,
+                 CDialogOf<CSceneSettingsRequest>*, CDialogOf<CSequenceRequest>*, CDialogOf<CSheetExportRequest>*,
+                 CDialogOf<CSheetImportRequest>*, CDialogOf<CSwapLevelsRequest>*, CDialogOf<CTransparencyRequest>*>;
 
 /// The one door through which dialogs are shown. A new dialog is its request, its widget, and a row in the table of
 /// the widgets (views/prompter/DialogTable.h).

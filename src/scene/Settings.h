@@ -39,6 +39,15 @@ inline constexpr CIntSetting lastBucketMode{"Remember", "Last Bucket Mode", 0};
 inline constexpr CIntSetting lastCelTool{"Remember", "Last Cel Tool", 0};
 inline constexpr CIntSetting celSmoothDisplay{"Remember", "Cel Smooth Display", 0};
 inline constexpr CIntSetting celNavigator{"Remember", "Cel Navigator", 0};
+/// A SelectWhat; which pixels "Replace Color" finds, and how.
+inline constexpr CIntSetting lastRecolorWhat{"Remember", "Last Recolor What", 2};
+inline constexpr CIntSetting lastRecolorTolerance{"Remember", "Last Recolor Tolerance", 0};
+inline constexpr CIntSetting lastRecolorKeepsAlpha{"Remember", "Last Recolor Keeps Alpha", 1};
+/// A SelectWhat; what the selection tools take.
+inline constexpr CIntSetting lastSelectWhat{"Remember", "Last Select What", 2};
+/// Selecting by colour takes the connected area alone, and colours as near as this.
+inline constexpr CIntSetting lastSelectConnected{"Remember", "Last Select Connected", 1};
+inline constexpr CIntSetting lastSelectTolerance{"Remember", "Last Select Tolerance", 0};
 inline constexpr CIntSetting lastColorKeyProcess{"Remember", "Last Colorkey ProcessType", 0};
 inline constexpr CIntSetting lastColorKeyTolerance{"Remember", "Last Colorkey Tolerance", 5};
 inline constexpr CIntSetting lastFlipbookScaling{"Remember", "Last Flipbook Scaling", 50};

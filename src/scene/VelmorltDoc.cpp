@@ -13,6 +13,7 @@
 #include "scene/ImportOperations.h"
 #include "scene/MediaOperations.h"
 #include "scene/PaletteOperations.h"
+#include "scene/RecolorOperations.h"
 #include "scene/RenderOperations.h"
 #include "scene/SceneHistory.h"
 #include "scene/SceneLifecycle.h"
@@ -62,6 +63,7 @@ struct CVelmorltDoc::CParts {
     CGrabOperations grabs{context, imports};
     CAssetOperations assets;
     CAssetTransforms transforms{context};
+    CRecolorOperations recoloring{context};
     CFlipbookOperations flipbooks{context, cache};
     CRenderOperations renders{context, cache, [this](const Path& movie) { media.PlayMovie(movie); }};
     std::unique_ptr<IAudioDevices> audio = MakeAudioDevices(samplesPerSecond);
@@ -101,6 +103,7 @@ CPaletteOperations& CVelmorltDoc::Palette() { return m_parts->palette; }
 CCelPainting& CVelmorltDoc::Painting() { return m_parts->painting; }
 CAssetOperations& CVelmorltDoc::Assets() { return m_parts->assets; }
 CAssetTransforms& CVelmorltDoc::Transforms() { return m_parts->transforms; }
+CRecolorOperations& CVelmorltDoc::Recoloring() { return m_parts->recoloring; }
 CImportOperations& CVelmorltDoc::Imports() { return m_parts->imports; }
 CSequenceOperations& CVelmorltDoc::Sequences() { return m_parts->sequences; }
 CSheetExchange& CVelmorltDoc::Exchange() { return m_parts->exchange; }

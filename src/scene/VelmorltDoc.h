@@ -22,6 +22,7 @@ class CImportOperations;
 class CMediaOperations;
 class CPaletteOperations;
 class CProfile;
+class CRecolorOperations;
 class CRenderOperations;
 class CSceneHistory;
 class CSceneLifecycle;
@@ -80,6 +81,8 @@ public:
     CAssetOperations& Assets();
     /// What is done to whole images.
     CAssetTransforms& Transforms();
+    /// One colour in the place of another.
+    CRecolorOperations& Recoloring();
     CImportOperations& Imports();
     CSequenceOperations& Sequences();
     /// The xsheet to and from other programs.

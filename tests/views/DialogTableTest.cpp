@@ -93,6 +93,16 @@ const CDialogRow dialogs[] = {
          s.prompter.RunLineCheck({100, 5, [](int) {}});
      }},
     {"color", [](CStage& s) { s.prompter.Ask(CColorRequest{}); }},
+    {"replace color",
+     [](CStage& s) {
+         CReplaceColorRequest request;
+         request.hasEdited = true;
+         request.chosen = 2;
+         request.all = 12;
+         request.colors = {{{0, 0, 0, 255}, "Black"}, {{0, 0, 255, 255}, "A rather long name of a red"}};
+         request.count = [](const CRecoloring&) { return std::int64_t{3145728}; };
+         s.prompter.Ask(request);
+     }},
     {"import settings", [](CStage& s) { s.prompter.Ask(CImportSettingsRequest{128}); }},
     {"sheet export",
      [](CStage& s) {

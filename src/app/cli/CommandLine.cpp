@@ -1,5 +1,6 @@
 #include "app/cli/CommandLine.h"
 
+#include "app/cli/CelsGrammar.h"
 #include "app/cli/Commands.h"
 #include "app/cli/ExitStatus.h"
 #include "app/cli/Grammar.h"
@@ -34,6 +35,7 @@ public:
         m_farming.AddTo(m_app, m_run);
         AddImport();
         AddSheet();
+        m_cels.AddTo(m_app, m_run);
         AddPrint();
     }
 
@@ -210,6 +212,7 @@ private:
     CommandRun m_run;
     CRenderGrammar m_rendering;
     CFarmGrammar m_farming;
+    CCelsGrammar m_cels;
     CSceneArguments m_scene;
     bool m_json = false;
     CCheckArguments m_check;

@@ -110,6 +110,22 @@ struct CSheetArguments {
     std::string folder;  ///< of an import: cel folder of levels that nothing else tells it of
 };
 
+/// What is done to the cels of a folder.
+struct CCelsArguments {
+    CSceneArguments scene;
+    std::string folder;
+    std::vector<std::string> cels; ///< names; empty for all of the folder
+};
+
+struct CRecolorArguments {
+    CCelsArguments cels;
+    std::string from; ///< six hexadecimal digits
+    std::string to;
+    int tolerance = 0;
+    bool lines = false; ///< only lines
+    bool paint = false; ///< only paint
+};
+
 struct CPrintArguments {
     CSceneArguments scene;
     std::string paper = "a4";
@@ -126,6 +142,7 @@ struct CPrintArguments {
 [[nodiscard]] bool RunCheck(const CCheckArguments& arguments);
 [[nodiscard]] bool RunRecover(const CRecoverArguments& arguments);
 [[nodiscard]] bool RunSequenceImport(const CSequenceArguments& arguments);
+[[nodiscard]] bool RunRecolor(const CRecolorArguments& arguments);
 /// Has another program do it, which has Qt.
 [[nodiscard]] bool RunPrint(const CPrintArguments& arguments);
 [[nodiscard]] bool RunSheet(const CSheetArguments& arguments);

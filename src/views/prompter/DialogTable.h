@@ -18,6 +18,7 @@
 #include "views/dialogs/OpenSceneDialog.h"
 #include "views/dialogs/RecoveryDialog.h"
 #include "views/dialogs/RenderSetupDialog.h"
+#include "views/dialogs/ReplaceColorDialog.h"
 #include "views/dialogs/RotateDialog.h"
 #include "views/dialogs/SceneSettingsDialog.h"
 #include "views/dialogs/SelectLevelDialog.h"
@@ -51,10 +52,10 @@ using CDialogTable = CDialogRows<
     CDialogRow<CMotionPathRequest, CMotionPathDialog>, CDialogRow<CNameRequest, CNameDialog>,
     CDialogRow<CNewCelRequest, CNewCelDialog>, CDialogRow<COpenSceneRequest, COpenSceneDialog>,
     CDialogRow<CRecoveryRequest, CRecoveryDialog>, CDialogRow<CRenderSetupRequest, CRenderSetupDialog>,
-    CDialogRow<CRotationRequest, CRotateDialog>, CDialogRow<CSceneSettingsRequest, CSceneSettingsDialog>,
-    CDialogRow<CSequenceRequest, CSequenceDialog>, CDialogRow<CSheetExportRequest, CSheetExportDialog>,
-    CDialogRow<CSheetImportRequest, CSheetImportDialog>, CDialogRow<CSwapLevelsRequest, CSwapLevelsDialog>,
-    CDialogRow<CTransparencyRequest, CTransparencyDialog>>;
+    CDialogRow<CReplaceColorRequest, CReplaceColorDialog>, CDialogRow<CRotationRequest, CRotateDialog>,
+    CDialogRow<CSceneSettingsRequest, CSceneSettingsDialog>, CDialogRow<CSequenceRequest, CSequenceDialog>,
+    CDialogRow<CSheetExportRequest, CSheetExportDialog>, CDialogRow<CSheetImportRequest, CSheetImportDialog>,
+    CDialogRow<CSwapLevelsRequest, CSwapLevelsDialog>, CDialogRow<CTransparencyRequest, CTransparencyDialog>>;
 
 template<class Request, class Dialog>
 Dialog* FindDialog(const CDialogRow<Request, Dialog>& row); // for its type alone
