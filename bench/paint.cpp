@@ -2,6 +2,7 @@
 
 #include "image/paint/Fill.h"
 #include "image/paint/Filters.h"
+#include "image/paint/GapFill.h"
 #include "image/paint/Tools.h"
 #include "image/transform/Transforms.h"
 
@@ -103,6 +104,49 @@ void FillDust(benchmark::State& state) {
         benchmark::DoNotOptimize(FillBox(cel, 0, pageWidth - 1, 0, pageHeight - 1, red).changed);
 }
 
+/// The page's lines end where they please: with gaps closed it falls apart into rooms, without it is one area.
+CCelImg OpenPage(int width, int height) {
+    CCelImg cel = BusyPage(width, height);
+    std::mt19937 random(4);
+    for (int y = 0; y < height; y += 96)
+        for (int x = 0; x < width; x += 96)
+            for (const CPoint corner : {CPoint{x + 20, y - 16}, CPoint{x - 16, y + 70}})
+                for (int v = std::max(corner.y, 0); v < std::min(corner.y + 34, height); ++v)
+                    for (int u = std::max(corner.x, 0); u < std::min(corner.x + (v - corner.y < 6 ? 34 : 6), width);
+                         ++u)
+                        if (random() % 8 != 0)
+                            cel.SetLine(u, v, false);
+    return cel;
+}
+
+void GapFillOneCell(benchmark::State& state) {
+    CCelImg cel = BusyPage(pageWidth, pageHeight);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(GapFill(cel, {720, 720}, red, {static_cast<int>(state.range(0)), true}).changed);
+}
+
+void GapFillOpenPage(benchmark::State& state) {
+    CCelImg cel = OpenPage(pageWidth, pageHeight);
+    const bool refuseLeaks = state.range(1) != 0;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(
+            GapFill(cel, {720, 720}, red, {static_cast<int>(state.range(0)), refuseLeaks}).changed);
+}
+
+/// The background of a drawing, which is asked whether it is a leak.
+void GapFillBackground(benchmark::State& state) {
+    CCelImg cel = OpenPage(pageWidth, pageHeight);
+    static_cast<void>(EraserStroke(cel, {0, 20}, {pageWidth, 20}, 5, red));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(GapFill(cel, {300, 20}, red, {static_cast<int>(state.range(0)), true}).changed);
+}
+
+void FindGapsOfPage(benchmark::State& state) {
+    const CCelImg cel = OpenPage(pageWidth, pageHeight);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(FindGaps(cel, {static_cast<int>(state.range(0))}).size());
+}
+
 void PenSegment(benchmark::State& state) {
     CCelImg cel = EmptyPage(pageWidth, pageHeight);
     for (auto _ : state)
@@ -170,6 +214,18 @@ BENCHMARK(FillGradientEmptyPage)->Unit(benchmark::kMicrosecond);
 BENCHMARK(FillBoxEmptyPage)->Unit(benchmark::kMicrosecond);
 BENCHMARK(FillBoxBusyPage)->Unit(benchmark::kMicrosecond);
 BENCHMARK(FillDust)->Unit(benchmark::kMicrosecond);
+BENCHMARK(GapFillOneCell)->Arg(8)->Arg(32)->Unit(benchmark::kMicrosecond)->UseRealTime();
+BENCHMARK(GapFillOpenPage)
+    ->ArgNames({"gap", "refuse"})
+    ->Args({0, 0})
+    ->Args({8, 0})
+    ->Args({8, 1})
+    ->Args({32, 0})
+    ->Args({32, 1})
+    ->Unit(benchmark::kMicrosecond)
+    ->UseRealTime();
+BENCHMARK(GapFillBackground)->Arg(8)->Arg(32)->Unit(benchmark::kMicrosecond)->UseRealTime();
+BENCHMARK(FindGapsOfPage)->Arg(8)->Arg(32)->Unit(benchmark::kMicrosecond)->UseRealTime();
 BENCHMARK(PenSegment)->Unit(benchmark::kMicrosecond);
 BENCHMARK(SoftEraserSegment)->Unit(benchmark::kMicrosecond);
 BENCHMARK(SmoothFrame)->Unit(benchmark::kMicrosecond);

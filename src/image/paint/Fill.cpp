@@ -2,9 +2,9 @@
 
 #include "image/paint/GradientPaint.h"
 #include "image/paint/SeedFill.h"
+#include "image/paint/SolidPaint.h"
 
 #include <algorithm>
-#include <array>
 #include <functional>
 
 namespace velmor {
@@ -14,32 +14,6 @@ namespace {
 bool IsFillable(const CCelImg& cel) {
     return cel.Width() <= CSeedFill::largestSide && cel.Height() <= CSeedFill::largestSide;
 }
-
-/// Paints runs in one colour.
-class CSolidPaint {
-public:
-    CSolidPaint(CCelImg& cel, CColor color)
-        : m_cel(cel),
-          m_planes{PlaneColor{cel.PlaneOf(Channel::Red).data(), color.red},
-                   PlaneColor{cel.PlaneOf(Channel::Green).data(), color.green},
-                   PlaneColor{cel.PlaneOf(Channel::Blue).data(), color.blue},
-                   PlaneColor{cel.PlaneOf(Channel::Alpha).data(), color.alpha}} {}
-
-    void operator()(int y, int x, int endX) const {
-        const std::size_t first = m_cel.IndexOf(x, y);
-        for (const PlaneColor& plane : m_planes)
-            std::fill_n(plane.bytes + first, endX - x, plane.value);
-    }
-
-private:
-    struct PlaneColor {
-        std::uint8_t* bytes;
-        std::uint8_t value;
-    };
-
-    const CCelImg& m_cel;
-    std::array<PlaneColor, 4> m_planes;
-};
 
 /// A seed fill from one pixel; the image counts as modified when that pixel can be filled. The area is found first
 /// and painted after that, row by row: memory likes it better than the order in which a fill finds its way.

@@ -4,6 +4,7 @@
 #include "platform/Status.h"
 
 #include <new>
+#include <optional>
 
 namespace velmor {
 
@@ -12,6 +13,7 @@ namespace velmor {
 struct CPaintResult {
     CStatus status;
     CRect changed;
+    std::optional<CPoint> leak{}; ///< where a fill would have leaked out, for which it was refused
 };
 
 /// Runs an operation that takes all its memory before it changes the image, and fails where there is none.
