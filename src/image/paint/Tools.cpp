@@ -2,16 +2,14 @@
 
 #include "image/paint/Brushes.h"
 #include "image/paint/PaintBounds.h"
+#include "image/paint/PixelSpans.h"
 #include "image/paint/Stroke.h"
 
 #include <algorithm>
-#include <bit>
 
 namespace velmor {
 
 namespace {
-
-enum class BrushAction { DrawLine, Erase };
 
 CPaintResult NotLoaded(const char* message) {
     return {CStatus::Failure(message), {}};
@@ -43,31 +41,6 @@ void StampPen(CCelImg& cel, int x, int y, int pen, CPaintBounds& bounds) {
             cel.SetColorAt(column, row, black);
             bounds.AddSpan(row, column, column + 1);
         }
-}
-
-/// Recolours or erases the line pixels among columns x to endX - 1 of a row, which must lie inside the cel.
-void TreatLines(CCelImg& cel, int y, int x, int endX, BrushAction action, CColor color, CPaintBounds& bounds) {
-    const std::size_t stride = static_cast<std::size_t>(cel.StrideBits() / 8);
-    const auto row = cel.LineMask().subspan(static_cast<std::size_t>(y) * stride, stride);
-    for (int byteX = x - x % 8; byteX < endX; byteX += 8) {
-        std::uint8_t& byte = row[static_cast<std::size_t>(byteX / 8)];
-        if (byte == 0)
-            continue;
-        int bits = byte & 0xff >> std::max(x - byteX, 0) & 0xff << std::max(byteX + 8 - endX, 0);
-        if (action == BrushAction::Erase)
-            byte = static_cast<std::uint8_t>(byte & ~bits);
-        for (; bits != 0; bits &= bits - 1) {
-            const int lineX = byteX + 7 - std::countr_zero(static_cast<unsigned>(bits));
-            cel.SetColorAt(lineX, y, color);
-            bounds.AddSpan(y, lineX, lineX + 1);
-        }
-    }
-}
-
-std::uint8_t SoftAlpha(int alpha, int weight, BrushAction action) {
-    const int changed =
-        action == BrushAction::Erase ? alpha * (255 - weight) / 255 : alpha + (255 - alpha) * weight / 255;
-    return static_cast<std::uint8_t>(changed);
 }
 
 /// Stamps `row` of a soft brush, whose column 0 is at image column firstX, on columns x to endX - 1.
