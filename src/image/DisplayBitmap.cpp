@@ -73,20 +73,30 @@ void DrawSquareRow(const CRow& row, std::uint64_t background, int x, int endX, s
     std::memcpy(out, &last, pixelSize);
 }
 
-void DrawRect(const CCelImg& image, const CGridSettings& grid, const CRect& rect, CDisplayBitmap& bitmap) {
+// Calls draw(x, endX, background) for the piece of a row that each square of the grid has.
+template<class Draw>
+void ForEachSquare(const CGridSettings& grid, int y, int x, int rowEnd, Draw draw) {
     const int square = std::max(grid.size, 1);
     const auto lanesOf = [](ColorRef color) { return Lanes(RedOf(color), GreenOf(color), BlueOf(color)); };
     const std::uint64_t colors[2] = {lanesOf(grid.color1), lanesOf(grid.color2)};
+    while (x < rowEnd) {
+        const int endX = rowEnd - x > square - x % square ? x + square - x % square : rowEnd;
+        draw(x, endX, colors[(x / square + y / square) % 2]);
+        x = endX;
+    }
+}
+
+void DrawRect(const CCelImg& image, const CGridSettings& grid, const CRect& rect, CDisplayBitmap& bitmap,
+              const CSkinSheet& skins) {
+    const bool hasSkins = !skins.IsEmpty() && skins.size == CSize{image.Width(), image.Height()};
     for (int y = rect.y; y < rect.endY; ++y) {
         const CRow row(image, y);
         std::uint8_t* const out = bitmap.bytes.data() + static_cast<std::size_t>(y) * RowSizeOf(bitmap);
-        for (int x = rect.x; x < rect.endX;) {
-            const int column = x / square;
-            const int endX = rect.endX - x > square - x % square ? x + square - x % square : rect.endX;
-            DrawSquareRow(row, colors[(column + y / square) % 2], x, endX,
-                          out + static_cast<std::size_t>(x) * pixelSize);
-            x = endX;
-        }
+        ForEachSquare(grid, y, rect.x, rect.endX, [&](int x, int endX, std::uint64_t background) {
+            DrawSquareRow(row, background, x, endX, out + static_cast<std::size_t>(x) * pixelSize);
+        });
+        if (hasSkins)
+            ShineThrough(skins, y, rect.x, rect.endX, out + static_cast<std::size_t>(rect.x) * pixelSize);
     }
 }
 
@@ -98,7 +108,8 @@ void BlackenColumnsBeyond(int width, CDisplayBitmap& bitmap) {
 
 } // namespace
 
-CStatus CreateBitmap(const CCelImg& image, const CGridSettings& grid, CDisplayBitmap& bitmap) {
+CStatus CreateBitmap(const CCelImg& image, const CGridSettings& grid, CDisplayBitmap& bitmap,
+                     const CSkinSheet& skins) {
     if (image.GetLoadState() == LoadState::Nothing)
         return CStatus::Failure("Internal error : CreateBitmap called with no cel/picture image!");
     if (!Fits(bitmap, image.Width(), image.Height())) {
@@ -110,14 +121,37 @@ CStatus CreateBitmap(const CCelImg& image, const CGridSettings& grid, CDisplayBi
             return CStatus::Failure("Could not create bitmap");
         }
     }
-    DrawRect(image, grid, {0, 0, image.Width(), image.Height()}, bitmap);
+    DrawRect(image, grid, {0, 0, image.Width(), image.Height()}, bitmap, skins);
     BlackenColumnsBeyond(image.Width(), bitmap);
     return {};
 }
 
-void UpdateBitmap(const CCelImg& image, const CGridSettings& grid, const CRect& rect, CDisplayBitmap& bitmap) {
+void UpdateBitmap(const CCelImg& image, const CGridSettings& grid, const CRect& rect, CDisplayBitmap& bitmap,
+                  const CSkinSheet& skins) {
     if (image.GetLoadState() != LoadState::Nothing && Fits(bitmap, image.Width(), image.Height()))
-        DrawRect(image, grid, Intersection(rect, {0, 0, image.Width(), image.Height()}), bitmap);
+        DrawRect(image, grid, Intersection(rect, {0, 0, image.Width(), image.Height()}), bitmap, skins);
+}
+
+ColorRef DisplayColor(const CCelImg& image, const CGridSettings& grid, CPoint pixel) {
+    std::uint32_t color = 0;
+    ForEachSquare(grid, pixel.y, pixel.x, pixel.x + 1,
+                  [&](int x, int, std::uint64_t background) { color = CRow(image, pixel.y).Over(background, x); });
+    const auto byte = [color](int index) { return static_cast<std::uint8_t>(color >> 8 * index & 0xff); };
+    return MakeColorRef(byte(2), byte(1), byte(0));
+}
+
+CDisplayBitmap EmptyBitmap(CSize size, const CGridSettings& grid) {
+    CDisplayBitmap bitmap{DisplayWidthOf(size.width), size.height, {}};
+    bitmap.bytes.resize(RowSizeOf(bitmap) * static_cast<std::size_t>(size.height));
+    for (int y = 0; y < size.height; ++y) {
+        std::uint8_t* const out = bitmap.bytes.data() + static_cast<std::size_t>(y) * RowSizeOf(bitmap);
+        ForEachSquare(grid, y, 0, size.width, [&](int x, int endX, std::uint64_t background) {
+            const std::uint32_t pixel = Packed(background);
+            for (; x < endX; ++x)
+                std::memcpy(out + static_cast<std::size_t>(x) * pixelSize, &pixel, pixelSize);
+        });
+    }
+    return bitmap;
 }
 
 } // namespace velmor

@@ -2,6 +2,7 @@
 
 #include "image/CelImg.h"
 #include "image/Color.h"
+#include "image/paper/Skins.h"
 #include "platform/Status.h"
 #include "platform/files/Profile.h"
 
@@ -35,10 +36,16 @@ struct CDisplayBitmap {
 
 /// The image over the checkerboard. Grid bytes are blended in their stored order (a grid colour's red into blue and
 /// the other way round), which shows only when a grid colour is not grey. Fails when nothing is loaded; `bitmap` is
-/// then unchanged.
-CStatus CreateBitmap(const CCelImg& image, const CGridSettings& grid, CDisplayBitmap& bitmap);
+/// then unchanged. Where there are skins of the image's size, they shine through it and lie over it.
+CStatus CreateBitmap(const CCelImg& image, const CGridSettings& grid, CDisplayBitmap& bitmap,
+                     const CSkinSheet& skins = {});
 /// Redoes the part of `bitmap` under `rect` (image pixels) after an edit of the same image. A bitmap of another
 /// size is left as it is.
-void UpdateBitmap(const CCelImg& image, const CGridSettings& grid, const CRect& rect, CDisplayBitmap& bitmap);
+void UpdateBitmap(const CCelImg& image, const CGridSettings& grid, const CRect& rect, CDisplayBitmap& bitmap,
+                  const CSkinSheet& skins = {});
+/// The colour that a pixel inside the image has over the checkerboard, without any skins.
+ColorRef DisplayColor(const CCelImg& image, const CGridSettings& grid, CPoint pixel);
+/// The checkerboard alone, in a bitmap for an image of a size. May throw std::bad_alloc.
+CDisplayBitmap EmptyBitmap(CSize size, const CGridSettings& grid);
 
 } // namespace velmor
