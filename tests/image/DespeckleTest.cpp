@@ -66,6 +66,29 @@ TEST(RemoveSpecks, TakesSmallGroupsAndLeavesTheRest) {
         }
 }
 
+TEST(RemoveSpecks, LeavesThePaintThatIsAround) {
+    constexpr CColor green{0, 200, 0, 255}, blue{200, 0, 0, 255}, white{255, 255, 255, 255}, black{0, 0, 0, 255};
+    CCelImg cel;
+    ASSERT_TRUE(cel.CreateCel(20, 10, "x"));
+    for (int y = 0; y < 10; ++y)
+        for (int x = 0; x < 10; ++x)
+            cel.SetColorAt(x, y, x == 5 && y == 4 ? blue : green);
+    for (const auto& [x, y] : {std::pair(4, 4), {4, 5}, {15, 5}, {0, 0}}) {
+        cel.SetLine(x, y, true);
+        cel.SetColorAt(x, y, black);
+    }
+    CCelImg bare = cel;
+    EXPECT_EQ(RemoveSpecks(bare, 2), 3);
+    EXPECT_EQ(bare.ColorAt(4, 4), white);
+    EXPECT_EQ(RemoveSpecks(cel, 2, UnderSpecks::Surrounding), 3);
+    for (const auto& [x, y] : {std::pair(4, 4), {4, 5}, {0, 0}})
+        EXPECT_EQ(cel.ColorAt(x, y), green) << x << ", " << y;
+    EXPECT_EQ(cel.ColorAt(15, 5), white);
+    ASSERT_TRUE(cel.InvertCel());
+    EXPECT_EQ(RemoveSpecks(cel, 200, UnderSpecks::Surrounding), 1) << "there is nothing around";
+    EXPECT_EQ(cel.ColorAt(4, 4), white);
+}
+
 TEST(RemoveSpecks, LeavesPicturesAndNothingAsTheyAre) {
     CCelImg image;
     EXPECT_EQ(RemoveSpecks(image, 5), 0);

@@ -1,6 +1,7 @@
 #include "image/paint/Despeckle.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace velmor {
@@ -74,17 +75,37 @@ private:
     std::vector<CPoint> m_open;
 };
 
+/// The most frequent colour of the pixels that touch a group and are no lines; of several the first one met.
+CColor ColorAround(const CCelImg& cel, const std::vector<CPoint>& group) {
+    std::vector<std::pair<CColor, int>> colors;
+    std::pair<CColor, int> most{paper, 0};
+    for (const CPoint& at : group)
+        for (int y = std::max(at.y - 1, 0); y <= std::min(at.y + 1, cel.Height() - 1); ++y)
+            for (int x = std::max(at.x - 1, 0); x <= std::min(at.x + 1, cel.Width() - 1); ++x) {
+                if (cel.IsLine(x, y))
+                    continue;
+                const CColor color = cel.ColorAt(x, y);
+                auto known = std::ranges::find(colors, color, &std::pair<CColor, int>::first);
+                if (known == colors.end())
+                    known = colors.insert(known, {color, 0});
+                if (++known->second > most.second)
+                    most = *known;
+            }
+    return most.first;
+}
+
 } // namespace
 
-int RemoveSpecks(CCelImg& cel, int mostPixels) {
+int RemoveSpecks(CCelImg& cel, int mostPixels, UnderSpecks under) {
     if (cel.GetLoadState() != LoadState::Cel || mostPixels < 1)
         return 0;
     int specks = 0;
     CLineGroups(cel).ForEachOfAtMost(static_cast<std::size_t>(mostPixels), [&](const std::vector<CPoint>& group) {
         ++specks;
+        const CColor color = under == UnderSpecks::Paper ? paper : ColorAround(cel, group);
         for (const CPoint& at : group) {
             cel.SetLine(at.x, at.y, false);
-            cel.SetColorAt(at.x, at.y, paper);
+            cel.SetColorAt(at.x, at.y, color);
         }
     });
     if (specks > 0)
