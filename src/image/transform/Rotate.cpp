@@ -70,7 +70,8 @@ CStatus TurnByHalf(CCelImg& image) {
     return FlipY(image);
 }
 
-/// A turn by any angle, from a place in the turned image back to one in the source; both turn around their middles.
+/// A turn by any angle, from a place in the turned image back to one in the source; a place of each, the middle
+/// unless said otherwise, is the same.
 class CTurn {
 public:
     CTurn(const CCelImg& image, double degrees)
@@ -78,18 +79,31 @@ public:
           m_cosine(std::cos(degrees * std::numbers::pi / 180)),
           m_sine(std::sin(degrees * std::numbers::pi / 180)),
           m_lastX(image.Width() - 1),
-          m_lastY(image.Height() - 1) {}
+          m_lastY(image.Height() - 1),
+          m_fromX(m_lastX / 2),
+          m_fromY(m_lastY / 2) {}
+
+    void TurnAroundMiddle(const CCelImg& turned) {
+        m_toX = (turned.Width() - 1) / 2.0;
+        m_toY = (turned.Height() - 1) / 2.0;
+    }
+    void TurnAround(const CTurnAndMove& movement) {
+        m_fromX = movement.fromX;
+        m_fromY = movement.fromY;
+        m_toX = movement.toX;
+        m_toY = movement.toY;
+    }
 
     /// The bounding box of the turned corner pixels.
     double Width() const { return std::round(std::abs(m_lastX * m_cosine) + std::abs(m_lastY * m_sine)) + 1; }
     double Height() const { return std::round(std::abs(m_lastX * m_sine) + std::abs(m_lastY * m_cosine)) + 1; }
 
     void SampleRow(CCelImg& turned, int y) const {
-        const double dy = y - (turned.Height() - 1) / 2.0;
+        const double dy = y - m_toY;
         for (int x = 0; x < turned.Width(); ++x) {
-            const double dx = x - (turned.Width() - 1) / 2.0;
-            const double sourceX = m_lastX / 2 + dx * m_cosine + dy * m_sine;
-            const double sourceY = m_lastY / 2 - dx * m_sine + dy * m_cosine;
+            const double dx = x - m_toX;
+            const double sourceX = m_fromX + dx * m_cosine + dy * m_sine;
+            const double sourceY = m_fromY - dx * m_sine + dy * m_cosine;
             if (sourceX >= -0.5 && sourceY >= -0.5 && sourceX < m_lastX + 0.5 && sourceY < m_lastY + 0.5)
                 SamplePixel(turned, x, y, sourceX, sourceY);
             else if (turned.LineMask().empty())
@@ -127,17 +141,26 @@ private:
     double m_sine;
     double m_lastX;
     double m_lastY;
+    double m_fromX; ///< in the source
+    double m_fromY;
+    double m_toX = 0; ///< the same place in the turned image
+    double m_toY = 0;
 };
 
-CStatus TurnFreely(CCelImg& image, double degrees) {
-    const CTurn turn(image, degrees);
-    CCelImg turned;
-    if (CStatus created = CreateLike(image, turn.Width(), turn.Height(), turned); !created)
-        return created;
+void SampleRows(const CTurn& turn, CCelImg& turned) {
     ParallelFor(turned.Height(), 16, [&](int begin, int end) {
         for (int y = begin; y < end; ++y)
             turn.SampleRow(turned, y);
     });
+}
+
+CStatus TurnFreely(CCelImg& image, double degrees) {
+    CTurn turn(image, degrees);
+    CCelImg turned;
+    if (CStatus created = CreateLike(image, turn.Width(), turn.Height(), turned); !created)
+        return created;
+    turn.TurnAroundMiddle(turned);
+    SampleRows(turn, turned);
     image = std::move(turned);
     return {};
 }
@@ -170,6 +193,26 @@ CStatus Rotate(CCelImg& image, double degrees) try {
     if (turned)
         image.SetModified(true);
     return turned;
+} catch (const std::bad_alloc&) {
+    return CStatus::Failure("Unable to allocate memory for cel!");
+}
+
+CStatus TurnAndMove(CCelImg& image, const CTurnAndMove& movement) try {
+    if (image.GetLoadState() == LoadState::Nothing)
+        return CStatus::Failure("Internal Error : cel/picture is not loaded in TurnAndMove");
+    const bool isFinite = std::isfinite(movement.degrees) && std::isfinite(movement.fromX + movement.fromY) &&
+                          std::isfinite(movement.toX + movement.toY);
+    if (!isFinite)
+        return CStatus::Failure("Internal Error : no place in TurnAndMove");
+    CCelImg turned;
+    if (CStatus created = CreateLike(image, movement.size.width, movement.size.height, turned); !created)
+        return created;
+    CTurn turn(image, movement.degrees);
+    turn.TurnAround(movement);
+    SampleRows(turn, turned);
+    image = std::move(turned);
+    image.SetModified(true);
+    return {};
 } catch (const std::bad_alloc&) {
     return CStatus::Failure("Unable to allocate memory for cel!");
 }

@@ -17,6 +17,21 @@ CStatus FlipY(CCelImg& image);
 /// result over 32767 pixels wide or high, or narrower or lower than 2.
 CStatus Rotate(CCelImg& image, double degrees);
 
+/// A place of an image, where it goes, and a turn around it. Places are between pixels as well: that of pixel (x,
+/// y) is (x, y).
+struct CTurnAndMove {
+    double fromX = 0;
+    double fromY = 0;
+    double toX = 0;
+    double toY = 0;
+    double degrees = 0; ///< counter-clockwise as it is seen on the screen
+    CSize size;         ///< of the result
+};
+
+/// Turns and moves the image, sampled as Rotate() does; what is uncovered is left as Rotate() leaves its corners.
+/// Refuses the same sizes.
+CStatus TurnAndMove(CCelImg& image, const CTurnAndMove& movement);
+
 enum class ColorKeyProcess { Add = 0, Subtract = 1, Replace = 2 };
 enum class ColorUnderKey { Keep, Black, White };
 
