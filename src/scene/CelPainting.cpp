@@ -8,16 +8,31 @@
 
 namespace velmor {
 
-bool CCelPainting::Begin(CelTool tool, CPoint at) {
+namespace {
+
+CPaintResult NoMemory() {
+    return {CStatus::Failure("Unable to allocate memory for cel!"), CRect{}};
+}
+
+} // namespace
+
+bool CCelPainting::CanBegin(CelTool tool) const {
     const CCelImg& image = m_model.celImg;
-    if (m_tool || image.GetLoadState() == LoadState::Nothing || !CanUse(tool, image))
+    return !m_tool && image.GetLoadState() != LoadState::Nothing && CanUse(tool, image);
+}
+
+bool CCelPainting::Begin(CelTool tool, CPoint at) {
+    if (!CanBegin(tool))
         return false;
     Finish();
     m_tool = tool;
     m_step = ToolOf(tool).step;
-    m_form = ToolOf(tool).form(m_model.paint);
+    m_form = FormOf(tool);
     m_from = at;
     m_paintedOver.Clear();
+    m_tip.reset();
+    if (const std::optional<CToolTip> tip = Tip())
+        m_tip.emplace(tip->action, tip->color);
     return true;
 }
 
@@ -26,6 +41,16 @@ CPaintResult CCelPainting::Move(CPoint to) {
         return {};
     const CPoint from = std::exchange(m_from, to);
     return Paint(*m_tool, from, to);
+}
+
+CPaintResult CCelPainting::Sweep(const CTipPlace& to) {
+    if (!m_tool || !m_tip)
+        return {};
+    return Keep(m_tip->Reach(to)) ? m_tip->MoveTo(m_model.celImg, to) : NoMemory();
+}
+
+std::optional<CToolTip> CCelPainting::Tip() const {
+    return m_tool ? TipOf(*m_tool, m_model.paint) : std::nullopt;
 }
 
 CPaintResult CCelPainting::End(CPoint at) {
@@ -47,6 +72,15 @@ void CCelPainting::LeaveStep() {
     LeavePaintingStep(m_model, m_step, m_paintedOver);
 }
 
+bool CCelPainting::Keep(const CRect& touched) {
+    try {
+        m_paintedOver.Keep(m_model.celImg, touched);
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+    return true;
+}
+
 CPaintResult CCelPainting::Paint(CelTool tool, CPoint from, CPoint to) {
     CCelImg& image = m_model.celImg;
     const std::optional<int> reach = ToolOf(tool).reach(m_model.paint);
@@ -54,11 +88,8 @@ CPaintResult CCelPainting::Paint(CelTool tool, CPoint from, CPoint to) {
     if (reach)
         touched = {std::min(from.x, to.x) - *reach, std::min(from.y, to.y) - *reach,
                    std::max(from.x, to.x) + *reach + 1, std::max(from.y, to.y) + *reach + 1};
-    try {
-        m_paintedOver.Keep(image, touched);
-    } catch (const std::bad_alloc&) {
-        return {CStatus::Failure("Unable to allocate memory for cel!"), CRect{}};
-    }
+    if (!Keep(touched))
+        return NoMemory();
     CPaintResult result = ToolOf(tool).paint(image, m_model.paint, from, to);
     if (!reach)
         m_paintedOver.KeepOnly(result.changed);

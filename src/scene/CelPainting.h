@@ -18,11 +18,20 @@ public:
     /// The model outlives the object.
     explicit CCelPainting(CSceneModel& model) : m_model(model) {}
 
+    /// Whether Begin() would be true.
+    bool CanBegin(CelTool tool) const;
+    /// What a tool would make of its way now.
+    ToolForm FormOf(CelTool tool) const { return ToolOf(tool).form(m_model.paint); }
     /// A tool comes down at a pixel. False when there is no image, when the tool cannot work on it, or while
     /// another is down.
     [[nodiscard]] bool Begin(CelTool tool, CPoint at);
     /// It moves on. Only strokes paint on their way.
     CPaintResult Move(CPoint to);
+    /// Instead: a round tip of the tool's kind is led to a place, from where it was led before. Nothing for tools
+    /// without one.
+    CPaintResult Sweep(const CTipPlace& to);
+    /// The tip of the tool that is down.
+    std::optional<CToolTip> Tip() const;
     /// It is lifted: the rest of a stroke, and all that the other forms do.
     CPaintResult End(CPoint at);
     /// It is lifted without painting any more. What a stroke has painted stays.
@@ -46,6 +55,8 @@ public:
     void Finish() { m_model.FinishPainting(); }
 
 private:
+    /// False when there is no memory to keep what is there.
+    bool Keep(const CRect& touched);
     CPaintResult Paint(CelTool tool, CPoint from, CPoint to);
 
     void LeaveStep();
@@ -53,7 +64,8 @@ private:
     CSceneModel& m_model;
     CKeptTiles m_paintedOver;
     std::optional<CelTool> m_tool; ///< that is down
-    const char* m_step = "";       ///< what undo will call what it does
+    std::optional<CRoundTip> m_tip;
+    const char* m_step = ""; ///< what undo will call what it does
     ToolForm m_form = ToolForm::Point;
     CPoint m_from; ///< the press, for a stroke the end of what is painted
 };

@@ -10,6 +10,7 @@
 #include "render/RenderSetup.h"
 #include "scene/Dialogs.h"
 #include "scene/DropType.h"
+#include "scene/PenSettings.h"
 #include "scene/SceneSettings.h"
 #include "scene/Sequence.h"
 #include "scene/history/HistoryEntry.h"
@@ -296,6 +297,14 @@ struct CGridSettingsRequest {
 
     CGridSettings initial;
     AcceptRule<CGridSettings> accept;
+};
+
+/// "Pen Settings".
+struct CPenSettingsRequest {
+    using Answer = std::optional<CPenSettings>;
+
+    CPenSettings initial;
+    AcceptRule<CPenSettings> accept;
 };
 
 /// How the flipbook dialog was closed; step, scaling, quality and antialias are remembered either way.

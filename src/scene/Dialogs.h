@@ -25,6 +25,7 @@ struct CNameRequest;
 struct CNewCelRequest;
 struct COpenFilesRequest;
 struct COpenSceneRequest;
+struct CPenSettingsRequest;
 struct CRecoveryRequest;
 struct CRenderSetupRequest;
 struct CReplaceColorRequest;
@@ -51,10 +52,11 @@ using CAnyDialog =
                  CDialogOf<CGridSettingsRequest>*, CDialogOf<CImportSettingsRequest>*,
                  CDialogOf<CInbetweenRequest>*, CDialogOf<CLevelRequest>*, CDialogOf<CMotionPathRequest>*,
                  CDialogOf<CNameRequest>*, CDialogOf<CNewCelRequest>*, CDialogOf<COpenFilesRequest>*,
-                 CDialogOf<COpenSceneRequest>*, CDialogOf<CRecoveryRequest>*, CDialogOf<CRenderSetupRequest>*,
-                 CDialogOf<CReplaceColorRequest>*, CDialogOf<CRotationRequest>*, CDialogOf<CSaveFileRequest>*,
-                 CDialogOf<CSceneSettingsRequest>*, CDialogOf<CSequenceRequest>*, CDialogOf<CSheetExportRequest>*,
-                 CDialogOf<CSheetImportRequest>*, CDialogOf<CSwapLevelsRequest>*, CDialogOf<CTransparencyRequest>*>;
+                 CDialogOf<COpenSceneRequest>*, CDialogOf<CPenSettingsRequest>*, CDialogOf<CRecoveryRequest>*,
+                 CDialogOf<CRenderSetupRequest>*, CDialogOf<CReplaceColorRequest>*, CDialogOf<CRotationRequest>*,
+                 CDialogOf<CSaveFileRequest>*, CDialogOf<CSceneSettingsRequest>*, CDialogOf<CSequenceRequest>*,
+                 CDialogOf<CSheetExportRequest>*, CDialogOf<CSheetImportRequest>*, CDialogOf<CSwapLevelsRequest>*,
+                 CDialogOf<CTransparencyRequest>*>;
 
 /// The one door through which dialogs are shown. A new dialog is its request, its widget, and a row in the table of
 /// the widgets (views/prompter/DialogTable.h).

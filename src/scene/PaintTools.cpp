@@ -84,6 +84,24 @@ CPaintResult ColorLines(CCelImg& image, const CPaintChoices& choices, CPoint fro
                : DrawLineBrushRect(image, rect.x, rect.endX, rect.y, rect.endY, choices.foreground);
 }
 
+std::optional<CToolTip> TipOf(CelTool tool, const CPaintChoices& choices) {
+    const double brushWidth = 2 * BrushRadius(choices.brush) + 1;
+    switch (tool) {
+    case CelTool::Pen:
+        return CToolTip{TipAction::Ink, {}, 2.0 * choices.pen + 1};
+    case CelTool::Eraser:
+        if (BrushForm(choices) == ToolForm::Stroke)
+            return CToolTip{TipAction::Erase, choices.background, brushWidth};
+        return std::nullopt;
+    case CelTool::LineBrush:
+        if (BrushForm(choices) == ToolForm::Stroke)
+            return CToolTip{TipAction::Recolor, choices.foreground, brushWidth};
+        return std::nullopt;
+    default:
+        return std::nullopt;
+    }
+}
+
 bool CanUse(CelTool tool, const CCelImg& image) {
     return image.GetLoadState() != LoadState::Picture || ToolOf(tool).onPictures;
 }

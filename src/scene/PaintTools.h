@@ -2,6 +2,7 @@
 
 #include "image/CelImg.h"
 #include "image/paint/PaintResult.h"
+#include "image/stroke/RoundTip.h"
 
 #include <array>
 #include <cstddef>
@@ -12,7 +13,16 @@ namespace velmor {
 struct CPaintChoices;
 
 /// The tools of the cel editor; settings hold their numbers.
-enum class CelTool { Bucket = 0, Pen = 1, Eraser = 2, LineBrush = 3 };
+enum class CelTool {
+    Bucket = 0,
+    Pen = 1,
+    Eraser = 2,
+    LineBrush = 3,
+    Line = 4,
+    Curve = 5,
+    Rectangle = 6,
+    Ellipse = 7
+};
 
 /// What a tool makes of the way from press to release.
 enum class ToolForm {
@@ -63,7 +73,7 @@ CPaintResult ColorLines(CCelImg& image, const CPaintChoices& choices, CPoint fro
 CPaintResult PaintNothing(CCelImg& image, const CPaintChoices& choices, CPoint from, CPoint to);
 
 /// In the order of CelTool.
-inline constexpr std::array<CPaintTool, 4> paintTools{{
+inline constexpr std::array<CPaintTool, 8> paintTools{{
     {CelTool::Bucket,
      "BUCKET",
      "Fill",
@@ -124,11 +134,81 @@ inline constexpr std::array<CPaintTool, 4> paintTools{{
      BrushForm,
      BrushReach,
      ColorLines},
+    {CelTool::Line,
+     "LINE",
+     "Line",
+     "Strai&ght Line\tV",
+     "V",
+     "Draws straight lines with the pen; with Shift in steps of 15 degrees, with Ctrl from their middle",
+     "Line: draw straight lines",
+     "line-tool",
+     "",
+     "cursor-shape",
+     {16, 16},
+     false,
+     PenForm,
+     PenReach,
+     DrawPen},
+    {CelTool::Curve,
+     "CURVE",
+     "Curve",
+     "Cur&ve\tC",
+     "C",
+     "Draws curves with the pen: drag from end to end, or click on both, then click where it bends to",
+     "Curve: draw curves by their ends and their bend",
+     "curve-tool",
+     "",
+     "cursor-shape",
+     {16, 16},
+     false,
+     PenForm,
+     PenReach,
+     DrawPen},
+    {CelTool::Rectangle,
+     "RECTANGLE",
+     "Rectangle",
+     "&Rectangle\tR",
+     "R",
+     "Draws rectangles with the pen; with Shift squares, with Ctrl from their centre",
+     "Rectangle: draw rectangles of lines",
+     "rectangle-tool",
+     "",
+     "cursor-shape",
+     {16, 16},
+     false,
+     PenForm,
+     PenReach,
+     DrawPen},
+    {CelTool::Ellipse,
+     "ELLIPSE",
+     "Ellipse",
+     "&Ellipse\tJ",
+     "J",
+     "Draws ellipses with the pen; with Shift circles, with Ctrl from their centre",
+     "Ellipse: draw ellipses of lines",
+     "ellipse-tool",
+     "",
+     "cursor-shape",
+     {16, 16},
+     false,
+     PenForm,
+     PenReach,
+     DrawPen},
 }};
 
 constexpr const CPaintTool& ToolOf(CelTool tool) {
     return paintTools[static_cast<std::size_t>(tool)];
 }
+
+/// A round tip for strokes that pressure scales.
+struct CToolTip {
+    TipAction action = TipAction::Ink;
+    CColor color;
+    double width = 1; ///< in pixels of the image, where pressure leaves it as it is
+};
+
+/// The tip of a tool as the choices are; nothing for tools, and forms of tools, that have none.
+std::optional<CToolTip> TipOf(CelTool tool, const CPaintChoices& choices);
 
 /// Whether a tool works on what is loaded. With nothing loaded a tool may be chosen for what comes.
 bool CanUse(CelTool tool, const CCelImg& image);

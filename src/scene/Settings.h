@@ -70,6 +70,22 @@ inline constexpr CStringSetting lastRenderName{"Remember", "Last Rendering Name"
 inline constexpr CIntSetting lastSheetFormat{"Remember", "Last Sheet Format", 0};
 inline constexpr CIntSetting lastSequenceHold{"Remember", "Last Sequence Hold", 1};
 
+// The pen of a tablet. Sizes are percentages of the width of the chosen pen or brush, places on the curve those of
+// its box, lengths pixels of the screen.
+inline constexpr CIntSetting penPressure{"Pen", "Pressure On Pens", 0};
+inline constexpr CIntSetting penLeast{"Pen", "Least Pen", 20};
+inline constexpr CIntSetting penLargest{"Pen", "Largest Pen", 100};
+inline constexpr CIntSetting brushPressure{"Pen", "Pressure On Brushes", 0};
+inline constexpr CIntSetting brushLeast{"Pen", "Least Brush", 20};
+inline constexpr CIntSetting brushLargest{"Pen", "Largest Brush", 100};
+inline constexpr CIntSetting pressureCurveX1{"Pen", "Curve X1", 33};
+inline constexpr CIntSetting pressureCurveY1{"Pen", "Curve Y1", 33};
+inline constexpr CIntSetting pressureCurveX2{"Pen", "Curve X2", 67};
+inline constexpr CIntSetting pressureCurveY2{"Pen", "Curve Y2", 67};
+inline constexpr CIntSetting stabilizer{"Pen", "Stabilizer", 0};
+inline constexpr CIntSetting lastStabilizer{"Pen", "Last Stabilizer", 1};
+inline constexpr CIntSetting stabilizerLength{"Pen", "Stabilizer Length", 40};
+
 inline constexpr CIntSetting playerLoop{"Remember", "Player Loop", 0};
 inline constexpr CIntSetting playerDouble{"Remember", "Player Double", 0};
 

@@ -156,6 +156,7 @@ const CDialogRow dialogs[] = {
          static_cast<void>(s.prompter.Ask(CDropTypeRequest{{20, 20}, choices}));
      }},
     {"grid settings", [](CStage& s) { s.prompter.Ask(CGridSettingsRequest{}); }},
+    {"pen settings", [](CStage& s) { s.prompter.Ask(CPenSettingsRequest{}); }},
     {"appearance",
      [](CStage& s) {
          s.prompter.Ask(CAppearanceRequest{Appearance::Light, [](Appearance) {}});

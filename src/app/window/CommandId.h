@@ -88,6 +88,13 @@ enum class CommandId {
     CelMirrorView = 33283,
     CelSmoothDisplay = 33284,
     CelNavigator = 33285,
+    CelLine = 33160,
+    CelCurve = 33161,
+    CelRectangle = 33162,
+    CelEllipse = 33163,
+    CelPenSettings = 33164,
+    CelPressure = 33165,
+    CelStabilizer = 33166,
 
     SourcesSelectSource = 32785,
     SourcesScanCels = 32786,

@@ -44,7 +44,9 @@ constexpr CommandId celMenu[] = {CelZoomIn, CelZoomOut,  CelZoomOneToOne, CelPan
                                  CelPen,    CelEraser,   CelLineBrush,    Separator, CelPickColor, CelColorKey};
 constexpr CommandId celViewMenu[] = {CelTurnLeft, CelTurnRight,     CelUpright,  CelMirrorView,
                                      Separator,   CelSmoothDisplay, CelNavigator};
-constexpr CMenu celSubmenus[] = {{"&View", celViewMenu}};
+constexpr CommandId celPenMenu[] = {CelLine,   CelCurve,    CelRectangle,  CelEllipse,
+                                    Separator, CelPressure, CelStabilizer, CelPenSettings};
+constexpr CMenu celSubmenus[] = {{"&View", celViewMenu}, {"Pen and S&hapes", celPenMenu}};
 constexpr CommandId sourcesMenu[] = {SourcesSelectSource,
                                      SourcesScanCels,
                                      SourcesScanPicture,
@@ -143,9 +145,10 @@ constexpr CommandId celCanvasMenu[] = {CelBucket,       CelPen,         CelErase
                                        Separator,       CelUpdateCamera};
 constexpr CMenu canvasMenu{"Cel Editor", celCanvasMenu};
 
-constexpr CommandId celToolBar[] = {CelZoomOut, CelZoomOneToOne, CelZoomIn,  CelFit,    CelPan,
-                                    Separator,  CelBucket,       CelPen,     CelEraser, CelLineBrush,
-                                    Separator,  CelPickColor,    CelColorKey};
+constexpr CommandId celToolBar[] = {
+    CelZoomOut, CelZoomOneToOne, CelZoomIn,    CelFit,     CelPan,       Separator,   CelBucket,
+    CelPen,     CelEraser,       CelLineBrush, Separator,  CelPickColor, CelColorKey, Separator,
+    CelLine,    CelCurve,        CelRectangle, CelEllipse, Separator,    CelPressure, CelStabilizer};
 
 } // namespace
 

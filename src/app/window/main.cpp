@@ -11,6 +11,10 @@ int main(int argc, char** argv) {
     velmor::KeepFreedMemory();
     velmor::SurviveFileSizeLimit();
     velmor::StartParallelThreads();
+    // Strokes go through every position of the mouse and the pen, not through the last one of each turn of the
+    // event loop.
+    QApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, false);
+    QApplication::setAttribute(Qt::AA_CompressTabletEvents, false);
     QApplication application(argc, argv);
     QApplication::setApplicationName("Personal Velmor");
     QApplication::setApplicationVersion(VELMOR_VERSION);

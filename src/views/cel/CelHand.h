@@ -22,6 +22,7 @@ struct CHandPoint {
     double tiltX = 0;    ///< degrees from upright, to the right
     double tiltY = 0;    ///< and towards the user
     bool isPen = false;
+    bool hasPressure = false; ///< it is a pen that feels it
     bool isEraserEnd = false;
     Qt::KeyboardModifiers modifiers;
     std::uint64_t time = 0; ///< of the event, in milliseconds
@@ -44,6 +45,10 @@ public:
     virtual CPaintResult Release(const CHandPoint& at, const CViewMapping& mapping) = 0;
     /// It is given up; what has been painted stays.
     virtual void Cancel() = 0;
+    /// Whether something has been begun that waits for the next press, after which Cancel() drops that as well.
+    virtual bool IsWaiting() const { return false; }
+    /// It has moved over the view without being down, while something waits.
+    virtual void Hover(const CHandPoint&, const CViewMapping&) {}
     /// Whether the release is soon done, so that nobody waits for it.
     virtual bool IsQuick() const = 0;
     /// Puts what has been dragged out into an overlay.

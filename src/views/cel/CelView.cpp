@@ -17,6 +17,7 @@
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QTabletEvent>
 
 #include <algorithm>
 #include <cmath>
@@ -44,7 +45,9 @@ CCelView::CCelView(CVelmorltDoc& doc, IPrompter& prompter, CProfile& profile, QW
           m_display, [this](CRealPoint point) { ShowInMiddle(point); }, viewport())),
       m_isSmooth(Get(profile, setting::celSmoothDisplay) != 0),
       m_hasNavigator(Get(profile, setting::celNavigator) != 0),
-      m_paint(doc.Painting()),
+      m_pens(ReadPenSettings(profile)),
+      m_paint(doc.Painting(), m_pens),
+      m_shape(doc.Painting()),
       m_tool(static_cast<CelTool>(
           std::clamp(Get(profile, setting::lastCelTool), 0, static_cast<int>(paintTools.size()) - 1))),
       m_hand(&HandOf(m_tool)),
@@ -114,6 +117,7 @@ void CCelView::FollowWithNavigator() {
 }
 
 void CCelView::scrollContentsBy(int dx, int dy) {
+    FlushHand(); // where it was before
     CZoomableView::scrollContentsBy(dx, dy);
     FollowWithNavigator();
 }
@@ -123,8 +127,20 @@ void CCelView::resizeEvent(QResizeEvent* event) {
     FollowWithNavigator();
 }
 
-ICelHand& CCelView::HandOf(CelTool) {
-    return m_paint;
+ICelHand& CCelView::HandOf(CelTool tool) {
+    switch (tool) {
+    case CelTool::Line:
+    case CelTool::Curve:
+    case CelTool::Rectangle:
+    case CelTool::Ellipse:
+        return m_shape;
+    default:
+        return m_paint;
+    }
+}
+
+CelTool CCelView::ToolNow() const {
+    return m_pen.IsEraserNear() ? CelTool::Eraser : m_tool;
 }
 
 void CCelView::NotePointer(const QSinglePointEvent& event) {
@@ -134,6 +150,7 @@ void CCelView::NotePointer(const QSinglePointEvent& event) {
     m_handPoint.at = {at.x(), at.y()};
     m_handPoint.modifiers = event.modifiers();
     m_handPoint.time = event.timestamp();
+    m_pen.AddTo(m_handPoint);
 }
 
 CelTool CCelView::Tool() const {
@@ -141,7 +158,7 @@ CelTool CCelView::Tool() const {
 }
 
 void CCelView::SetTool(CelTool tool) {
-    CancelDrag();
+    GiveUp();
     if (std::exchange(m_tool, tool) != tool)
         Set(m_profile, setting::lastCelTool, static_cast<int>(tool));
     m_hand = &HandOf(tool);
@@ -163,7 +180,7 @@ void CCelView::ColorKey() {
 }
 
 void CCelView::StartPick(CelPick pick) {
-    CancelDrag();
+    GiveUp();
     m_pick = pick;
     setFocus(); // for Escape
     RefreshCursor();
@@ -188,6 +205,31 @@ void CCelView::FinishPick(CPoint point) {
         m_doc.Transforms().ColorKeyEdited({BlueOf(color), GreenOf(color), RedOf(color), 255});
 }
 
+void CCelView::EditPenSettings() {
+    const auto accept = [this](const CPenSettings& settings) {
+        const std::optional<std::string> fault = FaultOf(settings);
+        if (fault)
+            m_prompter.ShowMessage(*fault);
+        return !fault;
+    };
+    if (const std::optional<CPenSettings> settings = m_prompter.Ask(CPenSettingsRequest{m_pens, accept}))
+        SetPenSettings(*settings);
+}
+
+void CCelView::TogglePressure() {
+    SetPenSettings(WithPressureToggled(m_pens));
+}
+
+void CCelView::ToggleStabilizer() {
+    SetPenSettings(WithStabilizerToggled(m_pens, m_profile));
+}
+
+void CCelView::SetPenSettings(const CPenSettings& settings) {
+    CancelDrag();
+    WritePenSettings(m_profile, settings);
+    m_pens = settings;
+}
+
 void CCelView::EditGrid() {
     const auto accept = [this](const CGridSettings& grid) {
         if (grid.size < 1)
@@ -204,12 +246,15 @@ void CCelView::EditGrid() {
 
 void CCelView::OnUpdate(UpdateHint hint) {
     if (Holds(hint, UpdateHint::EditedImage)) {
-        CancelDrag();
+        m_burst.clear(); // was meant for what was there before
+        GiveUp();
         CancelPick();
         RebuildDisplay();
         const int opened = m_doc.Model().openedImages;
-        if (std::exchange(m_openedImages, opened) != opened)
+        if (std::exchange(m_openedImages, opened) != opened) {
+            m_paint.ForgetLastStroke();
             Fit(CZoomLevel());
+        }
     }
     if (Holds(hint, UpdateHint::Tools)) {
         CancelDrag();
@@ -219,14 +264,14 @@ void CCelView::OnUpdate(UpdateHint hint) {
         RefreshCursor(); // there may be no folder any more
 }
 
-void CCelView::ShowResult(const CPaintResult& result) {
+bool CCelView::ShowResult(const CPaintResult& result) {
     if (!result.status) {
         CancelDrag(); // the release goes to the message
         m_prompter.ShowMessage(result.status.Message());
-        return;
+        return false;
     }
     if (result.changed.IsEmpty())
-        return;
+        return true;
     TellState();
     m_display.Update(m_doc.Model().celImg, m_grid, result.changed);
     m_navigator->Repaint(result.changed);
@@ -235,6 +280,7 @@ void CCelView::ShowResult(const CPaintResult& result) {
     const int beside = m_display.IsMixed(mapping) ? static_cast<int>(std::ceil(mapping.zoom.Factor())) + 1 : 0;
     viewport()->update(ToRect(mapping.ToClient(result.changed)).adjusted(-beside, -beside, beside, beside) &
                        viewport()->rect());
+    return true;
 }
 
 void CCelView::paintEvent(QPaintEvent* event) {
@@ -252,7 +298,7 @@ void CCelView::paintEvent(QPaintEvent* event) {
 }
 
 bool CCelView::IsBrushShown() const {
-    const bool isBrush = m_tool == CelTool::Eraser || m_tool == CelTool::LineBrush;
+    const bool isBrush = ToolNow() == CelTool::Eraser || ToolNow() == CelTool::LineBrush;
     const bool paints = !IsPanning() && (IsDragging() || m_pick == CelPick::Nothing);
     return isBrush && paints && HasImage() && m_pointer && m_doc.Model().paint.brush >= 0;
 }
@@ -261,7 +307,7 @@ CCelOverlay CCelView::OverlayNow() const {
     CCelOverlay overlay;
     if (IsBrushShown())
         overlay.brush = BrushOutline(Mapping(), *m_pointer, m_doc.Model().paint.brush);
-    if (IsToolDown())
+    if (IsToolDown() || m_hand->IsWaiting())
         m_hand->Outline(overlay, Mapping());
     return overlay;
 }
@@ -281,33 +327,76 @@ CViewCursor CCelView::CursorNow() const {
         return {"cursor-pan", {16, 16}};
     if (m_pick != CelPick::Nothing)
         return {"cursor-pick", {4, 28}};
-    if (!CanUse(m_tool, m_doc.Model().celImg))
+    if (!CanUse(ToolNow(), m_doc.Model().celImg))
         return {};
-    return {ToolOf(m_tool).cursor, ToolOf(m_tool).hotSpot};
+    return {ToolOf(ToolNow()).cursor, ToolOf(ToolNow()).hotSpot};
 }
 
 bool CCelView::BeginTool(CPoint) {
-    if (!m_hand->Press(m_tool, m_handPoint, Mapping()))
-        return false;
-    StopFitting();
-    return true;
+    const CelTool tool = m_handPoint.isEraserEnd ? CelTool::Eraser : m_tool;
+    m_hand = &HandOf(tool);
+    if (m_hand->Press(tool, m_handPoint, Mapping())) {
+        StopFitting();
+        return true;
+    }
+    m_hand = &HandOf(m_tool);
+    return false;
 }
 
+// The first of several events in a row is worked off at once, the rest together.
 void CCelView::MoveTool(CPoint) {
-    ShowResult(m_hand->Move({&m_handPoint, 1}, Mapping()));
+    if (m_burst.empty())
+        m_burstMapping = Mapping();
+    m_burst.push_back(m_handPoint);
+    if (m_frame.isActive())
+        return;
+    m_frame.start(0, this);
+    FlushHand();
+}
+
+bool CCelView::FlushHand() {
+    if (m_burst.empty())
+        return true;
+    const std::vector<CHandPoint> way = std::exchange(m_burst, {});
+    const bool isDone = ShowResult(m_hand->Move(way, m_burstMapping));
+    RefreshOverlay();
+    return isDone;
+}
+
+void CCelView::timerEvent(QTimerEvent* event) {
+    if (event->timerId() != m_frame.timerId()) {
+        CZoomableView::timerEvent(event);
+        return;
+    }
+    if (m_burst.empty())
+        m_frame.stop();
+    FlushHand();
+}
+
+void CCelView::LoseTool() {
+    FlushHand();
+    m_hand->Cancel();
+    m_hand = &HandOf(m_tool);
 }
 
 void CCelView::EndTool(CPoint) {
+    ICelHand& hand = *m_hand;
+    const bool isDone = FlushHand();
+    m_hand = &HandOf(m_tool);
+    if (!isDone) {
+        hand.Cancel();
+        return;
+    }
     if (!HasImage()) {
-        m_hand->Cancel();
+        hand.Cancel();
         if (m_tool == CelTool::Bucket)
             m_prompter.ShowMessage("Internal Error : m_CelImg or pDoc is NULL in BUCKETFILL");
         return;
     }
     CPaintResult result;
     {
-        const std::shared_ptr<void> wait = m_hand->IsQuick() ? nullptr : m_prompter.BeginWait();
-        result = m_hand->Release(m_handPoint, Mapping());
+        const std::shared_ptr<void> wait = hand.IsQuick() ? nullptr : m_prompter.BeginWait();
+        result = hand.Release(m_handPoint, Mapping());
     }
     ShowResult(result);
 }
@@ -315,16 +404,46 @@ void CCelView::EndTool(CPoint) {
 void CCelView::CancelDrag() {
     if (!IsDragging())
         return;
+    FlushHand();
     m_hand->Cancel();
+    m_hand = &HandOf(m_tool);
     DropDrag();
 }
 
+void CCelView::GiveUp() {
+    CancelDrag();
+    if (!m_hand->IsWaiting())
+        return;
+    m_hand->Cancel();
+    RefreshOverlay();
+}
+
+void CCelView::OnPen(QTabletEvent& event) {
+    // A press of the tip is a new one, whatever a mouse has begun.
+    if (event.type() == QEvent::TabletPress && event.button() == Qt::LeftButton)
+        CancelDrag();
+    if (event.type() == QEvent::TabletPress)
+        setFocus(Qt::MouseFocusReason);
+    m_pen.Handle(event, [this](QMouseEvent& mouse) {
+        if (mouse.type() == QEvent::MouseButtonPress)
+            mousePressEvent(&mouse);
+        else if (mouse.type() == QEvent::MouseButtonRelease)
+            mouseReleaseEvent(&mouse);
+        else
+            mouseMoveEvent(&mouse);
+    });
+    RefreshCursor();
+}
+
 void CCelView::mousePressEvent(QMouseEvent* event) {
+    if (m_pen.IsEcho(*event))
+        return;
     NotePointer(*event);
-    m_opensMenu = event->buttons() == Qt::RightButton && !IsDragging() && m_pick == CelPick::Nothing;
+    m_opensMenu =
+        event->buttons() == Qt::RightButton && !IsDragging() && !m_hand->IsWaiting() && m_pick == CelPick::Nothing;
     const bool picks = event->button() == Qt::LeftButton && m_pick != CelPick::Nothing;
     if (event->button() == Qt::RightButton) {
-        CancelDrag();
+        GiveUp();
         CancelPick();
     } else if (!picks && !event->buttons().testFlag(Qt::RightButton)) {
         CZoomableView::mousePressEvent(event);
@@ -332,12 +451,18 @@ void CCelView::mousePressEvent(QMouseEvent* event) {
 }
 
 void CCelView::mouseMoveEvent(QMouseEvent* event) {
+    if (m_pen.IsEcho(*event))
+        return;
     NotePointer(*event);
     CZoomableView::mouseMoveEvent(event);
+    if (m_hand->IsWaiting() && !IsDragging())
+        m_hand->Hover(m_handPoint, Mapping());
     RefreshOverlay();
 }
 
 void CCelView::mouseReleaseEvent(QMouseEvent* event) {
+    if (m_pen.IsEcho(*event))
+        return;
     NotePointer(*event);
     if (event->button() == Qt::LeftButton && m_pick != CelPick::Nothing) {
         FinishPick(*m_pointer);
@@ -359,16 +484,25 @@ void CCelView::contextMenuEvent(QContextMenuEvent* event) {
 }
 
 bool CCelView::viewportEvent(QEvent* event) {
-    if (event->type() == QEvent::Leave) {
+    switch (event->type()) {
+    case QEvent::TabletPress:
+    case QEvent::TabletMove:
+    case QEvent::TabletRelease:
+        OnPen(static_cast<QTabletEvent&>(*event));
+        return event->isAccepted();
+    case QEvent::Leave:
         m_pointer.reset();
         RefreshOverlay();
+        break;
+    default:
+        break;
     }
     return CZoomableView::viewportEvent(event);
 }
 
 void CCelView::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape && (IsDragging() || m_pick != CelPick::Nothing)) {
-        CancelDrag();
+    if (event->key() == Qt::Key_Escape && (IsDragging() || m_hand->IsWaiting() || m_pick != CelPick::Nothing)) {
+        GiveUp();
         CancelPick();
     } else {
         CZoomableView::keyPressEvent(event);

@@ -1,13 +1,18 @@
 #pragma once
 
 #include "scene/PaintTools.h"
+#include "scene/PenSettings.h"
 #include "scene/ViewList.h"
 #include "views/ZoomableView.h"
 #include "views/cel/CelDisplay.h"
 #include "views/cel/CelOverlay.h"
 #include "views/cel/PaintDrag.h"
+#include "views/cel/PenInput.h"
+#include "views/cel/ShapeHand.h"
 
+#include <QBasicTimer>
 #include <optional>
+#include <vector>
 
 namespace velmor {
 
@@ -23,6 +28,9 @@ enum class CelPick { Nothing, Foreground, ColorKey };
 ///
 /// The right button, pressed while the left one works with the tool, gives up; alone it opens the menu where it is
 /// let go. An image that is opened is shown whole until it is zoomed or painted on.
+///
+/// The pen of a tablet does what the mouse does; with its eraser end it erases whatever the tool. Where it goes
+/// while the program is busy is collected and painted at once, through every position.
 class CCelView final : public CZoomableView, public IDocView {
 public:
     /// Document, prompter and profile outlive the view, which takes itself off the document's list when it dies.
@@ -47,6 +55,12 @@ public:
     void ToggleSmooth();
     bool HasNavigator() const { return m_hasNavigator; }
     void ToggleNavigator();
+    const CPenSettings& PenSettings() const { return m_pens; }
+    /// Asks for them.
+    void EditPenSettings();
+    /// See WithPressureToggled() and WithStabilizerToggled().
+    void TogglePressure();
+    void ToggleStabilizer();
     /// Asks for the grid behind transparent pixels.
     void EditGrid();
 
@@ -60,13 +74,14 @@ protected:
     bool BeginTool(CPoint at) override;
     void MoveTool(CPoint to) override;
     void EndTool(CPoint at) override;
-    void LoseTool() override { m_hand->Cancel(); }
+    void LoseTool() override;
     void BeforeChange() override { CancelDrag(); }
     void RefreshOverlay() override;
     void AfterZoom() override { FollowWithNavigator(); }
     void scrollContentsBy(int dx, int dy) override;
     void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
     bool viewportEvent(QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -81,9 +96,18 @@ private:
     ICelHand& HandOf(CelTool tool);
     void ShowInMiddle(CRealPoint point);
     void FollowWithNavigator();
+    /// The chosen one, or the eraser where the pen is held by that end.
+    CelTool ToolNow() const;
+    void OnPen(QTabletEvent& event);
+    void SetPenSettings(const CPenSettings& settings);
+    /// Lets the hand work off what has been collected; false when that fails.
+    bool FlushHand();
     void RebuildDisplay();
     void CancelDrag();
-    void ShowResult(const CPaintResult& result);
+    /// As well as what waits for the next press.
+    void GiveUp();
+    /// False when it is a failure, which has been told then.
+    bool ShowResult(const CPaintResult& result);
     void StartPick(CelPick pick);
     void FinishPick(CPoint point);
 
@@ -98,12 +122,18 @@ private:
     CCelNavigator* m_navigator; ///< a child
     bool m_isSmooth;
     bool m_hasNavigator;
+    CPenSettings m_pens;
     CPaintDrag m_paint;
+    CShapeHand m_shape;
+    CPenInput m_pen;
     CelTool m_tool;
-    ICelHand* m_hand; ///< of the tool; one of the members
+    ICelHand* m_hand; ///< of the tool, or of the one that is down; one of the members
     CelPick m_pick = CelPick::Nothing;
     std::optional<CPoint> m_pointer; ///< nothing while it is elsewhere
     CHandPoint m_handPoint;          ///< of the last event
+    std::vector<CHandPoint> m_burst; ///< where the tool has gone since the hand has moved last
+    CViewMapping m_burstMapping;     ///< what they are in
+    QBasicTimer m_frame;             ///< until everything that has happened by now is worked off
     CCelOverlay m_overlay;           ///< as it is on the screen
     bool m_opensMenu = false;        ///< the right button is down, and nothing was given up by it
     int m_openedImages;              ///< the model's, when it was looked at last

@@ -16,6 +16,7 @@
 #include "views/dialogs/NameDialog.h"
 #include "views/dialogs/NewCelDialog.h"
 #include "views/dialogs/OpenSceneDialog.h"
+#include "views/dialogs/PenSettingsDialog.h"
 #include "views/dialogs/RecoveryDialog.h"
 #include "views/dialogs/RenderSetupDialog.h"
 #include "views/dialogs/ReplaceColorDialog.h"
@@ -51,11 +52,12 @@ using CDialogTable = CDialogRows<
     CDialogRow<CImportSettingsRequest, CImportSettingsDialog>, CDialogRow<CLevelRequest, CSelectLevelDialog>,
     CDialogRow<CMotionPathRequest, CMotionPathDialog>, CDialogRow<CNameRequest, CNameDialog>,
     CDialogRow<CNewCelRequest, CNewCelDialog>, CDialogRow<COpenSceneRequest, COpenSceneDialog>,
-    CDialogRow<CRecoveryRequest, CRecoveryDialog>, CDialogRow<CRenderSetupRequest, CRenderSetupDialog>,
-    CDialogRow<CReplaceColorRequest, CReplaceColorDialog>, CDialogRow<CRotationRequest, CRotateDialog>,
-    CDialogRow<CSceneSettingsRequest, CSceneSettingsDialog>, CDialogRow<CSequenceRequest, CSequenceDialog>,
-    CDialogRow<CSheetExportRequest, CSheetExportDialog>, CDialogRow<CSheetImportRequest, CSheetImportDialog>,
-    CDialogRow<CSwapLevelsRequest, CSwapLevelsDialog>, CDialogRow<CTransparencyRequest, CTransparencyDialog>>;
+    CDialogRow<CPenSettingsRequest, CPenSettingsDialog>, CDialogRow<CRecoveryRequest, CRecoveryDialog>,
+    CDialogRow<CRenderSetupRequest, CRenderSetupDialog>, CDialogRow<CReplaceColorRequest, CReplaceColorDialog>,
+    CDialogRow<CRotationRequest, CRotateDialog>, CDialogRow<CSceneSettingsRequest, CSceneSettingsDialog>,
+    CDialogRow<CSequenceRequest, CSequenceDialog>, CDialogRow<CSheetExportRequest, CSheetExportDialog>,
+    CDialogRow<CSheetImportRequest, CSheetImportDialog>, CDialogRow<CSwapLevelsRequest, CSwapLevelsDialog>,
+    CDialogRow<CTransparencyRequest, CTransparencyDialog>>;
 
 template<class Request, class Dialog>
 Dialog* FindDialog(const CDialogRow<Request, Dialog>& row); // for its type alone
