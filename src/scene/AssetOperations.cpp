@@ -73,17 +73,23 @@ void CAssetOperations::NewCel() {
     cel->name = StoredCelName(cel->name);
     const Path path = model.Paths().CelFile(model.folderName, cel->name);
     CSceneEdit edit(m_context, "New Cel " + TitleOfFile(model.SceneFile(path)), newFolderHint);
+    static_cast<void>(MakeCel(edit, cel->name, cel->size)); // it has said what went wrong
+}
+
+bool CAssetOperations::MakeCel(CSceneEdit& edit, const std::string& name, CSize size) {
+    const Path path = m_context.model.Paths().CelFile(m_context.model.folderName, name);
     edit.KeepFile(path);
     CCelImg image;
-    CStatus status = image.CreateCel(cel->size.width, cel->size.height, path);
+    CStatus status = image.CreateCel(size.width, size.height, path);
     if (status)
         status = image.SaveCel();
     if (!status) {
         edit.CallOff();
         m_context.prompter.ShowVelmorMessage(status.Message());
-        return;
+        return false;
     }
-    ShowNewCel(edit, cel->name, std::move(image));
+    ShowNewCel(edit, name, std::move(image));
+    return true;
 }
 
 void CAssetOperations::ShowNewCel(CSceneEdit& edit, const std::string& name, CCelImg image) {
@@ -131,22 +137,26 @@ void CAssetOperations::EditDrawing(CSheetCell cell) {
     if (!model.sceneOpen || !xsheet.HasLevel(cell.level) || !xsheet.HasFrame(cell.frame) ||
         !xsheet.Cell(cell.level, cell.frame).IsUsed())
         return;
-    const CXSheetCell shown = xsheet.Cell(cell.level, cell.frame);
-    const SourceMode kind = shown.IsPicture() ? SourceMode::Pictures : SourceMode::Cels;
-    const Path file = model.Paths().AssetFile(kind, shown.FolderName(), shown.CelName());
+    OpenDrawing(DrawingOf(xsheet.Cell(cell.level, cell.frame)));
+}
+
+void CAssetOperations::OpenDrawing(const CDrawing& drawing) {
+    const CSceneModel& model = m_context.model;
+    const SourceMode kind = drawing.IsPicture() ? SourceMode::Pictures : SourceMode::Cels;
+    const Path file = model.Paths().AssetFile(kind, drawing.folder, drawing.name);
     if (!FileExists(file)) {
         m_context.Show(CCelImg().Load(file).Message() + ":: Reading file ->" + Utf8Of(file));
         return;
     }
     if (model.sourceMode != kind)
         m_lifecycle.SetSourceMode(kind);
-    if (kind == SourceMode::Cels && model.folderName != shown.FolderName()) {
-        m_lifecycle.SetFolderName(shown.FolderName());
-        if (model.folderName != shown.FolderName())
+    if (kind == SourceMode::Cels && model.folderName != drawing.folder) {
+        m_lifecycle.SetFolderName(drawing.folder);
+        if (model.folderName != drawing.folder)
             return; // the image under edit could not be left
     }
-    m_context.model.sourceSelection = {shown.CelName()};
-    EditCel(shown.CelName());
+    m_context.model.sourceSelection = {drawing.name};
+    EditCel(drawing.name);
 }
 
 void CAssetOperations::UpdateCamera() {

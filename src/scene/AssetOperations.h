@@ -14,6 +14,7 @@ class CImportOperations;
 class CSceneEdit;
 class CSceneLifecycle;
 class CSoundOperations;
+struct CDrawing;
 struct CNewCelValues;
 
 /// Making folders and cels, deleting, renaming and duplicating assets, and bringing one into the cel editor and
@@ -51,6 +52,11 @@ public:
     /// Loads the drawing of a cell into the cel editor. Its folder becomes the current one, or pictures are shown,
     /// and it is selected. Nothing for an empty cell; a file that is gone is told of and nothing else changes.
     void EditDrawing(CSheetCell cell);
+    /// The same for a drawing by its name.
+    void OpenDrawing(const CDrawing& drawing);
+    /// Makes a blank cel in the current folder within an edit, selects it and brings it into the cel editor. False,
+    /// with the edit called off, when it could not be written: the message has been shown.
+    [[nodiscard]] bool MakeCel(CSceneEdit& edit, const std::string& name, CSize size);
     /// Writes the image under edit, so that the camera view shows the change.
     void UpdateCamera();
 

@@ -33,12 +33,13 @@ CCellClipboard WithPresentSizes(CCellClipboard clipboard, const Path& sceneFolde
 }
 
 CAssetReferences::CAssetReferences(CSceneEdit& edit, CSceneModel& model)
-    : m_edit(edit), m_clipboard(model.clipboard), m_sceneFolder(model.Paths().SceneFolder()) {}
+    : m_edit(edit), m_clipboard(model.clipboard), m_pins(model.pins), m_sceneFolder(model.Paths().SceneFolder()) {}
 
 int CAssetReferences::Clear(const std::string& folder, const std::string& name) {
     ChangeCopied(
         m_clipboard, [&](const CXSheetCell& cell) { return cell.Shows(folder, name); },
         [](CXSheetCell& cell) { cell.Clear(); });
+    std::erase_if(m_pins, [&](const CPinnedDrawing& pin) { return pin.drawing == CDrawing{folder, name}; });
     return m_edit.XSheet().ClearReferences(folder, name);
 }
 
@@ -46,6 +47,7 @@ int CAssetReferences::ClearFolder(const std::string& folder) {
     ChangeCopied(
         m_clipboard, [&](const CXSheetCell& cell) { return cell.FolderName() == folder; },
         [](CXSheetCell& cell) { cell.Clear(); });
+    std::erase_if(m_pins, [&](const CPinnedDrawing& pin) { return pin.drawing.folder == folder; });
     return m_edit.XSheet().ClearFolderReferences(folder);
 }
 
@@ -53,6 +55,9 @@ int CAssetReferences::Rename(const std::string& folder, const std::string& oldNa
     ChangeCopied(
         m_clipboard, [&](const CXSheetCell& cell) { return cell.Shows(folder, oldName); },
         [&](CXSheetCell& cell) { static_cast<void>(cell.ChangeName(newName)); });
+    for (CPinnedDrawing& pin : m_pins)
+        if (pin.drawing == CDrawing{folder, oldName})
+            pin.drawing.name = newName;
     return m_edit.XSheet().RenameReferences(folder, oldName, newName);
 }
 

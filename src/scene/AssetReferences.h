@@ -7,11 +7,12 @@
 namespace velmor {
 
 class CSceneEdit;
+struct CPinnedDrawing;
 struct CSceneModel;
 
-/// Keeps what names assets in step with their files: the cells and sounds of the xsheet, and the
-/// copied cells. The folder of a picture is the pictures folder. Each function returns how many
-/// cells or sounds of the xsheet it has changed.
+/// Keeps what names assets in step with their files: the cells and sounds of the xsheet, the copied
+/// cells, and the drawings on the light table. The folder of a picture is the pictures folder. Each function
+/// returns how many cells or sounds of the xsheet it has changed.
 class CAssetReferences {
 public:
     /// Works within an edit of the model.
@@ -29,6 +30,7 @@ public:
 private:
     CSceneEdit& m_edit;
     CCellClipboard& m_clipboard;
+    std::vector<CPinnedDrawing>& m_pins;
     Path m_sceneFolder;
 };
 

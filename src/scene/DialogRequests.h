@@ -14,6 +14,7 @@
 #include "scene/SceneSettings.h"
 #include "scene/Sequence.h"
 #include "scene/history/HistoryEntry.h"
+#include "scene/paper/OnionSettings.h"
 #include "xsheet/CellForms.h"
 #include "xsheet/Inbetween.h"
 #include "xsheet/exchange/ExchangeSheet.h"
@@ -311,6 +312,13 @@ struct CPenSettingsRequest {
 struct CFlipbookAnswer {
     bool confirmed = false;
     CFlipbookSettings settings;
+};
+
+struct COnionSkinRequest {
+    using Answer = std::optional<COnionSettings>;
+
+    COnionSettings initial;
+    std::function<void(const COnionSettings&)> show; ///< called at each change; the caller takes it back
 };
 
 struct CFlipbookRequest {

@@ -23,6 +23,7 @@ struct CLevelRequest;
 struct CMotionPathRequest;
 struct CNameRequest;
 struct CNewCelRequest;
+struct COnionSkinRequest;
 struct COpenFilesRequest;
 struct COpenSceneRequest;
 struct CPenSettingsRequest;
@@ -51,12 +52,12 @@ using CAnyDialog =
                  CDialogOf<CFlipRequest>*, CDialogOf<CFlipbookRequest>*, CDialogOf<CFrameCountRequest>*,
                  CDialogOf<CGridSettingsRequest>*, CDialogOf<CImportSettingsRequest>*,
                  CDialogOf<CInbetweenRequest>*, CDialogOf<CLevelRequest>*, CDialogOf<CMotionPathRequest>*,
-                 CDialogOf<CNameRequest>*, CDialogOf<CNewCelRequest>*, CDialogOf<COpenFilesRequest>*,
-                 CDialogOf<COpenSceneRequest>*, CDialogOf<CPenSettingsRequest>*, CDialogOf<CRecoveryRequest>*,
-                 CDialogOf<CRenderSetupRequest>*, CDialogOf<CReplaceColorRequest>*, CDialogOf<CRotationRequest>*,
-                 CDialogOf<CSaveFileRequest>*, CDialogOf<CSceneSettingsRequest>*, CDialogOf<CSequenceRequest>*,
-                 CDialogOf<CSheetExportRequest>*, CDialogOf<CSheetImportRequest>*, CDialogOf<CSwapLevelsRequest>*,
-                 CDialogOf<CTransparencyRequest>*>;
+                 CDialogOf<CNameRequest>*, CDialogOf<CNewCelRequest>*, CDialogOf<COnionSkinRequest>*,
+                 CDialogOf<COpenFilesRequest>*, CDialogOf<COpenSceneRequest>*, CDialogOf<CPenSettingsRequest>*,
+                 CDialogOf<CRecoveryRequest>*, CDialogOf<CRenderSetupRequest>*, CDialogOf<CReplaceColorRequest>*,
+                 CDialogOf<CRotationRequest>*, CDialogOf<CSaveFileRequest>*, CDialogOf<CSceneSettingsRequest>*,
+                 CDialogOf<CSequenceRequest>*, CDialogOf<CSheetExportRequest>*, CDialogOf<CSheetImportRequest>*,
+                 CDialogOf<CSwapLevelsRequest>*, CDialogOf<CTransparencyRequest>*>;
 
 /// The one door through which dialogs are shown. A new dialog is its request, its widget, and a row in the table of
 /// the widgets (views/prompter/DialogTable.h).

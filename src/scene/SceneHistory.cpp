@@ -174,7 +174,17 @@ CSceneHistory::Moved CSceneHistory::MoveFiles(const CStepChanges& changes, Chang
     return Moved::Done;
 }
 
-// What is open follows the files: the image under edit, the palette, what is selected or copied.
+void CSceneHistory::FollowMove(const CDrawing& drawing, const std::string& name) {
+    for (CXSheetCell& cell : m_context.model.clipboard.cells)
+        if (cell.Shows(drawing.folder, drawing.name))
+            static_cast<void>(cell.ChangeName(name));
+    for (CPinnedDrawing& pin : m_context.model.pins)
+        if (pin.drawing == drawing)
+            pin.drawing.name = name;
+}
+
+// What is open follows the files: the image under edit, the palette, what is selected, copied or
+// pinned.
 void CSceneHistory::FollowFiles(const CStepChanges& changes, ChangeDirection direction) {
     CSceneModel& model = m_context.model;
     const Path folder = model.Paths().SceneFolder();
@@ -193,9 +203,7 @@ void CSceneHistory::FollowFiles(const CStepChanges& changes, ChangeDirection dir
         if (model.celImg.FilePath() == to)
             model.NoteEditedImage();
         if (isMoved)
-            for (CXSheetCell& cell : model.clipboard.cells)
-                if (cell.Shows(Utf8Of(from.parent_path().filename()), Utf8Of(from.stem())))
-                    static_cast<void>(cell.ChangeName(Utf8Of(to.stem())));
+            FollowMove({Utf8Of(from.parent_path().filename()), Utf8Of(from.stem())}, Utf8Of(to.stem()));
         if (model.HasFolder() && file == model.Paths().PaletteFile(model.folderName))
             static_cast<void>(m_palettes.LoadColors()); // it has shown what is wrong and set a palette
     }

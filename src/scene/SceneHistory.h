@@ -53,6 +53,7 @@ private:
     Moved Move(const CHistory::CStep& step, ChangeDirection direction, bool tell);
     bool MoveImage(const std::string& image, const CStepChanges& changes, ChangeDirection direction);
     Moved MoveFiles(const CStepChanges& changes, ChangeDirection direction);
+    void FollowMove(const CDrawing& drawing, const std::string& name);
     void FollowFiles(const CStepChanges& changes, ChangeDirection direction);
     bool BringIntoEditor(const std::string& image);
     void ShowCells(const CHistory::CStep& step);

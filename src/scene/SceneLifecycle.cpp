@@ -151,6 +151,7 @@ void CSceneLifecycle::EnterScene(const std::string& name) {
     model.sceneOpen = true;
     model.folderName.clear();
     model.sourceSelection.clear();
+    model.pins.clear();
     Set(m_context.profile, setting::lastScene, name);
     RemoveAbandoned(model.Paths());
 }

@@ -6,6 +6,7 @@
 #include "image/paint/KeptTiles.h"
 #include "scene/ScenePaths.h"
 #include "scene/history/History.h"
+#include "scene/paper/PinnedDrawing.h"
 #include "xsheet/MoveSelection.h"
 #include "xsheet/Scene.h"
 #include "xsheet/SheetCell.h"
@@ -62,6 +63,7 @@ struct CSceneModel {
     CXSheetSelection selection;
     CMoveSelection moveSelection;
     CCellClipboard clipboard;
+    std::vector<CPinnedDrawing> pins; ///< on the light table
 
     CPalette palette;
     CPaintChoices paint;

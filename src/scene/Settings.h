@@ -85,6 +85,24 @@ inline constexpr CIntSetting pressureCurveY2{"Pen", "Curve Y2", 67};
 inline constexpr CIntSetting stabilizer{"Pen", "Stabilizer", 0};
 inline constexpr CIntSetting lastStabilizer{"Pen", "Last Stabilizer", 1};
 inline constexpr CIntSetting stabilizerLength{"Pen", "Stabilizer Length", 40};
+/// Frames that a new drawing is held.
+inline constexpr CIntSetting newDrawingHold{"Remember", "New Drawing Hold", 2};
+
+// Colours are numbers with red in the low byte, strengths percentages.
+inline constexpr CIntSetting onionShown{"Onion Skin", "Shown", 0};
+inline constexpr CIntSetting onionInCamera{"Onion Skin", "Camera", 0};
+/// 0 by the xsheet, 1 by the folder.
+inline constexpr CIntSetting onionOrder{"Onion Skin", "Order", 0};
+inline constexpr CIntSetting onionBefore{"Onion Skin", "Before", 2};
+inline constexpr CIntSetting onionAfter{"Onion Skin", "After", 2};
+inline constexpr CIntSetting onionTintBefore{"Onion Skin", "Tint Before", 0x2258e2};
+inline constexpr CIntSetting onionTintAfter{"Onion Skin", "Tint After", 0xdc6e1e};
+inline constexpr CIntSetting onionStrength{"Onion Skin", "Strength", 70};
+inline constexpr CIntSetting onionKept{"Onion Skin", "Kept", 60};
+inline constexpr CIntSetting onionPaint{"Onion Skin", "Paint", 0};
+inline constexpr CIntSetting onionOver{"Onion Skin", "Over", 0};
+inline constexpr CIntSetting lightTableTint{"Light Table", "Tint", 0x488a1a};
+inline constexpr CIntSetting lightTableStrength{"Light Table", "Strength", 70};
 
 inline constexpr CIntSetting playerLoop{"Remember", "Player Loop", 0};
 inline constexpr CIntSetting playerDouble{"Remember", "Player Double", 0};

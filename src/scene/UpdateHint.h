@@ -5,15 +5,16 @@ namespace velmor {
 /// What a change touches, told to every view. The values are those that all senders and views agree on.
 enum class UpdateHint : unsigned {
     None = 0,
-    EditedImage = 1,    ///< the cel editor's image was closed or replaced
-    AssetLists = 2,     ///< folders and assets on disk
-    CameraRedraw = 4,   ///< the camera picture is to be drawn again
-    Cells = 8,          ///< xsheet cells or placed sounds
-    Palette = 16,       ///< colours of the palette
-    Colors = 32,        ///< foreground or background colour
-    Tools = 64,         ///< brush, pen or bucket mode
-    Levels = 128,       ///< levels added or removed
-    CameraCompose = 256 ///< the camera picture is to be composed again
+    EditedImage = 1,     ///< the cel editor's image was closed or replaced
+    AssetLists = 2,      ///< folders and assets on disk
+    CameraRedraw = 4,    ///< the camera picture is to be drawn again
+    Cells = 8,           ///< xsheet cells or placed sounds
+    Palette = 16,        ///< colours of the palette
+    Colors = 32,         ///< foreground or background colour
+    Tools = 64,          ///< brush, pen or bucket mode
+    Levels = 128,        ///< levels added or removed
+    CameraCompose = 256, ///< the camera picture is to be composed again
+    Paper = 512          ///< what shines through the drawing under edit
 };
 
 constexpr UpdateHint operator|(UpdateHint a, UpdateHint b) {

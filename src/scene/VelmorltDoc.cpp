@@ -24,6 +24,10 @@
 #include "scene/SoundOperations.h"
 #include "scene/XSheetCursor.h"
 #include "scene/XSheetOperations.h"
+#include "scene/paper/DrawingSteps.h"
+#include "scene/paper/LightTable.h"
+#include "scene/paper/Onion.h"
+#include "scene/paper/Paper.h"
 #include "sound/SoundFile.h"
 
 namespace velmor {
@@ -62,6 +66,10 @@ struct CVelmorltDoc::CParts {
     CSheetExchange exchange{context};
     CGrabOperations grabs{context, imports};
     CAssetOperations assets;
+    COnion onion{context};
+    CLightTable lightTable{context};
+    CPaper paper{model, onion, lightTable};
+    CDrawingSteps drawings{context, onion, scenes, assets, cursor};
     CAssetTransforms transforms{context};
     CRecolorOperations recoloring{context};
     CFlipbookOperations flipbooks{context, cache};
@@ -101,6 +109,10 @@ CCameraOperations& CVelmorltDoc::Camera() { return m_parts->camera; }
 CCameraPictures& CVelmorltDoc::CameraPictures() { return m_parts->cameraPictures; }
 CPaletteOperations& CVelmorltDoc::Palette() { return m_parts->palette; }
 CCelPainting& CVelmorltDoc::Painting() { return m_parts->painting; }
+COnion& CVelmorltDoc::Onion() { return m_parts->onion; }
+CLightTable& CVelmorltDoc::LightTable() { return m_parts->lightTable; }
+CPaper& CVelmorltDoc::Paper() { return m_parts->paper; }
+CDrawingSteps& CVelmorltDoc::Drawings() { return m_parts->drawings; }
 CAssetOperations& CVelmorltDoc::Assets() { return m_parts->assets; }
 CAssetTransforms& CVelmorltDoc::Transforms() { return m_parts->transforms; }
 CRecolorOperations& CVelmorltDoc::Recoloring() { return m_parts->recoloring; }

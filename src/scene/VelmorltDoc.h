@@ -19,7 +19,11 @@ class CFlipbookOperations;
 class CGrabOperations;
 class CImageCache;
 class CImportOperations;
+class CDrawingSteps;
+class CLightTable;
 class CMediaOperations;
+class COnion;
+class CPaper;
 class CPaletteOperations;
 class CProfile;
 class CRecolorOperations;
@@ -78,6 +82,13 @@ public:
     CCelPainting& Painting();
     /// The image under edit on its way to its file.
     CEditedImage EditedImage();
+    /// The neighbours that shine through the drawing under edit, and the drawings that are pinned under it.
+    COnion& Onion();
+    CLightTable& LightTable();
+    /// What the two make.
+    CPaper& Paper();
+    /// From drawing to drawing.
+    CDrawingSteps& Drawings();
     CAssetOperations& Assets();
     /// What is done to whole images.
     CAssetTransforms& Transforms();

@@ -161,6 +161,10 @@ const CDialogRow dialogs[] = {
      [](CStage& s) {
          s.prompter.Ask(CAppearanceRequest{Appearance::Light, [](Appearance) {}});
      }},
+    {"onion skin",
+     [](CStage& s) {
+         s.prompter.Ask(COnionSkinRequest{{}, {}});
+     }},
     {"history",
      [](CStage& s) {
          CHistoryEntry entry;

@@ -15,6 +15,7 @@
 #include "views/dialogs/MotionPathDialog.h"
 #include "views/dialogs/NameDialog.h"
 #include "views/dialogs/NewCelDialog.h"
+#include "views/dialogs/OnionSkinDialog.h"
 #include "views/dialogs/OpenSceneDialog.h"
 #include "views/dialogs/PenSettingsDialog.h"
 #include "views/dialogs/RecoveryDialog.h"
@@ -51,13 +52,13 @@ using CDialogTable = CDialogRows<
     CDialogRow<CGridSettingsRequest, CGridSettingsDialog>,
     CDialogRow<CImportSettingsRequest, CImportSettingsDialog>, CDialogRow<CLevelRequest, CSelectLevelDialog>,
     CDialogRow<CMotionPathRequest, CMotionPathDialog>, CDialogRow<CNameRequest, CNameDialog>,
-    CDialogRow<CNewCelRequest, CNewCelDialog>, CDialogRow<COpenSceneRequest, COpenSceneDialog>,
-    CDialogRow<CPenSettingsRequest, CPenSettingsDialog>, CDialogRow<CRecoveryRequest, CRecoveryDialog>,
-    CDialogRow<CRenderSetupRequest, CRenderSetupDialog>, CDialogRow<CReplaceColorRequest, CReplaceColorDialog>,
-    CDialogRow<CRotationRequest, CRotateDialog>, CDialogRow<CSceneSettingsRequest, CSceneSettingsDialog>,
-    CDialogRow<CSequenceRequest, CSequenceDialog>, CDialogRow<CSheetExportRequest, CSheetExportDialog>,
-    CDialogRow<CSheetImportRequest, CSheetImportDialog>, CDialogRow<CSwapLevelsRequest, CSwapLevelsDialog>,
-    CDialogRow<CTransparencyRequest, CTransparencyDialog>>;
+    CDialogRow<CNewCelRequest, CNewCelDialog>, CDialogRow<COnionSkinRequest, COnionSkinDialog>,
+    CDialogRow<COpenSceneRequest, COpenSceneDialog>, CDialogRow<CPenSettingsRequest, CPenSettingsDialog>,
+    CDialogRow<CRecoveryRequest, CRecoveryDialog>, CDialogRow<CRenderSetupRequest, CRenderSetupDialog>,
+    CDialogRow<CReplaceColorRequest, CReplaceColorDialog>, CDialogRow<CRotationRequest, CRotateDialog>,
+    CDialogRow<CSceneSettingsRequest, CSceneSettingsDialog>, CDialogRow<CSequenceRequest, CSequenceDialog>,
+    CDialogRow<CSheetExportRequest, CSheetExportDialog>, CDialogRow<CSheetImportRequest, CSheetImportDialog>,
+    CDialogRow<CSwapLevelsRequest, CSwapLevelsDialog>, CDialogRow<CTransparencyRequest, CTransparencyDialog>>;
 
 template<class Request, class Dialog>
 Dialog* FindDialog(const CDialogRow<Request, Dialog>& row); // for its type alone
