@@ -2,6 +2,7 @@
 
 #include "scene/SceneModel.h"
 #include "scene/VelmorltDoc.h"
+#include "scene/paper/Paper.h"
 #include "views/camera/CameraMarksPainter.h"
 #include "views/camera/FrameKeys.h"
 #include "views/camera/PictureImage.h"
@@ -56,6 +57,9 @@ CCameraView::~CCameraView() {
 void CCameraView::OnUpdate(UpdateHint hint) {
     if (Holds(hint, pictureHint | UpdateHint::Cells | UpdateHint::Levels))
         m_marks.reset();
+    if (Holds(hint, pictureHint | UpdateHint::Cells | UpdateHint::Levels | UpdateHint::Paper) &&
+        m_doc.Paper().RefreshCamera())
+        TakeOnion();
     if (!Holds(hint, UpdateHint::CameraRedraw)) {
         // Condensing, expanding and reversing only say that cells have changed; the frame shown may be among them.
         if (Holds(hint, UpdateHint::Cells) && HasImage()) {
@@ -126,6 +130,7 @@ void CCameraView::LoseTool() {
 void CCameraView::AfterZoom() {
     m_input.FollowZoom(Mapping());
     TakePicture();
+    TakeOnion();
 }
 
 void CCameraView::mouseDoubleClickEvent(QMouseEvent* event) {
@@ -150,6 +155,12 @@ void CCameraView::keyPressEvent(QKeyEvent* event) {
 void CCameraView::TakePicture() {
     const QImage& image = m_feed.Image();
     m_picture = image.isNull() ? image : ReadyForZoom(image, Zoom(), devicePixelRatioF());
+    viewport()->update();
+}
+
+void CCameraView::TakeOnion() {
+    const QImage onion = ToImage(m_doc.Paper().CameraSheet());
+    m_onion = onion.isNull() ? onion : ReadyForZoom(onion, Zoom(), devicePixelRatioF());
     viewport()->update();
 }
 
@@ -178,6 +189,8 @@ void CCameraView::paintEvent(QPaintEvent* event) {
         return;
     QPainter painter(viewport());
     PaintPicture(painter, event->rect());
+    if (!m_onion.isNull() && !m_picture.isNull())
+        PaintOnion(painter);
     PaintCameraMarks(painter, Marks(),
                      {PictureRect().topLeft(), Zoom().Factor(), m_doc.Model().Scene().geometry.height});
     if (m_picture.isNull() || m_feed.IsLate())
@@ -204,6 +217,14 @@ void CCameraView::PaintPicture(QPainter& painter, const QRect& exposed) {
                         source.width() / perViewX, source.height() / perViewY);
     painter.setRenderHint(QPainter::SmoothPixmapTransform, false);
     painter.drawImage(target, m_picture, source);
+}
+
+// Light from below, as on a light table: whatever the picture shows, the skins are seen through it.
+void CCameraView::PaintOnion(QPainter& painter) {
+    painter.save();
+    painter.setCompositionMode(QPainter::CompositionMode_Multiply);
+    painter.drawImage(PictureRect(), m_onion);
+    painter.restore();
 }
 
 void CCameraView::PaintText(QPainter& painter) {

@@ -37,7 +37,10 @@ protected:
     void EndTool(CPoint at) override;
     void LoseTool() override;
     void AfterZoom() override;
-    void ScreenChanged() override { TakePicture(); }
+    void ScreenChanged() override {
+        TakePicture();
+        TakeOnion();
+    }
     void paintEvent(QPaintEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
@@ -48,14 +51,17 @@ private:
     /// Has a scene that was opened shown whole, and one that is kept so fit.
     void FitScene();
     void TakePicture();
+    void TakeOnion();
     const CCameraMarks& Marks();
     void PaintPicture(QPainter& painter, const QRect& exposed);
+    void PaintOnion(QPainter& painter);
     void PaintText(QPainter& painter);
 
     CVelmorltDoc& m_doc;
     CPictureFeed m_feed;
     CCameraInput m_input;
     QImage m_picture;                    ///< as it is painted at the zoom
+    QImage m_onion;                      ///< what shines through the picture, at the same zoom; null for nothing
     std::string m_scene;                 ///< the one that is shown
     std::optional<CCameraMarks> m_marks; ///< nothing when they are to be collected again
 };

@@ -1,5 +1,6 @@
 #include "views/camera/PictureImage.h"
 
+#include "image/paper/Skins.h"
 #include "render/FrameComposer.h"
 
 #include <algorithm>
@@ -16,6 +17,19 @@ QImage ToImage(const CFrameBuffer& frame, int width) {
         for (int x = 0; x < columns; ++x, bgr += 3)
             line[x] = qRgb(bgr[2], bgr[1], bgr[0]);
     }
+    return image;
+}
+
+QImage ToImage(const CSkinSheet& sheet) {
+    if (sheet.under.empty())
+        return {};
+    QImage image(sheet.size.width, sheet.size.height, QImage::Format_RGB32);
+    const auto width = static_cast<std::size_t>(sheet.size.width);
+    for (int y = 0; y < image.height(); ++y)
+        std::transform(sheet.under.begin() + static_cast<std::ptrdiff_t>(width) * (image.height() - 1 - y),
+                       sheet.under.begin() + static_cast<std::ptrdiff_t>(width) * (image.height() - y),
+                       reinterpret_cast<QRgb*>(image.scanLine(y)),
+                       [](std::uint32_t pixel) { return pixel | 0xff000000; });
     return image;
 }
 

@@ -1,6 +1,7 @@
 #include "views/cel/CelCaption.h"
 
 #include "scene/CommandState.h"
+#include "scene/paper/Drawing.h"
 #include "views/Text.h"
 
 #include <QPainter>
@@ -38,6 +39,11 @@ QString CaptionOf(const CSceneModel& model, CZoomLevel zoom, const CViewTurn& tu
         .arg(ToQt(Utf8Of(image.FilePath().stem())), image.IsModified() ? " *" : "")
         .arg(image.Width())
         .arg(image.Height());
+}
+
+QString FlippedCaptionOf(const CDrawing& drawing, bool isPlaying) {
+    return QString(isPlaying ? "Playing: %1 / %2" : "Flipped to %1 / %2")
+        .arg(drawing.IsPicture() ? QString("Picture") : ToQt(drawing.folder), ToQt(drawing.name));
 }
 
 CCelCaption::CCelCaption() {

@@ -9,6 +9,7 @@
 #include <cmath>
 #include <cstring>
 #include <new>
+#include <utility>
 
 namespace velmor {
 
@@ -67,14 +68,14 @@ void DrawBorder(QPainter& painter, const CViewMapping& mapping) {
 
 } // namespace
 
-CStatus CCelDisplay::Rebuild(const CCelImg& image, const CGridSettings& grid) {
+CStatus CCelDisplay::Rebuild(const CCelImg& image, const CGridSettings& grid, const CSkinSheet& skins) {
     if (image.GetLoadState() == LoadState::Nothing) {
         m_size = {};
         m_bitmap = {};
         m_pyramid.Clear();
         return {};
     }
-    CStatus status = CreateBitmap(image, grid, m_bitmap);
+    CStatus status = CreateBitmap(image, grid, m_bitmap, skins);
     const CSize size{image.Width(), image.Height()};
     if (status && size == m_size)
         m_pyramid.Change({0, 0, size.width, size.height});
@@ -85,19 +86,22 @@ CStatus CCelDisplay::Rebuild(const CCelImg& image, const CGridSettings& grid) {
     return status;
 }
 
-void CCelDisplay::Update(const CCelImg& image, const CGridSettings& grid, const CRect& changed) {
-    UpdateBitmap(image, grid, changed, m_bitmap);
+void CCelDisplay::Update(const CCelImg& image, const CGridSettings& grid, const CSkinSheet& skins,
+                         const CRect& changed) {
+    UpdateBitmap(image, grid, changed, m_bitmap, skins);
     m_pyramid.Change(changed);
+}
+
+void CCelDisplay::ShowInstead(CDisplayBitmap bitmap) {
+    if (bitmap.bytes.size() != m_bitmap.bytes.size() || bitmap.width != m_bitmap.width)
+        return;
+    m_bitmap = std::move(bitmap);
+    m_pyramid.Change({0, 0, m_size.width, m_size.height});
 }
 
 const std::uint8_t* CCelDisplay::RowOf(int y) const {
     return m_bitmap.bytes.data() +
            static_cast<std::size_t>(y) * static_cast<std::size_t>(m_bitmap.width) * pixelSize;
-}
-
-ColorRef CCelDisplay::ColorAt(CPoint pixel) const {
-    const std::uint8_t* const bytes = RowOf(pixel.y) + static_cast<std::size_t>(pixel.x) * pixelSize;
-    return MakeColorRef(bytes[2], bytes[1], bytes[0]);
 }
 
 void CCelDisplay::Scale(const CViewMapping& mapping, const QRect& part) {

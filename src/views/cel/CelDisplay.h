@@ -21,14 +21,14 @@ inline constexpr ColorRef surroundColor = MakeColorRef(72, 72, 72);
 class CCelDisplay {
 public:
     /// Makes the picture anew, an empty one when nothing is loaded. A failure leaves it as it was.
-    CStatus Rebuild(const CCelImg& image, const CGridSettings& grid);
+    CStatus Rebuild(const CCelImg& image, const CGridSettings& grid, const CSkinSheet& skins);
     /// Redoes the pixels of a rectangle.
-    void Update(const CCelImg& image, const CGridSettings& grid, const CRect& changed);
+    void Update(const CCelImg& image, const CGridSettings& grid, const CSkinSheet& skins, const CRect& changed);
+    /// Shows another picture, made for an image of this size, until it is made anew.
+    void ShowInstead(CDisplayBitmap bitmap);
 
     bool IsEmpty() const { return m_size == CSize{}; }
     CSize Size() const { return m_size; }
-    /// The colour shown for a pixel inside the image.
-    ColorRef ColorAt(CPoint pixel) const;
 
     /// Whether an image that is shown smaller than it is shows the mean of what falls together, instead of one of
     /// its pixels.

@@ -135,7 +135,9 @@ void CCelFrame::OnUpdate(UpdateHint hint) {
 }
 
 void CCelFrame::UpdateCaption() {
-    m_caption->SetText(CaptionOf(m_doc.Model(), m_view->Zoom(), m_view->Turn()));
+    const CCelFlip& flipped = m_view->Flipped();
+    m_caption->SetText(flipped.IsOn() ? FlippedCaptionOf(flipped.Shown(), flipped.IsPlaying())
+                                      : CaptionOf(m_doc.Model(), m_view->Zoom(), m_view->Turn()));
 }
 
 void CCelFrame::UpdateBrushesandPens() {

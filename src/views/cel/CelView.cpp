@@ -10,6 +10,8 @@
 #include "scene/SceneModel.h"
 #include "scene/Settings.h"
 #include "scene/VelmorltDoc.h"
+#include "scene/paper/LightTable.h"
+#include "scene/paper/Paper.h"
 #include "views/cel/CelNavigator.h"
 
 #include <QContextMenuEvent>
@@ -28,6 +30,9 @@ namespace velmor {
 namespace {
 
 constexpr double turnStep = 15; ///< degrees
+/// What may change the neighbours of the image under edit, or the files of what shines through it.
+constexpr UpdateHint paperHints =
+    UpdateHint::EditedImage | UpdateHint::Paper | structureAndPictureHint | UpdateHint::AssetLists;
 
 QRect ToRect(const CRect& rect) {
     return {rect.x, rect.y, rect.endX - rect.x, rect.endY - rect.y};
@@ -46,8 +51,11 @@ CCelView::CCelView(CVelmorltDoc& doc, IPrompter& prompter, CProfile& profile, QW
       m_isSmooth(Get(profile, setting::celSmoothDisplay) != 0),
       m_hasNavigator(Get(profile, setting::celNavigator) != 0),
       m_pens(ReadPenSettings(profile)),
+      m_flip(
+          doc, [this](CDisplayBitmap bitmap) { ShowInstead(std::move(bitmap)); }, [this] { RebuildDisplay(); }),
       m_paint(doc.Painting(), m_pens),
       m_shape(doc.Painting()),
+      m_pegs(doc),
       m_tool(static_cast<CelTool>(
           std::clamp(Get(profile, setting::lastCelTool), 0, static_cast<int>(paintTools.size()) - 1))),
       m_hand(&HandOf(m_tool)),
@@ -57,6 +65,7 @@ CCelView::CCelView(CVelmorltDoc& doc, IPrompter& prompter, CProfile& profile, QW
     setAccessibleName("Cel editor");
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
     m_display.SetSmooth(m_isSmooth);
+    m_doc.Paper().Refresh();
     RebuildDisplay();
 }
 
@@ -69,7 +78,7 @@ bool CCelView::HasImage() const {
 }
 
 void CCelView::RebuildDisplay() {
-    if (!m_display.Rebuild(m_doc.Model().celImg, m_grid))
+    if (!m_display.Rebuild(m_doc.Model().celImg, m_grid, m_doc.Paper().Sheet()))
         m_prompter.ShowMessage("Internal error : Could not update mem dc");
     UpdateScrollSizes();
     RefreshCursor();
@@ -128,6 +137,8 @@ void CCelView::resizeEvent(QResizeEvent* event) {
 }
 
 ICelHand& CCelView::HandOf(CelTool tool) {
+    if (m_shiftsPins)
+        return m_pegs;
     switch (tool) {
     case CelTool::Line:
     case CelTool::Curve:
@@ -141,6 +152,55 @@ ICelHand& CCelView::HandOf(CelTool tool) {
 
 CelTool CCelView::ToolNow() const {
     return m_pen.IsEraserNear() ? CelTool::Eraser : m_tool;
+}
+
+void CCelView::ToggleShiftingPins() {
+    CancelDrag();
+    m_shiftsPins = !m_shiftsPins;
+    m_hand = &HandOf(m_tool);
+    RefreshCursor();
+    RefreshOverlay();
+}
+
+void CCelView::ShowInstead(CDisplayBitmap bitmap) {
+    m_display.ShowInstead(std::move(bitmap));
+    TellState();
+    FollowWithNavigator();
+    viewport()->update();
+}
+
+void CCelView::Flip(DrawingDirection direction) {
+    if (HasImage() && !IsDragging() && m_pick == CelPick::Nothing)
+        m_flip.To(direction, m_grid);
+}
+
+void CCelView::TogglePlaying() {
+    if (m_flip.IsPlaying())
+        m_flip.End();
+    else if (HasImage() && !IsDragging() && m_pick == CelPick::Nothing)
+        m_flip.Play(m_grid);
+}
+
+template<class Open>
+void CCelView::KeepingView(Open open) {
+    CancelDrag();
+    m_keptSize = ImageSize();
+    const CPoint scroll = Mapping().scroll;
+    open();
+    if (std::exchange(m_keptSize, {}) == ImageSize())
+        ScrollTo(scroll);
+}
+
+void CCelView::OpenPrevious() {
+    KeepingView([this] { m_doc.Drawings().Step(DrawingDirection::Previous); });
+}
+
+void CCelView::OpenNext() {
+    KeepingView([this] { m_doc.Drawings().Step(DrawingDirection::Next); });
+}
+
+void CCelView::OpenNew() {
+    KeepingView([this] { m_doc.Drawings().NewDrawing(); });
 }
 
 void CCelView::NotePointer(const QSinglePointEvent& event) {
@@ -159,6 +219,7 @@ CelTool CCelView::Tool() const {
 
 void CCelView::SetTool(CelTool tool) {
     GiveUp();
+    m_shiftsPins = false;
     if (std::exchange(m_tool, tool) != tool)
         Set(m_profile, setting::lastCelTool, static_cast<int>(tool));
     m_hand = &HandOf(tool);
@@ -181,6 +242,7 @@ void CCelView::ColorKey() {
 
 void CCelView::StartPick(CelPick pick) {
     GiveUp();
+    m_flip.End();
     m_pick = pick;
     setFocus(); // for Escape
     RefreshCursor();
@@ -198,7 +260,7 @@ void CCelView::FinishPick(CPoint point) {
     const CelPick pick = m_pick;
     CancelPick();
     const std::optional<CPoint> pixel = Mapping().PixelShownAt(point);
-    const ColorRef color = pixel ? m_display.ColorAt(*pixel) : surroundColor;
+    const ColorRef color = pixel ? DisplayColor(m_doc.Model().celImg, m_grid, *pixel) : surroundColor;
     if (pick == CelPick::Foreground)
         m_doc.Palette().SetFGColorValue(color);
     else
@@ -245,16 +307,21 @@ void CCelView::EditGrid() {
 }
 
 void CCelView::OnUpdate(UpdateHint hint) {
+    const bool hasOtherPaper = Holds(hint, paperHints) && m_doc.Paper().Refresh();
     if (Holds(hint, UpdateHint::EditedImage)) {
         m_burst.clear(); // was meant for what was there before
         GiveUp();
         CancelPick();
+        m_flip.Forget();
         RebuildDisplay();
         const int opened = m_doc.Model().openedImages;
         if (std::exchange(m_openedImages, opened) != opened) {
             m_paint.ForgetLastStroke();
-            Fit(CZoomLevel());
+            if (m_keptSize != ImageSize())
+                Fit(CZoomLevel());
         }
+    } else if (hasOtherPaper && !m_flip.IsOn()) {
+        RebuildDisplay();
     }
     if (Holds(hint, UpdateHint::Tools)) {
         CancelDrag();
@@ -273,7 +340,7 @@ bool CCelView::ShowResult(const CPaintResult& result) {
     if (result.changed.IsEmpty())
         return true;
     TellState();
-    m_display.Update(m_doc.Model().celImg, m_grid, result.changed);
+    m_display.Update(m_doc.Model().celImg, m_grid, m_doc.Paper().Sheet(), result.changed);
     m_navigator->Repaint(result.changed);
     const CViewMapping mapping = Mapping();
     // Where pixels are mixed, each shows beside itself, too.
@@ -327,12 +394,18 @@ CViewCursor CCelView::CursorNow() const {
         return {"cursor-pan", {16, 16}};
     if (m_pick != CelPick::Nothing)
         return {"cursor-pick", {4, 28}};
+    if (m_shiftsPins)
+        return {"cursor-move", {16, 16}};
     if (!CanUse(ToolNow(), m_doc.Model().celImg))
         return {};
     return {ToolOf(ToolNow()).cursor, ToolOf(ToolNow()).hotSpot};
 }
 
 bool CCelView::BeginTool(CPoint) {
+    if (m_flip.IsOn()) {
+        m_flip.End(); // what would be painted on is not what is seen
+        return false;
+    }
     const CelTool tool = m_handPoint.isEraserEnd ? CelTool::Eraser : m_tool;
     m_hand = &HandOf(tool);
     if (m_hand->Press(tool, m_handPoint, Mapping())) {
@@ -504,9 +577,23 @@ void CCelView::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape && (IsDragging() || m_hand->IsWaiting() || m_pick != CelPick::Nothing)) {
         GiveUp();
         CancelPick();
+    } else if (event->key() == Qt::Key_Escape && m_flip.IsOn()) {
+        m_flip.End();
     } else {
         CZoomableView::keyPressEvent(event);
     }
+}
+
+void CCelView::keyReleaseEvent(QKeyEvent* event) {
+    const bool isFlipKey = event->key() == Qt::Key_Comma || event->key() == Qt::Key_Period;
+    if (isFlipKey && !event->isAutoRepeat() && !m_flip.IsPlaying())
+        m_flip.End();
+    CZoomableView::keyReleaseEvent(event);
+}
+
+void CCelView::focusOutEvent(QFocusEvent* event) {
+    m_flip.End();
+    CZoomableView::focusOutEvent(event);
 }
 
 } // namespace velmor

@@ -5,8 +5,10 @@
 #include "scene/ViewList.h"
 #include "views/ZoomableView.h"
 #include "views/cel/CelDisplay.h"
+#include "views/cel/CelFlip.h"
 #include "views/cel/CelOverlay.h"
 #include "views/cel/PaintDrag.h"
+#include "views/cel/PegHand.h"
 #include "views/cel/PenInput.h"
 #include "views/cel/ShapeHand.h"
 
@@ -61,6 +63,19 @@ public:
     /// See WithPressureToggled() and WithStabilizerToggled().
     void TogglePressure();
     void ToggleStabilizer();
+    /// Shows the neighbour of the image under edit in its place, until the key is let go. Nothing is painted then.
+    void FlipToPrevious() { Flip(DrawingDirection::Previous); }
+    void FlipToNext() { Flip(DrawingDirection::Next); }
+    /// Plays the drawings of the cursor's level in the place of the image; once more, and it stops.
+    void TogglePlaying();
+    const CCelFlip& Flipped() const { return m_flip; }
+    /// Another drawing, in the same place of the view if it is of the same size.
+    void OpenPrevious();
+    void OpenNext();
+    void OpenNew();
+    /// Whether the tool moves pinned drawings. Choosing another tool ends it.
+    bool ShiftsPins() const { return m_shiftsPins; }
+    void ToggleShiftingPins();
     /// Asks for the grid behind transparent pixels.
     void EditGrid();
 
@@ -87,6 +102,8 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
@@ -103,6 +120,11 @@ private:
     /// Lets the hand work off what has been collected; false when that fails.
     bool FlushHand();
     void RebuildDisplay();
+    void Flip(DrawingDirection direction);
+    void ShowInstead(CDisplayBitmap bitmap);
+    /// Calls open(), which may open another image.
+    template<class Open>
+    void KeepingView(Open open);
     void CancelDrag();
     /// As well as what waits for the next press.
     void GiveUp();
@@ -123,9 +145,12 @@ private:
     bool m_isSmooth;
     bool m_hasNavigator;
     CPenSettings m_pens;
+    CCelFlip m_flip;
     CPaintDrag m_paint;
     CShapeHand m_shape;
+    CPegHand m_pegs;
     CPenInput m_pen;
+    bool m_shiftsPins = false;
     CelTool m_tool;
     ICelHand* m_hand; ///< of the tool, or of the one that is down; one of the members
     CelPick m_pick = CelPick::Nothing;
@@ -137,6 +162,7 @@ private:
     CCelOverlay m_overlay;           ///< as it is on the screen
     bool m_opensMenu = false;        ///< the right button is down, and nothing was given up by it
     int m_openedImages;              ///< the model's, when it was looked at last
+    CSize m_keptSize;                ///< an image of this size is shown where the one before it was
 };
 
 } // namespace velmor
