@@ -30,7 +30,7 @@ enum class KeyReach {
 };
 
 /// Commands of which one is on at a time.
-enum class CommandGroup { None, InputModes, Arrangements, CelTools };
+enum class CommandGroup { None, InputModes, Arrangements, CelTools, NewDrawingHolds };
 
 /// A command as menus, toolbars, tooltips, the status bar and the keyboard know it.
 struct CCommand {

@@ -13,13 +13,14 @@ constexpr CommandId fileMenu[] = {FileNewScene,     FileOpenScene,   FileSceneMa
 constexpr CommandId editMenu[] = {EditUndo,        Separator,    EditCut,    EditCopy,    EditPaste,
                                   Separator,       EditCondense, EditExpand, EditReverse, Separator,
                                   EditRemoveSound, Separator,    EditRedo,   EditHistory};
-constexpr CommandId assetsMenu[] = {
-    AssetsNewFolder, AssetsNewCel, Separator,       AssetsDelete, AssetsDeleteFolder, Separator,  AssetsEdit,
-    AssetsPlaySound, AssetsRename, AssetsDuplicate, Separator,    AssetsRotate,       AssetsFlip, AssetsColorKey};
+constexpr CommandId assetsMenu[] = {AssetsNewFolder,    AssetsNewCel,    Separator,  AssetsDelete,
+                                    AssetsDeleteFolder, Separator,       AssetsEdit, AssetsPlaySound,
+                                    AssetsRename,       AssetsDuplicate, Separator,  AssetsRotate,
+                                    AssetsFlip,         AssetsColorKey,  Separator,  AssetsPin};
 constexpr CommandId cameraMenu[] = {CameraMoveMode, CameraRotateMode, CameraZoomMode,        Separator,
                                     CameraZoomIn,   CameraZoomOut,    CameraZoomOneToOne,    CameraPan,
                                     Separator,      CameraAntialias,  CameraMotionPathSetup, Separator,
-                                    CameraFit};
+                                    CameraFit,      Separator,        CameraOnionSkin};
 constexpr CommandId xsheetMenu[] = {XsheetAddLevel,
                                     XsheetDeleteLevel,
                                     XsheetRenameLevel,
@@ -46,7 +47,12 @@ constexpr CommandId celViewMenu[] = {CelTurnLeft, CelTurnRight,     CelUpright, 
                                      Separator,   CelSmoothDisplay, CelNavigator};
 constexpr CommandId celPenMenu[] = {CelLine,   CelCurve,    CelRectangle,  CelEllipse,
                                     Separator, CelPressure, CelStabilizer, CelPenSettings};
-constexpr CMenu celSubmenus[] = {{"&View", celViewMenu}, {"Pen and S&hapes", celPenMenu}};
+constexpr CommandId celPaperMenu[] = {CelOnionSkin,   CelOnionSettings, Separator,      CelFlipPrevious,
+                                      CelFlipNext,    CelPlayDrawings,  Separator,      CelPreviousDrawing,
+                                      CelNextDrawing, Separator,        CelNewDrawing,  CelNewOnOnes,
+                                      CelNewOnTwos,   CelNewOnThrees,   Separator,      CelLightTable,
+                                      CelPinDrawing,  CelShiftPins,     CelPutBackPins, CelClearPins};
+constexpr CMenu celSubmenus[] = {{"&View", celViewMenu}, {"Pen and S&hapes", celPenMenu}, {"&Paper", celPaperMenu}};
 constexpr CommandId sourcesMenu[] = {SourcesSelectSource,
                                      SourcesScanCels,
                                      SourcesScanPicture,
@@ -145,10 +151,11 @@ constexpr CommandId celCanvasMenu[] = {CelBucket,       CelPen,         CelErase
                                        Separator,       CelUpdateCamera};
 constexpr CMenu canvasMenu{"Cel Editor", celCanvasMenu};
 
-constexpr CommandId celToolBar[] = {
-    CelZoomOut, CelZoomOneToOne, CelZoomIn,    CelFit,     CelPan,       Separator,   CelBucket,
-    CelPen,     CelEraser,       CelLineBrush, Separator,  CelPickColor, CelColorKey, Separator,
-    CelLine,    CelCurve,        CelRectangle, CelEllipse, Separator,    CelPressure, CelStabilizer};
+constexpr CommandId celToolBar[] = {CelZoomOut,    CelZoomOneToOne, CelZoomIn,    CelFit,        CelPan,
+                                    Separator,     CelBucket,       CelPen,       CelEraser,     CelLineBrush,
+                                    Separator,     CelPickColor,    CelColorKey,  Separator,     CelLine,
+                                    CelCurve,      CelRectangle,    CelEllipse,   Separator,     CelPressure,
+                                    CelStabilizer, Separator,       CelOnionSkin, CelLightTable, CelNewDrawing};
 
 } // namespace
 

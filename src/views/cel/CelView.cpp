@@ -52,7 +52,11 @@ CCelView::CCelView(CVelmorltDoc& doc, IPrompter& prompter, CProfile& profile, QW
       m_hasNavigator(Get(profile, setting::celNavigator) != 0),
       m_pens(ReadPenSettings(profile)),
       m_flip(
-          doc, [this](CDisplayBitmap bitmap) { ShowInstead(std::move(bitmap)); }, [this] { RebuildDisplay(); }),
+          doc, [this](CDisplayBitmap bitmap) { ShowInstead(std::move(bitmap)); },
+          [this] {
+              RebuildDisplay();
+              TellState();
+          }),
       m_paint(doc.Painting(), m_pens),
       m_shape(doc.Painting()),
       m_pegs(doc),
