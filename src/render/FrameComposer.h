@@ -32,6 +32,10 @@ struct CFrameBuffer {
 struct CFrameLayer {
     Path path;
     CPlacement placement;
+
+    bool operator==(const CFrameLayer& other) const {
+        return path.native() == other.path.native() && placement == other.placement;
+    }
 };
 
 /// Everything that one frame needs: a value, independent of the document, so that a worker can compose it while the
@@ -42,6 +46,8 @@ struct CFrameRequest {
     int height = 0;
     ColorRef background = 0;
     std::vector<CFrameLayer> layers; ///< bottom first
+
+    bool operator==(const CFrameRequest&) const = default;
 };
 
 /// How a scene's frame is mapped to an output of another size. The camera view's frame is {W, H, W, H, 1}.
