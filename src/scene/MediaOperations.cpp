@@ -13,6 +13,7 @@
 namespace velmor {
 
 void CMediaOperations::Play(std::span<const std::uint8_t> samples) {
+    TellBefore();
     CSoundPlayback playback(m_devices.Output());
     if (!m_context.Report(playback.Start(samples, [this](const std::string& text) { m_context.Show(text); })))
         return;
@@ -64,6 +65,7 @@ void CMediaOperations::PlaySoundAsset(const std::string& name) {
 void CMediaOperations::RecordSound() {
     if (!m_context.model.sceneOpen)
         return;
+    TellBefore();
     CSoundRecorder recorder(m_devices);
     if (!m_context.Report(recorder.CheckDevice()) || !m_context.prompter.RunRecorder(recorder))
         return;
@@ -88,6 +90,7 @@ void CMediaOperations::PlayLastFlipbook() {
 }
 
 void CMediaOperations::PlayMovie(const Path& file) {
+    TellBefore();
     CMovie movie(m_devices.Output());
     if (m_context.Report(movie.Open(file, [this](const std::string& text) { m_context.Show(text); })))
         m_context.prompter.PlayMovie(movie);

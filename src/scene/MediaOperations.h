@@ -3,6 +3,7 @@
 #include "scene/SceneContext.h"
 
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string>
 
@@ -19,6 +20,9 @@ public:
                      IAudioDevices& devices)
         : m_context(context), m_sounds(sounds), m_flipbooks(flipbooks), m_devices(devices) {}
 
+    /// Called before anything is played or recorded: what plays already is to stop.
+    void SetBeforePlaying(std::function<void()> before) { m_before = std::move(before); }
+
     /// The whole track of the xsheet, and the part under the selected frames. Until the end of the sound or a key.
     void PlayXSheetSound();
     void PlaySelectedSound();
@@ -34,11 +38,16 @@ public:
 
 private:
     void Play(std::span<const std::uint8_t> samples);
+    void TellBefore() const {
+        if (m_before)
+            m_before();
+    }
 
     CSceneContext m_context;
     CSoundOperations& m_sounds;
     CFlipbookOperations& m_flipbooks;
     IAudioDevices& m_devices;
+    std::function<void()> m_before;
 };
 
 } // namespace velmor

@@ -104,6 +104,14 @@ inline constexpr CIntSetting onionOver{"Onion Skin", "Over", 0};
 inline constexpr CIntSetting lightTableTint{"Light Table", "Tint", 0x488a1a};
 inline constexpr CIntSetting lightTableStrength{"Light Table", "Strength", 70};
 
+/// What the composed frames of the preview may take.
+inline constexpr CIntSetting previewMegabytes{"Settings", "Preview MB", 512};
+inline constexpr CIntSetting previewLoop{"Remember", "Preview Loop", 1};
+inline constexpr CIntSetting previewSpeed{"Remember", "Preview Speed", 100}; ///< percent
+inline constexpr CIntSetting previewFollowsCamera{"Remember", "Preview Follows Camera", 1};
+inline constexpr CIntSetting previewFullSize{"Remember", "Preview Full Size", 0};
+inline constexpr CIntSetting previewScrub{"Remember", "Frame Column Scrubs", 0};
+
 inline constexpr CIntSetting playerLoop{"Remember", "Player Loop", 0};
 inline constexpr CIntSetting playerDouble{"Remember", "Player Double", 0};
 

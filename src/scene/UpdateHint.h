@@ -14,7 +14,8 @@ enum class UpdateHint : unsigned {
     Tools = 64,          ///< brush, pen or bucket mode
     Levels = 128,        ///< levels added or removed
     CameraCompose = 256, ///< the camera picture is to be composed again
-    Paper = 512          ///< what shines through the drawing under edit
+    Paper = 512,         ///< what shines through the drawing under edit
+    Preview = 1024       ///< what is played in place: another frame, begun, ended. Nothing of the scene
 };
 
 constexpr UpdateHint operator|(UpdateHint a, UpdateHint b) {

@@ -28,20 +28,28 @@
 #include "scene/paper/LightTable.h"
 #include "scene/paper/Onion.h"
 #include "scene/paper/Paper.h"
+#include "scene/preview/ScenePreview.h"
+#include "scene/preview/Scrubbing.h"
 #include "sound/SoundFile.h"
 
 namespace velmor {
 
 struct CVelmorltDoc::CParts {
-    CParts(IPrompter& prompter, CProfile& profile, const CDocumentFolders& folders)
+    CParts(IPrompter& prompter, CProfile& profile, const CDocumentFolders& folders,
+           std::unique_ptr<IAudioDevices> devices)
         : context{model, prompter, views, profile},
           scenes(context, palette, sounds, saving, folders.trash),
           history(context, scenes, palette, folders.journals),
           assets(
               context, scenes, imports, sounds, [this](const std::string& sound) { media.PlaySoundAsset(sound); },
-              folders.trash) {
+              folders.trash),
+          audio(std::move(devices)) {
         scenes.SetOpened([this] { return history.Begin(); });
         sounds.SetCanPlay([this] { return audio->Output().CanPlay(); });
+        media.SetBeforePlaying([this] {
+            preview.GoBack();
+            scrubbing.End();
+        });
     }
 
     CSceneModel model;
@@ -74,12 +82,18 @@ struct CVelmorltDoc::CParts {
     CRecolorOperations recoloring{context};
     CFlipbookOperations flipbooks{context, cache};
     CRenderOperations renders{context, cache, [this](const Path& movie) { media.PlayMovie(movie); }};
-    std::unique_ptr<IAudioDevices> audio = MakeAudioDevices(samplesPerSecond);
+    std::unique_ptr<IAudioDevices> audio;
     CMediaOperations media{context, sounds, flipbooks, *audio};
+    CScenePreview preview{context, cursor, cache, audio->Output()};
+    CScrubbing scrubbing{context, cursor, preview, audio->Output()};
 };
 
 CVelmorltDoc::CVelmorltDoc(IPrompter& prompter, CProfile& profile, const CDocumentFolders& folders)
-    : m_parts(std::make_unique<CParts>(prompter, profile, folders)) {
+    : CVelmorltDoc(prompter, profile, folders, MakeAudioDevices(samplesPerSecond)) {}
+
+CVelmorltDoc::CVelmorltDoc(IPrompter& prompter, CProfile& profile, const CDocumentFolders& folders,
+                           std::unique_ptr<IAudioDevices> audio)
+    : m_parts(std::make_unique<CParts>(prompter, profile, folders, std::move(audio))) {
     m_parts->scenes.ConstructFromSettings(folders.program, folders.data);
 }
 
@@ -123,6 +137,8 @@ CGrabOperations& CVelmorltDoc::Grabs() { return m_parts->grabs; }
 CSoundOperations& CVelmorltDoc::Sounds() { return m_parts->sounds; }
 CMediaOperations& CVelmorltDoc::Media() { return m_parts->media; }
 CFlipbookOperations& CVelmorltDoc::Flipbooks() { return m_parts->flipbooks; }
+CScenePreview& CVelmorltDoc::Preview() { return m_parts->preview; }
+CScrubbing& CVelmorltDoc::Scrubbing() { return m_parts->scrubbing; }
 CRenderOperations& CVelmorltDoc::Renders() { return m_parts->renders; }
 CImageCache& CVelmorltDoc::ImageCache() { return m_parts->cache; }
 // clang-format on

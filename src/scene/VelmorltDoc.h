@@ -30,6 +30,8 @@ class CRecolorOperations;
 class CRenderOperations;
 class CSceneHistory;
 class CSceneLifecycle;
+class CScenePreview;
+class CScrubbing;
 class CSceneSaving;
 class CSequenceOperations;
 class CSheetExchange;
@@ -37,6 +39,7 @@ class CSoundOperations;
 class CViewList;
 class CXSheetCursor;
 class CXSheetOperations;
+class IAudioDevices;
 class IPrompter;
 struct CSceneModel;
 
@@ -50,10 +53,13 @@ struct CDocumentFolders {
 
 /// The single document: owns everything about the open scene, and the parts that change it, one for each subject.
 /// Views and commands take the parts that they work with. Prompter and profile outlive it. All calls come from one
-/// thread; only camera pictures are composed on another.
+/// thread; only camera pictures and those of the preview are composed on others.
 class CVelmorltDoc {
 public:
     CVelmorltDoc(IPrompter& prompter, CProfile& profile, const CDocumentFolders& folders);
+    /// The same with sound devices of its own.
+    CVelmorltDoc(IPrompter& prompter, CProfile& profile, const CDocumentFolders& folders,
+                 std::unique_ptr<IAudioDevices> audio);
     CVelmorltDoc(const CVelmorltDoc&) = delete;
     CVelmorltDoc& operator=(const CVelmorltDoc&) = delete;
     ~CVelmorltDoc();
@@ -104,6 +110,9 @@ public:
     /// Playing and recording.
     CMediaOperations& Media();
     CFlipbookOperations& Flipbooks();
+    /// Playing in place.
+    CScenePreview& Preview();
+    CScrubbing& Scrubbing();
     /// The final output.
     CRenderOperations& Renders();
     CImageCache& ImageCache();

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "platform/sound/Audio.h"
+
+#include <algorithm>
+#include <memory>
+#include <vector>
+
+namespace velmor::testing {
+
+/// What a sound device was told, and how far it is: shared, since the document owns the device.
+struct CRecordedSound {
+    bool exists = true;
+    bool isOpen = false;
+    std::size_t heard = 0;                         ///< samples of the last one, set by the test
+    std::vector<std::vector<std::uint8_t>> played; ///< each sound whole
+};
+
+/// A device that makes no sound.
+class CRecordedAudio final : public IAudioDevices {
+public:
+    explicit CRecordedAudio(std::shared_ptr<CRecordedSound> sound) : m_output(std::move(sound)) {}
+    IAudioOutput& Output() override { return m_output; }
+    IAudioInput& Input() override { return m_input; }
+
+private:
+    class COutput final : public IAudioOutput {
+    public:
+        explicit COutput(std::shared_ptr<CRecordedSound> sound) : m_sound(std::move(sound)) {}
+        bool CanPlay() override { return m_sound->exists; }
+        bool Open() override { return m_sound->isOpen = true; }
+        bool Play(std::span<const std::uint8_t> samples) override {
+            m_sound->heard = 0;
+            m_sound->played.emplace_back(samples.begin(), samples.end());
+            return m_sound->isOpen;
+        }
+        std::size_t Position() const override {
+            return m_sound->played.empty() ? 0 : std::min(m_sound->heard, m_sound->played.back().size());
+        }
+        void Reset() override { m_sound->heard = 0; }
+        bool Close() override {
+            m_sound->isOpen = false;
+            return true;
+        }
+
+    private:
+        std::shared_ptr<CRecordedSound> m_sound;
+    };
+    class CInput final : public IAudioInput {
+    public:
+        bool CanRecord() override { return false; }
+        bool Open() override { return false; }
+        bool Start(std::size_t) override { return false; }
+        std::size_t Position() const override { return 0; }
+        int Level() const override { return 0; }
+        std::vector<std::uint8_t> Stop() override { return {}; }
+        void Close() override {}
+    };
+
+    COutput m_output;
+    CInput m_input;
+};
+
+} // namespace velmor::testing
