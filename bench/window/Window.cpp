@@ -10,6 +10,7 @@
 #include "scene/CameraPictures.h"
 #include "scene/CelPainting.h"
 #include "scene/PaletteOperations.h"
+#include "scene/PenSettings.h"
 #include "scene/SceneLifecycle.h"
 #include "scene/SceneModel.h"
 #include "scene/Settings.h"
@@ -28,7 +29,9 @@
 
 #include <QApplication>
 #include <QMouseEvent>
+#include <QPointingDevice>
 #include <QScrollBar>
+#include <QTabletEvent>
 #include <QTest>
 #include <benchmark/benchmark.h>
 #include <fstream>
@@ -47,7 +50,9 @@ public:
 /// The program on a database, its window shown.
 class CProgram {
 public:
-    CProgram(const Path& database, const std::string& scene, const std::string& folder) {
+    CProgram(const Path& database, const std::string& scene, const std::string& folder,
+             const CPenSettings& pen = {}) {
+        WritePenSettings(m_profile, pen);
         Set(m_profile, setting::databaseDir, WithSeparator(Utf8Of(database)));
         Set(m_profile, setting::lastScene, scene);
         Set(m_profile, setting::lastFolder, folder);
@@ -137,6 +142,14 @@ void ScrollLargeXsheet(benchmark::State& state) {
 }
 BENCHMARK(ScrollLargeXsheet)->Unit(benchmark::kMillisecond)->UseRealTime();
 
+/// Lets go of what was drawn, so that nothing is saved.
+void Forget(CProgram& program) {
+    program.doc->Painting().Change("Stroke", [](CCelImg& image) {
+        image.SetModified(false);
+        return CPaintResult();
+    });
+}
+
 void PaintPenSegment(benchmark::State& state) {
     const CBenchFolder folder;
     const CScenePaths paths(WithSeparator(Utf8Of(folder.Path())), "Pen");
@@ -162,12 +175,58 @@ void PaintPenSegment(benchmark::State& state) {
         CProgram::Settle();
     }
     QTest::mouseRelease(area, Qt::LeftButton, {}, QPoint(100, 100));
-    program.doc->Painting().Change("Stroke", [](CCelImg& image) {
-        image.SetModified(false);
-        return CPaintResult();
-    });
+    Forget(program);
 }
 BENCHMARK(PaintPenSegment)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+/// From positions of a tablet's pen, as many as come in a frame, to the view painted with what they have drawn; on
+/// a page of some size, with pressure and a stabilizer, or as the program comes.
+void DrawWithTablet(benchmark::State& state) {
+    const CBenchFolder folder;
+    const CScenePaths paths(WithSeparator(Utf8Of(folder.Path())), "Pen");
+    static_cast<void>(CreateFolder(paths.CelFolder("walk")));
+    CCelImg cel;
+    static_cast<void>(cel.CreateCel(static_cast<int>(state.range(0)), static_cast<int>(state.range(1)),
+                                    paths.CelFile("walk", "1")));
+    static_cast<void>(cel.SaveCel());
+    CPenSettings settings;
+    if (state.range(2) != 0) {
+        settings.pens = {true, 50, 400};
+        settings.stabilizer = StabilizerKind::Weighted;
+    }
+    CProgram program(folder.Path(), "Pen", "walk", settings);
+    program.doc->Assets().EditCel("1");
+    program.frame->ShowCelEditor();
+    CProgram::Settle();
+    CCelView& view = program.frame->CelPane().View();
+    view.SetTool(CelTool::Pen);
+    program.doc->Palette().SetPen(3);
+    QWidget* area = view.viewport();
+    const QPointingDevice device("pen", 7001, QInputDevice::DeviceType::Stylus, QPointingDevice::PointerType::Pen,
+                                 QInputDevice::Capability::Position | QInputDevice::Capability::Pressure, 1, 3);
+    const auto send = [&](QEvent::Type type, QPointF at, double pressure, Qt::MouseButton button) {
+        QTabletEvent event(type, &device, at, area->mapToGlobal(at), pressure, 0, 0, 0, 0, 0, {}, button,
+                           type == QEvent::TabletRelease ? Qt::NoButton : Qt::LeftButton);
+        QApplication::sendEvent(area, &event);
+    };
+    constexpr int positionsInFrame = 4;
+    send(QEvent::TabletPress, {100, 100}, 0.5, Qt::LeftButton);
+    int step = 0;
+    for ([[maybe_unused]] auto _ : state) {
+        for (int i = 0; i < positionsInFrame; ++i, ++step)
+            send(QEvent::TabletMove, {100 + 2.3 * (step % 300), 100 + 1.7 * (step % 230)},
+                 0.5 + 0.4 * (step % 50) / 50.0, Qt::NoButton);
+        CProgram::Settle(); // the hand
+        CProgram::Settle(); // the paint
+    }
+    send(QEvent::TabletRelease, {100, 100}, 0, Qt::LeftButton);
+    Forget(program);
+}
+BENCHMARK(DrawWithTablet)
+    ->ArgsProduct({{celWidth}, {celHeight}, {0, 1}})
+    ->ArgsProduct({{3840}, {2160}, {0, 1}})
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
 
 /// A database with the demonstration scene, made once.
 class CDemoDatabase {

@@ -2,6 +2,7 @@
 
 #include "image/stroke/Shapes.h"
 #include "views/cel/CelOverlay.h"
+#include "views/cel/PrecisePoint.h"
 
 #include <QPoint>
 #include <QPolygonF>
@@ -34,6 +35,7 @@ bool CPaintDrag::Press(CelTool tool, const CHandPoint& at, const CViewMapping& m
     m_way = WayOf(tool, at);
     if (m_way == Way::Stamps)
         return m_painting.Begin(tool, mapping.ViewToBuffer(at.Pixel()));
+    m_press = m_last = mapping.ToImage(PrecisePoint(at));
     if (m_way == Way::Straight && at.modifiers.testFlag(Qt::ShiftModifier))
         m_press = m_lastEnd.value_or(m_press);
     return m_stroke.Press(tool, m_settings, at.hasPressure, {m_press, at.pressure}, 1 / mapping.zoom.Factor());
@@ -64,14 +66,14 @@ CPaintResult CPaintDrag::MoveStroke(std::span<const CHandPoint> way, const CView
     std::vector<CStrokePoint> points;
     points.reserve(way.size());
     for (const CHandPoint& point : way)
-        points.push_back({mapping.ToImage(point.at), point.pressure});
+        points.push_back({mapping.ToImage(PrecisePoint(point)), point.pressure});
     m_last = points.empty() ? m_last : points.back().at;
     return m_stroke.Move(points);
 }
 
 void CPaintDrag::FollowStraight(const CHandPoint& at, const CViewMapping& mapping) {
     m_hardest = std::max(m_hardest, at.pressure);
-    m_last = mapping.ToImage(at.at);
+    m_last = mapping.ToImage(PrecisePoint(at));
     if (at.modifiers.testFlag(Qt::ControlModifier))
         m_last = AlongSteps(m_press, m_last);
 }
@@ -85,7 +87,7 @@ CPaintResult CPaintDrag::Release(const CHandPoint& at, const CViewMapping& mappi
         FollowStraight(end, mapping);
         result = m_stroke.ReleaseStraight(m_last, m_hardest);
     } else {
-        m_last = mapping.ToImage(at.at);
+        m_last = mapping.ToImage(PrecisePoint(at));
         result = m_way == Way::Stroke ? m_stroke.Release(m_last) : m_painting.End(mapping.ViewToBuffer(at.Pixel()));
     }
     if (isStroke)

@@ -5,6 +5,7 @@
 #include "scene/CelPainting.h"
 #include "scene/ShapePainter.h"
 #include "views/cel/CelOverlay.h"
+#include "views/cel/PrecisePoint.h"
 
 #include <QPolygonF>
 
@@ -28,7 +29,7 @@ bool CShapeHand::Press(CelTool tool, const CHandPoint& at, const CViewMapping& m
     m_pressed = at.at;
     if (m_stage == Stage::Nothing) {
         m_stage = Stage::Dragging;
-        m_from = mapping.ToImage(at.at);
+        m_from = mapping.ToImage(PrecisePoint(at));
     }
     Follow(at, mapping);
     return true;
@@ -52,7 +53,7 @@ CPaintResult CShapeHand::Release(const CHandPoint& at, const CViewMapping& mappi
 }
 
 void CShapeHand::Follow(const CHandPoint& at, const CViewMapping& mapping) {
-    const CRealPoint point = mapping.ToImage(at.at);
+    const CRealPoint point = mapping.ToImage(PrecisePoint(at));
     m_bend = point;
     if (m_stage == Stage::HasEnds)
         return;
