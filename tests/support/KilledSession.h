@@ -42,6 +42,18 @@ inline bool IsThatOrOneStepFurther(CVelmorltDoc& doc, const std::string& digest)
     return isOne;
 }
 
+/// What helps to find out why another state came back.
+inline std::string WhereItIs(CVelmorltDoc& doc, CScriptedPrompter& prompter) {
+    std::string text;
+    for (int step = 0; step < 4; ++step) {
+        text += doc.History().UndoText() + " (" + DigestOf(doc.Model()) + "), ";
+        doc.History().Undo();
+    }
+    for (const std::string& message : prompter.TakeMessages())
+        text += " said: " + message;
+    return text;
+}
+
 /// Puts something around the open document, which lives as long as the session.
 using BeginSession = std::function<std::shared_ptr<void>(CVelmorltDoc&, IPrompter&, CProfile&)>;
 
@@ -84,7 +96,7 @@ inline int RunKilledSession(int argc, char** argv, const BeginSession& begin,
         if (!messages.empty() && !mayBeAny)
             return Fail(messages.front());
         if (!mayBeAny && !IsThatOrOneStepFurther(doc, argv[3]))
-            return Fail("another state came back, after " + doc.History().UndoText());
+            return Fail("another state came back, after " + WhereItIs(doc, prompter));
     }
     const std::shared_ptr<void> around = begin(doc, prompter, profile);
     settle(doc);
