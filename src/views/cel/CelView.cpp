@@ -159,7 +159,7 @@ CelTool CCelView::ToolNow() const {
 }
 
 void CCelView::ToggleShiftingPins() {
-    CancelDrag();
+    GiveUp();
     m_shiftsPins = !m_shiftsPins;
     m_hand = &HandOf(m_tool);
     RefreshCursor();
