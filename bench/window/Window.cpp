@@ -4,6 +4,7 @@
 #include "BenchImages.h"
 #include "app/cli/Commands.h"
 #include "app/window/MainFrame.h"
+#include "image/paint/Tools.h"
 #include "platform/process/Memory.h"
 #include "render/FrameWorker.h"
 #include "scene/AssetOperations.h"
@@ -18,6 +19,9 @@
 #include "scene/VelmorltDoc.h"
 #include "scene/XSheetCursor.h"
 #include "scene/XSheetOperations.h"
+#include "scene/paper/DrawingSteps.h"
+#include "scene/paper/Onion.h"
+#include "scene/paper/Paper.h"
 #include "views/camera/CamFrame.h"
 #include "views/camera/CameraView.h"
 #include "views/cel/CelFrame.h"
@@ -149,6 +153,108 @@ void Forget(CProgram& program) {
         return CPaintResult();
     });
 }
+
+/// A scene "Drawings" with a folder "walk" of cels 1 to `count`, each with its lines, on twos in its only level.
+void MakeDrawings(const Path& database, int count, CSize size) {
+    const CScenePaths paths(WithSeparator(Utf8Of(database)), "Drawings");
+    static_cast<void>(CreateFolder(paths.CelFolder("walk")));
+    CScene scene;
+    scene.geometry.width = size.width;
+    scene.geometry.height = size.height;
+    scene.xsheet = CXSheet(1, 2 * count);
+    for (int number = 1; number <= count; ++number) {
+        CCelImg cel;
+        static_cast<void>(cel.CreateCel(size.width, size.height, paths.CelFile("walk", std::to_string(number))));
+        for (int line = 0; line < 60; ++line) {
+            const int y = (line * 97 + number * 11) % size.height;
+            PenStroke(cel, {10 + line * 7, y}, {size.width - 10 - line * 5, (y * 3 + number * 40) % size.height},
+                      1);
+        }
+        static_cast<void>(cel.SaveCel());
+        for (const int frame : {2 * number - 2, 2 * number - 1})
+            static_cast<void>(
+                scene.xsheet.MutableCell(0, frame).Set(paths.SceneFolder(), "walk", std::to_string(number), size));
+    }
+    static_cast<void>(SaveXSheet(paths.XSheetFile(), scene));
+}
+
+/// With three skins each way.
+void ShowOnionSkin(CVelmorltDoc& doc) {
+    COnionSettings settings;
+    settings.shown = true;
+    settings.before = settings.after = 3;
+    doc.Onion().Change(settings);
+}
+
+/// What the display of a piece of a pen's way costs a page of 3840 x 2160 pixels, with the onion skin (1) and
+/// without.
+void DisplayPenSegment(benchmark::State& state) {
+    constexpr CSize size{3840, 2160};
+    const CBenchFolder folder;
+    MakeDrawings(folder.Path(), 7, size);
+    CProgram program(folder.Path(), "Drawings", "walk");
+    CVelmorltDoc& doc = *program.doc;
+    if (state.range(0) != 0)
+        ShowOnionSkin(doc);
+    doc.Cursor().GoTo({0, 6});
+    doc.Drawings().Step(DrawingDirection::Next);
+    doc.Paper().Refresh();
+    const CCelImg& image = doc.Model().celImg;
+    CDisplayBitmap bitmap;
+    static_cast<void>(CreateBitmap(image, {}, bitmap, doc.Paper().Sheet()));
+    if (state.range(0) != 0 && doc.Paper().Sheet().under.empty())
+        state.SkipWithError("no onion skin");
+    int step = 0;
+    for ([[maybe_unused]] auto _ : state) {
+        step = (step + 37) % 3000;
+        UpdateBitmap(image, {}, {step, step / 2, step + 24, step / 2 + 24}, bitmap, doc.Paper().Sheet());
+        benchmark::ClobberMemory();
+    }
+}
+BENCHMARK(DisplayPenSegment)->Arg(0)->Arg(1)->Unit(benchmark::kMicrosecond);
+
+/// From the key to the next drawing on the screen, with six skins, at 2048 x 1536; all have been seen before.
+void OpenNextDrawing(benchmark::State& state) {
+    const CBenchFolder folder;
+    MakeDrawings(folder.Path(), 12, {celWidth, celHeight});
+    CProgram program(folder.Path(), "Drawings", "walk");
+    ShowOnionSkin(*program.doc);
+    program.frame->ShowCelEditor();
+    CCelView& view = program.frame->CelPane().View();
+    view.OpenNext();
+    for (int i = 0; i < 12; ++i)
+        view.OpenNext();
+    CProgram::Settle();
+    bool forward = false;
+    for ([[maybe_unused]] auto _ : state) {
+        const Path before = program.doc->Model().celImg.FilePath();
+        forward ? view.OpenNext() : view.OpenPrevious();
+        if (program.doc->Model().celImg.FilePath() == before) {
+            forward = !forward;
+            forward ? view.OpenNext() : view.OpenPrevious();
+        }
+        CProgram::Settle();
+    }
+}
+BENCHMARK(OpenNextDrawing)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+/// From the key to the neighbour on the screen, and back.
+void FlipToNextDrawing(benchmark::State& state) {
+    const CBenchFolder folder;
+    MakeDrawings(folder.Path(), 3, {celWidth, celHeight});
+    CProgram program(folder.Path(), "Drawings", "walk");
+    program.frame->ShowCelEditor();
+    CCelView& view = program.frame->CelPane().View();
+    view.OpenNext();
+    CProgram::Settle();
+    for ([[maybe_unused]] auto _ : state) {
+        view.FlipToNext();
+        CProgram::Settle();
+        QTest::keyRelease(&view, Qt::Key_Period);
+        CProgram::Settle();
+    }
+}
+BENCHMARK(FlipToNextDrawing)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 void PaintPenSegment(benchmark::State& state) {
     const CBenchFolder folder;
