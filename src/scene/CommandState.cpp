@@ -15,6 +15,11 @@ bool CanChangeImages(const CSceneModel& model) {
                                         (model.sourceMode == SourceMode::Cels && !model.folderName.empty()));
 }
 
+bool CanCleanUp(const CSceneModel& model) {
+    return model.sourceMode == SourceMode::Pictures ? model.sceneOpen
+                                                    : model.sourceMode == SourceMode::Cels && model.HasFolder();
+}
+
 bool CanColorKey(const CSceneModel& model) {
     return HasSelectedAssets(model) && model.sourceMode == SourceMode::Pictures;
 }
@@ -69,6 +74,10 @@ bool HasEditedImage(const CSceneModel& model) {
 
 bool HasEditedPicture(const CSceneModel& model) {
     return model.celImg.GetLoadState() == LoadState::Picture;
+}
+
+bool HasEditedCel(const CSceneModel& model) {
+    return model.celImg.GetLoadState() == LoadState::Cel;
 }
 
 } // namespace velmor

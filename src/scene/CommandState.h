@@ -11,6 +11,8 @@ bool HasSelectedAssets(const CSceneModel& model);
 bool CanChangeAssets(const CSceneModel& model);
 /// Whether the shown list has images, whose commands need a folder when they are cels.
 bool CanChangeImages(const CSceneModel& model);
+/// The shown list is one of images.
+bool CanCleanUp(const CSceneModel& model);
 /// Pictures are selected.
 bool CanColorKey(const CSceneModel& model);
 bool CanDeleteLevel(const CSceneModel& model);
@@ -31,5 +33,6 @@ bool CanPlaySelectedSound(const CSceneModel& model);
 /// A cel or picture is loaded in the cel editor.
 bool HasEditedImage(const CSceneModel& model);
 bool HasEditedPicture(const CSceneModel& model);
+bool HasEditedCel(const CSceneModel& model);
 
 } // namespace velmor

@@ -4,6 +4,7 @@
 #include "image/DisplayBitmap.h"
 #include "image/Geometry.h"
 #include "image/Palette.h"
+#include "image/clean/Cleanup.h"
 #include "image/paint/Recolor.h"
 #include "render/Compressors.h"
 #include "render/FlipbookSettings.h"
@@ -402,6 +403,33 @@ struct CSequenceRequest {
     /// What exposing would do; empty for nothing.
     std::function<std::string(const CSequence& sequence)> exposure;
     AcceptRule<CSequence> accept;
+};
+
+struct CCleanupValues {
+    CCleanup cleanup;
+    bool all = false;      ///< every drawing there is, instead of those that are chosen
+    std::string reference; ///< the drawing on whose pegs the others are put; empty: level, in the middle
+};
+
+/// A drawing as it is and as it would be.
+struct CCleanupPreview {
+    CStatus status; ///< why it cannot be read or cleaned up
+    CCelImg before;
+    CCelImg after;
+    CCleanedUp done;
+};
+
+/// Clean up cels or pictures.
+struct CCleanupRequest {
+    using Answer = std::optional<CCleanupValues>;
+
+    SourceMode kind = SourceMode::Cels;
+    std::vector<std::string> chosen; ///< names, maybe none
+    std::vector<std::string> all;
+    CCleanupValues initial;
+    std::function<CCleanupPreview(const CCleanupValues& values, const std::string& name)> preview;
+    std::function<CStatus(const CCleanupValues& values, const std::string& name, CPegs& pegs)> findPegs;
+    AcceptRule<CCleanupValues> accept;
 };
 
 struct CFileRequest {

@@ -8,6 +8,7 @@ struct CAppearanceRequest;
 struct CBlurRequest;
 struct CCameraDataRequest;
 struct CCellDataRequest;
+struct CCleanupRequest;
 struct CColorKeyRequest;
 struct CColorRequest;
 struct CCompressorRequest;
@@ -47,17 +48,17 @@ struct CDialogOf;
 /// Any of the dialogs. Their requests stand in DialogRequests.h.
 using CAnyDialog =
     std::variant<CDialogOf<CAppearanceRequest>*, CDialogOf<CBlurRequest>*, CDialogOf<CCameraDataRequest>*,
-                 CDialogOf<CCellDataRequest>*, CDialogOf<CColorKeyRequest>*, CDialogOf<CColorRequest>*,
-                 CDialogOf<CCompressorRequest>*, CDialogOf<CDatabaseFolderRequest>*, CDialogOf<CDropTypeRequest>*,
-                 CDialogOf<CFlipRequest>*, CDialogOf<CFlipbookRequest>*, CDialogOf<CFrameCountRequest>*,
-                 CDialogOf<CGridSettingsRequest>*, CDialogOf<CImportSettingsRequest>*,
-                 CDialogOf<CInbetweenRequest>*, CDialogOf<CLevelRequest>*, CDialogOf<CMotionPathRequest>*,
-                 CDialogOf<CNameRequest>*, CDialogOf<CNewCelRequest>*, CDialogOf<COnionSkinRequest>*,
-                 CDialogOf<COpenFilesRequest>*, CDialogOf<COpenSceneRequest>*, CDialogOf<CPenSettingsRequest>*,
-                 CDialogOf<CRecoveryRequest>*, CDialogOf<CRenderSetupRequest>*, CDialogOf<CReplaceColorRequest>*,
-                 CDialogOf<CRotationRequest>*, CDialogOf<CSaveFileRequest>*, CDialogOf<CSceneSettingsRequest>*,
-                 CDialogOf<CSequenceRequest>*, CDialogOf<CSheetExportRequest>*, CDialogOf<CSheetImportRequest>*,
-                 CDialogOf<CSwapLevelsRequest>*, CDialogOf<CTransparencyRequest>*>;
+                 CDialogOf<CCellDataRequest>*, CDialogOf<CCleanupRequest>*, CDialogOf<CColorKeyRequest>*,
+                 CDialogOf<CColorRequest>*, CDialogOf<CCompressorRequest>*, CDialogOf<CDatabaseFolderRequest>*,
+                 CDialogOf<CDropTypeRequest>*, CDialogOf<CFlipRequest>*, CDialogOf<CFlipbookRequest>*,
+                 CDialogOf<CFrameCountRequest>*, CDialogOf<CGridSettingsRequest>*,
+                 CDialogOf<CImportSettingsRequest>*, CDialogOf<CInbetweenRequest>*, CDialogOf<CLevelRequest>*,
+                 CDialogOf<CMotionPathRequest>*, CDialogOf<CNameRequest>*, CDialogOf<CNewCelRequest>*,
+                 CDialogOf<COnionSkinRequest>*, CDialogOf<COpenFilesRequest>*, CDialogOf<COpenSceneRequest>*,
+                 CDialogOf<CPenSettingsRequest>*, CDialogOf<CRecoveryRequest>*, CDialogOf<CRenderSetupRequest>*,
+                 CDialogOf<CReplaceColorRequest>*, CDialogOf<CRotationRequest>*, CDialogOf<CSaveFileRequest>*,
+                 CDialogOf<CSceneSettingsRequest>*, CDialogOf<CSequenceRequest>*, CDialogOf<CSheetExportRequest>*,
+                 CDialogOf<CSheetImportRequest>*, CDialogOf<CSwapLevelsRequest>*, CDialogOf<CTransparencyRequest>*>;
 
 /// The one door through which dialogs are shown. A new dialog is its request, its widget, and a row in the table of
 /// the widgets (views/prompter/DialogTable.h).

@@ -112,6 +112,15 @@ inline constexpr CIntSetting previewFollowsCamera{"Remember", "Preview Follows C
 inline constexpr CIntSetting previewFullSize{"Remember", "Preview Full Size", 0};
 inline constexpr CIntSetting previewScrub{"Remember", "Frame Column Scrubs", 0};
 
+inline constexpr CIntSetting cleanupThreshold{"Remember", "Cleanup Threshold", 0};
+inline constexpr CIntSetting cleanupSpecks{"Remember", "Cleanup Specks", 4};
+inline constexpr CIntSetting cleanupWeight{"Remember", "Cleanup Weight", 0};
+inline constexpr CIntSetting cleanupStraightens{"Remember", "Cleanup Straighten", 0};
+inline constexpr CIntSetting cleanupRegisters{"Remember", "Cleanup Register", 0};
+inline constexpr CIntSetting cleanupErasesPegs{"Remember", "Cleanup Erase Pegs", 0};
+/// 0 if it is not known.
+inline constexpr CIntSetting cleanupDpi{"Remember", "Cleanup Resolution", 0};
+
 inline constexpr CIntSetting playerLoop{"Remember", "Player Loop", 0};
 inline constexpr CIntSetting playerDouble{"Remember", "Player Double", 0};
 

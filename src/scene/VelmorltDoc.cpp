@@ -8,6 +8,7 @@
 #include "scene/CameraPictures.h"
 #include "scene/CelPainting.h"
 #include "scene/CellOperations.h"
+#include "scene/CleanupOperations.h"
 #include "scene/FlipbookOperations.h"
 #include "scene/GrabOperations.h"
 #include "scene/ImportOperations.h"
@@ -80,6 +81,7 @@ struct CVelmorltDoc::CParts {
     CDrawingSteps drawings{context, onion, scenes, assets, cursor};
     CAssetTransforms transforms{context};
     CRecolorOperations recoloring{context};
+    CCleanupOperations cleanups{context};
     CFlipbookOperations flipbooks{context, cache};
     CRenderOperations renders{context, cache, [this](const Path& movie) { media.PlayMovie(movie); }};
     std::unique_ptr<IAudioDevices> audio;
@@ -130,6 +132,7 @@ CDrawingSteps& CVelmorltDoc::Drawings() { return m_parts->drawings; }
 CAssetOperations& CVelmorltDoc::Assets() { return m_parts->assets; }
 CAssetTransforms& CVelmorltDoc::Transforms() { return m_parts->transforms; }
 CRecolorOperations& CVelmorltDoc::Recoloring() { return m_parts->recoloring; }
+CCleanupOperations& CVelmorltDoc::Cleanups() { return m_parts->cleanups; }
 CImportOperations& CVelmorltDoc::Imports() { return m_parts->imports; }
 CSequenceOperations& CVelmorltDoc::Sequences() { return m_parts->sequences; }
 CSheetExchange& CVelmorltDoc::Exchange() { return m_parts->exchange; }

@@ -15,6 +15,7 @@ class CCameraOperations;
 class CCameraPictures;
 class CCellOperations;
 class CCelPainting;
+class CCleanupOperations;
 class CFlipbookOperations;
 class CGrabOperations;
 class CImageCache;
@@ -100,6 +101,8 @@ public:
     CAssetTransforms& Transforms();
     /// One colour in the place of another.
     CRecolorOperations& Recoloring();
+    /// Scanned drawings.
+    CCleanupOperations& Cleanups();
     CImportOperations& Imports();
     CSequenceOperations& Sequences();
     /// The xsheet to and from other programs.

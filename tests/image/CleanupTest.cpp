@@ -51,6 +51,8 @@ TEST(CleanUp, DoesAllOfItInOneGo) {
     EXPECT_TRUE(done.registered);
     ASSERT_TRUE(done.pegs.has_value());
     EXPECT_NEAR(done.degrees, -2, 0.05);
+    ASSERT_TRUE(done.placed.has_value());
+    EXPECT_EQ(done.placed->x, 787);
     EXPECT_TRUE(cel.IsModified());
     // The middle of the row lies where a straight page has it, so a place of the drawing can be foretold.
     const double turn = -2 * std::numbers::pi / 180;

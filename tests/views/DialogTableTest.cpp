@@ -127,6 +127,14 @@ const CDialogRow dialogs[] = {
          request.levelNames = levels;
          s.prompter.Ask(request);
      }},
+    {"clean up",
+     [](CStage& s) {
+         CCleanupRequest request;
+         request.chosen = {"2"};
+         request.all = {"1", "2", "3"};
+         request.initial.cleanup.registers = true;
+         s.prompter.Ask(request);
+     }},
     {"flipbook",
      [](CStage& s) {
          s.prompter.Ask(CFlipbookRequest{levels, {{1}, 2, 9, 1, 50, 60, true}, {}, 10});

@@ -77,6 +77,7 @@ public:
         m_done.specks = RemoveSpecks(m_image, m_cleanup.specks, UnderSpecks::Surrounding);
         if (CStatus moved = Move(); !moved)
             return moved;
+        m_done.placed = m_pegs;
         if (m_cleanup.erasesPegs && m_pegs)
             ErasePegs(m_image, *m_pegs);
         if (CStatus weighted = ChangeWeight(); !weighted)

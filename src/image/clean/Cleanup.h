@@ -33,10 +33,11 @@ struct CCleanup {
 
 /// What became of a drawing.
 struct CCleanedUp {
-    int specks = 0;            ///< that have gone
-    std::optional<CPegs> pegs; ///< where they were found, if they were looked for
-    double degrees = 0;        ///< that it was turned by, counter-clockwise
-    CStatus registered;        ///< why it was not put on pegs, although it was to be; the rest is done all the same
+    int specks = 0;              ///< that have gone
+    std::optional<CPegs> pegs;   ///< where they were found, if they were looked for
+    std::optional<CPegs> placed; ///< where they are afterwards
+    double degrees = 0;          ///< that it was turned by, counter-clockwise
+    CStatus registered; ///< why it was not put on pegs, although it was to be; the rest is done all the same
 };
 
 /// How pegs are looked for in an image to be cleaned up.

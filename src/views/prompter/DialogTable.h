@@ -5,6 +5,7 @@
 #include "views/dialogs/BlurDialog.h"
 #include "views/dialogs/CameraDataDialog.h"
 #include "views/dialogs/CellDataDialog.h"
+#include "views/dialogs/CleanupDialog.h"
 #include "views/dialogs/ColorKeyDialog.h"
 #include "views/dialogs/CompressorDialog.h"
 #include "views/dialogs/DatabaseFolderDialog.h"
@@ -46,10 +47,10 @@ struct CDialogRows : Rows... {};
 using CDialogTable = CDialogRows<
     CDialogRow<CAppearanceRequest, CAppearanceDialog>, CDialogRow<CBlurRequest, CBlurDialog>,
     CDialogRow<CCameraDataRequest, CCameraDataDialog>, CDialogRow<CCellDataRequest, CCellDataDialog>,
-    CDialogRow<CColorKeyRequest, CColorKeyDialog>, CDialogRow<CColorRequest, CAddColorDialog>,
-    CDialogRow<CCompressorRequest, CCompressorDialog>, CDialogRow<CDatabaseFolderRequest, CDatabaseFolderDialog>,
-    CDialogRow<CFlipRequest, CFlipDialog>, CDialogRow<CFrameCountRequest, CFrameCountDialog>,
-    CDialogRow<CGridSettingsRequest, CGridSettingsDialog>,
+    CDialogRow<CCleanupRequest, CCleanupDialog>, CDialogRow<CColorKeyRequest, CColorKeyDialog>,
+    CDialogRow<CColorRequest, CAddColorDialog>, CDialogRow<CCompressorRequest, CCompressorDialog>,
+    CDialogRow<CDatabaseFolderRequest, CDatabaseFolderDialog>, CDialogRow<CFlipRequest, CFlipDialog>,
+    CDialogRow<CFrameCountRequest, CFrameCountDialog>, CDialogRow<CGridSettingsRequest, CGridSettingsDialog>,
     CDialogRow<CImportSettingsRequest, CImportSettingsDialog>, CDialogRow<CLevelRequest, CSelectLevelDialog>,
     CDialogRow<CMotionPathRequest, CMotionPathDialog>, CDialogRow<CNameRequest, CNameDialog>,
     CDialogRow<CNewCelRequest, CNewCelDialog>, CDialogRow<COnionSkinRequest, COnionSkinDialog>,
