@@ -43,6 +43,7 @@ enum class CommandId {
     AssetsFlip = 32873,
     AssetsColorKey = 32922,
     AssetsPin = 33174,
+    AssetsCleanUp = 33220,
 
     CameraMoveMode = 32857,
     CameraRotateMode = 32858,
@@ -113,6 +114,9 @@ enum class CommandId {
     CelNewOnTwos = 33184,
     CelNewOnThrees = 33185,
     CelPlayDrawings = 33186,
+    CelDespeckle = 33221,
+    CelThicken = 33222,
+    CelThin = 33223,
 
     SourcesSelectSource = 32785,
     SourcesScanCels = 32786,

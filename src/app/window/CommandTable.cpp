@@ -6,6 +6,7 @@
 #include "scene/AssetTransforms.h"
 #include "scene/CameraOperations.h"
 #include "scene/CellOperations.h"
+#include "scene/CleanupOperations.h"
 #include "scene/CommandState.h"
 #include "scene/FlipbookOperations.h"
 #include "scene/ImportOperations.h"
@@ -301,6 +302,10 @@ constexpr CCommand commands[] = {
     {CommandId::AssetsColorKey, "Color &Key Picture(s)", "color-key", "",
      "Color Keys the selected picture assets with the given key color and tolerance", "Color Key Picture(s)",
      When<CanColorKey>, nullptr, Do<&CVelmorltDoc::Transforms, &CAssetTransforms::ColorKeySelected>},
+    {CommandId::AssetsCleanUp, "Clean &Up Cel(s)/Picture(s)", "clean-up", "",
+     "Takes specks off scanned drawings, makes lines thicker or thinner and puts drawings on their peg holes",
+     "Clean Up Scanned Drawings", When<CanCleanUp>, nullptr,
+     Do<&CVelmorltDoc::Cleanups, &CCleanupOperations::AskAndCleanUp>},
 
     {CommandId::AssetsPin, "Pin to Light &Table", "pin", "",
      "Pins the selected cels or pictures under the drawing in the cel editor, or takes them away", "",
@@ -495,6 +500,15 @@ constexpr CCommand commands[] = {
      Do<&CVelmorltDoc::LightTable, &CLightTable::PutBack>, celEditor},
     {CommandId::CelClearPins, "Clear Light T&able", "", "", "Takes all pinned drawings away", "", HasPins, nullptr,
      Do<&CVelmorltDoc::LightTable, &CLightTable::Clear>, celEditor},
+    {CommandId::CelDespeckle, "&Despeckle", "despeckle", "",
+     "Takes specks off the cel, of the size that was last chosen for cleaning up", "Despeckle", When<HasEditedCel>,
+     nullptr, Do<&CVelmorltDoc::Cleanups, &CCleanupOperations::DespeckleEdited>, celEditor},
+    {CommandId::CelThicken, "Thic&ken Lines", "thicken-lines", "",
+     "Makes the lines of the cel thicker by a pixel on either side", "Thicken Lines", When<HasEditedCel>, nullptr,
+     Do<&CVelmorltDoc::Cleanups, &CCleanupOperations::ThickenEdited>, celEditor},
+    {CommandId::CelThin, "Thi&n Lines", "thin-lines", "",
+     "Makes the lines of the cel thinner by a pixel on either side, down to one pixel", "Thin Lines",
+     When<HasEditedCel>, nullptr, Do<&CVelmorltDoc::Cleanups, &CCleanupOperations::ThinEdited>, celEditor},
     ToolCommand<CommandId::CelBucket, CelTool::Bucket>(),
     ToolCommand<CommandId::CelPen, CelTool::Pen>(),
     ToolCommand<CommandId::CelEraser, CelTool::Eraser>(),

@@ -13,10 +13,10 @@ constexpr CommandId fileMenu[] = {FileNewScene,     FileOpenScene,   FileSceneMa
 constexpr CommandId editMenu[] = {EditUndo,        Separator,    EditCut,    EditCopy,    EditPaste,
                                   Separator,       EditCondense, EditExpand, EditReverse, Separator,
                                   EditRemoveSound, Separator,    EditRedo,   EditHistory};
-constexpr CommandId assetsMenu[] = {AssetsNewFolder,    AssetsNewCel,    Separator,  AssetsDelete,
-                                    AssetsDeleteFolder, Separator,       AssetsEdit, AssetsPlaySound,
-                                    AssetsRename,       AssetsDuplicate, Separator,  AssetsRotate,
-                                    AssetsFlip,         AssetsColorKey,  Separator,  AssetsPin};
+constexpr CommandId assetsMenu[] = {
+    AssetsNewFolder, AssetsNewCel,    Separator,    AssetsDelete,    AssetsDeleteFolder, Separator,
+    AssetsEdit,      AssetsPlaySound, AssetsRename, AssetsDuplicate, Separator,          AssetsRotate,
+    AssetsFlip,      AssetsColorKey,  Separator,    AssetsPin,       Separator,          AssetsCleanUp};
 constexpr CommandId cameraMenu[] = {CameraMoveMode, CameraRotateMode, CameraZoomMode,        Separator,
                                     CameraZoomIn,   CameraZoomOut,    CameraZoomOneToOne,    CameraPan,
                                     Separator,      CameraAntialias,  CameraMotionPathSetup, Separator,
@@ -52,7 +52,9 @@ constexpr CommandId celPaperMenu[] = {CelOnionSkin,   CelOnionSettings, Separato
                                       CelNextDrawing, Separator,        CelNewDrawing,  CelNewOnOnes,
                                       CelNewOnTwos,   CelNewOnThrees,   Separator,      CelLightTable,
                                       CelPinDrawing,  CelShiftPins,     CelPutBackPins, CelClearPins};
-constexpr CMenu celSubmenus[] = {{"&View", celViewMenu}, {"Pen and S&hapes", celPenMenu}, {"&Paper", celPaperMenu}};
+constexpr CommandId celCleanMenu[] = {CelDespeckle, CelThicken, CelThin};
+constexpr CMenu celSubmenus[] = {
+    {"&View", celViewMenu}, {"Pen and S&hapes", celPenMenu}, {"&Paper", celPaperMenu}, {"Clea&n Up", celCleanMenu}};
 constexpr CommandId sourcesMenu[] = {SourcesSelectSource,
                                      SourcesScanCels,
                                      SourcesScanPicture,
