@@ -1,9 +1,9 @@
+#include "app/cli/ChosenCels.h"
 #include "app/cli/Commands.h"
 #include "app/cli/ConsolePrompter.h"
 #include "app/cli/SceneReader.h"
 #include "scene/RecolorOperations.h"
 
-#include <algorithm>
 #include <charconv>
 #include <iostream>
 
@@ -21,21 +21,12 @@ CColor ColorOf(const std::string& digits) {
 
 // The files of the cels that are meant; nothing, after the message, when there is no such folder or cel.
 std::optional<std::vector<Path>> FilesOf(const CCelsArguments& arguments, const CSceneContext& context) {
-    const CScenePaths paths = context.model.Paths();
-    const std::vector<std::string> folders = ListCelFolders(paths);
-    if (std::ranges::find(folders, arguments.folder) == folders.end()) {
-        context.Show("There is no cel folder " + arguments.folder);
+    const std::optional<std::vector<std::string>> cels = ChosenCels(arguments, context);
+    if (!cels)
         return std::nullopt;
-    }
-    const std::vector<std::string> all = ListCelTitles(paths, arguments.folder);
     std::vector<Path> files;
-    for (const std::string& cel : arguments.cels.empty() ? all : arguments.cels) {
-        if (std::ranges::find(all, cel) == all.end()) {
-            context.Show("There is no cel " + cel + " in " + arguments.folder);
-            return std::nullopt;
-        }
-        files.push_back(paths.CelFile(arguments.folder, cel));
-    }
+    for (const std::string& cel : *cels)
+        files.push_back(context.model.Paths().CelFile(arguments.folder, cel));
     return files;
 }
 

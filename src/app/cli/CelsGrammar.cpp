@@ -21,6 +21,11 @@ void CCelsGrammar::AddTo(CLI::App& app, CommandRun& run) {
     CLI::App* cels = app.add_subcommand("cels", "Change the cels of a folder");
     cels->require_subcommand(1);
     AddRecolor(*cels, run);
+    m_cleaning.AddTo(
+        [cels](const char* name, const char* description, CCelsArguments& arguments) {
+            return AddCelsCommand(*cels, name, description, arguments);
+        },
+        run);
 }
 
 CLI::App* CCelsGrammar::AddCelsCommand(CLI::App& cels, const char* name, const char* description,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/cli/CleanGrammar.h"
 #include "app/cli/Grammar.h"
 
 namespace velmor {
@@ -17,6 +18,7 @@ private:
     void AddRecolor(CLI::App& cels, CommandRun& run);
 
     CRecolorArguments m_recolor;
+    CCleanGrammar m_cleaning;
 };
 
 } // namespace velmor

@@ -2,6 +2,7 @@
 
 #include "app/cli/ConsoleProgress.h"
 #include "app/cli/NumberList.h"
+#include "image/clean/Cleanup.h"
 #include "platform/files/PngFile.h"
 
 #include <optional>
@@ -126,6 +127,15 @@ struct CRecolorArguments {
     bool paint = false; ///< only paint
 };
 
+/// Despeckle, thicken, thin, register, or several of them.
+struct CCleanArguments {
+    CCelsArguments cels;
+    CCleanup cleanup;
+    std::string reference; ///< name of a cel; empty: level, in the middle
+    bool dryRun = false;   ///< only look for peg holes
+    bool json = false;
+};
+
 struct CPrintArguments {
     CSceneArguments scene;
     std::string paper = "a4";
@@ -142,6 +152,8 @@ struct CPrintArguments {
 [[nodiscard]] bool RunCheck(const CCheckArguments& arguments);
 [[nodiscard]] bool RunRecover(const CRecoverArguments& arguments);
 [[nodiscard]] bool RunSequenceImport(const CSequenceArguments& arguments);
+/// Says what became of each cel.
+[[nodiscard]] bool RunClean(const CCleanArguments& arguments);
 [[nodiscard]] bool RunRecolor(const CRecolorArguments& arguments);
 /// Has another program do it, which has Qt.
 [[nodiscard]] bool RunPrint(const CPrintArguments& arguments);
