@@ -241,10 +241,10 @@ TEST(Piece, LinesHangTogetherHoweverTheyAreTurnedAndScaled) {
     for (int round = 0; round < 150; ++round) {
         const CPiece piece = ThinLine(random);
         ASSERT_EQ(LineParts(piece), 1);
-        const CPlacement placement{{3, -4},
-                                   RandomBetween(random, 0, 3600) / 10.0,
-                                   RandomBetween(random, 10, 250) / 100.0,
-                                   RandomBetween(random, -250, -10) / 100.0};
+        const CPiecePlacement placement{{3, -4},
+                                        RandomBetween(random, 0, 3600) / 10.0,
+                                        RandomBetween(random, 10, 250) / 100.0,
+                                        RandomBetween(random, -250, -10) / 100.0};
         ASSERT_TRUE(CanPlace(piece, placement, {200, 200}));
         const CPiece placed = Placed(piece, placement);
         EXPECT_EQ(LineParts(placed), 1) << placement.degrees << ' ' << placement.scaleX << ' ' << placement.scaleY;

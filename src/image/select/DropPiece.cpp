@@ -1,6 +1,9 @@
 #include "image/select/Piece.h"
 #include "platform/process/Parallel.h"
 
+#include <algorithm>
+#include <bit>
+#include <cstring>
 #include <span>
 
 namespace velmor {
@@ -9,6 +12,7 @@ namespace {
 
 constexpr std::array channels{Channel::Red, Channel::Green, Channel::Blue, Channel::Alpha};
 constexpr int rowsAtOnce = 32;
+constexpr int lineBit = 1; ///< of the number of PiecePixel::Line alone
 
 // A colour that covers another by its alpha, rounded. Exactly the upper one where it is opaque or nothing is under
 // it.
@@ -22,6 +26,14 @@ CColor Over(CColor upper, CColor lower) {
     };
     return {mix(upper.blue, lower.blue), mix(upper.green, lower.green), mix(upper.red, lower.red),
             static_cast<std::uint8_t>((sum + 127) / 255)};
+}
+
+// One bit of each of eight bytes, that of the first one leftmost.
+int BitsOf(const std::uint8_t* bytes, int bit = 0) {
+    static_assert(std::endian::native == std::endian::little);
+    std::uint64_t word = 0;
+    std::memcpy(&word, bytes, sizeof word);
+    return static_cast<int>((word >> bit & 0x0101010101010101) * 0x8040201008040201 >> 56);
 }
 
 /// Puts rows of a piece into an image. Rows are apart from each other, in the line mask as well.
@@ -53,12 +65,7 @@ private:
         const auto width = static_cast<std::size_t>(Width());
         const std::span<std::uint8_t> covered =
             std::span(m_covered).subspan(static_cast<std::size_t>(row) * width, width);
-        const bool coversLines = m_piece.what == SelectWhat::Both;
-        for (int x = 0; x < Width(); ++x) {
-            const bool isPut = pixels[x] == PiecePixel::Line || (pixels[x] == PiecePixel::Paint &&
-                                                                 (coversLines || !m_image.IsLine(m_part.x + x, y)));
-            covered[static_cast<std::size_t>(x)] = isPut ? 0xff : 0;
-        }
+        FindCovered(y, pixels, covered);
         SetLines(y, pixels, covered);
         for (std::size_t plane = 0; plane < channels.size(); ++plane) {
             const std::uint8_t* const colors = m_piece.planes[plane].Span().data() + from;
@@ -68,20 +75,37 @@ private:
         }
     }
 
+    void FindCovered(int y, const PiecePixel* pixels, std::span<std::uint8_t> covered) {
+        for (std::size_t x = 0; x < covered.size(); ++x) // without branches it is done on many pixels at a time
+            covered[x] = pixels[x] != PiecePixel::Nothing ? 0xff : 0;
+        if (m_piece.what != SelectWhat::Paint)
+            return;
+        for (int x = 0; x < Width(); ++x)
+            if (m_image.IsLine(m_part.x + x, y))
+                covered[static_cast<std::size_t>(x)] = 0;
+    }
+
     // The mask's bytes, of eight pixels each, are changed once.
     void SetLines(int y, const PiecePixel* pixels, std::span<const std::uint8_t> covered) {
         std::uint8_t* const row = m_image.LineMask().data() +
                                   static_cast<std::size_t>(y) * static_cast<std::size_t>(m_image.StrideBits() / 8);
         for (int x = 0; x < Width();) {
             const int byte = (m_part.x + x) / 8;
+            const int end = std::min((byte + 1) * 8 - m_part.x, Width());
             int clear = 0;
             int set = 0;
-            for (; x < Width() && (m_part.x + x) / 8 == byte; ++x) {
-                const int bit = 0x80 >> (m_part.x + x) % 8;
-                clear |= covered[static_cast<std::size_t>(x)] & bit;
-                set |= pixels[x] == PiecePixel::Line ? bit : 0;
+            if (end - x == 8) {
+                clear = BitsOf(covered.data() + x);
+                set = BitsOf(reinterpret_cast<const std::uint8_t*>(pixels + x), lineBit);
+            } else {
+                for (int i = x; i < end; ++i) {
+                    const int bit = 0x80 >> (m_part.x + i) % 8;
+                    clear |= covered[static_cast<std::size_t>(i)] & bit;
+                    set |= pixels[i] == PiecePixel::Line ? bit : 0;
+                }
             }
             row[byte] = static_cast<std::uint8_t>((row[byte] & ~clear) | set);
+            x = end;
         }
     }
 

@@ -17,7 +17,7 @@ bool IsQuarter(double degrees) {
 
 } // namespace
 
-CPieceMap::CPieceMap(const CRect& place, const CPlacement& placement)
+CPieceMap::CPieceMap(const CRect& place, const CPiecePlacement& placement)
     : m_centre{(place.x + place.endX) / 2.0, (place.y + place.endY) / 2.0},
       m_target{m_centre.x + placement.move.x, m_centre.y + placement.move.y},
       m_scaleX(placement.scaleX),
@@ -63,7 +63,7 @@ CRect CPieceMap::Bounds() const {
             static_cast<int>(std::ceil(right.x)), static_cast<int>(std::ceil(high.y))};
 }
 
-bool CanPlace(const CPiece& piece, const CPlacement& placement, CSize image) {
+bool CanPlace(const CPiece& piece, const CPiecePlacement& placement, CSize image) {
     const double width = piece.Width() * std::abs(placement.scaleX);
     const double height = piece.Height() * std::abs(placement.scaleY);
     if (!(width >= 1 && height >= 1 && std::isfinite(width * height) && std::isfinite(placement.degrees)))

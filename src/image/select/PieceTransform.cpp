@@ -71,7 +71,7 @@ CPoint SourceOf(const CPiece& piece, const CPieceMap& map, const CPiece& placed,
     return {static_cast<int>(std::floor(at.x)) - piece.place.x, static_cast<int>(std::floor(at.y)) - piece.place.y};
 }
 
-CPiece Placed(const CPiece& piece, const CPlacement& placement) {
+CPiece Placed(const CPiece& piece, const CPiecePlacement& placement) {
     if (placement.IsMove()) {
         CPiece moved = piece;
         moved.place = {piece.place.x + placement.move.x, piece.place.y + placement.move.y,

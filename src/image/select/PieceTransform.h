@@ -6,7 +6,7 @@
 namespace velmor {
 
 /// Where a piece goes. It is scaled and turned about the middle of its own place, then moved.
-struct CPlacement {
+struct CPiecePlacement {
     CPoint move;        ///< in pixels
     double degrees = 0; ///< counter-clockwise as it is seen
     double scaleX = 1;  ///< along its own sides, before it is turned; below 0 mirrors; never 0
@@ -14,13 +14,13 @@ struct CPlacement {
 
     /// Nothing but a move.
     bool IsMove() const { return degrees == 0 && scaleX == 1 && scaleY == 1; }
-    bool operator==(const CPlacement&) const = default;
+    bool operator==(const CPiecePlacement&) const = default;
 };
 
 /// The way from a piece's own place to the image and back, between image points.
 class CPieceMap {
 public:
-    CPieceMap(const CRect& place, const CPlacement& placement);
+    CPieceMap(const CRect& place, const CPiecePlacement& placement);
 
     CRealPoint ToImage(CRealPoint point) const;
     CRealPoint ToPiece(CRealPoint point) const;
@@ -44,12 +44,12 @@ CPoint SourceOf(const CPiece& piece, const CPieceMap& map, const CPiece& placed,
 
 /// Whether the result would have a size that can be worked with: pieces may grow to four times as many pixels as
 /// the image has, and are at least a pixel wide and high.
-bool CanPlace(const CPiece& piece, const CPlacement& placement, CSize image);
+bool CanPlace(const CPiece& piece, const CPiecePlacement& placement, CSize image);
 
 /// The piece as it is there, always from the piece as it was lifted. Moving, mirroring and turning by quarters are
 /// exact. Otherwise a cel's colours are those of the nearest pixel, so that no new ones arise, and its lines stay
 /// one bit: what hangs together (corners included) goes on doing so, however small or turned. Pictures are sampled
 /// between their pixels. May throw std::bad_alloc.
-CPiece Placed(const CPiece& piece, const CPlacement& placement);
+CPiece Placed(const CPiece& piece, const CPiecePlacement& placement);
 
 } // namespace velmor
