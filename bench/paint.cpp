@@ -122,7 +122,8 @@ CCelImg OpenPage(int width, int height) {
 void GapFillOneCell(benchmark::State& state) {
     CCelImg cel = BusyPage(pageWidth, pageHeight);
     for (auto _ : state)
-        benchmark::DoNotOptimize(GapFill(cel, {720, 720}, red, {static_cast<int>(state.range(0)), true}).changed);
+        benchmark::DoNotOptimize(
+            PaintArea(cel, FindFillArea(cel, {720, 720}, {static_cast<int>(state.range(0)), true}), red).changed);
 }
 
 void GapFillOpenPage(benchmark::State& state) {
@@ -130,7 +131,8 @@ void GapFillOpenPage(benchmark::State& state) {
     const bool refuseLeaks = state.range(1) != 0;
     for (auto _ : state)
         benchmark::DoNotOptimize(
-            GapFill(cel, {720, 720}, red, {static_cast<int>(state.range(0)), refuseLeaks}).changed);
+            PaintArea(cel, FindFillArea(cel, {720, 720}, {static_cast<int>(state.range(0)), refuseLeaks}), red)
+                .changed);
 }
 
 /// The background of a drawing, which is asked whether it is a leak.
@@ -138,13 +140,14 @@ void GapFillBackground(benchmark::State& state) {
     CCelImg cel = OpenPage(pageWidth, pageHeight);
     static_cast<void>(EraserStroke(cel, {0, 20}, {pageWidth, 20}, 5, red));
     for (auto _ : state)
-        benchmark::DoNotOptimize(GapFill(cel, {300, 20}, red, {static_cast<int>(state.range(0)), true}).changed);
+        benchmark::DoNotOptimize(
+            PaintArea(cel, FindFillArea(cel, {300, 20}, {static_cast<int>(state.range(0)), true}), red).changed);
 }
 
 void FindGapsOfPage(benchmark::State& state) {
-    const CCelImg cel = OpenPage(pageWidth, pageHeight);
+    const CMaskPlane lines(OpenPage(pageWidth, pageHeight));
     for (auto _ : state)
-        benchmark::DoNotOptimize(FindGaps(cel, {static_cast<int>(state.range(0))}).size());
+        benchmark::DoNotOptimize(FindGaps(lines, static_cast<int>(state.range(0))).size());
 }
 
 void PenSegment(benchmark::State& state) {

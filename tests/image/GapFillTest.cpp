@@ -48,6 +48,10 @@ CCelImg BoxWithGap(int gap) {
     return cel;
 }
 
+CPaintResult GapFill(CCelImg& cel, CPoint at, CColor color, const CGapFillChoices& choices) {
+    return PaintArea(cel, FindFillArea(cel, at, choices), color);
+}
+
 bool IsPainted(const CCelImg& cel, int x, int y) {
     return cel.ColorAt(x, y) != white;
 }
@@ -327,13 +331,14 @@ TEST(GapFill, PaintsGradientsInTheSameArea) {
     CCelImg gradient = solid;
     CCelImg closed = BoxWithGap(0);
     ASSERT_TRUE(GapFill(solid, {50, 50}, red, {6}).status);
-    ASSERT_TRUE(GapFillGradient(gradient, {50, 50}, red, {60, 70}, blue, {6}).status);
+    ASSERT_TRUE(PaintArea(gradient, FindFillArea(gradient, {50, 50}, {6}), {50, 50}, red, {60, 70}, blue).status);
     ASSERT_TRUE(FillGradient(closed, 50, 50, red, 60, 70, blue).status);
     EXPECT_EQ(CountPainted(gradient), CountPainted(solid));
     for (int x = 21; x < 80; ++x)
         EXPECT_EQ(gradient.ColorAt(x, 33), closed.ColorAt(x, 33));
     CCelImg leaking = BoxWithGap(12);
-    EXPECT_TRUE(GapFillGradient(leaking, {50, 50}, red, {60, 70}, blue, {6, true}).leak);
+    const CFillArea leak = FindFillArea(leaking, {50, 50}, {6, true});
+    EXPECT_TRUE(PaintArea(leaking, leak, {50, 50}, red, {60, 70}, blue).leak);
     EXPECT_EQ(CountPainted(leaking), 0);
 }
 
@@ -349,15 +354,15 @@ TEST(GapFill, BoxAndLoopFillRoomsThatAreWhollyInside) {
     CCelImg loop = cel;
     CCelImg none = cel;
     const CCelImg drawing = cel;
-    ASSERT_TRUE(GapFillBox(cel, {70, 55}, {5, 5}, red, {4}).status);
+    ASSERT_TRUE(PaintArea(cel, FindBoxArea(cel, {70, 55}, {5, 5}, {4}), red).status);
     EXPECT_TRUE(IsPainted(cel, 11, 11) && IsPainted(cel, 49, 49));
     EXPECT_FALSE(IsPainted(cel, 60, 30) || IsPainted(cel, 6, 6));
     const std::vector<CPoint> around{{4, 4}, {70, 8}, {60, 58}, {-8, 54}};
-    ASSERT_TRUE(FillLoop(loop, around, red, {4}).status);
+    ASSERT_TRUE(PaintArea(loop, FindLoopArea(loop, around, {4}), red).status);
     EXPECT_EQ(loop.FileBytes(), cel.FileBytes());
-    EXPECT_TRUE(FillLoop(none, around, red, {0}).changed.IsEmpty()); // nothing is closed
+    EXPECT_TRUE(PaintArea(none, FindLoopArea(none, around, {0}), red).changed.IsEmpty()); // nothing is closed
     for (const std::vector<CPoint>& empty : {std::vector<CPoint>{}, std::vector<CPoint>{{30, 30}}})
-        EXPECT_TRUE(FillLoop(none, empty, red, {4}).changed.IsEmpty());
+        EXPECT_TRUE(PaintArea(none, FindLoopArea(none, empty, {4}), red).changed.IsEmpty());
     EXPECT_EQ(none.FileBytes(), drawing.FileBytes());
 }
 
@@ -368,7 +373,7 @@ TEST(GapFill, BoxWithoutAGapIsThePlainBox) {
         CCelImg plain = cel;
         const CRect box{RandomBetween(random, -5, 40), RandomBetween(random, -5, 40),
                         RandomBetween(random, 41, 160), RandomBetween(random, 41, 100)};
-        ASSERT_TRUE(GapFillBox(cel, {box.x, box.endY}, {box.endX, box.y}, red, {0}).status);
+        ASSERT_TRUE(PaintArea(cel, FindBoxArea(cel, {box.x, box.endY}, {box.endX, box.y}, {0}), red).status);
         ASSERT_TRUE(FillBox(plain, box.x, std::min(box.endX, cel.Width() - 1), box.y,
                             std::min(box.endY, cel.Height() - 1), red)
                         .status);
@@ -401,12 +406,12 @@ TEST(GapFill, StopsAtLinesOfOtherCelsAndRunsUnderThem) {
 }
 
 TEST(GapFill, FindsTheGapsThatItCloses) {
-    EXPECT_EQ(FindGaps(BoxWithGap(7), {7}), (std::vector<CPassage>{{{80, 39}, {80, 47}}}));
-    EXPECT_TRUE(FindGaps(BoxWithGap(8), {7}).empty());
+    EXPECT_EQ(FindGaps(CMaskPlane(BoxWithGap(7)), 7), (std::vector<CPassage>{{{80, 39}, {80, 47}}}));
+    EXPECT_TRUE(FindGaps(CMaskPlane(BoxWithGap(8)), 7).empty());
     CCelImg two = BoxWithGap(4);
     for (int x = 46; x < 49; ++x)
         two.SetLine(x, 20, false);
-    const std::vector<CPassage> gaps = FindGaps(two, {8});
+    const std::vector<CPassage> gaps = FindGaps(CMaskPlane(two), 8);
     ASSERT_EQ(gaps.size(), 2u);
     EXPECT_EQ(gaps[0].SquaredLength(), 25);
     EXPECT_EQ(gaps[1].SquaredLength(), 16);
@@ -419,6 +424,4 @@ TEST(GapFill, DoesNothingWhereThereIsNothingToFill) {
         EXPECT_TRUE(GapFill(cel, at, red, {8, true}).changed.IsEmpty());
     EXPECT_EQ(cel.FileBytes(), before);
     EXPECT_FALSE(cel.IsModified());
-    CCelImg picture;
-    EXPECT_FALSE(GapFill(picture, {0, 0}, red, {8}).status);
 }

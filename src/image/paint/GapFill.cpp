@@ -99,18 +99,6 @@ CPaintResult PaintFound(CCelImg& cel, const CFillArea& area, Paint paint) {
     return {CStatus(), area.bounds, {}};
 }
 
-// Fails where memory is short, before the image is changed, and for what is no cel.
-template<class Operation>
-CPaintResult OnCel(const CCelImg& cel, const char* name, Operation operation) {
-    if (cel.GetLoadState() != LoadState::Cel)
-        return {CStatus::Failure(std::string("Internal Error : cel is not loaded in ") + name), {}};
-    try {
-        return operation();
-    } catch (const std::bad_alloc&) {
-        return {CStatus::Failure("Unable to allocate memory for cel!"), {}};
-    }
-}
-
 } // namespace
 
 CFillArea FindFillArea(const CCelImg& cel, CPoint at, const CGapFillChoices& choices) {
@@ -134,48 +122,30 @@ CFillArea FindFillArea(const CCelImg& cel, CPoint at, const CGapFillChoices& cho
     return area;
 }
 
-void PaintArea(CCelImg& cel, const CFillArea& area, CColor color) {
-    PaintFound(cel, area, CSolidPaint(cel, color));
+CFillArea FindBoxArea(const CCelImg& cel, CPoint corner1, CPoint corner2, const CGapFillChoices& choices) {
+    CMaskPlane inside(cel.Width(), cel.Height());
+    const CRect box = Intersection({std::min(corner1.x, corner2.x) + 1, std::min(corner1.y, corner2.y) + 1,
+                                    std::max(corner1.x, corner2.x), std::max(corner1.y, corner2.y)},
+                                   WholeOf(inside));
+    for (int y = box.y; y < box.endY; ++y)
+        inside.SetRun(y, box.x, box.endX);
+    return RoomsInside(cel, inside, choices);
 }
 
-CPaintResult GapFill(CCelImg& cel, CPoint at, CColor color, const CGapFillChoices& choices) {
-    return OnCel(cel, "Fill",
-                 [&] { return PaintFound(cel, FindFillArea(cel, at, choices), CSolidPaint(cel, color)); });
+CFillArea FindLoopArea(const CCelImg& cel, std::span<const CPoint> loop, const CGapFillChoices& choices) {
+    return RoomsInside(cel, InsideOfLoop(loop, {cel.Width(), cel.Height()}), choices);
 }
 
-CPaintResult GapFillGradient(CCelImg& cel, CPoint from, CColor color1, CPoint to, CColor color2,
-                             const CGapFillChoices& choices) {
-    if (from == to)
-        return GapFill(cel, from, color1, choices);
-    return OnCel(cel, "FillGradient", [&] {
-        return PaintFound(cel, FindFillArea(cel, from, choices), CGradientPaint(cel, from, color1, to, color2));
-    });
+CPaintResult PaintArea(CCelImg& cel, const CFillArea& area, CColor color) {
+    return PaintFound(cel, area, CSolidPaint(cel, color));
 }
 
-CPaintResult GapFillBox(CCelImg& cel, CPoint corner1, CPoint corner2, CColor color,
-                        const CGapFillChoices& choices) {
-    return OnCel(cel, "FillBox", [&] {
-        // What touches the outline is not inside.
-        CMaskPlane inside(cel.Width(), cel.Height());
-        const CRect box = Intersection({std::min(corner1.x, corner2.x) + 1, std::min(corner1.y, corner2.y) + 1,
-                                        std::max(corner1.x, corner2.x), std::max(corner1.y, corner2.y)},
-                                       WholeOf(inside));
-        for (int y = box.y; y < box.endY; ++y)
-            inside.SetRun(y, box.x, box.endX);
-        return PaintFound(cel, RoomsInside(cel, inside, choices), CSolidPaint(cel, color));
-    });
+CPaintResult PaintArea(CCelImg& cel, const CFillArea& area, CPoint from, CColor color1, CPoint to, CColor color2) {
+    return PaintFound(cel, area, CGradientPaint(cel, from, color1, to, color2));
 }
 
-CPaintResult FillLoop(CCelImg& cel, std::span<const CPoint> loop, CColor color, const CGapFillChoices& choices) {
-    return OnCel(cel, "FillLoop", [&] {
-        const CMaskPlane inside = InsideOfLoop(loop, {cel.Width(), cel.Height()});
-        return PaintFound(cel, RoomsInside(cel, inside, choices), CSolidPaint(cel, color));
-    });
-}
-
-std::vector<CPassage> FindGaps(const CCelImg& cel, const CGapFillChoices& choices) {
-    const CMaskPlane lines = LinesOf(cel, choices);
-    const CGapMap map(lines, WholeOf(lines), choices.gap);
+std::vector<CPassage> FindGaps(const CMaskPlane& lines, int gap) {
+    const CGapMap map(lines, WholeOf(lines), gap);
     // A closed gap is met pixel by pixel, from its middle to its ends: of what hangs together the first counts.
     CMaskPlane known(lines.Width() + 2, lines.Height() + 2);
     std::vector<CPassage> gaps;
@@ -187,7 +157,7 @@ std::vector<CPassage> FindGaps(const CCelImg& cel, const CGapFillChoices& choice
             known.SetRun(closed.at.y + dy, closed.at.x, closed.at.x + 3);
         if (isKnown)
             continue;
-        if (const std::optional<CPassage> passage = PassageAt(lines, closed.at, choices.gap + 2))
+        if (const std::optional<CPassage> passage = PassageAt(lines, closed.at, gap + 2))
             gaps.push_back(*passage);
     }
     std::ranges::stable_sort(gaps, std::greater<>(), &CPassage::SquaredLength);

@@ -32,29 +32,26 @@ struct CGapFillChoices {
 
 /// What a fill is going to paint: the pixels, or where it would leak out and is refused.
 struct CFillArea {
-    CMaskPlane pixels; ///< as large as the cel; empty for a line pixel or one outside
-    CRect bounds;
+    CMaskPlane pixels; ///< as large as the cel
+    CRect bounds;      ///< empty for nothing to paint
     std::optional<CPoint> leak;
 };
 
-/// The area that a fill of a pixel would paint. May throw std::bad_alloc.
+// All of these may throw std::bad_alloc.
+
+/// The area of a pixel; nothing for one of a line or outside.
 CFillArea FindFillArea(const CCelImg& cel, CPoint at, const CGapFillChoices& choices);
-/// Paints an area, which was found in an image of this size.
-void PaintArea(CCelImg& cel, const CFillArea& area, CColor color);
+/// Every room that lies wholly inside the rectangle between two corners, whose outline is not inside.
+CFillArea FindBoxArea(const CCelImg& cel, CPoint corner1, CPoint corner2, const CGapFillChoices& choices);
+/// Every room that lies wholly inside a loop drawn by hand, which is closed by a straight line.
+CFillArea FindLoopArea(const CCelImg& cel, std::span<const CPoint> loop, const CGapFillChoices& choices);
 
-// What is refused because of a leak changes nothing, and the result says where.
-CPaintResult GapFill(CCelImg& cel, CPoint at, CColor color, const CGapFillChoices& choices);
-/// As FillGradient().
-CPaintResult GapFillGradient(CCelImg& cel, CPoint from, CColor color1, CPoint to, CColor color2,
-                             const CGapFillChoices& choices);
-/// Fills every room that lies wholly inside the rectangle between two corners, which belong to it.
-CPaintResult GapFillBox(CCelImg& cel, CPoint corner1, CPoint corner2, CColor color, const CGapFillChoices& choices);
-/// Fills every room that lies wholly inside a loop drawn by hand, which is closed by a straight line. Pixels count
-/// as inside by their centres.
-CPaintResult FillLoop(CCelImg& cel, std::span<const CPoint> loop, CColor color, const CGapFillChoices& choices);
+/// Paints an area of a cel, unless it leaks, which the result then says.
+CPaintResult PaintArea(CCelImg& cel, const CFillArea& area, CColor color);
+/// Paints it as FillGradient() does, between two different points.
+CPaintResult PaintArea(CCelImg& cel, const CFillArea& area, CPoint from, CColor color1, CPoint to, CColor color2);
 
-/// The gaps that a fill with these choices finds closed, from line pixel to line pixel, the widest first. May throw
-/// std::bad_alloc.
-std::vector<CPassage> FindGaps(const CCelImg& cel, const CGapFillChoices& choices);
+/// The gaps that a fill finds closed, from line pixel to line pixel, the widest first.
+std::vector<CPassage> FindGaps(const CMaskPlane& lines, int gap);
 
 } // namespace velmor

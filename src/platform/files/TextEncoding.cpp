@@ -99,6 +99,15 @@ std::string Utf8ToWindows1252(std::string_view utf8) {
     return bytes;
 }
 
+bool IsUtf8(std::string_view text) {
+    while (!text.empty()) {
+        const char first = text.front();
+        if (TakeCharacter(text) == U'?' && first != '?')
+            return false;
+    }
+    return true;
+}
+
 bool IsStorable(std::string_view utf8) {
     return Windows1252ToUtf8(Utf8ToWindows1252(utf8)) == utf8;
 }

@@ -14,6 +14,8 @@ std::string Windows1252ToUtf8(std::string_view bytes);
 /// A character that does not exist in Windows-1252, and every byte that is not valid UTF-8, becomes '?'.
 std::string Utf8ToWindows1252(std::string_view utf8);
 
+bool IsUtf8(std::string_view text);
+
 /// Whether a text comes back from a file as it was written.
 bool IsStorable(std::string_view utf8);
 
