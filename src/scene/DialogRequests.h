@@ -11,6 +11,7 @@
 #include "render/RenderSetup.h"
 #include "scene/Dialogs.h"
 #include "scene/DropType.h"
+#include "scene/FillChoices.h"
 #include "scene/PenSettings.h"
 #include "scene/SceneSettings.h"
 #include "scene/Sequence.h"
@@ -211,6 +212,7 @@ struct CLineCheckRequest {
 struct CColorValues {
     std::string name = "New Col";
     CColor color{128, 128, 128, 255};
+    bool repaints = false; ///< what is painted with the colour before
 };
 
 struct CColorRequest {
@@ -218,6 +220,14 @@ struct CColorRequest {
 
     CColorValues initial;
     AcceptRule<CColorValues> accept;
+    std::string repaintText = {}; ///< of the check box for repainting; empty for none
+};
+
+/// "Fill Settings". The gap and what goes under lines are held to their ranges.
+struct CFillSettingsRequest {
+    using Answer = std::optional<CFillChoices>;
+
+    CFillChoices initial;
 };
 
 /// Where "Replace Color" looks.

@@ -14,6 +14,7 @@ struct CColorRequest;
 struct CCompressorRequest;
 struct CDatabaseFolderRequest;
 struct CDropTypeRequest;
+struct CFillSettingsRequest;
 struct CFlipRequest;
 struct CFlipbookRequest;
 struct CFrameCountRequest;
@@ -50,8 +51,8 @@ using CAnyDialog =
     std::variant<CDialogOf<CAppearanceRequest>*, CDialogOf<CBlurRequest>*, CDialogOf<CCameraDataRequest>*,
                  CDialogOf<CCellDataRequest>*, CDialogOf<CCleanupRequest>*, CDialogOf<CColorKeyRequest>*,
                  CDialogOf<CColorRequest>*, CDialogOf<CCompressorRequest>*, CDialogOf<CDatabaseFolderRequest>*,
-                 CDialogOf<CDropTypeRequest>*, CDialogOf<CFlipRequest>*, CDialogOf<CFlipbookRequest>*,
-                 CDialogOf<CFrameCountRequest>*, CDialogOf<CGridSettingsRequest>*,
+                 CDialogOf<CDropTypeRequest>*, CDialogOf<CFillSettingsRequest>*, CDialogOf<CFlipRequest>*,
+                 CDialogOf<CFlipbookRequest>*, CDialogOf<CFrameCountRequest>*, CDialogOf<CGridSettingsRequest>*,
                  CDialogOf<CImportSettingsRequest>*, CDialogOf<CInbetweenRequest>*, CDialogOf<CLevelRequest>*,
                  CDialogOf<CMotionPathRequest>*, CDialogOf<CNameRequest>*, CDialogOf<CNewCelRequest>*,
                  CDialogOf<COnionSkinRequest>*, CDialogOf<COpenFilesRequest>*, CDialogOf<COpenSceneRequest>*,

@@ -21,7 +21,8 @@ enum class CelTool {
     Line = 4,
     Curve = 5,
     Rectangle = 6,
-    Ellipse = 7
+    Ellipse = 7,
+    AreaFill = 11
 };
 
 /// What a tool makes of the way from press to release.
@@ -72,8 +73,8 @@ CPaintResult ColorLines(CCelImg& image, const CPaintChoices& choices, CPoint fro
 /// Of tools that leave it to their hand.
 CPaintResult PaintNothing(CCelImg& image, const CPaintChoices& choices, CPoint from, CPoint to);
 
-/// In the order of CelTool.
-inline constexpr std::array<CPaintTool, 8> paintTools{{
+/// In the order of menus and tool bars.
+inline constexpr std::array<CPaintTool, 9> paintTools{{
     {CelTool::Bucket,
      "BUCKET",
      "Fill",
@@ -194,10 +195,32 @@ inline constexpr std::array<CPaintTool, 8> paintTools{{
      PenForm,
      PenReach,
      DrawPen},
+    {CelTool::AreaFill,
+     "AREAFILL",
+     "Area Fill",
+     "&Area Fill\tSHIFT+B",
+     "Shift+B",
+     "Fills every closed area inside of a loop that is drawn round it with the foreground color",
+     "Area fill: draw a loop round closed areas to fill them",
+     "area-fill",
+     "",
+     "cursor-bucket",
+     {6, 26},
+     false,
+     OwnForm,
+     Anywhere,
+     PaintNothing},
 }};
 
+/// The place of a tool in the table; the first one's for what is no tool, such as a number from old settings.
+constexpr std::size_t RowOf(CelTool tool) {
+    for (std::size_t row = 0; row < paintTools.size(); ++row)
+        if (paintTools[row].id == tool)
+            return row;
+    return 0;
+}
 constexpr const CPaintTool& ToolOf(CelTool tool) {
-    return paintTools[static_cast<std::size_t>(tool)];
+    return paintTools[RowOf(tool)];
 }
 
 /// A round tip for strokes that pressure scales.

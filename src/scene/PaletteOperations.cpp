@@ -1,11 +1,15 @@
 #include "scene/PaletteOperations.h"
 
+#include "image/PaletteNames.h"
+#include "image/import/GimpPalette.h"
+#include "image/paint/GapFill.h"
 #include "scene/DialogRequests.h"
-#include "scene/NamingRules.h"
 #include "scene/SceneEdit.h"
 #include "scene/Settings.h"
 
 #include <algorithm>
+#include <array>
+#include <utility>
 
 namespace velmor {
 
@@ -16,9 +20,40 @@ constexpr int noBrush = -1;
 constexpr int noEntry = -1;
 constexpr int mostPen = 3;
 constexpr int mostBucketMode = 2;
+constexpr std::uint64_t mostImportedBytes = 1 << 24;
+constexpr const char* exchangeFilter = "GIMP Palettes (*.gpl)|*.gpl|All Files (*.*)|*.*||";
 
 void ReplaceColor(CColor& color, ColorRef value) {
     color = {BlueOf(value), GreenOf(value), RedOf(value), color.alpha};
+}
+
+CFillChoices InRange(CFillChoices fill) {
+    fill.gap = std::clamp(fill.gap, 0, mostFillGap);
+    fill.underLine = std::clamp(fill.underLine, 0, mostUnderLine);
+    return fill;
+}
+
+int EntryOf(const CPalette& palette, CColor color) {
+    for (int i = 0; i < palette.Count(); ++i)
+        if (palette.At(i).color == color)
+            return i;
+    return noEntry;
+}
+
+// Where an entry comes to stand when another one is moved.
+int AfterMove(int entry, int from, int to) {
+    if (entry == from)
+        return to;
+    if (from < entry && entry <= to)
+        return entry - 1;
+    return to <= entry && entry < from ? entry + 1 : entry;
+}
+
+bool Holds(const CPalette& palette, const CNamedColor& wanted) {
+    for (int i = 0; i < palette.Count(); ++i)
+        if (palette.At(i) == wanted)
+            return true;
+    return false;
 }
 
 // Where a damaged file can be kept: "Fox.colors.damaged", "Fox.colors.damaged2" and so on.
@@ -95,14 +130,21 @@ void CPaletteOperations::EditColor(int index) {
     CPalette changed = m_context.model.palette;
     if (!m_context.Require(changed.Contains(index), "Internal error : color index out of range in EditColor"))
         return;
-    const CNamedColor& entry = changed.At(index);
-    const std::optional<CColorValues> values = m_context.prompter.Ask(Request({entry.name, entry.color}));
+    const CNamedColor entry = changed.At(index);
+    CColorRequest request = Request({entry.name, entry.color});
+    if (m_repaint.question)
+        request.repaintText = m_repaint.question();
+    const std::optional<CColorValues> values = m_context.prompter.Ask(request);
     if (!values)
         return;
     changed.Set(index, {values->color, values->name});
     const int foregroundEntry = m_context.model.paint.foregroundEntry;
-    if (Adopt("Edit Color " + values->name, std::move(changed), foregroundEntry) && index == foregroundEntry)
+    if (!Adopt("Edit Color " + values->name, std::move(changed), foregroundEntry))
+        return;
+    if (index == foregroundEntry)
         SetFGColor(index);
+    if (values->repaints && values->color != entry.color)
+        m_repaint.repaint(entry.color, values->color);
 }
 
 void CPaletteOperations::DeleteColor(int index) {
@@ -140,6 +182,60 @@ void CPaletteOperations::AskAndAddColor() {
         SetFGColor(added);
 }
 
+void CPaletteOperations::SwapColors() {
+    CPaintChoices& paint = m_context.model.paint;
+    std::swap(paint.foreground, paint.background);
+    paint.foregroundEntry = EntryOf(m_context.model.palette, paint.foreground);
+    m_context.Update(UpdateHint::Colors);
+}
+
+void CPaletteOperations::MoveColor(int from, int to) {
+    CPalette changed = m_context.model.palette;
+    if (from == to || !changed.Contains(from) || !changed.Contains(to))
+        return;
+    const CNamedColor moved = changed.At(from);
+    for (int i = from; i != to; i += from < to ? 1 : -1)
+        changed.Set(i, changed.At(from < to ? i + 1 : i - 1));
+    changed.Set(to, moved);
+    Adopt("Move Color " + moved.name, std::move(changed),
+          AfterMove(m_context.model.paint.foregroundEntry, from, to));
+}
+
+void CPaletteOperations::AskAndImportPalette() {
+    const std::vector<Path> files =
+        m_context.prompter.Ask(COpenFilesRequest{{"Import Palette", exchangeFilter, ".gpl", "", false}});
+    if (files.empty())
+        return;
+    const std::optional<CFileBytes> bytes = ReadWholeFile(files.front(), mostImportedBytes);
+    CPalette imported;
+    if (!m_context.Require(bytes.has_value(), "Unable to open the palette file for reading") ||
+        !m_context.Report(ReadGimpPalette(bytes->Span(), imported)))
+        return;
+    CPalette changed = m_context.model.palette;
+    int left = 0;
+    for (int i = 0; i < imported.Count(); ++i)
+        if (!Holds(changed, imported.At(i)) && !changed.Add(imported.At(i)))
+            ++left;
+    if (!m_context.Require(changed != m_context.model.palette, "The palette has all colors of this file already"))
+        return;
+    if (Adopt("Import Palette", std::move(changed), m_context.model.paint.foregroundEntry) && left > 0)
+        m_context.Show("The palette is full: " + std::to_string(left) + " colors of the file are left out");
+}
+
+void CPaletteOperations::AskAndExportPalette() {
+    const std::string& folder = m_context.model.folderName;
+    const CSaveFileRequest request{{"Export Palette", exchangeFilter, ".gpl", folder + ".gpl", false}};
+    std::optional<Path> file = m_context.prompter.Ask(request);
+    while (file && FileExists(*file) && !m_context.prompter.AskYesNo("File Exists, Do you want to overwrite it ?"))
+        file = m_context.prompter.Ask(request);
+    if (!file)
+        return;
+    const std::string text = GimpPaletteText(m_context.model.palette, folder);
+    const auto* const bytes = reinterpret_cast<const std::uint8_t*>(text.data());
+    static_cast<void>(m_context.Require(WriteFileAtomically(*file, {bytes, text.size()}),
+                                        "Problem writing file: Disk Full? or ReadOnly?"));
+}
+
 void CPaletteOperations::SetBrush(int brush) {
     if (!m_context.Require(brush >= noBrush && brush <= mostBrush,
                            "Internal Error: brush no out of range in SetBrush"))
@@ -166,11 +262,34 @@ void CPaletteOperations::SetBucketMode(int mode) {
     m_context.Update(UpdateHint::Tools);
 }
 
+void CPaletteOperations::SetFill(const CFillChoices& fill) {
+    CFillChoices& now = m_context.model.paint.fill;
+    now = InRange(fill);
+    Set(m_context.profile, setting::lastFillGap, now.gap);
+    Set(m_context.profile, setting::lastFillRefusesLeaks, now.refuseLeaks ? 1 : 0);
+    Set(m_context.profile, setting::lastFillUnderLine, now.underLine);
+    Set(m_context.profile, setting::lastFillLines, static_cast<int>(now.lines));
+    Set(m_context.profile, setting::lastFillOverAreas, now.overAreas ? 1 : 0);
+    m_context.Update(UpdateHint::Tools);
+}
+
+void CPaletteOperations::EditFillSettings() {
+    if (const std::optional<CFillChoices> fill =
+            m_context.prompter.Ask(CFillSettingsRequest{m_context.model.paint.fill}))
+        SetFill(*fill);
+}
+
 void CPaletteOperations::ReadChoices() {
     CPaintChoices& paint = m_context.model.paint;
     paint.brush = std::clamp(Get(m_context.profile, setting::lastBrush), noBrush, mostBrush);
     paint.pen = std::clamp(Get(m_context.profile, setting::lastPen), 0, mostPen);
     paint.bucketMode = std::clamp(Get(m_context.profile, setting::lastBucketMode), 0, mostBucketMode);
+    const CProfile& profile = m_context.profile;
+    const bool ofVisibleCels = Get(profile, setting::lastFillLines) == static_cast<int>(FillLines::VisibleCels);
+    paint.fill = InRange({Get(profile, setting::lastFillGap), Get(profile, setting::lastFillRefusesLeaks) != 0,
+                          Get(profile, setting::lastFillUnderLine),
+                          ofVisibleCels ? FillLines::VisibleCels : FillLines::ThisCel,
+                          Get(profile, setting::lastFillOverAreas) != 0});
 }
 
 bool CPaletteOperations::SaveColors() const {
@@ -187,6 +306,7 @@ bool CPaletteOperations::LoadColors() {
     // Not the colours of the folder before, which would soon be saved here.
     if (!loaded && FileExists(file))
         model.palette = SalvagePalette(file);
+    LoadNames(PaletteNamesFile(file));
     // The foreground stays, whatever stands at its entry's place in this palette.
     CPaintChoices& paint = model.paint;
     if (!model.palette.Contains(paint.foregroundEntry) ||
@@ -205,32 +325,51 @@ void CPaletteOperations::ClearPalette() {
 
 bool CPaletteOperations::Save(const CPalette& palette) const {
     const CSceneModel& model = m_context.model;
-    return m_context.Require(model.sceneOpen, "Internal Error: Scene is not open in SaveColors") &&
-           m_context.Require(!model.folderName.empty(), "Internal error : folder not open for SaveColors") &&
-           SetDamagedFileAside(model.Paths().PaletteFile(model.folderName)) &&
-           m_context.Report(SavePalette(model.Paths().PaletteFile(model.folderName), palette));
+    if (!m_context.Require(model.sceneOpen, "Internal Error: Scene is not open in SaveColors") ||
+        !m_context.Require(!model.folderName.empty(), "Internal error : folder not open for SaveColors"))
+        return false;
+    const Path file = model.Paths().PaletteFile(model.folderName);
+    const Path names = PaletteNamesFile(file);
+    if (!SetDamagedFileAside(file) || !m_context.Report(SavePaletteNames(names, palette)))
+        return false;
+    if (m_context.Report(SavePalette(file, palette)))
+        return true;
+    static_cast<void>(SavePaletteNames(names, model.palette)); // the palette is still that one
+    return false;
+}
+
+void CPaletteOperations::LoadNames(const Path& file) {
+    if (!m_context.Report(LoadPaletteNames(file, m_context.model.palette)))
+        static_cast<void>(KeepAside(file, "The damaged color names file is kept as ")); // nothing depends on it
 }
 
 bool CPaletteOperations::SetDamagedFileAside(const Path& file) const {
     CPalette palette;
     if (!FileExists(file) || LoadPalette(file, palette))
         return true;
+    return m_context.Require(KeepAside(file, "The damaged color data file is kept as "),
+                             "Problem opening the color data file for writing");
+}
+
+bool CPaletteOperations::KeepAside(const Path& file, const char* what) const {
     const Path kept = FreeNameFor(file);
-    if (!m_context.Require(MoveFile(file, kept), "Problem opening the color data file for writing"))
+    if (!MoveFile(file, kept))
         return false;
-    m_context.Show("The damaged color data file is kept as " + Utf8Of(kept.filename()));
+    m_context.Show(what + Utf8Of(kept.filename()));
     return true;
 }
 
 CColorRequest CPaletteOperations::Request(const CColorValues& initial) const {
-    return {initial, [this](const CColorValues& values) { return m_context.Report(CheckFreeText(values.name)); }};
+    return {initial, {}};
 }
 
 bool CPaletteOperations::Adopt(const std::string& deed, CPalette changed, int foregroundEntry) {
     CSceneModel& model = m_context.model;
     CSceneEdit edit(m_context, deed, UpdateHint::Palette);
-    if (model.HasFolder())
-        edit.KeepFile(model.Paths().PaletteFile(model.folderName));
+    if (model.HasFolder()) {
+        const Path file = model.Paths().PaletteFile(model.folderName);
+        edit.KeepFiles(std::array{file, PaletteNamesFile(file)});
+    }
     if (!Save(changed)) {
         edit.CallOff();
         return false;

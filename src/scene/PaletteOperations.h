@@ -3,12 +3,20 @@
 #include "image/Palette.h"
 #include "scene/SceneContext.h"
 
+#include <functional>
 #include <string>
 
 namespace velmor {
 
 struct CColorRequest;
 struct CColorValues;
+
+/// What an edited colour may be repainted in.
+struct CColorRepaint {
+    /// The question for it; empty while there is nothing to repaint.
+    std::function<std::string()> question;
+    std::function<void(const CColor& from, const CColor& to)> repaint;
+};
 
 /// The palette of the current folder, the two current colours and the painting choices. Every operation shows what
 /// is wrong and then does nothing.
@@ -31,10 +39,22 @@ public:
     /// The "Delete Color" button: asks. After the foreground's entry the one that takes its place is the
     /// foreground.
     void AskAndDeleteColor(int index);
+    /// Foreground and background change places.
+    void SwapColors();
+    /// Moves an entry to another place; those between move up or down.
+    void MoveColor(int from, int to);
+    /// Adds the colours of a file of another program that are not there yet, as many as there is room for.
+    void AskAndImportPalette();
+    void AskAndExportPalette();
+    void SetRepaint(CColorRepaint repaint) { m_repaint = std::move(repaint); }
     void SetBrush(int brush);
     void SetPen(int pen);
     void SetBucketMode(int mode);
-    /// Brush, pen and bucket mode as they were last chosen.
+    /// What is out of range is held to it.
+    void SetFill(const CFillChoices& fill);
+    /// Asks how the bucket fills.
+    void EditFillSettings();
+    /// Brush, pen, bucket mode and fill choices as they were last chosen.
     void ReadChoices();
     [[nodiscard]] bool SaveColors() const;
     /// From a damaged file, which is told, come the entries that can be read, or the default palette; false then.
@@ -43,9 +63,11 @@ public:
     void ClearPalette();
 
 private:
-    /// A damaged file of the folder is set aside first.
+    /// With the names that the file has no letters for. A damaged file of the folder is set aside first.
     [[nodiscard]] bool Save(const CPalette& palette) const;
     [[nodiscard]] bool SetDamagedFileAside(const Path& file) const;
+    void LoadNames(const Path& file);
+    [[nodiscard]] bool KeepAside(const Path& file, const char* what) const;
     CColorRequest Request(const CColorValues& initial) const;
     /// Writes the changed palette and only then takes it over, so that the file always matches what is shown.
     /// `deed` names the step; `foregroundEntry` is where the foreground's entry stands in it. Returns whether it
@@ -53,6 +75,7 @@ private:
     bool Adopt(const std::string& deed, CPalette changed, int foregroundEntry);
 
     CSceneContext m_context;
+    CColorRepaint m_repaint;
 };
 
 } // namespace velmor

@@ -147,6 +147,26 @@ bool CRecolorOperations::Write(const std::vector<CFileChange>& changes, const st
     return true;
 }
 
+std::string CRecolorOperations::RepaintQuestion() const {
+    const std::size_t chosen = ChosenFiles().size();
+    if (chosen > 0)
+        return "&Repaint what is painted with it in the chosen " +
+               std::string(Kind() == SourceMode::Pictures ? "pictures" : "cels") + " (" + std::to_string(chosen) +
+               ")";
+    return HasEditedImage(m_context.model) ? "&Repaint what is painted with it in the drawing under edit" : "";
+}
+
+void CRecolorOperations::Repaint(CColor from, CColor to) {
+    const std::vector<Path> chosen = ChosenFiles();
+    CRecoloring recoloring;
+    recoloring.from = from;
+    recoloring.to = to;
+    if (chosen.empty())
+        static_cast<void>(ReplaceEdited(recoloring, "Repaint Color"));
+    else
+        static_cast<void>(Replace(chosen, recoloring, "Repaint Color")); // it has said what went wrong
+}
+
 void CRecolorOperations::AskAndReplace(std::optional<CColor> from) {
     CSceneModel& model = m_context.model;
     model.FinishPainting();

@@ -29,6 +29,11 @@ public:
     /// The same in memory, for the image under edit alone. Returns how many pixels have changed.
     std::int64_t ReplaceEdited(const CRecoloring& recoloring, const std::string& step = "Replace Color");
 
+    /// Repaints what has a colour of the palette that has become another: in the chosen cels or, with none chosen,
+    /// in the image under edit. The question says where; it is empty where there is nothing to repaint.
+    std::string RepaintQuestion() const;
+    void Repaint(CColor from, CColor to);
+
     /// The files of the images of the shown kind: pictures, or the cels of the current folder.
     std::vector<Path> ChosenFiles() const;
     std::vector<Path> AllFiles() const;

@@ -1,5 +1,6 @@
 #include "scene/SceneHistory.h"
 
+#include "image/PaletteNames.h"
 #include "scene/CommandState.h"
 #include "scene/EditedImage.h"
 #include "scene/PaletteOperations.h"
@@ -189,6 +190,7 @@ void CSceneHistory::FollowFiles(const CStepChanges& changes, ChangeDirection dir
     CSceneModel& model = m_context.model;
     const Path folder = model.Paths().SceneFolder();
     const bool forward = direction == ChangeDirection::Forward;
+    bool isPalette = false;
     for (const CFileChange& change : changes.files) {
         const Path file = folder / PathOf(change.file);
         const bool isMoved = !change.movedFrom.empty();
@@ -204,9 +206,11 @@ void CSceneHistory::FollowFiles(const CStepChanges& changes, ChangeDirection dir
             model.NoteEditedImage();
         if (isMoved)
             FollowMove({Utf8Of(from.parent_path().filename()), Utf8Of(from.stem())}, Utf8Of(to.stem()));
-        if (model.HasFolder() && file == model.Paths().PaletteFile(model.folderName))
-            static_cast<void>(m_palettes.LoadColors()); // it has shown what is wrong and set a palette
+        const Path palette = model.HasFolder() ? model.Paths().PaletteFile(model.folderName) : Path();
+        isPalette |= !palette.empty() && (file == palette || file == PaletteNamesFile(palette));
     }
+    if (isPalette)
+        static_cast<void>(m_palettes.LoadColors()); // it has shown what is wrong and set a palette
     std::erase_if(model.sourceSelection, [&model](const std::string& name) {
         return !FileExists(model.Paths().AssetFile(model.sourceMode, model.folderName, name));
     });

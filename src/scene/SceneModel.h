@@ -4,6 +4,7 @@
 #include "image/Color.h"
 #include "image/Palette.h"
 #include "image/paint/KeptTiles.h"
+#include "scene/FillChoices.h"
 #include "scene/ScenePaths.h"
 #include "scene/history/History.h"
 #include "scene/paper/PinnedDrawing.h"
@@ -30,6 +31,7 @@ struct CPaintChoices {
     int brush = 0;            ///< 0 to 5, -1 for the rectangle forms
     int pen = 0;              ///< 0 to 3
     int bucketMode = 0;       ///< 0 solid, 1 and 2 gradients
+    CFillChoices fill;
 };
 
 /// What is being done to the image under edit over several events, a selection that floats for instance. The image

@@ -6,6 +6,7 @@
 #include "scene/AssetTransforms.h"
 #include "scene/CameraOperations.h"
 #include "scene/CameraPictures.h"
+#include "scene/CelFilling.h"
 #include "scene/CelPainting.h"
 #include "scene/CellOperations.h"
 #include "scene/CleanupOperations.h"
@@ -46,6 +47,8 @@ struct CVelmorltDoc::CParts {
               folders.trash),
           audio(std::move(devices)) {
         scenes.SetOpened([this] { return history.Begin(); });
+        palette.SetRepaint({[this] { return recoloring.RepaintQuestion(); },
+                            [this](const CColor& from, const CColor& to) { recoloring.Repaint(from, to); }});
         sounds.SetCanPlay([this] { return audio->Output().CanPlay(); });
         media.SetBeforePlaying([this] {
             preview.GoBack();
@@ -62,6 +65,7 @@ struct CVelmorltDoc::CParts {
     CSoundOperations sounds{context};
     CPaletteOperations palette{context};
     CCelPainting painting{model};
+    CCelFilling filling{model, painting};
     CSceneSaving saving{context};
     CSceneLifecycle scenes;
     CSceneHistory history;
@@ -129,6 +133,7 @@ COnion& CVelmorltDoc::Onion() { return m_parts->onion; }
 CLightTable& CVelmorltDoc::LightTable() { return m_parts->lightTable; }
 CPaper& CVelmorltDoc::Paper() { return m_parts->paper; }
 CDrawingSteps& CVelmorltDoc::Drawings() { return m_parts->drawings; }
+CCelFilling& CVelmorltDoc::Filling() { return m_parts->filling; }
 CAssetOperations& CVelmorltDoc::Assets() { return m_parts->assets; }
 CAssetTransforms& CVelmorltDoc::Transforms() { return m_parts->transforms; }
 CRecolorOperations& CVelmorltDoc::Recoloring() { return m_parts->recoloring; }

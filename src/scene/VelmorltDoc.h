@@ -14,6 +14,7 @@ class CAssetTransforms;
 class CCameraOperations;
 class CCameraPictures;
 class CCellOperations;
+class CCelFilling;
 class CCelPainting;
 class CCleanupOperations;
 class CFlipbookOperations;
@@ -87,6 +88,8 @@ public:
     CCameraPictures& CameraPictures();
     CPaletteOperations& Palette();
     CCelPainting& Painting();
+    /// Fills that do more than a plain one.
+    CCelFilling& Filling();
     /// The image under edit on its way to its file.
     CEditedImage EditedImage();
     /// The neighbours that shine through the drawing under edit, and the drawings that are pinned under it.

@@ -103,6 +103,7 @@ const CDialogRow dialogs[] = {
          request.count = [](const CRecoloring&) { return std::int64_t{3145728}; };
          s.prompter.Ask(request);
      }},
+    {"fill settings", [](CStage& s) { s.prompter.Ask(CFillSettingsRequest{}); }},
     {"import settings", [](CStage& s) { s.prompter.Ask(CImportSettingsRequest{128}); }},
     {"sheet export",
      [](CStage& s) {

@@ -117,6 +117,13 @@ enum class CommandId {
     CelDespeckle = 33221,
     CelThicken = 33222,
     CelThin = 33223,
+    CelAreaFill = 33190,
+    CelFillSettings = 33191,
+    CelShowGaps = 33192,
+    CelSwapColors = 33240,
+    CelPickAnywhere = 33241,
+    CelImportPalette = 33242,
+    CelExportPalette = 33243,
 
     SourcesSelectSource = 32785,
     SourcesScanCels = 32786,

@@ -11,6 +11,7 @@
 #include "scene/FlipbookOperations.h"
 #include "scene/ImportOperations.h"
 #include "scene/MediaOperations.h"
+#include "scene/PaletteOperations.h"
 #include "scene/RenderOperations.h"
 #include "scene/SceneHistory.h"
 #include "scene/SceneLifecycle.h"
@@ -513,10 +514,32 @@ constexpr CCommand commands[] = {
     ToolCommand<CommandId::CelPen, CelTool::Pen>(),
     ToolCommand<CommandId::CelEraser, CelTool::Eraser>(),
     ToolCommand<CommandId::CelLineBrush, CelTool::LineBrush>(),
+    ToolCommand<CommandId::CelAreaFill, CelTool::AreaFill>(),
+    {CommandId::CelFillSettings, "&Fill Settings...", "fill-settings", "",
+     "Sets up to which size fills close gaps, whose lines stop them, and what a dragged bucket does",
+     "Fill Settings", Always, nullptr, Do<&CVelmorltDoc::Palette, &CPaletteOperations::EditFillSettings>},
+    {CommandId::CelShowGaps, "Show &Gaps\tG", "show-gaps", "G",
+     "Marks the gaps between lines that fills close as they are set", "Show the gaps that fills close",
+     When<HasEditedImage>, [](const Target& target) { return target.cel.ShowsGaps(); }, Cel<&CCelView::ToggleGaps>,
+     celEditor, Focused},
     {CommandId::CelPickColor, "Pi&ck Color\tI", "pick-color", "I",
      "Makes the color under the next click the foreground color", "Pick the foreground color from the image",
      When<HasEditedImage>, IsPicking<CelPick::Foreground>, TogglePick<CelPick::Foreground, &CCelView::Pick>,
      celEditor, Focused},
+    {CommandId::CelSwapColors, "&Swap Colors\tX", "swap-colors", "X",
+     "Lets the foreground and the background color change places", "Swap foreground and background color", Always,
+     nullptr, Do<&CVelmorltDoc::Palette, &CPaletteOperations::SwapColors>, celEditor, Focused},
+    {CommandId::CelPickAnywhere, "Pick from &Window\tSHIFT+I", "pick-window", "Shift+I",
+     "Makes the color under the next click anywhere in the program's windows the foreground color",
+     "Pick the foreground color anywhere in the window", HasScene,
+     [](const Target& target) { return target.cel.IsPickingFromWindow(); }, Cel<&CCelView::PickFromWindow>,
+     celEditor, Focused},
+    {CommandId::CelImportPalette, "&Import Palette...", "import-palette", "",
+     "Adds the colors of a GIMP palette file to the palette of the folder", "Import Palette", HasFolder, nullptr,
+     Do<&CVelmorltDoc::Palette, &CPaletteOperations::AskAndImportPalette>},
+    {CommandId::CelExportPalette, "&Export Palette...", "export-palette", "",
+     "Writes the palette of the folder to a GIMP palette file", "Export Palette", HasFolder, nullptr,
+     Do<&CVelmorltDoc::Palette, &CPaletteOperations::AskAndExportPalette>},
     {CommandId::CelColorKey, "Color &Key\tK", "color-key", "K",
      "Makes the color under the next click transparent in the picture",
      "Make a color picked from the picture transparent", When<HasEditedPicture>, IsPicking<CelPick::ColorKey>,

@@ -84,13 +84,13 @@ void CMainFrame::CreateViews() {
     m_sourceView->setMinimumWidth(leastSourceWidth);
     m_cameraPane = new CCamFrame(m_doc, m_commands.List(CameraToolBar()));
     m_xsheetPane = new CXsheetFrame(m_doc, m_prompter, m_commands.List(XsheetToolBar()));
-    m_celPane =
-        new CCelFrame(m_doc, m_prompter, m_profile,
-                      {m_commands.List(CelToolBar()),
-                       {Action(CommandId::CelBucket), Action(CommandId::CelPen), Action(CommandId::CelEraser),
-                        Action(CommandId::CelLineBrush), Action(CommandId::CelLine), Action(CommandId::CelCurve),
-                        Action(CommandId::CelRectangle), Action(CommandId::CelEllipse)},
-                       Action(CommandId::CelUpdateCamera)});
+    m_celPane = new CCelFrame(
+        m_doc, m_prompter, m_profile,
+        {m_commands.List(CelToolBar()),
+         {Action(CommandId::CelBucket), Action(CommandId::CelPen), Action(CommandId::CelEraser),
+          Action(CommandId::CelLineBrush), Action(CommandId::CelLine), Action(CommandId::CelCurve),
+          Action(CommandId::CelRectangle), Action(CommandId::CelEllipse), Action(CommandId::CelAreaFill)},
+         Action(CommandId::CelUpdateCamera)});
 
     m_panes = new CPaneStack({{
         {"Camera", m_cameraPane, &m_cameraPane->View(), [this] { ShowCamera(); }},

@@ -52,9 +52,16 @@ constexpr CommandId celPaperMenu[] = {CelOnionSkin,   CelOnionSettings, Separato
                                       CelNextDrawing, Separator,        CelNewDrawing,  CelNewOnOnes,
                                       CelNewOnTwos,   CelNewOnThrees,   Separator,      CelLightTable,
                                       CelPinDrawing,  CelShiftPins,     CelPutBackPins, CelClearPins};
+constexpr CommandId celFillMenu[] = {CelAreaFill, Separator, CelFillSettings, CelShowGaps};
 constexpr CommandId celCleanMenu[] = {CelDespeckle, CelThicken, CelThin};
-constexpr CMenu celSubmenus[] = {
-    {"&View", celViewMenu}, {"Pen and S&hapes", celPenMenu}, {"&Paper", celPaperMenu}, {"Clea&n Up", celCleanMenu}};
+constexpr CommandId celPaletteMenu[] = {CelSwapColors, CelPickAnywhere, Separator, CelImportPalette,
+                                        CelExportPalette};
+constexpr CMenu celSubmenus[] = {{"&View", celViewMenu},
+                                 {"Pen and S&hapes", celPenMenu},
+                                 {"&Paper", celPaperMenu},
+                                 {"&Fill", celFillMenu},
+                                 {"Clea&n Up", celCleanMenu},
+                                 {"Pale&tte", celPaletteMenu}};
 constexpr CommandId sourcesMenu[] = {SourcesSelectSource,
                                      SourcesScanCels,
                                      SourcesScanPicture,
@@ -147,17 +154,17 @@ constexpr CommandId xsheetToolBar[] = {XsheetMultipleLevels, XsheetEditCelData, 
                                        EditRemoveSound};
 
 // What is at hand while drawing.
-constexpr CommandId celCanvasMenu[] = {CelBucket,       CelPen,         CelEraser, CelLineBrush, Separator,
-                                       EditUndo,        EditRedo,       Separator, CelZoomIn,    CelZoomOut,
-                                       CelZoomOneToOne, CelFit,         Separator, CelPickColor, CelColorKey,
-                                       Separator,       CelUpdateCamera};
+constexpr CommandId celCanvasMenu[] = {
+    CelBucket,   CelPen,    CelEraser,       CelLineBrush,    Separator,   EditUndo,        EditRedo,
+    Separator,   CelZoomIn, CelZoomOut,      CelZoomOneToOne, CelFit,      Separator,       CelPickColor,
+    CelColorKey, Separator, CelUpdateCamera, Separator,       CelAreaFill, CelFillSettings, CelShowGaps};
 constexpr CMenu canvasMenu{"Cel Editor", celCanvasMenu};
 
-constexpr CommandId celToolBar[] = {CelZoomOut,    CelZoomOneToOne, CelZoomIn,    CelFit,        CelPan,
-                                    Separator,     CelBucket,       CelPen,       CelEraser,     CelLineBrush,
-                                    Separator,     CelPickColor,    CelColorKey,  Separator,     CelLine,
-                                    CelCurve,      CelRectangle,    CelEllipse,   Separator,     CelPressure,
-                                    CelStabilizer, Separator,       CelOnionSkin, CelLightTable, CelNewDrawing};
+constexpr CommandId celToolBar[] = {
+    CelZoomOut, CelZoomOneToOne, CelZoomIn,     CelFit,        CelPan,       Separator,   CelBucket,
+    CelPen,     CelEraser,       CelLineBrush,  Separator,     CelPickColor, CelColorKey, Separator,
+    CelLine,    CelCurve,        CelRectangle,  CelEllipse,    Separator,    CelPressure, CelStabilizer,
+    Separator,  CelOnionSkin,    CelLightTable, CelNewDrawing, Separator,    CelAreaFill, CelShowGaps};
 
 } // namespace
 

@@ -1,6 +1,7 @@
 #include "views/cel/BrushBar.h"
 
 #include "image/paint/Brushes.h"
+#include "image/paint/GapFill.h"
 #include "image/paint/Tools.h"
 #include "scene/AssetOperations.h"
 #include "scene/PaintTools.h"
@@ -17,6 +18,8 @@
 #include <QPainter>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QSignalBlocker>
+#include <QSpinBox>
 #include <QToolButton>
 
 namespace velmor {
@@ -87,14 +90,15 @@ CBrushBar::CBrushBar(const CSceneModel& model, CPaletteOperations& palette, CAss
       m_brushes(new QButtonGroup(this)),
       m_pens(new QButtonGroup(this)),
       m_bucketModes(new QButtonGroup(this)),
-      m_rectangle(new QCheckBox("Rectangle")) {
+      m_rectangle(new QCheckBox("Rectangle")),
+      m_gap(new QSpinBox) {
     setObjectName("brushBar");
     setAllowedAreas(Qt::LeftToolBarArea | Qt::RightToolBarArea);
     setFloatable(false);
     auto* panel = new QWidget;
     m_layout = new QGridLayout(panel);
     m_layout->setContentsMargins(gap, gap, gap, gap);
-    m_parts = {MakeBrushes(), MakePens(), MakeBucketModes(), MakeUpdateCamera(updateCamera, assets)};
+    m_parts = {MakeBrushes(), MakePens(), MakeBucketModes(), MakeFill(), MakeUpdateCamera(updateCamera, assets)};
     Arrange(false);
     m_area = new CTallArea(panel);
     addWidget(m_area);
@@ -185,6 +189,36 @@ QWidget* CBrushBar::MakeBucketModes() {
     return box;
 }
 
+QWidget* CBrushBar::MakeFill() {
+    auto* box = new QWidget;
+    auto* layout = new QHBoxLayout(box);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(gap);
+    m_gap->setObjectName("fillGapSize");
+    m_gap->setAccessibleName("Gap size");
+    m_gap->setRange(0, mostFillGap);
+    m_gap->setPrefix("Gap ");
+    m_gap->setSuffix(" px");
+    m_gap->setSpecialValueText("No gaps");
+    m_gap->setToolTip("Up to which size the bucket closes gaps between lines");
+    m_gap->setKeyboardTracking(false);
+    connect(m_gap, &QSpinBox::valueChanged, this, [this](int size) {
+        CFillChoices fill = m_model.paint.fill;
+        fill.gap = size;
+        m_palette.SetFill(fill);
+    });
+    auto* settings = new QToolButton;
+    settings->setObjectName("fillSettings");
+    settings->setText("...");
+    settings->setAccessibleName("Fill Settings");
+    settings->setToolTip("Fill Settings: leaks, lines of other cels, dragging over areas");
+    settings->setFocusPolicy(Qt::TabFocus);
+    connect(settings, &QToolButton::clicked, this, [this] { m_palette.EditFillSettings(); });
+    layout->addWidget(m_gap, 1);
+    layout->addWidget(settings);
+    return box;
+}
+
 QWidget* CBrushBar::MakeUpdateCamera(QAction* updateCamera, CAssetOperations& assets) {
     auto* button = new QToolButton;
     button->setObjectName("updateCamera");
@@ -209,8 +243,11 @@ void CBrushBar::UpdateBrushesandPens() {
     Check(*m_pens, paint.pen);
     Check(*m_bucketModes, paint.bucketMode);
     m_rectangle->setChecked(paint.brush < 0);
+    const QSignalBlocker blocker(m_gap);
+    m_gap->setValue(paint.fill.gap);
     Enable(*m_pens, CanUse(CelTool::Pen, m_model.celImg));
     Enable(*m_bucketModes, CanUse(CelTool::Bucket, m_model.celImg));
+    m_gap->setEnabled(CanUse(CelTool::Bucket, m_model.celImg));
 }
 
 } // namespace velmor

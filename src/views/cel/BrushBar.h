@@ -6,6 +6,7 @@
 
 class QButtonGroup;
 class QCheckBox;
+class QSpinBox;
 class QGridLayout;
 
 namespace velmor {
@@ -34,6 +35,7 @@ private:
     QWidget* MakeBrushes();
     QWidget* MakePens();
     QWidget* MakeBucketModes();
+    QWidget* MakeFill();
     QWidget* MakeUpdateCamera(QAction* updateCamera, CAssetOperations& assets);
 
     const CSceneModel& m_model;
@@ -42,6 +44,7 @@ private:
     QButtonGroup* m_pens;
     QButtonGroup* m_bucketModes;
     QCheckBox* m_rectangle;
+    QSpinBox* m_gap;
     QGridLayout* m_layout; ///< the panel's, of the parts in their order
     std::vector<QWidget*> m_parts;
     QWidget* m_area = nullptr; ///< shows the panel

@@ -1,5 +1,6 @@
 #include "views/cel/CelFrame.h"
 
+#include "scene/CelFilling.h"
 #include "scene/PaintTools.h"
 #include "scene/PaletteOperations.h"
 #include "scene/SceneModel.h"
@@ -13,6 +14,7 @@
 
 #include <QAction>
 #include <QHBoxLayout>
+#include <QLineEdit>
 #include <QToolBar>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -25,6 +27,8 @@ namespace {
 
 constexpr QSize toolIconSize{20, 20};
 constexpr int gap = 2;
+constexpr int untilLook = 1200;  ///< milliseconds without a change
+constexpr int betweenPolls = 50; ///< milliseconds
 
 } // namespace
 
@@ -36,7 +40,8 @@ CCelFrame::CCelFrame(CVelmorltDoc& doc, IPrompter& prompter, CProfile& profile, 
       m_colors(new CColorList({[&doc](int index) { doc.Palette().SetFGColor(index); },
                                [&doc](int index) { doc.Palette().SetBGColor(index); },
                                [&doc](int index) { doc.Palette().EditColor(index); },
-                               [&doc](int index) { doc.Palette().AskAndDeleteColor(index); }})),
+                               [&doc](int index) { doc.Palette().AskAndDeleteColor(index); },
+                               [&doc](int from, int to) { doc.Palette().MoveColor(from, to); }})),
       m_colorPair(new CColorPair),
       m_brushBar(new CBrushBar(doc.Model(), doc.Palette(), doc.Assets(), actions.updateCamera)),
       m_caption(new CCelCaption),
@@ -48,7 +53,15 @@ CCelFrame::CCelFrame(CVelmorltDoc& doc, IPrompter& prompter, CProfile& profile, 
     AddToolBar(actions.toolBar);
     AddColorBar();
     addToolBar(Qt::RightToolBarArea, m_brushBar);
-    m_view->SetStateCallback([this] { UpdateCaption(); });
+    m_view->SetStateCallback([this] {
+        UpdateCaption();
+        m_beforeLook.start();
+    });
+    m_beforeLook.setSingleShot(true);
+    m_beforeLook.setInterval(untilLook);
+    connect(&m_beforeLook, &QTimer::timeout, this, [this] { LookForUsedColors(); });
+    m_whileLooking.setInterval(betweenPolls);
+    connect(&m_whileLooking, &QTimer::timeout, this, [this] { ShowUsedColors(); });
     m_doc.Views().Add(*this);
     OnUpdate(everythingHint);
 }
@@ -66,7 +79,7 @@ void CCelFrame::AddToolBar(const ActionList& actions) {
     bar->addSeparator();
     bar->addWidget(m_caption);
     for (const CPaintTool& tool : paintTools)
-        if (QAction* action = m_tools[static_cast<std::size_t>(tool.id)])
+        if (QAction* action = m_tools[RowOf(tool.id)])
             action->setIconText(tool.name);
 }
 
@@ -103,8 +116,50 @@ QWidget* CCelFrame::MakeColorPanel() {
     layout->setContentsMargins(gap, gap, gap, gap);
     layout->setSpacing(2 * gap);
     layout->addLayout(row);
+    layout->addWidget(MakeColorSearch());
     layout->addWidget(m_colors);
     return panel;
+}
+
+QLineEdit* CCelFrame::MakeColorSearch() {
+    auto* search = new QLineEdit;
+    search->setObjectName("colorSearch");
+    search->setAccessibleName("Search colors");
+    search->setPlaceholderText("Search");
+    search->setToolTip("Shows the colors whose name has this in it. Return: the first one becomes the foreground");
+    search->setClearButtonEnabled(true);
+    connect(search, &QLineEdit::textChanged, m_colors, [this](const QString& text) { m_colors->SetFilter(text); });
+    connect(search, &QLineEdit::returnPressed, this, [this] {
+        if (const int first = m_colors->FirstShown(); first >= 0)
+            m_doc.Palette().SetFGColor(first);
+        m_view->setFocus(); // the tools' keys are wanted again
+    });
+    return search;
+}
+
+void CCelFrame::LookForUsedColors() {
+    const CSceneModel& model = m_doc.Model();
+    if (m_doc.Painting().IsPainting() || m_doc.Filling().IsFilling()) {
+        m_beforeLook.start();
+        return;
+    }
+    if (!m_colors->isVisible() || !model.HasFolder())
+        return;
+    std::vector<Path> files;
+    for (const std::string& title : ListCelTitles(model.Paths(), model.folderName))
+        files.push_back(model.Paths().CelFile(model.folderName, title));
+    std::optional<CCelImg> edited;
+    if (model.celImg.GetLoadState() == LoadState::Cel && model.celImg.IsModified())
+        edited = model.celImg;
+    m_usedColors.Look(std::move(files), std::move(edited));
+    m_whileLooking.start();
+}
+
+void CCelFrame::ShowUsedColors() {
+    if (m_usedColors.Poll())
+        m_colors->SetUsed([this](CColor color) { return m_usedColors.IsUsed(color); });
+    if (!m_usedColors.IsLooking())
+        m_whileLooking.stop();
 }
 
 void CCelFrame::AddColorBar() {
@@ -122,8 +177,12 @@ void CCelFrame::resizeEvent(QResizeEvent* event) {
 }
 
 void CCelFrame::OnUpdate(UpdateHint hint) {
-    if (Holds(hint, UpdateHint::Palette))
+    if (Holds(hint, UpdateHint::Palette)) {
         m_colors->PrepareColorBitmaps(m_doc.Model().palette, m_doc.Model().paint.foregroundEntry);
+        m_colors->SetUsed([this](CColor color) { return m_usedColors.IsUsed(color); });
+    }
+    if (Holds(hint, UpdateHint::EditedImage | UpdateHint::AssetLists | UpdateHint::CameraRedraw))
+        m_beforeLook.start();
     if (Holds(hint, UpdateHint::Colors | UpdateHint::Palette))
         UpdateColors();
     if (Holds(hint, UpdateHint::Tools | UpdateHint::EditedImage))
@@ -144,7 +203,7 @@ void CCelFrame::UpdateBrushesandPens() {
     m_brushBar->UpdateBrushesandPens();
     const bool isRound = m_doc.Model().paint.brush >= 0;
     for (const CPaintTool& tool : paintTools) {
-        QAction* action = m_tools[static_cast<std::size_t>(tool.id)];
+        QAction* action = m_tools[RowOf(tool.id)];
         if (action != nullptr && *tool.rectangleIcon != '\0')
             action->setIcon(Icon(isRound ? tool.icon : tool.rectangleIcon));
     }

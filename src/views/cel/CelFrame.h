@@ -1,15 +1,18 @@
 #pragma once
 
 #include "scene/PaintTools.h"
+#include "scene/UsedColors.h"
 #include "scene/ViewList.h"
 #include "views/ActionList.h"
 
 #include <QMainWindow>
+#include <QTimer>
 
 #include <array>
 #include <vector>
 
 class QAction;
+class QLineEdit;
 class QToolButton;
 
 namespace velmor {
@@ -27,7 +30,7 @@ class IPrompter;
 struct CCelActions {
     ActionList toolBar;
     std::array<QAction*, paintTools.size()>
-        tools{}; ///< those of the tool bar that choose tools, in the order of CelTool
+        tools{}; ///< those of the tool bar that choose tools, in the order of paintTools
     QAction* updateCamera = nullptr;
 };
 
@@ -56,6 +59,9 @@ private:
     void UpdateBrushesandPens();
     void UpdateColors();
     void UpdateCaption();
+    QLineEdit* MakeColorSearch();
+    void LookForUsedColors();
+    void ShowUsedColors();
 
     CVelmorltDoc& m_doc;
     CCelView* m_view; // children, all of them
@@ -65,6 +71,9 @@ private:
     CCelCaption* m_caption;
     std::array<QAction*, paintTools.size()> m_tools; ///< see CCelActions
     std::vector<QToolButton*> m_paletteButtons;
+    CUsedColors m_usedColors;
+    QTimer m_beforeLook; ///< at the cels' colours, so that nothing waits for it while one paints
+    QTimer m_whileLooking;
     int m_foregroundEntry = -1; ///< the palette's, when it was shown last
 };
 

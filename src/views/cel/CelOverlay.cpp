@@ -13,6 +13,9 @@ namespace {
 
 constexpr int reach = 3; ///< how far a line's drawing goes beside it, with room for fractional screen scales
 constexpr double endDot = 3;
+constexpr double leakRadius = 11;
+constexpr QColor gapColor{226, 32, 140};
+constexpr QColor leakColor{224, 36, 36};
 constexpr double leastOutline = 4; ///< a brush much zoomed out must still be found
 
 QPen Hairline(const QColor& color, Qt::PenStyle style) {
@@ -28,6 +31,26 @@ void DrawTwice(QPainter& painter, Shape shape) {
     shape();
     painter.setPen(Hairline(Qt::black, Qt::DashLine));
     shape();
+}
+
+// A line of one colour that is seen on every image.
+template<class Shape>
+void DrawMark(QPainter& painter, const QColor& color, Shape shape) {
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(Qt::white, 5, Qt::SolidLine, Qt::RoundCap));
+    shape();
+    painter.setPen(QPen(color, 2.5, Qt::SolidLine, Qt::RoundCap));
+    shape();
+}
+
+void DrawLeak(QPainter& painter, QPointF at) {
+    constexpr double inner = 4;
+    DrawMark(painter, leakColor, [&] {
+        painter.drawEllipse(at, leakRadius, leakRadius);
+        for (const QPointF& corner : {QPointF(inner, inner), QPointF(inner, -inner)})
+            painter.drawLine(at - corner, at + corner);
+    });
 }
 
 void DrawOutline(QPainter& painter, const QRectF& outline) {
@@ -76,11 +99,21 @@ QRegion RegionOf(const CCelOverlay& overlay) {
         region += overlay.brush.toAlignedRect().adjusted(-reach, -reach, reach, reach);
     for (const QPolygonF& outline : overlay.outlines)
         region += AroundOutline(outline);
+    for (const QLineF& gap : overlay.gaps)
+        region += QRectF(gap.p1(), gap.p2()).normalized().toAlignedRect().adjusted(-reach, -reach, reach, reach);
+    if (overlay.leak) {
+        const double side = 2 * (leakRadius + reach);
+        region += QRectF(overlay.leak->x() - side / 2, overlay.leak->y() - side / 2, side, side).toAlignedRect();
+    }
     return region;
 }
 
 void Draw(QPainter& painter, const CCelOverlay& overlay) {
     painter.save();
+    for (const QLineF& gap : overlay.gaps)
+        DrawMark(painter, gapColor, [&] { painter.drawLine(gap); });
+    if (!overlay.gaps.empty())
+        painter.setRenderHint(QPainter::Antialiasing, false);
     if (!overlay.band.isNull())
         DrawTwice(painter, [&] { painter.drawRect(overlay.band.adjusted(0, 0, -1, -1)); });
     if (!overlay.gradient.isNull()) {
@@ -98,6 +131,8 @@ void Draw(QPainter& painter, const CCelOverlay& overlay) {
     }
     if (!overlay.brush.isNull())
         DrawOutline(painter, overlay.brush);
+    if (overlay.leak)
+        DrawLeak(painter, *overlay.leak);
     painter.restore();
 }
 

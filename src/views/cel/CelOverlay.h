@@ -3,11 +3,14 @@
 #include "views/ViewMapping.h"
 
 #include <QLine>
+#include <QLineF>
+#include <QPointF>
 #include <QPolygonF>
 #include <QRect>
 #include <QRectF>
 #include <QRegion>
 
+#include <optional>
 #include <vector>
 
 class QPainter;
@@ -20,6 +23,8 @@ struct CCelOverlay {
     QLine gradient;                  ///< from where a gradient begins to where it ends
     QRectF brush;                    ///< outline of the round brush
     std::vector<QPolygonF> outlines; ///< any other lines, closed where the last point is the first
+    std::vector<QLineF> gaps;        ///< between the ends of lines
+    std::optional<QPointF> leak;     ///< where a fill would have run out
 
     bool operator==(const CCelOverlay&) const = default;
 };

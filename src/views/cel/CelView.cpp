@@ -14,11 +14,13 @@
 #include "scene/paper/Paper.h"
 #include "views/cel/CelNavigator.h"
 
+#include <QApplication>
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QStatusTipEvent>
 #include <QTabletEvent>
 
 #include <algorithm>
@@ -60,8 +62,11 @@ CCelView::CCelView(CVelmorltDoc& doc, IPrompter& prompter, CProfile& profile, QW
       m_paint(doc.Painting(), m_pens),
       m_shape(doc.Painting()),
       m_pegs(doc),
-      m_tool(static_cast<CelTool>(
-          std::clamp(Get(profile, setting::lastCelTool), 0, static_cast<int>(paintTools.size()) - 1))),
+      m_fill(doc.Model(), doc.Filling(), m_paint),
+      m_fillMarks([this] { return FillState(); }, [this] { return m_doc.Filling().LinesNow(); },
+                  [this] { RefreshOverlay(); }),
+      m_windowPick([this](ColorRef color) { m_doc.Palette().SetFGColorValue(color); }),
+      m_tool(ToolOf(static_cast<CelTool>(Get(profile, setting::lastCelTool))).id),
       m_hand(&HandOf(m_tool)),
       m_openedImages(doc.Model().openedImages) {
     m_doc.Views().Add(*this);
@@ -71,6 +76,8 @@ CCelView::CCelView(CVelmorltDoc& doc, IPrompter& prompter, CProfile& profile, QW
     m_display.SetSmooth(m_isSmooth);
     m_doc.Paper().Refresh();
     RebuildDisplay();
+    if (Get(profile, setting::showFillGaps) != 0)
+        m_fillMarks.ShowGaps(true);
 }
 
 CCelView::~CCelView() {
@@ -149,6 +156,9 @@ ICelHand& CCelView::HandOf(CelTool tool) {
     case CelTool::Rectangle:
     case CelTool::Ellipse:
         return m_shape;
+    case CelTool::Bucket:
+    case CelTool::AreaFill:
+        return m_fill;
     default:
         return m_paint;
     }
@@ -296,6 +306,31 @@ void CCelView::SetPenSettings(const CPenSettings& settings) {
     m_pens = settings;
 }
 
+void CCelView::ToggleGaps() {
+    m_fillMarks.ShowGaps(!m_fillMarks.ShowsGaps());
+    Set(m_profile, setting::showFillGaps, m_fillMarks.ShowsGaps() ? 1 : 0);
+    if (m_fillMarks.ShowsGaps() && m_doc.Model().paint.fill.gap == 0)
+        Say("Fills close no gaps as they are set: the gap size is 0");
+}
+
+std::optional<CFillMarks::CState> CCelView::FillState() const {
+    const CSceneModel& model = m_doc.Model();
+    if (IsDragging() || model.celImg.GetLoadState() != LoadState::Cel)
+        return std::nullopt;
+    return CFillMarks::CState{model.openedImages, model.celImg.Changes(), model.paint.fill.gap};
+}
+
+void CCelView::ShowLeak(CPoint at) {
+    m_fillMarks.SetLeak(at);
+    Say("Not filled: the paint would run out through the place that is marked. A larger gap size closes it; fill "
+        "again with Shift to paint all the same");
+}
+
+void CCelView::Say(const QString& text) {
+    QStatusTipEvent tip(text);
+    QApplication::sendEvent(this, &tip);
+}
+
 void CCelView::EditGrid() {
     const auto accept = [this](const CGridSettings& grid) {
         if (grid.size < 1)
@@ -312,6 +347,10 @@ void CCelView::EditGrid() {
 
 void CCelView::OnUpdate(UpdateHint hint) {
     const bool hasOtherPaper = Holds(hint, paperHints) && m_doc.Paper().Refresh();
+    if (Holds(hint, UpdateHint::EditedImage | UpdateHint::Tools | UpdateHint::Cells)) {
+        m_fillMarks.SetLeak({});
+        m_fillMarks.ForgetGaps();
+    }
     if (Holds(hint, UpdateHint::EditedImage)) {
         m_burst.clear(); // was meant for what was there before
         GiveUp();
@@ -341,6 +380,8 @@ bool CCelView::ShowResult(const CPaintResult& result) {
         m_prompter.ShowMessage(result.status.Message());
         return false;
     }
+    if (result.leak)
+        ShowLeak(*result.leak);
     if (result.changed.IsEmpty())
         return true;
     TellState();
@@ -378,6 +419,7 @@ CCelOverlay CCelView::OverlayNow() const {
     CCelOverlay overlay;
     if (IsBrushShown())
         overlay.brush = BrushOutline(Mapping(), *m_pointer, m_doc.Model().paint.brush);
+    m_fillMarks.AddTo(overlay, Mapping());
     if (IsToolDown() || m_hand->IsWaiting())
         m_hand->Outline(overlay, Mapping());
     return overlay;
@@ -406,6 +448,7 @@ CViewCursor CCelView::CursorNow() const {
 }
 
 bool CCelView::BeginTool(CPoint) {
+    m_fillMarks.SetLeak({});
     if (m_flip.IsOn()) {
         m_flip.End(); // what would be painted on is not what is seen
         return false;

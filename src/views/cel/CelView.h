@@ -7,10 +7,13 @@
 #include "views/cel/CelDisplay.h"
 #include "views/cel/CelFlip.h"
 #include "views/cel/CelOverlay.h"
+#include "views/cel/FillHand.h"
+#include "views/cel/FillMarks.h"
 #include "views/cel/PaintDrag.h"
 #include "views/cel/PegHand.h"
 #include "views/cel/PenInput.h"
 #include "views/cel/ShapeHand.h"
+#include "views/cel/WindowPick.h"
 
 #include <QBasicTimer>
 #include <optional>
@@ -76,6 +79,12 @@ public:
     /// Whether the tool moves pinned drawings. Choosing another tool ends it.
     bool ShiftsPins() const { return m_shiftsPins; }
     void ToggleShiftingPins();
+    /// The same, of any pixel of the program's windows.
+    void PickFromWindow() { m_windowPick.Toggle(); }
+    bool IsPickingFromWindow() const { return m_windowPick.IsOn(); }
+    /// The gaps between lines that fills close as they are set now.
+    bool ShowsGaps() const { return m_fillMarks.ShowsGaps(); }
+    void ToggleGaps();
     /// Asks for the grid behind transparent pixels.
     void EditGrid();
 
@@ -130,6 +139,10 @@ private:
     void GiveUp();
     /// False when it is a failure, which has been told then.
     bool ShowResult(const CPaintResult& result);
+    void ShowLeak(CPoint at);
+    /// For a moment, in the status bar.
+    void Say(const QString& text);
+    std::optional<CFillMarks::CState> FillState() const;
     void StartPick(CelPick pick);
     void FinishPick(CPoint point);
 
@@ -151,6 +164,9 @@ private:
     CPegHand m_pegs;
     CPenInput m_pen;
     bool m_shiftsPins = false;
+    CFillHand m_fill;
+    CFillMarks m_fillMarks;
+    CWindowPick m_windowPick;
     CelTool m_tool;
     ICelHand* m_hand; ///< of the tool, or of the one that is down; one of the members
     CelPick m_pick = CelPick::Nothing;

@@ -4,6 +4,7 @@
 #include "views/ColorSign.h"
 #include "views/Text.h"
 
+#include <QDropEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -20,7 +21,22 @@ constexpr int swatchSide = 20;
 constexpr int swatchMargin = 3;
 constexpr int usualWidth = 132;
 constexpr int usualRows = 8;
+constexpr int useRadius = 3;
+constexpr int usedRole = Qt::UserRole + 1;
+constexpr int tipRole = Qt::UserRole + 2; ///< the tooltip without what is known of the use
 constexpr int rowHeight = swatchSide + 2 * swatchMargin;
+
+// A full dot for a colour in use, an empty one for one that is not.
+void DrawUse(QPainter& painter, QPoint centre, bool isUsed) {
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    if (isUsed)
+        painter.setBrush(painter.pen().color());
+    else
+        painter.setOpacity(0.55);
+    painter.drawEllipse(QPointF(centre), useRadius, useRadius);
+    painter.restore();
+}
 
 /// Draws the swatches itself: an icon would take on the tint of the selection.
 class CColorDelegate final : public QStyledItemDelegate {
@@ -40,7 +56,11 @@ public:
         PaintColor(*painter, swatch.adjusted(1, 1, -1, -1), index.data(Qt::UserRole).value<QColor>());
         const bool isSelected = item.state.testFlag(QStyle::State_Selected);
         painter->setPen(item.palette.color(isSelected ? QPalette::HighlightedText : QPalette::Text));
-        const QRect room = item.rect.adjusted(swatchSide + 3 * swatchMargin, 0, -swatchMargin, 0);
+        QRect room = item.rect.adjusted(swatchSide + 3 * swatchMargin, 0, -swatchMargin, 0);
+        if (const QVariant used = index.data(usedRole); used.isValid()) {
+            DrawUse(*painter, QPoint(room.right() - useRadius, room.center().y()), used.toBool());
+            room.setRight(room.right() - 3 * useRadius);
+        }
         painter->drawText(room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
                           item.fontMetrics.elidedText(item.text, Qt::ElideRight, room.width()));
     }
@@ -50,7 +70,16 @@ bool IsReturn(const QKeyEvent& event) {
     return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
 }
 
+// Alt with an arrow: by how many places an entry is moved.
+int MoveOf(const QKeyEvent& event) {
+    if ((event.modifiers() & ~Qt::KeypadModifier) != Qt::AltModifier)
+        return 0;
+    return event.key() == Qt::Key_Up ? -1 : event.key() == Qt::Key_Down ? 1 : 0;
+}
+
 bool IsOwnKey(const QKeyEvent& event) {
+    if (MoveOf(event) != 0)
+        return true;
     const bool isPlain = (event.modifiers() & ~Qt::KeypadModifier) == 0;
     return IsReturn(event) || (isPlain && (event.key() == Qt::Key_F2 || event.key() == Qt::Key_Delete));
 }
@@ -59,13 +88,14 @@ QListWidgetItem* MakeItem(const CNamedColor& entry) {
     const CColor& color = entry.color;
     auto* item = new QListWidgetItem(ToQt(entry.name));
     item->setData(Qt::UserRole, QColor(color.red, color.green, color.blue, color.alpha));
-    item->setToolTip(QString("<qt>%1<br>Red %2, green %3, blue %4, opacity %5<br>Click: foreground, right click: "
-                             "background, double click: edit</qt>")
-                         .arg(ToQt(entry.name).toHtmlEscaped())
-                         .arg(color.red)
-                         .arg(color.green)
-                         .arg(color.blue)
-                         .arg(color.alpha));
+    item->setData(tipRole, QString("%1<br>Red %2, green %3, blue %4, opacity %5<br>Click: foreground, right click: "
+                                   "background, double click: edit, drag: move")
+                               .arg(ToQt(entry.name).toHtmlEscaped())
+                               .arg(color.red)
+                               .arg(color.green)
+                               .arg(color.blue)
+                               .arg(color.alpha));
+    item->setToolTip("<qt>" + item->data(tipRole).toString() + "</qt>");
     return item;
 }
 
@@ -79,6 +109,7 @@ CColorList::CColorList(CActions actions, QWidget* parent) : QListWidget(parent),
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollMode(ScrollPerPixel);
     setItemDelegate(new CColorDelegate(this));
+    setDragDropMode(InternalMove);
     connect(this, &QListWidget::clicked, this,
             [this](const QModelIndex& index) { m_actions.makeForeground(index.row()); });
 }
@@ -100,8 +131,70 @@ void CColorList::PrepareColorBitmaps(const CPalette& palette, int foreground) {
     for (int i = 0; i < palette.Count(); ++i)
         addItem(MakeItem(palette.At(i)));
     setCurrentRow(current);
+    ApplyFilter();
     setUpdatesEnabled(true);
     scrollToItem(currentItem());
+}
+
+void CColorList::SetFilter(const QString& text) {
+    m_filter = text.trimmed();
+    ApplyFilter();
+}
+
+void CColorList::ApplyFilter() {
+    for (int row = 0; row < count(); ++row) {
+        const QListWidgetItem& entry = *item(row);
+        const bool isFound =
+            entry.text().contains(m_filter, Qt::CaseInsensitive) ||
+            entry.data(Qt::UserRole).value<QColor>().name().contains(m_filter, Qt::CaseInsensitive);
+        setRowHidden(row, !isFound);
+    }
+}
+
+int CColorList::FirstShown() const {
+    for (int row = 0; row < count(); ++row)
+        if (!isRowHidden(row))
+            return row;
+    return -1;
+}
+
+void CColorList::SetUsed(const std::function<std::optional<bool>(CColor color)>& isUsed) {
+    for (int row = 0; row < count(); ++row) {
+        QListWidgetItem& entry = *item(row);
+        const QColor color = entry.data(Qt::UserRole).value<QColor>();
+        const auto byte = [](int value) { return static_cast<std::uint8_t>(value); };
+        const std::optional<bool> used =
+            isUsed({byte(color.blue()), byte(color.green()), byte(color.red()), byte(color.alpha())});
+        entry.setData(usedRole, used ? QVariant(*used) : QVariant());
+        const QString use = !used   ? QString()
+                            : *used ? QString("<br>Cels of the folder are painted with it")
+                                    : QString("<br>No cel of the folder is painted with it");
+        entry.setToolTip("<qt>" + entry.data(tipRole).toString() + use + "</qt>");
+    }
+}
+
+void CColorList::Move(int from, int to) {
+    if (from < 0 || to < 0 || to >= count() || from == to)
+        return;
+    m_actions.move(from, to);
+    setCurrentRow(to);
+}
+
+// Only told: the palette moves its entry, and the list follows it.
+void CColorList::dropEvent(QDropEvent* event) {
+    const QModelIndex over = indexAt(event->position().toPoint());
+    const int from = currentRow();
+    int to = over.isValid() ? over.row() : count();
+    if (over.isValid() && event->position().y() > visualRect(over).center().y())
+        ++to;
+    if (to > from)
+        --to;
+    const bool isOurs = event->source() == this;
+    event->setDropAction(Qt::IgnoreAction);
+    event->accept();
+    if (isOurs) // when the drag is over: it still holds the entry
+        QMetaObject::invokeMethod(
+            this, [this, from, to] { Move(from, to); }, Qt::QueuedConnection);
 }
 
 void CColorList::Light(int entry) {
@@ -141,6 +234,8 @@ void CColorList::keyPressEvent(QKeyEvent* event) {
                                                         : m_actions.makeForeground)(Current());
     else if (event->key() == Qt::Key_F2 && Current() >= 0)
         m_actions.edit(Current());
+    else if (const int places = MoveOf(*event); places != 0)
+        Move(Current(), Current() + places);
     else if (event->key() == Qt::Key_Delete)
         m_actions.remove(Current());
     else

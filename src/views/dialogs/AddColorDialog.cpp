@@ -6,6 +6,7 @@
 #include "views/widgets/FormParts.h"
 #include "views/widgets/NumberSlider.h"
 
+#include <QCheckBox>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -27,7 +28,8 @@ CAddColorDialog::CAddColorDialog(QWidget* parent, const CColorRequest& request)
       m_accept(request.accept),
       m_swatch(new CColorSwatch("Color", request.initial.color)),
       m_opacity(new CNumberSlider("opacity", 0, mostOpacity, NumberKind::Whole)),
-      m_name(new QLineEdit(ToQt(request.initial.name))) {
+      m_name(new QLineEdit(ToQt(request.initial.name))),
+      m_repaints(new QCheckBox(ToQt(request.repaintText), this)) {
     m_swatch->setObjectName("swatch");
     m_swatch->setMinimumHeight(swatchHeight);
     m_name->setObjectName("name");
@@ -39,6 +41,12 @@ CAddColorDialog::CAddColorDialog(QWidget* parent, const CColorRequest& request)
     AddLabeled(*grid, 1, 0, "Color &Name :", *m_name);
     Body().addLayout(top);
     Body().addLayout(grid);
+    m_repaints->setObjectName("repaints");
+    m_repaints->setChecked(request.initial.repaints);
+    m_repaints->setToolTip("The palette and the repainting are a step of undo each");
+    m_repaints->setVisible(!request.repaintText.empty());
+    if (!request.repaintText.empty())
+        Body().addWidget(m_repaints);
     Body().addStretch();
     m_opacity->Edit().SetValue(request.initial.color.alpha);
     connect(&m_opacity->Edit(), &QLineEdit::textChanged, this, [this] { ShowOpacity(); });
@@ -56,7 +64,7 @@ void CAddColorDialog::ShowOpacity() {
 }
 
 CColorValues CAddColorDialog::Values() const {
-    return {FromQt(m_name->text()), m_swatch->Color()};
+    return {FromQt(m_name->text()), m_swatch->Color(), m_repaints->isChecked()};
 }
 
 bool CAddColorDialog::Accepts() {

@@ -3,6 +3,7 @@
 #include "scene/DialogRequests.h"
 #include "views/dialogs/Dialog.h"
 
+class QCheckBox;
 class QLineEdit;
 
 namespace velmor {
@@ -27,6 +28,7 @@ private:
     CColorSwatch* m_swatch;
     CNumberSlider* m_opacity;
     QLineEdit* m_name;
+    QCheckBox* m_repaints;
 };
 
 } // namespace velmor

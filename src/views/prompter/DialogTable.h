@@ -9,6 +9,7 @@
 #include "views/dialogs/ColorKeyDialog.h"
 #include "views/dialogs/CompressorDialog.h"
 #include "views/dialogs/DatabaseFolderDialog.h"
+#include "views/dialogs/FillSettingsDialog.h"
 #include "views/dialogs/FlipDialog.h"
 #include "views/dialogs/FrameCountDialog.h"
 #include "views/dialogs/GridSettingsDialog.h"
@@ -49,7 +50,8 @@ using CDialogTable = CDialogRows<
     CDialogRow<CCameraDataRequest, CCameraDataDialog>, CDialogRow<CCellDataRequest, CCellDataDialog>,
     CDialogRow<CCleanupRequest, CCleanupDialog>, CDialogRow<CColorKeyRequest, CColorKeyDialog>,
     CDialogRow<CColorRequest, CAddColorDialog>, CDialogRow<CCompressorRequest, CCompressorDialog>,
-    CDialogRow<CDatabaseFolderRequest, CDatabaseFolderDialog>, CDialogRow<CFlipRequest, CFlipDialog>,
+    CDialogRow<CDatabaseFolderRequest, CDatabaseFolderDialog>,
+    CDialogRow<CFillSettingsRequest, CFillSettingsDialog>, CDialogRow<CFlipRequest, CFlipDialog>,
     CDialogRow<CFrameCountRequest, CFrameCountDialog>, CDialogRow<CGridSettingsRequest, CGridSettingsDialog>,
     CDialogRow<CImportSettingsRequest, CImportSettingsDialog>, CDialogRow<CLevelRequest, CSelectLevelDialog>,
     CDialogRow<CMotionPathRequest, CMotionPathDialog>, CDialogRow<CNameRequest, CNameDialog>,
