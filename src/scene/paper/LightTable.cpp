@@ -55,7 +55,7 @@ void CLightTable::Pin(std::span<const CDrawing> drawings) {
     m_context.Update(UpdateHint::Paper);
 }
 
-void CLightTable::Place(std::size_t pin, const CPegs& pegs) {
+void CLightTable::Place(std::size_t pin, const CPegPlace& pegs) {
     std::vector<CPinnedDrawing>& pins = m_context.model.pins;
     if (pin >= pins.size() || pins[pin].pegs == pegs)
         return;
@@ -70,7 +70,8 @@ void CLightTable::PutBack() {
 }
 
 bool CLightTable::IsAnyMoved() const {
-    return std::ranges::any_of(m_context.model.pins, [](const CPinnedDrawing& pin) { return pin.pegs != CPegs(); });
+    return std::ranges::any_of(m_context.model.pins,
+                               [](const CPinnedDrawing& pin) { return pin.pegs != CPegPlace(); });
 }
 
 void CLightTable::Clear() {

@@ -27,7 +27,7 @@ public:
     void PinSelected();
     bool AreSelectedPinned() const;
     /// Shifts and turns a pinned drawing.
-    void Place(std::size_t pin, const CPegs& pegs);
+    void Place(std::size_t pin, const CPegPlace& pegs);
     /// Puts all back on their pegs.
     void PutBack();
     bool IsAnyMoved() const;

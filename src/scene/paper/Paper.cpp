@@ -19,7 +19,7 @@ void CPaper::Order(std::vector<CSkinOrder>& orders, const CDrawing& drawing, CSk
     }
 }
 
-CPlacement CPaper::Placed(const CPegs& pegs) const {
+CPlacement CPaper::Placed(const CPegPlace& pegs) const {
     CPlacement placement;
     placement.centreX = m_model.celImg.Width() / 2 + pegs.x;
     placement.centreY = m_model.celImg.Height() / 2 + pegs.y;

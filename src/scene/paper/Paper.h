@@ -14,7 +14,7 @@ class CLightTable;
 class COnion;
 struct CDrawing;
 struct CNeighbour;
-struct CPegs;
+struct CPegPlace;
 struct CPinnedDrawing;
 struct CSceneModel;
 
@@ -47,7 +47,7 @@ private:
     void OrderInFrame(std::vector<CSkinOrder>& orders, std::span<const CNeighbour> neighbours, int most,
                       ColorRef tint) const;
     /// In the middle of the image under edit, as far off the pegs as given.
-    CPlacement Placed(const CPegs& pegs) const;
+    CPlacement Placed(const CPegPlace& pegs) const;
     bool HasInkNear(const CPinnedDrawing& pin, CRealPoint point, double reach);
 
     const CSceneModel& m_model;

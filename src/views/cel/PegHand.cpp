@@ -28,7 +28,7 @@ bool CPegHand::Press(CelTool, const CHandPoint& at, const CViewMapping& mapping)
 }
 
 void CPegHand::MoveTo(CRealPoint point) {
-    CPegs pegs = m_before;
+    CPegPlace pegs = m_before;
     if (m_turns) {
         const CCelImg& image = m_doc.Model().celImg;
         const CRealPoint middle{image.Width() / 2 + m_before.x, image.Height() / 2 + m_before.y};

@@ -31,7 +31,7 @@ private:
     std::size_t m_pin = 0;
     bool m_turns = false;
     CRealPoint m_press; ///< of the image
-    CPegs m_before;
+    CPegPlace m_before;
 };
 
 } // namespace velmor

@@ -190,7 +190,7 @@ TEST_F(CPaperTest, ShiftAndTraceMovesPinnedDrawingsAndNothingElse) {
     QTest::mousePress(View().viewport(), Qt::LeftButton, {}, At(90, 30));
     QTest::mouseMove(View().viewport(), At(70, 60));
     QTest::mouseRelease(View().viewport(), Qt::LeftButton, {}, At(70, 60));
-    EXPECT_EQ(doc->LightTable().Pins()[0].pegs, (CPegs{-20, 30, 0}));
+    EXPECT_EQ(doc->LightTable().Pins()[0].pegs, (CPegPlace{-20, 30, 0}));
     EXPECT_EQ(Shown(95, 25), QColor(Qt::white));
     EXPECT_NE(Shown(75, 55), QColor(Qt::white));
 
@@ -203,7 +203,7 @@ TEST_F(CPaperTest, ShiftAndTraceMovesPinnedDrawingsAndNothingElse) {
     EXPECT_NE(Shown(80 + 50, 110 - 10), QColor(Qt::white));
     EXPECT_EQ(doc->Model().celImg.Changes(), changes);
     Run(CommandId::CelPutBackPins);
-    EXPECT_EQ(doc->LightTable().Pins()[0].pegs, CPegs());
+    EXPECT_EQ(doc->LightTable().Pins()[0].pegs, CPegPlace());
     Key(Qt::Key_P);
     EXPECT_FALSE(View().ShiftsPins()) << "a tool was chosen";
     Key(Qt::Key_T);
