@@ -1,6 +1,7 @@
 #include "scene/CelFilling.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <new>
 
@@ -26,8 +27,10 @@ CPaintResult WithMemory(Operation operation) {
 }
 
 CPoint Between(CPoint from, CPoint to, int step, int steps) {
-    return steps == 0 ? to
-                      : CPoint{from.x + (to.x - from.x) * step / steps, from.y + (to.y - from.y) * step / steps};
+    const auto between = [&](int first, int last) {
+        return first + static_cast<int>(std::int64_t{last - first} * step / steps);
+    };
+    return steps == 0 ? to : CPoint{between(from.x, to.x), between(from.y, to.y)};
 }
 
 } // namespace
