@@ -63,7 +63,8 @@ TEST(GimpPalette, ComesBackWithNamesAndOpacities) {
     }
     const CPalette palette(colors);
     EXPECT_EQ(ReadGpl(GimpPaletteText(palette, "Fox\nName: no")), palette);
-    EXPECT_EQ(ReadGpl(GimpPaletteText(CPalette({{{}, "two\nlines"}}), "")).At(0).name, "two lines");
+    EXPECT_EQ(ReadGpl(GimpPaletteText(CPalette(std::vector<CNamedColor>{{{}, "two\nlines"}}), "")).At(0).name,
+              "two lines");
 }
 
 TEST(GimpPalette, RefusesWhatIsNoneAndSurvivesAnyBytes) {

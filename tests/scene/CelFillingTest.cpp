@@ -33,6 +33,7 @@ protected:
         EXPECT_TRUE(cel.Save());
         doc->Assets().EditCel("1");
         doc->Palette().SetFGColorValue(MakeColorRef(255, 0, 0));
+        doc->Palette().SetBGColorValue(MakeColorRef(0, 0, 255)); // where a gradient begins
     }
 
     bool IsRed(int x, int y) const { return doc->Model().celImg.ColorAt(x, y) == red; }

@@ -184,7 +184,7 @@ TEST_F(CPaletteOperationsTest, PalettesGoToOtherProgramsAndComeBack) {
     const Path file = model.Paths().CelFolder("Walk") / "out.gpl";
     palettes.AddColor(rose, "\xe7\x8b\x90");
     const CPalette before = model.palette;
-    prompter.Answer(std::optional(file));
+    prompter.Answer(file);
     palettes.AskAndExportPalette();
     ASSERT_TRUE(FileExists(file));
     palettes.ClearPalette();

@@ -46,7 +46,7 @@ protected:
             return CPaintResult();
         });
         doc->Views().UpdateAllViews(UpdateHint::EditedImage);
-        doc->Palette().SetFGColorValue(MakeColorRef(200, 30, 40));
+        doc->Palette().SetFGColorValue(MakeColorRef(30, 200, 40));
         Send(QEvent::MouseMove, {2, 2}, Qt::NoButton, Qt::NoModifier);
     }
 
@@ -60,10 +60,10 @@ protected:
         Send(QEvent::MouseButtonPress, at, Qt::LeftButton, modifiers);
         Send(QEvent::MouseButtonRelease, at, Qt::NoButton, modifiers);
     }
-    bool IsFilled(int x, int y) const { return doc->Model().celImg.ColorAt(x, y) == CColor{40, 30, 200, 255}; }
+    bool IsFilled(int x, int y) const { return doc->Model().celImg.ColorAt(x, y) == CColor{40, 200, 30, 255}; }
     QColor Shown(QPoint at) { return client.grab().toImage().pixelColor(at); }
     bool IsLeakShown() {
-        const QColor color = Shown(At(48, 60));
+        const QColor color = Shown(At(48, 61));
         return color.red() > 180 && color.green() < 90 && color.blue() < 90;
     }
 
@@ -78,7 +78,7 @@ TEST_F(FillHandTest, TheBucketClosesTheGapOfTheSizeAndShowsIt) {
     Click(At(50, 40));
     EXPECT_TRUE(IsFilled(21, 21) && IsFilled(79, 59) && IsFilled(46, 59));
     EXPECT_FALSE(IsFilled(48, 64));
-    EXPECT_EQ(Shown(At(30, 30)), QColor(200, 30, 40));
+    EXPECT_EQ(Shown(At(30, 30)), QColor(30, 200, 40));
     EXPECT_TRUE(ear.text.isEmpty());
 }
 
@@ -143,7 +143,7 @@ TEST_F(FillHandTest, ALoopShowsItselfAndFillsWhatItGoesRound) {
 TEST_F(FillHandTest, GapsAreMarkedWhileNobodyDrawsAndFollowTheDrawing) {
     doc->Palette().SetFill({6});
     const auto isMarked = [this] {
-        const QColor color = Shown(At(48, 60));
+        const QColor color = Shown(At(48, 61));
         return color.red() > 180 && color.green() < 90 && color.blue() > 100;
     };
     EXPECT_FALSE(isMarked());
