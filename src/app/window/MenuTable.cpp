@@ -56,12 +56,9 @@ constexpr CommandId celFillMenu[] = {CelAreaFill, Separator, CelFillSettings, Ce
 constexpr CommandId celCleanMenu[] = {CelDespeckle, CelThicken, CelThin};
 constexpr CommandId celPaletteMenu[] = {CelSwapColors, CelPickAnywhere, Separator, CelImportPalette,
                                         CelExportPalette};
-constexpr CMenu celSubmenus[] = {{"&View", celViewMenu},
-                                 {"Pen and S&hapes", celPenMenu},
-                                 {"&Paper", celPaperMenu},
-                                 {"&Fill", celFillMenu},
-                                 {"Clea&n Up", celCleanMenu},
-                                 {"Pale&tte", celPaletteMenu}};
+constexpr CMenu celSubmenus[] = {{"&View", celViewMenu},      {"Pen and S&hapes", celPenMenu},
+                                 {"&Paper", celPaperMenu},    {"&Fill", celFillMenu},
+                                 {"Clea&n Up", celCleanMenu}, {"Pale&tte", celPaletteMenu}};
 constexpr CommandId sourcesMenu[] = {SourcesSelectSource,
                                      SourcesScanCels,
                                      SourcesScanPicture,

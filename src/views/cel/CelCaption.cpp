@@ -56,8 +56,10 @@ void CCelCaption::SetText(const QString& text) {
         return;
     m_text = text;
     setAccessibleName(text);
-    setToolTip(text.isEmpty() ? text
-                              : text + "\nZoom and turn of the view, name and size of the image; * stands for changes not saved yet");
+    setToolTip(
+        text.isEmpty()
+            ? text
+            : text + "\nZoom and turn of the view, name and size of the image; * stands for changes not saved yet");
     update();
 }
 

@@ -10,8 +10,8 @@ namespace velmor {
 struct CDrawing;
 struct CSceneModel;
 
-/// What the cel editor shows, in the words of its tool row: zoom, how the view is turned, folder, name, an asterisk when there are changes
-/// that are not on the disk, and size. Empty without an image.
+/// What the cel editor shows, in the words of its tool row: zoom, how the view is turned, folder, name, an asterisk
+/// when there are changes that are not on the disk, and size. Empty without an image.
 QString CaptionOf(const CSceneModel& model, CZoomLevel zoom, const CViewTurn& turn);
 
 /// The same while another drawing is shown in its place.
