@@ -22,9 +22,10 @@ namespace {
 constexpr CZoomLevel largestFit{64};
 constexpr double leastFactor = 1.0 / 16;
 constexpr double mostFactor = 64;
-constexpr double wheelOfDoubling = 480;  ///< four notches, in eighths of a degree
-constexpr double pixelsOfDoubling = 120; ///< of a drag that zooms
-constexpr double drawnToQuarter = 3;     ///< degrees beside a quarter turn that count as it
+constexpr double wheelOfDoubling = 480;   ///< four notches, in eighths of a degree
+constexpr double pixelsOfDoubling = 120;  ///< of a drag that zooms
+constexpr double drawnToQuarter = 3;      ///< degrees beside a quarter turn that count as it
+constexpr std::uint64_t longestTap = 250; ///< ms
 constexpr int pagesInImage = 10;
 constexpr int pageOfNothing = 10;
 
@@ -227,6 +228,7 @@ void CZoomableView::mousePressEvent(QMouseEvent* event) {
     if (kind == DragKind::Tool && !BeginTool(point))
         return;
     m_drag = CDrag{event->button(), kind, point, point, m_turn};
+    m_spacePressed.reset();
     Refresh();
 }
 
@@ -311,20 +313,30 @@ void CZoomableView::wheelEvent(QWheelEvent* event) {
 }
 
 void CZoomableView::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Space)
-        HoldSpace(true);
-    else
+    if (event->key() != Qt::Key_Space) {
         QAbstractScrollArea::keyPressEvent(event);
+        return;
+    }
+    if (!event->isAutoRepeat() && !m_drag && event->modifiers() == Qt::NoModifier)
+        m_spacePressed = event->timestamp();
+    HoldSpace(true);
 }
 
 void CZoomableView::keyReleaseEvent(QKeyEvent* event) {
-    if (event->key() != Qt::Key_Space)
+    if (event->key() != Qt::Key_Space) {
         QAbstractScrollArea::keyReleaseEvent(event);
-    else if (!event->isAutoRepeat())
-        HoldSpace(false);
+        return;
+    }
+    if (event->isAutoRepeat())
+        return;
+    HoldSpace(false);
+    const std::optional<std::uint64_t> pressed = std::exchange(m_spacePressed, std::nullopt);
+    if (pressed && event->timestamp() - *pressed < longestTap)
+        TapSpace();
 }
 
 void CZoomableView::focusOutEvent(QFocusEvent* event) {
+    m_spacePressed.reset();
     HoldSpace(false);
     QAbstractScrollArea::focusOutEvent(event);
 }

@@ -6,6 +6,7 @@
 #include <QAbstractScrollArea>
 #include <QPointer>
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -75,6 +76,8 @@ protected:
     virtual void AfterZoom() {}
     /// The window has come to a screen of another scale.
     virtual void ScreenChanged() {}
+    /// The space bar was pressed and let go again at once, and the image not moved by it.
+    virtual void TapSpace() {}
     /// Repaints what is drawn over the image for the pointer and the tool, where it has changed.
     virtual void RefreshOverlay() {}
 
@@ -148,6 +151,7 @@ private:
     std::optional<CZoomLevel> m_fit; ///< see Fit(); nothing while the zoom is chosen otherwise
     bool m_panMode = false;
     bool m_isSpaceHeld = false;
+    std::optional<std::uint64_t> m_spacePressed; ///< when, in ms; nothing once it counts as held to move the image
     std::optional<CDrag> m_drag;
     CWheelTurn m_wheel;
     std::optional<CViewCursor> m_cursor; ///< as it is on the screen; nothing before the first

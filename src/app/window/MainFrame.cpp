@@ -17,6 +17,7 @@
 #include "scene/SceneModel.h"
 #include "scene/SceneSaving.h"
 #include "scene/VelmorltDoc.h"
+#include "scene/preview/ScenePreview.h"
 #include "views/Icons.h"
 #include "views/Text.h"
 #include "views/camera/CamFrame.h"
@@ -82,7 +83,7 @@ CMainFrame::~CMainFrame() {
 void CMainFrame::CreateViews() {
     m_sourceView = new CSourceView(m_doc, m_prompter);
     m_sourceView->setMinimumWidth(leastSourceWidth);
-    m_cameraPane = new CCamFrame(m_doc, m_commands.List(CameraToolBar()));
+    m_cameraPane = new CCamFrame(m_doc, m_commands.List(CameraToolBar()), m_commands.List(TransportBar()));
     m_xsheetPane = new CXsheetFrame(m_doc, m_prompter, m_commands.List(XsheetToolBar()));
     m_celPane = new CCelFrame(
         m_doc, m_prompter, m_profile,
@@ -97,9 +98,14 @@ void CMainFrame::CreateViews() {
         {"XSheet", m_xsheetPane, &m_xsheetPane->View(), [this] { ShowXSheet(); }},
         {"Cel Editor", m_celPane, &m_celPane->View(), [this] { ShowCelEditor(); }},
     }});
-    m_paneBars = {m_cameraPane->findChild<QToolBar*>("camera tools"),
-                  m_xsheetPane->findChild<QToolBar*>("xsheet tools"), m_celPane->findChild<QToolBar*>("celToolBar"),
-                  m_celPane->findChild<QToolBar*>("colorBar"), m_celPane->findChild<QToolBar*>("brushBar")};
+    m_paneBars = {
+        m_cameraPane->findChild<QToolBar*>("camera tools"), m_xsheetPane->findChild<QToolBar*>("xsheet tools"),
+        m_celPane->findChild<QToolBar*>("celToolBar"),      m_celPane->findChild<QToolBar*>("colorBar"),
+        m_celPane->findChild<QToolBar*>("brushBar"),        m_cameraPane->findChild<QToolBar*>("transport")};
+
+    const auto play = [this] { Action(CommandId::PreviewPlay)->trigger(); };
+    m_cameraPane->View().SetTapCallback(play);
+    m_xsheetPane->View().SetSpaceCallback(play);
 
     m_outerSplitter = new QSplitter(Qt::Horizontal);
     m_outerSplitter->setChildrenCollapsible(false);
@@ -150,7 +156,7 @@ void CMainFrame::BringToFront() {
 void CMainFrame::UpdateCommands() {
     m_commands.Update();
     m_doc.History().TellFault();
-    m_statusPanes.Update(m_doc.Model());
+    m_statusPanes.Update(m_doc.Model(), m_doc.Preview().Frame());
 }
 
 void CMainFrame::OnUpdate(UpdateHint) {
@@ -276,6 +282,13 @@ void CMainFrame::OpenDemonstration() {
 
 void CMainFrame::ShowAbout() {
     CAboutDialog(this).exec();
+}
+
+bool CMainFrame::event(QEvent* event) {
+    // Something modal is about to open, perhaps for the cell at the cursor, which must not move now.
+    if (event->type() == QEvent::WindowBlocked)
+        m_doc.Preview().GoBack();
+    return QMainWindow::event(event);
 }
 
 void CMainFrame::closeEvent(QCloseEvent* event) {

@@ -27,8 +27,8 @@ class CXsheetFrame;
 class IPrompter;
 
 /// The bars of the panes.
-enum class PaneBar : std::size_t { CameraTools, XsheetTools, CelTools, Colors, Brushes };
-inline constexpr std::size_t paneBars = 5;
+enum class PaneBar : std::size_t { CameraTools, XsheetTools, CelTools, Colors, Brushes, Transport };
+inline constexpr std::size_t paneBars = 6;
 
 /// A state of the image under edit that is not on disk.
 struct CUnsavedImage {
@@ -86,6 +86,7 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    bool event(QEvent* event) override;
 
 private:
     void CreateMenus();

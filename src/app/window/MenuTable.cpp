@@ -85,6 +85,12 @@ constexpr CommandId animationMenu[] = {AnimationLineCheck,
                                        AnimationPlaySelectedSound,
                                        Separator,
                                        AnimationRender};
+constexpr CommandId previewMenu[] = {
+    PreviewPlay, PreviewGoBack, Separator,     PreviewFirst,    PreviewBack,          PreviewNext,
+    PreviewLast, Separator,     PreviewLoop,   PreviewRangeIn,  PreviewRangeOut,      PreviewRangeClear,
+    Separator,   PreviewSlower, PreviewFaster, Separator,       PreviewFollowsCamera, PreviewFullSize,
+    PreviewFree, Separator,     PreviewScrub,  ViewTransportBar};
+constexpr CMenu animationSubmenus[] = {{"Play &in Place", previewMenu}};
 constexpr CommandId viewMenu[] = {
     ViewCameraAndXsheet, ViewCamera, ViewXsheet,          ViewCelEditor,   Separator,     ViewToolBar,
     ViewStatusBar,       Separator,  ViewCameraTools,     ViewXsheetTools, ViewCelTools,  ViewColors,
@@ -157,6 +163,11 @@ constexpr CommandId celCanvasMenu[] = {
     CelColorKey, Separator, CelUpdateCamera, Separator,       CelAreaFill, CelFillSettings, CelShowGaps};
 constexpr CMenu canvasMenu{"Cel Editor", celCanvasMenu};
 
+constexpr CommandId transportBar[] = {PreviewFirst,    PreviewBack,       PreviewPlay,   PreviewNext,
+                                      PreviewLast,     Separator,         PreviewLoop,   PreviewRangeIn,
+                                      PreviewRangeOut, PreviewRangeClear, Separator,     PreviewFollowsCamera,
+                                      PreviewFullSize, Separator,         PreviewSlower, PreviewFaster};
+
 constexpr CommandId celToolBar[] = {
     CelZoomOut, CelZoomOneToOne, CelZoomIn,     CelFit,        CelPan,       Separator,   CelBucket,
     CelPen,     CelEraser,       CelLineBrush,  Separator,     CelPickColor, CelColorKey, Separator,
@@ -172,6 +183,8 @@ std::span<const CMenu> Menus() {
 std::span<const CMenu> SubmenusOf(const CMenu& menu) {
     if (menu.commands.data() == celMenu)
         return celSubmenus;
+    if (menu.commands.data() == animationMenu)
+        return animationSubmenus;
     return {};
 }
 
@@ -205,6 +218,10 @@ std::span<const CommandId> XsheetToolBar() {
 
 std::span<const CommandId> CelToolBar() {
     return celToolBar;
+}
+
+std::span<const CommandId> TransportBar() {
+    return transportBar;
 }
 
 } // namespace velmor

@@ -28,5 +28,7 @@ std::span<const CommandId> MainToolBar();
 std::span<const CommandId> CameraToolBar();
 std::span<const CommandId> XsheetToolBar();
 std::span<const CommandId> CelToolBar();
+/// Under the camera view.
+std::span<const CommandId> TransportBar();
 
 } // namespace velmor

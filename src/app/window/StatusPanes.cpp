@@ -24,11 +24,12 @@ const char* ModeText(InputMode mode) {
 
 } // namespace
 
-CStatusTexts StatusTextsOf(const CSceneModel& model, const CStatusTexts& current) {
+CStatusTexts StatusTextsOf(const CSceneModel& model, const CStatusTexts& current, std::optional<int> played) {
     if (!model.sceneOpen)
         return {};
     const char* mode = ModeText(model.inputMode);
-    return {mode != nullptr ? mode : current.mode, "Current Frm : " + std::to_string(model.cursorFrame + 1),
+    return {mode != nullptr ? mode : current.mode,
+            "Current Frm : " + std::to_string(played.value_or(model.cursorFrame) + 1),
             "Total Frm : " + std::to_string(model.Scene().xsheet.FrameCount())};
 }
 
@@ -44,8 +45,8 @@ CStatusPanes::CStatusPanes(QStatusBar& bar) {
     }
 }
 
-void CStatusPanes::Update(const CSceneModel& model) {
-    m_texts = StatusTextsOf(model, m_texts);
+void CStatusPanes::Update(const CSceneModel& model, std::optional<int> played) {
+    m_texts = StatusTextsOf(model, m_texts, played);
     const std::array<const std::string*, 3> texts = {&m_texts.mode, &m_texts.frame, &m_texts.total};
     for (std::size_t pane = 0; pane < m_labels.size(); ++pane) {
         const QString text = ToQt(*texts[pane]);

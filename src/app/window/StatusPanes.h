@@ -18,15 +18,16 @@ struct CStatusTexts {
     std::string total;
 };
 
-/// A mode that has no text leaves `current.mode`.
-CStatusTexts StatusTextsOf(const CSceneModel& model, const CStatusTexts& current);
+/// A mode that has no text leaves `current.mode`. While frames are played, `played` is the one that is seen.
+CStatusTexts StatusTextsOf(const CSceneModel& model, const CStatusTexts& current,
+                           std::optional<int> played = std::nullopt);
 
 /// The value panes at the right of the status bar: camera mode, current frame, length.
 class CStatusPanes {
 public:
     /// The labels belong to the bar.
     explicit CStatusPanes(QStatusBar& bar);
-    void Update(const CSceneModel& model);
+    void Update(const CSceneModel& model, std::optional<int> played = std::nullopt);
 
 private:
     std::array<QLabel*, 3> m_labels{};

@@ -11,19 +11,23 @@ namespace velmor {
 class CCameraView;
 class CVelmorltDoc;
 
-/// The camera pane: its tool bar and the camera view.
+/// The camera pane: its tool bar, the camera view, and under it the bar that plays the sheet in it.
 class CCamFrame final : public QMainWindow {
 public:
-    CCamFrame(CVelmorltDoc& doc, const ActionList& toolBar, QWidget* parent = nullptr);
+    /// `transport` is the bar under the view.
+    CCamFrame(CVelmorltDoc& doc, const ActionList& toolBar, const ActionList& transport, QWidget* parent = nullptr);
     ~CCamFrame() override;
 
     CCameraView& View() { return *m_view; }
 
 private:
-    void ShowZoom();
+    void AddTransport(const ActionList& transport);
+    void ShowState();
 
+    CVelmorltDoc& m_doc;
     CCameraView* m_view; // children
     QLabel* m_zoom;
+    QLabel* m_played;
 };
 
 } // namespace velmor

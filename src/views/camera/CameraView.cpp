@@ -1,8 +1,10 @@
 #include "views/camera/CameraView.h"
 
+#include "scene/CameraPictures.h"
 #include "scene/SceneModel.h"
 #include "scene/VelmorltDoc.h"
 #include "scene/paper/Paper.h"
+#include "scene/preview/ScenePreview.h"
 #include "views/camera/CameraMarksPainter.h"
 #include "views/camera/FrameKeys.h"
 #include "views/camera/PictureImage.h"
@@ -42,6 +44,7 @@ CCameraView::CCameraView(CVelmorltDoc& doc, QWidget* parent)
     : CZoomableView(parent),
       m_doc(doc),
       m_feed(doc.Model(), doc.CameraPictures(), [this] { TakePicture(); }),
+      m_preview(doc.Preview()),
       m_input(doc.Model(), doc.Camera()) {
     setObjectName("camera view");
     setAccessibleName("Camera view");
@@ -55,6 +58,8 @@ CCameraView::~CCameraView() {
 }
 
 void CCameraView::OnUpdate(UpdateHint hint) {
+    if (Holds(hint, UpdateHint::Preview))
+        ShowPreview();
     if (Holds(hint, pictureHint | UpdateHint::Cells | UpdateHint::Levels))
         m_marks.reset();
     if (Holds(hint, pictureHint | UpdateHint::Cells | UpdateHint::Levels | UpdateHint::Paper) &&
@@ -127,7 +132,35 @@ void CCameraView::LoseTool() {
     m_input.EndUnseen(Mapping());
 }
 
+void CCameraView::TapSpace() {
+    if (m_tapped)
+        m_tapped();
+}
+
+void CCameraView::ShowPreview() {
+    const bool wasShown = m_preview.HasPicture();
+    TellPreviewSize();
+    m_preview.Follow(ImageSize().width, Zoom(), devicePixelRatioF());
+    if (m_preview.HasPicture() || wasShown)
+        viewport()->update();
+    // The cursor's picture takes its place, which may be there already: whoever ends playing then moves the cursor.
+    if (!m_doc.Preview().IsPlaying())
+        QMetaObject::invokeMethod(
+            viewport(),
+            [this] {
+                if (!m_doc.CameraPictures().Orders().IsComposing())
+                    TakePicture();
+            },
+            Qt::QueuedConnection);
+    TellState();
+}
+
+void CCameraView::TellPreviewSize() {
+    m_doc.Preview().SetViewFactor(Zoom().Factor() * devicePixelRatioF());
+}
+
 void CCameraView::AfterZoom() {
+    TellPreviewSize();
     m_input.FollowZoom(Mapping());
     TakePicture();
     TakeOnion();
@@ -144,8 +177,16 @@ void CCameraView::keyPressEvent(QKeyEvent* event) {
         CZoomableView::keyPressEvent(event);
         return;
     }
+    if (event->key() == Qt::Key_Escape && m_doc.Preview().IsPlaying()) {
+        m_doc.Preview().GoBack();
+        return;
+    }
     const CSceneModel& model = m_doc.Model();
-    const std::optional<int> frame = FrameOfKey(*event, model);
+    std::optional<int> frame = FrameOfKey(*event, model);
+    if (frame && m_doc.Preview().IsPlaying()) {
+        m_doc.Preview().Stop(); // and from there
+        frame = FrameOfKey(*event, model);
+    }
     if (!frame)
         event->ignore();
     else if (!IsDragging() && *frame != model.cursorFrame)
@@ -153,6 +194,7 @@ void CCameraView::keyPressEvent(QKeyEvent* event) {
 }
 
 void CCameraView::TakePicture() {
+    m_preview.LetGo();
     const QImage& image = m_feed.Image();
     m_picture = image.isNull() ? image : ReadyForZoom(image, Zoom(), devicePixelRatioF());
     viewport()->update();
@@ -188,7 +230,11 @@ void CCameraView::paintEvent(QPaintEvent* event) {
     if (!HasImage())
         return;
     QPainter painter(viewport());
-    PaintPicture(painter, event->rect());
+    if (m_preview.HasPicture()) {
+        PaintPicture(painter, event->rect(), m_preview.Picture());
+        return;
+    }
+    PaintPicture(painter, event->rect(), m_picture);
     if (!m_onion.isNull() && !m_picture.isNull())
         PaintOnion(painter);
     PaintCameraMarks(painter, Marks(),
@@ -197,9 +243,9 @@ void CCameraView::paintEvent(QPaintEvent* event) {
         PaintText(painter);
 }
 
-void CCameraView::PaintPicture(QPainter& painter, const QRect& exposed) {
+void CCameraView::PaintPicture(QPainter& painter, const QRect& exposed, const QImage& image) {
     const QRect picture = PictureRect();
-    if (m_picture.isNull()) {
+    if (image.isNull()) {
         painter.fillRect(picture, QColor(waitingColor));
         return;
     }
@@ -207,16 +253,16 @@ void CCameraView::PaintPicture(QPainter& painter, const QRect& exposed) {
     if (shown.isEmpty())
         return;
     // Whole pixels of the picture, of which the paint event clips the rest.
-    const double perViewX = static_cast<double>(m_picture.width()) / picture.width();
-    const double perViewY = static_cast<double>(m_picture.height()) / picture.height();
+    const double perViewX = static_cast<double>(image.width()) / picture.width();
+    const double perViewY = static_cast<double>(image.height()) / picture.height();
     const QRect source =
         QRectF(shown.x() * perViewX, shown.y() * perViewY, shown.width() * perViewX, shown.height() * perViewY)
             .toAlignedRect()
-            .intersected(m_picture.rect());
+            .intersected(image.rect());
     const QRectF target(picture.x() + source.x() / perViewX, picture.y() + source.y() / perViewY,
                         source.width() / perViewX, source.height() / perViewY);
     painter.setRenderHint(QPainter::SmoothPixmapTransform, false);
-    painter.drawImage(target, m_picture, source);
+    painter.drawImage(target, image, source);
 }
 
 // Light from below, as on a light table: whatever the picture shows, the skins are seen through it.

@@ -5,9 +5,11 @@
 #include "views/camera/CameraInput.h"
 #include "views/camera/CameraMarks.h"
 #include "views/camera/PictureFeed.h"
+#include "views/camera/PreviewScreen.h"
 
 #include <QImage>
 #include <QRect>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -25,6 +27,8 @@ public:
     ~CCameraView() override;
 
     void OnUpdate(UpdateHint hint) override;
+    /// Called when the space bar is tapped.
+    void SetTapCallback(std::function<void()> tapped) { m_tapped = std::move(tapped); }
 
     QSize minimumSizeHint() const override;
 
@@ -41,6 +45,7 @@ protected:
         TakePicture();
         TakeOnion();
     }
+    void TapSpace() override;
     void paintEvent(QPaintEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
@@ -51,18 +56,23 @@ private:
     /// Has a scene that was opened shown whole, and one that is kept so fit.
     void FitScene();
     void TakePicture();
+    /// Shows what is played in place.
+    void ShowPreview();
+    void TellPreviewSize();
     void TakeOnion();
     const CCameraMarks& Marks();
-    void PaintPicture(QPainter& painter, const QRect& exposed);
+    void PaintPicture(QPainter& painter, const QRect& exposed, const QImage& image);
     void PaintOnion(QPainter& painter);
     void PaintText(QPainter& painter);
 
     CVelmorltDoc& m_doc;
     CPictureFeed m_feed;
+    CPreviewScreen m_preview;
     CCameraInput m_input;
-    QImage m_picture;                    ///< as it is painted at the zoom
-    QImage m_onion;                      ///< what shines through the picture, at the same zoom; null for nothing
-    std::string m_scene;                 ///< the one that is shown
+    QImage m_picture;    ///< as it is painted at the zoom
+    QImage m_onion;      ///< what shines through the picture, at the same zoom; null for nothing
+    std::string m_scene; ///< the one that is shown
+    std::function<void()> m_tapped;
     std::optional<CCameraMarks> m_marks; ///< nothing when they are to be collected again
 };
 

@@ -22,16 +22,16 @@ bool IsSelected(const CXSheetSelection& selection, int level, int frame) {
            frame <= selection.lastFrame;
 }
 
-CellFill FillOf(const CSceneModel& model, int level, int frame) {
-    if (level == model.cursorLevel && frame == model.cursorFrame)
+CellFill FillOf(const CSceneModel& model, int level, int frame, int cursorFrame) {
+    if (level == model.cursorLevel && frame == cursorFrame)
         return CellFill::Cursor;
     return IsSelected(model.selection, level, frame) ? CellFill::Selected : CellFill::Plain;
 }
 
-CCellLook CellLook(const CSceneModel& model, int level, int frame) {
+CCellLook CellLook(const CSceneModel& model, int level, int frame, int cursorFrame) {
     const CXSheetCell& cell = model.Scene().xsheet.Cell(level, frame);
     CCellLook look;
-    look.fill = FillOf(model, level, frame);
+    look.fill = FillOf(model, level, frame, cursorFrame);
     if (!cell.IsUsed())
         return look;
     look.text = model.Scene().xsheet.CellText(level, frame);
@@ -42,23 +42,23 @@ CCellLook CellLook(const CSceneModel& model, int level, int frame) {
     return look;
 }
 
-CLevelLook LevelLook(const CSceneModel& model, int level) {
+CLevelLook LevelLook(const CSceneModel& model, int level, int cursorFrame) {
     CLevelLook look;
     look.name = model.Scene().xsheet.LevelName(level);
     look.current = level == model.cursorLevel;
     look.moves = model.moveSelection.IsLevelSelected(level);
-    if (!model.Scene().xsheet.HasFrame(model.cursorFrame))
+    if (!model.Scene().xsheet.HasFrame(cursorFrame))
         return look;
-    const CXSheetCell& cell = model.Scene().xsheet.Cell(level, model.cursorFrame);
+    const CXSheetCell& cell = model.Scene().xsheet.Cell(level, cursorFrame);
     look.used = cell.IsUsed();
     look.blurred = IsBlurred(cell);
     look.transparent = IsTransparent(cell);
     return look;
 }
 
-CFrameLook FrameLook(const CSceneModel& model, const CXSheetSounds& sounds, int frame) {
+CFrameLook FrameLook(const CSceneModel& model, const CXSheetSounds& sounds, int frame, int cursorFrame) {
     CFrameLook look;
-    look.current = frame == model.cursorFrame;
+    look.current = frame == cursorFrame;
     look.selected = frame >= model.selection.firstFrame && frame <= model.selection.lastFrame;
     look.camera = model.Scene().camera.At(frame);
     look.cameraHeld = frame > 0 && look.camera == model.Scene().camera.At(frame - 1);
@@ -74,7 +74,8 @@ CFrameLook FrameLook(const CSceneModel& model, const CXSheetSounds& sounds, int 
 } // namespace
 
 CXSheetLook LookAt(const CSceneModel& model, const CXSheetSounds& sounds, const CXSheetGeometry& geometry,
-                   const CPointerLook& pointer) {
+                   const CPointerLook& pointer, const CPlayLook& play) {
+    const int cursorFrame = play.frame.value_or(model.cursorFrame);
     CXSheetLook look;
     look.sceneOpen = model.sceneOpen;
     look.geometry = geometry;
@@ -87,11 +88,12 @@ CXSheetLook LookAt(const CSceneModel& model, const CXSheetSounds& sounds, const 
     const int endLevel = std::min(geometry.EndLevel(), model.Scene().xsheet.LevelCount());
     const int endFrame = std::min(geometry.EndFrame(), model.Scene().xsheet.FrameCount());
     for (int level = geometry.firstLevel; level < endLevel; ++level)
-        look.levels.push_back(LevelLook(model, level));
+        look.levels.push_back(LevelLook(model, level, cursorFrame));
     for (int frame = geometry.firstFrame; frame < endFrame; ++frame) {
-        look.frames.push_back(FrameLook(model, sounds, frame));
+        look.frames.push_back(FrameLook(model, sounds, frame, cursorFrame));
+        look.frames.back().ready = play.ready && play.ready(frame);
         for (int level = geometry.firstLevel; level < endLevel; ++level)
-            look.cells.push_back(CellLook(model, level, frame));
+            look.cells.push_back(CellLook(model, level, frame, cursorFrame));
     }
     return look;
 }

@@ -4,6 +4,8 @@
 #include "xsheet/CameraTrack.h"
 
 #include <QRegion>
+#include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -48,6 +50,7 @@ struct CFrameLook {
     bool sounding = false;
     bool soundGoesOn = false;    ///< from the frame before
     bool soundContinues = false; ///< at the next frame
+    bool ready = false;          ///< to be played in place
 
     bool operator==(const CFrameLook&) const = default;
 };
@@ -88,8 +91,14 @@ struct CXSheetLook {
     }
 };
 
+/// What playing in place adds.
+struct CPlayLook {
+    std::optional<int> frame;             ///< the one that is seen instead of the cursor's
+    std::function<bool(int frame)> ready; ///< whether a frame's picture is kept; empty when none are
+};
+
 CXSheetLook LookAt(const CSceneModel& model, const CXSheetSounds& sounds, const CXSheetGeometry& geometry,
-                   const CPointerLook& pointer);
+                   const CPointerLook& pointer, const CPlayLook& play = {});
 
 /// The part of the client area that a drop mark covers.
 QRect RectOf(const CXSheetGeometry& geometry, const CDropMark& mark);

@@ -9,7 +9,8 @@ namespace velmor {
 
 namespace {
 
-constexpr int margin = 4; ///< beside texts
+constexpr int margin = 4;     ///< beside texts
+constexpr int readyWidth = 3; ///< of the bar beside frames that are ready to be played
 
 // printf would show a small negative number as "-0".
 double WithoutNegativeZero(double value) {
@@ -168,6 +169,8 @@ void CXSheetPainter::PaintFrameNumber(const CFrameLook& frame, int number, const
     m_painter.fillRect(rect.right(), rect.y(), 1, rect.height(), m_style.headerLine);
     if (frame.selected)
         m_painter.fillRect(rect.right() - 2, rect.y(), 3, rect.height() - 1, m_style.accent);
+    if (frame.ready)
+        m_painter.fillRect(rect.x(), rect.y(), readyWidth, rect.height(), m_style.readyFrame);
     m_painter.setPen(frame.current || lastOfSecond ? m_style.headerText : m_style.fadedHeaderText);
     DrawText(m_painter, m_style.smallTexts, std::to_string(number), rect.adjusted(0, 0, -margin, -1),
              Qt::AlignRight);

@@ -129,7 +129,8 @@ CSheetColors SheetColors(bool dark) {
                                         .soundEdge{52, 112, 176},
                                         .dropColor{20, 96, 208},
                                         .movingLevel{31, 111, 212},
-                                        .movingCamera{207, 107, 18}};
+                                        .movingCamera{207, 107, 18},
+                                        .readyFrame{46, 160, 67}};
     static constexpr CSheetColors dimmed{.background{30, 31, 33},
                                          .cursorFill{38, 108, 46},
                                          .cursorFrame{112, 216, 122},
@@ -145,7 +146,8 @@ CSheetColors SheetColors(bool dark) {
                                          .soundEdge{98, 162, 224},
                                          .dropColor{96, 164, 255},
                                          .movingLevel{78, 150, 240},
-                                         .movingCamera{230, 134, 48}};
+                                         .movingCamera{230, 134, 48},
+                                         .readyFrame{86, 196, 104}};
     return dark ? dimmed : light;
 }
 

@@ -59,6 +59,7 @@ struct CSheetColors {
     // What camera input moves, in the colours of its buttons.
     QColor movingLevel;
     QColor movingCamera;
+    QColor readyFrame; ///< the bar beside frames that are ready to be played
 };
 CSheetColors SheetColors(bool dark);
 

@@ -7,6 +7,8 @@
 #include "scene/SoundOperations.h"
 #include "scene/VelmorltDoc.h"
 #include "scene/XSheetOperations.h"
+#include "scene/preview/ScenePreview.h"
+#include "scene/preview/Scrubbing.h"
 #include "views/source/SourceView.h"
 #include "views/xsheet/XSheetPainter.h"
 #include "views/xsheet/XSheetStyle.h"
@@ -53,6 +55,10 @@ CXSheetView::~CXSheetView() {
 }
 
 void CXSheetView::OnUpdate(UpdateHint hint) {
+    if (Holds(hint, UpdateHint::Preview)) {
+        ShowPlayedFrame();
+        Refresh();
+    }
     if (!Holds(hint, shownHints))
         return;
     const CSceneModel& model = m_doc.Model();
@@ -124,8 +130,21 @@ void CXSheetView::ShowMovedCursor() {
     ScrollTo(shown.firstLevel, shown.firstFrame);
 }
 
+void CXSheetView::ShowPlayedFrame() {
+    const std::optional<int> frame = m_doc.Preview().Frame();
+    if (!frame || m_mouse.IsPressed())
+        return;
+    const int rows = std::max(1, m_geometry.VisibleFrames());
+    if (*frame < m_geometry.firstFrame || *frame >= m_geometry.firstFrame + rows)
+        ScrollTo(m_geometry.firstLevel, *frame);
+}
+
 CXSheetLook CXSheetView::Look() const {
-    CXSheetLook look = LookAt(m_doc.Model(), m_sounds, m_geometry, m_pointer);
+    CScenePreview& preview = m_doc.Preview();
+    CPlayLook play{preview.Frame(), {}};
+    if (preview.HoldsFrames())
+        play.ready = [&preview](int frame) { return preview.IsReady(frame); };
+    CXSheetLook look = LookAt(m_doc.Model(), m_sounds, m_geometry, m_pointer, play);
     look.focused = hasFocus();
     return look;
 }
@@ -222,6 +241,11 @@ void CXSheetView::mousePressEvent(QMouseEvent* event) {
         return;
     }
     const QPoint point = event->position().toPoint();
+    if (Scrubs(*event)) {
+        m_isScrubbing = true;
+        ScrubTo(point);
+        return;
+    }
     m_mouse.Press(m_geometry, point, event->modifiers().testFlag(Qt::ShiftModifier));
     if (m_mouse.IsButtonPressed())
         ShowHotButton(point, true);
@@ -230,6 +254,13 @@ void CXSheetView::mousePressEvent(QMouseEvent* event) {
 
 void CXSheetView::mouseMoveEvent(QMouseEvent* event) {
     const QPoint point = event->position().toPoint();
+    if (m_isScrubbing) {
+        if (event->buttons().testFlag(Qt::LeftButton))
+            ScrubTo(point);
+        else
+            EndScrubbing();
+        return;
+    }
     if (m_mouse.IsPressed() && !event->buttons().testFlag(Qt::LeftButton)) {
         m_mouse.Cancel(); // let go where no event could be seen, over a message for instance
         EndDrag();
@@ -238,6 +269,27 @@ void CXSheetView::mouseMoveEvent(QMouseEvent* event) {
         DragSelection(point, true);
     else
         ShowHotButton(point, m_mouse.IsButtonPressed());
+}
+
+bool CXSheetView::Scrubs(const QMouseEvent& press) const {
+    const QPoint point = press.position().toPoint();
+    return point.x() < m_geometry.frameColumnWidth && point.y() >= m_geometry.headerHeight &&
+           m_geometry.frameCount > 0 && !press.modifiers().testFlag(Qt::ShiftModifier) &&
+           press.modifiers().testFlag(Qt::ControlModifier) != m_doc.Scrubbing().IsByColumn();
+}
+
+void CXSheetView::ScrubTo(QPoint point) {
+    m_dragPoint = point;
+    const int steps = m_geometry.SelectionScroll({m_geometry.frameColumnWidth, point.y()}).y();
+    KeepScrolling(steps != 0);
+    ScrollTo(m_geometry.firstLevel, m_geometry.firstFrame + steps);
+    m_doc.Scrubbing().To(m_geometry.YToFrame(point.y()));
+}
+
+void CXSheetView::EndScrubbing() {
+    m_isScrubbing = false;
+    m_scrollTimer.stop();
+    m_doc.Scrubbing().End();
 }
 
 void CXSheetView::DragSelection(QPoint point, bool mouseMoved) {
@@ -255,6 +307,8 @@ void CXSheetView::DragSelection(QPoint point, bool mouseMoved) {
 void CXSheetView::timerEvent(QTimerEvent* event) {
     if (event->timerId() != m_scrollTimer.timerId())
         QAbstractScrollArea::timerEvent(event);
+    else if (m_isScrubbing)
+        ScrubTo(m_dragPoint);
     else if (m_mouse.IsSelecting())
         DragSelection(m_dragPoint, false);
     else
@@ -269,6 +323,8 @@ void CXSheetView::KeepScrolling(bool scrolls) {
 }
 
 void CXSheetView::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton && m_isScrubbing)
+        EndScrubbing();
     if (event->button() != Qt::LeftButton || !m_mouse.IsPressed())
         return;
     const QPoint point = event->position().toPoint();
@@ -353,10 +409,27 @@ void CXSheetView::keyPressEvent(QKeyEvent* event) {
     event->ignore();
     if (!m_look.sceneOpen || m_mouse.IsPressed() || (modifiers != Qt::NoModifier && !extend))
         return;
-    if (const auto cell = CursorAfterKey(event->key(), m_shownCursor, m_geometry)) {
+    if (!extend && PlayByKey(*event)) {
         event->accept();
-        MoveCursor(m_doc, *cell, extend);
+        return;
     }
+    if (CursorAfterKey(event->key(), m_shownCursor, m_geometry)) {
+        event->accept();
+        m_doc.Preview().Stop(); // and goes on from there
+        MoveCursor(m_doc, *CursorAfterKey(event->key(), m_shownCursor, m_geometry), extend);
+    }
+}
+
+bool CXSheetView::PlayByKey(const QKeyEvent& key) {
+    if (key.key() == Qt::Key_Escape && m_doc.Preview().IsPlaying()) {
+        m_doc.Preview().GoBack();
+        return true;
+    }
+    if (key.key() != Qt::Key_Space || !m_spacePressed)
+        return false;
+    if (!key.isAutoRepeat())
+        m_spacePressed();
+    return true;
 }
 
 void CXSheetView::DropCels(const QPoint& screenPoint) {

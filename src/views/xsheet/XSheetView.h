@@ -39,6 +39,8 @@ public:
     void DropSounds(const QPoint& screenPoint);
     /// Called when a drag has changed the selection, of which the document tells nobody.
     void SetSelectionCallback(std::function<void()> changed) { m_selectionChanged = std::move(changed); }
+    /// Called when the space bar is pressed.
+    void SetSpaceCallback(std::function<void()> pressed) { m_spacePressed = std::move(pressed); }
     /// Shown at a right click.
     void SetContextMenus(const CSheetMenus& menus);
     /// The grid on the viewport as it is scrolled now.
@@ -75,6 +77,14 @@ private:
     /// Takes over a geometry that is scrolled differently, moving what is painted along where that can be done.
     void MovePainted(const CXSheetGeometry& scrolled);
     void ShowMovedCursor();
+    /// Brings the frame that is played into view, a page at a time.
+    void ShowPlayedFrame();
+    /// Whether a press there begins to scrub.
+    bool Scrubs(const QMouseEvent& press) const;
+    void ScrubTo(QPoint point);
+    void EndScrubbing();
+    /// Space plays and stops, Escape goes back. False for any other key.
+    bool PlayByKey(const QKeyEvent& key);
     CXSheetLook Look() const;
     /// Takes what is to be shown from the document and has painted what differs.
     void Refresh();
@@ -98,6 +108,8 @@ private:
     CXSheetMouse m_mouse;
     CAssetThumbnails m_thumbnails;
     std::function<void()> m_selectionChanged;
+    std::function<void()> m_spacePressed;
+    bool m_isScrubbing = false;
     std::array<QPointer<QMenu>, 3> m_menus;
 
     QBasicTimer m_scrollTimer; ///< runs while a drag is held where it scrolls
