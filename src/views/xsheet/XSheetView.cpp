@@ -26,6 +26,7 @@
 #include <QToolTip>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace velmor {
 
@@ -132,6 +133,9 @@ void CXSheetView::ShowMovedCursor() {
 
 void CXSheetView::ShowPlayedFrame() {
     const std::optional<int> frame = m_doc.Preview().Frame();
+    const bool hasEnded = std::exchange(m_showsPlay, frame.has_value()) && !frame;
+    if (hasEnded && m_doc.Model().sceneOpen && !m_mouse.IsPressed())
+        ScrollTo(m_geometry.firstLevel, m_geometry.Showing(m_shownCursor).firstFrame); // back to the cursor
     if (!frame || m_mouse.IsPressed())
         return;
     const int rows = std::max(1, m_geometry.VisibleFrames());

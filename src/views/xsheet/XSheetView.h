@@ -110,6 +110,7 @@ private:
     std::function<void()> m_selectionChanged;
     std::function<void()> m_spacePressed;
     bool m_isScrubbing = false;
+    bool m_showsPlay = false; ///< the frame that is played is kept in view
     std::array<QPointer<QMenu>, 3> m_menus;
 
     QBasicTimer m_scrollTimer; ///< runs while a drag is held where it scrolls
