@@ -9,7 +9,7 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
 rm -rf "$corpus"
-for reader in avi bitmap cel csv history journal packed palette picture png scanner settings sound targa tiff wave xdts xsheet; do
+for reader in avi bitmap cel csv history journal packed palette picture piece png scanner settings sound targa tiff wave xdts xsheet; do
     mkdir -p "$corpus/$reader"
 done
 
@@ -54,6 +54,14 @@ exchangeDigitalTimeSheet Save Data
 {"fieldId":5,"tracks":[]}]}]}
 END
 printf 'Frame;A;B;Dialogue\n1;1;;\n2;;"2";Fox: Meow\n3;x;;x\n' >"$corpus/csv/small"
+
+# A piece of a cel for the clipboard: two by two pixels, paint and lines.
+{
+    printf 'VELMORPIECE1.0'
+    le 2 4 0 4 5 4 7 4 2 4 2 4
+    printf '\001\002\002\002'
+    for plane in red green blue alpha; do printf '\200\004'; done
+} >"$corpus/piece/small"
 
 # What they become as assets.
 import() { "$cli" import "$1" --database "$database" Demo "${@:2}" 2>/dev/null; }
