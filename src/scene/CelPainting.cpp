@@ -117,7 +117,8 @@ CPaintResult CCelPainting::GoOn(const std::string& name, const CRect& touched,
         return {};
     try {
         if (!m_model.unfinished)
-            m_model.unfinished = CUnfinishedPainting{name, {}};
+            m_model.unfinished = CUnfinishedPainting();
+        m_model.unfinished->name = name;
         m_model.unfinished->before.Keep(image, touched);
     } catch (const std::bad_alloc&) {
         return {CStatus::Failure("Unable to allocate memory for cel!"), CRect{}};

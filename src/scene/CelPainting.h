@@ -47,7 +47,7 @@ public:
     CPaintResult Change(const std::string& name, const std::function<CPaintResult(CCelImg& image)>& change);
 
     /// Something that goes on over several events and is one step when it ends, by Finish() or by whatever is done
-    /// to the image, its file or the history next. `change` may change the pixels of `touched` alone. The first
+    /// to the image, its file or the history next. `change` may change the pixels of `touched` alone. The last
     /// call names it. Nothing happens without an image.
     CPaintResult GoOn(const std::string& name, const CRect& touched,
                       const std::function<CPaintResult(CCelImg& image)>& change);

@@ -8,6 +8,7 @@
 #include "scene/CameraPictures.h"
 #include "scene/CelFilling.h"
 #include "scene/CelPainting.h"
+#include "scene/CelSelection.h"
 #include "scene/CellOperations.h"
 #include "scene/CleanupOperations.h"
 #include "scene/FlipbookOperations.h"
@@ -66,6 +67,7 @@ struct CVelmorltDoc::CParts {
     CPaletteOperations palette{context};
     CCelPainting painting{model};
     CCelFilling filling{model, painting};
+    CCelSelection selection{context, painting};
     CSceneSaving saving{context};
     CSceneLifecycle scenes;
     CSceneHistory history;
@@ -134,6 +136,7 @@ CLightTable& CVelmorltDoc::LightTable() { return m_parts->lightTable; }
 CPaper& CVelmorltDoc::Paper() { return m_parts->paper; }
 CDrawingSteps& CVelmorltDoc::Drawings() { return m_parts->drawings; }
 CCelFilling& CVelmorltDoc::Filling() { return m_parts->filling; }
+CCelSelection& CVelmorltDoc::Selection() { return m_parts->selection; }
 CAssetOperations& CVelmorltDoc::Assets() { return m_parts->assets; }
 CAssetTransforms& CVelmorltDoc::Transforms() { return m_parts->transforms; }
 CRecolorOperations& CVelmorltDoc::Recoloring() { return m_parts->recoloring; }

@@ -17,6 +17,7 @@ class CCellOperations;
 class CCelFilling;
 class CCelPainting;
 class CCleanupOperations;
+class CCelSelection;
 class CFlipbookOperations;
 class CGrabOperations;
 class CImageCache;
@@ -90,6 +91,8 @@ public:
     CCelPainting& Painting();
     /// Fills that do more than a plain one.
     CCelFilling& Filling();
+    /// What is selected of the image under edit.
+    CCelSelection& Selection();
     /// The image under edit on its way to its file.
     CEditedImage EditedImage();
     /// The neighbours that shine through the drawing under edit, and the drawings that are pinned under it.

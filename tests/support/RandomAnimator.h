@@ -6,6 +6,7 @@
 #include "scene/AssetTransforms.h"
 #include "scene/CameraOperations.h"
 #include "scene/CelPainting.h"
+#include "scene/CelSelection.h"
 #include "scene/CellOperations.h"
 #include "scene/ImportOperations.h"
 #include "scene/PaletteOperations.h"
@@ -232,6 +233,8 @@ private:
             if (SelectAsset(Number(5) == 0 ? SourceMode::Pictures : SourceMode::Cels))
                 m_doc.Assets().EditCel(m_doc.Model().sourceSelection.front());
         }
+        if (Number(4) == 0)
+            return Select();
         m_doc.Palette().SetFGColorValue(static_cast<ColorRef>(m_random() & 0xffffff));
         m_doc.Palette().SetBrush(Number(7) - 1);
         m_doc.Palette().SetPen(Number(4));
@@ -242,6 +245,32 @@ private:
         for (int move = Number(5); move > 0; --move)
             m_doc.Painting().Move(anywhere());
         m_doc.Painting().End(anywhere());
+    }
+
+    /// One step with what is selected, placed several times and put down, or none.
+    void Select() {
+        CCelSelection& selection = m_doc.Selection();
+        selection.SetWhat(static_cast<SelectWhat>(Number(3)));
+        const CPoint corner{Number(70) - 5, Number(70) - 5};
+        if (Number(3) == 0)
+            selection.SelectColor(corner, SelectMode::Replace);
+        else
+            selection.SelectRectangle({corner.x, corner.y, corner.x + 5 + Number(50), corner.y + 5 + Number(50)},
+                                      static_cast<SelectMode>(Number(3)));
+        if (Number(4) == 0) {
+            static_cast<void>(selection.Delete());
+            return;
+        }
+        if (std::optional<CPiece> piece = selection.Copied(); piece && Number(4) == 0)
+            static_cast<void>(selection.Paste(std::move(*piece)));
+        for (int placement = 1 + Number(3); placement > 0; --placement) {
+            static_cast<void>(selection.Place({{Number(40) - 20, Number(40) - 20},
+                                               Number(2) * 45.0 * Number(8),
+                                               0.5 + Number(4) * 0.5,
+                                               Number(2) == 0 ? 1.0 : -1.0}));
+            static_cast<void>(selection.MoveBy(Number(3) - 1, Number(3) - 1));
+        }
+        selection.Drop();
     }
 
     void EditAssets(int kind) {
