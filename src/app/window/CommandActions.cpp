@@ -45,6 +45,12 @@ Qt::ShortcutContext ContextOf(const CCommand& command, const CCommandTarget& tar
     return inWindow ? Qt::WindowShortcut : Qt::WidgetShortcut;
 }
 
+// The one that acts when a command is chosen.
+const CCommand& ActingNow(const CCommand& command, const CCommandTarget& target) {
+    const CommandId instead = command.insteadNow != nullptr ? command.insteadNow(target) : CommandId::Separator;
+    return instead != CommandId::Separator ? CommandOf(instead) : command;
+}
+
 // "Undo" becomes "Undo Stroke on Fox 7" in menu, tool tip and status bar.
 void SayWhatItWouldDo(QAction& action, const CCommand& command, const CCommandTarget& target) {
     const QString always = PlainText(command.text);
@@ -126,16 +132,19 @@ void CCommandActions::Update() {
         QAction* action = Action(command.id);
         if (command.textNow != nullptr)
             SayWhatItWouldDo(*action, command, *m_target);
-        action->setEnabled(command.isEnabled(*m_target));
+        action->setEnabled(command.isEnabled(*m_target) || ActingNow(command, *m_target).isEnabled(*m_target));
         action->setShortcutContext(ContextOf(command, *m_target));
         if (command.isChecked != nullptr)
             action->setChecked(command.isChecked(*m_target));
     }
 }
 
-void CCommandActions::Run(const CCommand& command) {
+void CCommandActions::Run(const CCommand& chosen) {
+    if (!m_target)
+        return;
+    const CCommand& command = ActingNow(chosen, *m_target);
     // The state may have changed since the last update.
-    if (m_target && command.isEnabled(*m_target)) {
+    if (command.isEnabled(*m_target)) {
         if (command.pane)
             m_target->frame.ShowPane(*command.pane);
         command.run(*m_target);

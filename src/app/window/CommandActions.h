@@ -32,7 +32,7 @@ public:
 
 private:
     void AddFocusedKeys(const CCommand& command, QWidget& view);
-    void Run(const CCommand& command);
+    void Run(const CCommand& chosen);
 
     std::map<CommandId, QAction*> m_actions;
     std::optional<CCommandTarget> m_target;

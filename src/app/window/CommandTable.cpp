@@ -5,6 +5,8 @@
 #include "scene/AssetOperations.h"
 #include "scene/AssetTransforms.h"
 #include "scene/CameraOperations.h"
+#include "scene/CelPainting.h"
+#include "scene/CelSelection.h"
 #include "scene/CellOperations.h"
 #include "scene/CleanupOperations.h"
 #include "scene/CommandState.h"
@@ -12,6 +14,7 @@
 #include "scene/ImportOperations.h"
 #include "scene/MediaOperations.h"
 #include "scene/PaletteOperations.h"
+#include "scene/RecolorOperations.h"
 #include "scene/RenderOperations.h"
 #include "scene/SceneHistory.h"
 #include "scene/SceneLifecycle.h"
@@ -30,6 +33,8 @@
 #include "scene/preview/Scrubbing.h"
 #include "views/camera/CameraView.h"
 #include "views/cel/CelView.h"
+#include "views/cel/PieceClipboard.h"
+#include "views/cel/SelectHand.h"
 #include "views/source/SourceView.h"
 
 #include <algorithm>
@@ -198,9 +203,24 @@ void ShowWhatMoves(Target& target, const CHistory::CStep* step) {
     else if (!target.frame.Panes().IsOpen(camera) || !IsInPicture(step, target.doc.Model().cursorFrame))
         target.frame.ShowPane(sheet);
 }
+std::int64_t LastDone(const Target& target) {
+    const CHistory::CStep* step = target.doc.Model().history.NextUndo();
+    return step != nullptr ? step->id : 0;
+}
+// What floats becomes a step, which is taken back: what it was lifted from is selected again.
 void Undo(Target& target) {
-    ShowWhatMoves(target, target.doc.Model().history.NextUndo());
-    target.doc.History().Undo();
+    CCelSelection& selection = target.doc.Selection();
+    const bool floats = selection.IsFloating();
+    const std::int64_t before = LastDone(target);
+    selection.Drop();
+    if (!floats || LastDone(target) != before) {
+        ShowWhatMoves(target, target.doc.Model().history.NextUndo());
+        target.doc.History().Undo();
+    }
+    if (floats) {
+        selection.SelectAgain();
+        target.cel.ShowEdit({});
+    }
 }
 void Redo(Target& target) {
     ShowWhatMoves(target, target.doc.Model().history.NextRedo());
@@ -225,6 +245,60 @@ bool HasPins(const Target& target) {
 }
 bool HasShownPins(const Target& target) {
     return HasPins(target) && target.doc.LightTable().IsShown();
+}
+bool HasSelection(const Target& target) {
+    return target.doc.Selection().HasSelection();
+}
+template<auto Operation>
+void Selection(Target& target) {
+    (target.doc.Selection().*Operation)();
+    target.cel.ShowEdit({});
+}
+// An operation that changes the image, with its arguments.
+template<auto Operation, auto... Arguments>
+void EditSelection(Target& target) {
+    target.cel.ShowEdit((target.doc.Selection().*Operation)(Arguments...));
+}
+template<SelectWhat What>
+bool IsTaken(const Target& target) {
+    return target.doc.Selection().What() == What;
+}
+template<SelectWhat What>
+void Take(Target& target) {
+    target.doc.Selection().SetWhat(What);
+    target.cel.ShowEdit({});
+}
+void CopySelection(Target& target) {
+    if (const std::optional<CPiece> piece = target.doc.Selection().Copied())
+        PutOnClipboard(*piece);
+}
+void CutSelection(Target& target) {
+    CopySelection(target);
+    target.cel.ShowEdit(target.doc.Selection().Delete("Cut"));
+}
+void DeleteSelection(Target& target) {
+    target.cel.ShowEdit(target.doc.Selection().Delete());
+}
+void PastePiece(Target& target) {
+    std::optional<CPiece> piece = TakeFromClipboard(target.cel.Middle());
+    if (!piece)
+        return;
+    if (!CSelectHand::Holds(target.cel.Tool()))
+        target.cel.SetTool(CelTool::SelectRect); // whose handles it gets
+    target.cel.ShowEdit(target.doc.Selection().Paste(std::move(*piece)));
+}
+// In the cel editor the menu's cut, copy and paste mean pixels, elsewhere cells.
+template<CommandId Id>
+CommandId OfSelection(const Target& target) {
+    return target.cel.hasFocus() && HasSelection(target) ? Id : CommandId::Separator;
+}
+CommandId PasteOfSelection(const Target& target) {
+    const bool pastesPixels = target.cel.hasFocus() && HasEditedImage(target.doc.Model()) &&
+                              (!CanPaste(target.doc.Model()) || HasPieceOnClipboard());
+    return pastesPixels ? CommandId::CelPaste : CommandId::Separator;
+}
+bool CanReplaceColor(const Target& target) {
+    return HasEditedImage(target.doc.Model()) || CanChangeImages(target.doc.Model());
 }
 void EditFirstSelected(Target& target) {
     // A copy: editing may change the selection.
@@ -297,12 +371,15 @@ constexpr CCommand commands[] = {
      Do<&CVelmorltDoc::History, &CSceneHistory::Show>},
     {CommandId::EditCut, "Cu&t\tCtrl+X,DEL", "cut", "Ctrl+X; Del; Shift+Del",
      "Cut the selection and put it on the Clipboard", "Cut", HasScene, nullptr,
-     Do<&CVelmorltDoc::XSheet, &CXSheetOperations::Cut>, sheet, Focused},
+     Do<&CVelmorltDoc::XSheet, &CXSheetOperations::Cut>, sheet, Focused, CommandGroup::None, "", nullptr,
+     OfSelection<CommandId::CelCut>},
     {CommandId::EditCopy, "&Copy\tCtrl+C", "copy", "Ctrl+C; Ctrl+Ins",
      "Copy the selection and put it on the Clipboard", "Copy", HasScene, nullptr,
-     Do<&CVelmorltDoc::XSheet, &CXSheetOperations::Copy>, sheet, Focused},
+     Do<&CVelmorltDoc::XSheet, &CXSheetOperations::Copy>, sheet, Focused, CommandGroup::None, "", nullptr,
+     OfSelection<CommandId::CelCopy>},
     {CommandId::EditPaste, "&Paste\tCtrl+V", "paste", "Ctrl+V; Shift+Ins", "Insert Clipboard contents", "Paste",
-     When<CanPaste>, nullptr, Do<&CVelmorltDoc::XSheet, &CXSheetOperations::Paste>, sheet, Focused},
+     When<CanPaste>, nullptr, Do<&CVelmorltDoc::XSheet, &CXSheetOperations::Paste>, sheet, Focused,
+     CommandGroup::None, "", nullptr, PasteOfSelection},
     {CommandId::EditCondense, "Con&dense Cels", "condense", "",
      "Condenses the selection in xsheet by removing one duplicate from each repetition of cels", "Condense",
      When<CanEditRange>, nullptr, Do<&CVelmorltDoc::XSheet, &CXSheetOperations::Condense>, sheet},
@@ -600,6 +677,56 @@ constexpr CCommand commands[] = {
     {CommandId::CelPenSettings, "Pen Se&ttings...", "pen-settings", "",
      "Sets what the pressure of the pen does, and the stabilizer", "Pen Settings", Always, nullptr,
      Cel<&CCelView::EditPenSettings>},
+    ToolCommand<CommandId::CelSelectRect, CelTool::SelectRect>(),
+    ToolCommand<CommandId::CelLasso, CelTool::Lasso>(),
+    ToolCommand<CommandId::CelSelectColor, CelTool::SelectColor>(),
+    {CommandId::CelSelectAll, "Select &All\tCtrl+A", "", "Ctrl+A", "Selects the whole drawing", "Select All",
+     When<HasEditedImage>, nullptr, Selection<&CCelSelection::SelectAll>, celEditor, Focused},
+    {CommandId::CelSelectNone, "Select &Nothing\tCtrl+D", "", "Ctrl+D",
+     "Puts down what floats, and selects nothing any more", "Select Nothing", HasSelection, nullptr,
+     Selection<&CCelSelection::SelectNone>, celEditor, Focused},
+    {CommandId::CelSelectInverse, "Select &Inverse\tCtrl+Shift+I", "", "Ctrl+Shift+I",
+     "Selects what is not selected", "Select Inverse", When<HasEditedImage>, nullptr,
+     Selection<&CCelSelection::Invert>, celEditor, Focused},
+    {CommandId::CelCut, "Cu&t\tCtrl+X", "cut", "Ctrl+X; Shift+Del",
+     "Cuts what is selected out of the drawing and puts it on the Clipboard", "Cut Selection", HasSelection, nullptr,
+     CutSelection, celEditor, Focused},
+    {CommandId::CelCopy, "&Copy\tCtrl+C", "copy", "Ctrl+C; Ctrl+Ins",
+     "Puts what is selected of the drawing on the Clipboard", "Copy Selection", HasSelection, nullptr, CopySelection,
+     celEditor, Focused},
+    {CommandId::CelPaste, "&Paste\tCtrl+V", "paste", "Ctrl+V; Shift+Ins",
+     "Lets what is on the Clipboard float over the drawing", "Paste into the drawing", When<HasEditedImage>, nullptr,
+     PastePiece, celEditor, Focused},
+    {CommandId::CelDelete, "&Delete\tDEL", "", "Del; Backspace", "Empties what is selected of the drawing",
+     "Delete Selection", HasSelection, nullptr, DeleteSelection, celEditor, Focused},
+    {CommandId::CelMirrorHorizontally, "Mirror &Horizontally", "flip", "", "Mirrors what is selected, left for right",
+     "Mirror selection horizontally", HasSelection, nullptr, EditSelection<&CCelSelection::MirrorX>, celEditor},
+    {CommandId::CelMirrorVertically, "Mirror &Vertically", "", "", "Mirrors what is selected, top for bottom",
+     "Mirror selection vertically", HasSelection, nullptr, EditSelection<&CCelSelection::MirrorY>, celEditor},
+    {CommandId::CelQuarterLeft, "Quarter Turn &Left", "", "", "Turns what is selected by a quarter against the clock",
+     "Turn selection left", HasSelection, nullptr, EditSelection<&CCelSelection::TurnBy, 90>, celEditor},
+    {CommandId::CelQuarterRight, "Quarter Turn &Right", "rotate", "",
+     "Turns what is selected by a quarter with the clock", "Turn selection right", HasSelection, nullptr,
+     EditSelection<&CCelSelection::TurnBy, -90>, celEditor},
+    {CommandId::CelSelectLines, "Take Lin&es", "", "", "Of what is selected, only lines are taken", "Take only lines",
+     Always, IsTaken<SelectWhat::Line>, Take<SelectWhat::Line>, celEditor, Everywhere, CommandGroup::SelectionParts},
+    {CommandId::CelSelectPaint, "Take Pai&nt", "", "", "Of what is selected, only paint is taken", "Take only paint",
+     Always, IsTaken<SelectWhat::Paint>, Take<SelectWhat::Paint>, celEditor, Everywhere, CommandGroup::SelectionParts},
+    {CommandId::CelSelectBoth, "Take &Both", "", "", "Lines and paint of what is selected are taken",
+     "Take lines and paint", Always, IsTaken<SelectWhat::Both>, Take<SelectWhat::Both>, celEditor, Everywhere,
+     CommandGroup::SelectionParts},
+    {CommandId::CelSelectConnected, "Color as Far as It Han&gs Together", "", "",
+     "Selecting by color takes the area that was clicked on, and not all of the color",
+     "Select by color only as far as it hangs together", Always,
+     [](const Target& target) { return target.doc.Selection().IsConnected(); },
+     [](Target& target) { target.doc.Selection().SetConnected(!target.doc.Selection().IsConnected()); }, celEditor},
+    {CommandId::CelReplaceColor, "Replace Colo&r...", "", "",
+     "Puts one color in the place of another, in this drawing or in a whole folder", "Replace Color",
+     CanReplaceColor, nullptr,
+     [](Target& target) {
+         target.doc.Selection().Drop();
+         target.doc.Recoloring().AskAndReplace(target.doc.Selection().Color());
+     }},
 
     // Sources
     {CommandId::SourcesSelectSource, "&Select Source", "select-source", "",

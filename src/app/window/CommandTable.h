@@ -30,7 +30,7 @@ enum class KeyReach {
 };
 
 /// Commands of which one is on at a time.
-enum class CommandGroup { None, InputModes, Arrangements, CelTools, NewDrawingHolds };
+enum class CommandGroup { None, InputModes, Arrangements, CelTools, NewDrawingHolds, SelectionParts };
 
 /// A command as menus, toolbars, tooltips, the status bar and the keyboard know it.
 struct CCommand {
@@ -52,6 +52,9 @@ struct CCommand {
     const char* focusedKeys = "";
     /// What it would do now, instead of the text's first part; null for a command that always does the same.
     std::string (*textNow)(const CCommandTarget&) = nullptr;
+    /// The command that acts in its place now, Separator for none; null where none ever does. Of a menu's cut, copy
+    /// and paste, which mean what has the focus.
+    CommandId (*insteadNow)(const CCommandTarget&) = nullptr;
 };
 
 /// All commands, menu by menu.

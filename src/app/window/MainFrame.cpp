@@ -90,7 +90,8 @@ void CMainFrame::CreateViews() {
         {m_commands.List(CelToolBar()),
          {Action(CommandId::CelBucket), Action(CommandId::CelPen), Action(CommandId::CelEraser),
           Action(CommandId::CelLineBrush), Action(CommandId::CelLine), Action(CommandId::CelCurve),
-          Action(CommandId::CelRectangle), Action(CommandId::CelEllipse), Action(CommandId::CelAreaFill)},
+          Action(CommandId::CelRectangle), Action(CommandId::CelEllipse), Action(CommandId::CelAreaFill),
+          Action(CommandId::CelSelectRect), Action(CommandId::CelLasso), Action(CommandId::CelSelectColor)},
          Action(CommandId::CelUpdateCamera)});
 
     m_panes = new CPaneStack({{

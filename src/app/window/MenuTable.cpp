@@ -40,9 +40,32 @@ constexpr CommandId xsheetMenu[] = {XsheetAddLevel,
                                     XsheetOpenDrawing,
                                     XsheetBlur,
                                     XsheetTransparency};
-constexpr CommandId celMenu[] = {CelZoomIn, CelZoomOut,  CelZoomOneToOne, CelPan,    Separator,    CelUpdateCamera,
-                                 Separator, CelSettings, Separator,       CelFit,    Separator,    CelBucket,
-                                 CelPen,    CelEraser,   CelLineBrush,    Separator, CelPickColor, CelColorKey};
+constexpr CommandId celMenu[] = {CelZoomIn,       CelZoomOut,   CelZoomOneToOne, CelPan,    Separator,
+                                 CelUpdateCamera, Separator,    CelSettings,     Separator, CelFit,
+                                 Separator,       CelBucket,    CelPen,          CelEraser, CelLineBrush,
+                                 Separator,       CelPickColor, CelColorKey,     Separator, CelReplaceColor};
+constexpr CommandId celSelectionMenu[] = {CelSelectRect,
+                                          CelLasso,
+                                          CelSelectColor,
+                                          Separator,
+                                          CelSelectAll,
+                                          CelSelectNone,
+                                          CelSelectInverse,
+                                          Separator,
+                                          CelCut,
+                                          CelCopy,
+                                          CelPaste,
+                                          CelDelete,
+                                          Separator,
+                                          CelMirrorHorizontally,
+                                          CelMirrorVertically,
+                                          CelQuarterLeft,
+                                          CelQuarterRight,
+                                          Separator,
+                                          CelSelectLines,
+                                          CelSelectPaint,
+                                          CelSelectBoth,
+                                          CelSelectConnected};
 constexpr CommandId celViewMenu[] = {CelTurnLeft, CelTurnRight,     CelUpright,  CelMirrorView,
                                      Separator,   CelSmoothDisplay, CelNavigator};
 constexpr CommandId celPenMenu[] = {CelLine,   CelCurve,    CelRectangle,  CelEllipse,
@@ -56,9 +79,10 @@ constexpr CommandId celFillMenu[] = {CelAreaFill, Separator, CelFillSettings, Ce
 constexpr CommandId celCleanMenu[] = {CelDespeckle, CelThicken, CelThin};
 constexpr CommandId celPaletteMenu[] = {CelSwapColors, CelPickAnywhere, Separator, CelImportPalette,
                                         CelExportPalette};
-constexpr CMenu celSubmenus[] = {{"&View", celViewMenu},      {"Pen and S&hapes", celPenMenu},
-                                 {"&Paper", celPaperMenu},    {"&Fill", celFillMenu},
-                                 {"Clea&n Up", celCleanMenu}, {"Pale&tte", celPaletteMenu}};
+constexpr CMenu celSubmenus[] = {{"&View", celViewMenu},          {"Pen and S&hapes", celPenMenu},
+                                 {"&Paper", celPaperMenu},        {"&Fill", celFillMenu},
+                                 {"Clea&n Up", celCleanMenu},     {"Pale&tte", celPaletteMenu},
+                                 {"S&election", celSelectionMenu}};
 constexpr CommandId sourcesMenu[] = {SourcesSelectSource,
                                      SourcesScanCels,
                                      SourcesScanPicture,
@@ -157,10 +181,11 @@ constexpr CommandId xsheetToolBar[] = {XsheetMultipleLevels, XsheetEditCelData, 
                                        EditRemoveSound};
 
 // What is at hand while drawing.
-constexpr CommandId celCanvasMenu[] = {
-    CelBucket,   CelPen,    CelEraser,       CelLineBrush,    Separator,   EditUndo,        EditRedo,
-    Separator,   CelZoomIn, CelZoomOut,      CelZoomOneToOne, CelFit,      Separator,       CelPickColor,
-    CelColorKey, Separator, CelUpdateCamera, Separator,       CelAreaFill, CelFillSettings, CelShowGaps};
+constexpr CommandId celCanvasMenu[] = {CelBucket,       CelPen,          CelEraser, CelLineBrush, Separator,
+                                       EditUndo,        EditRedo,        Separator, CelZoomIn,    CelZoomOut,
+                                       CelZoomOneToOne, CelFit,          Separator, CelPickColor, CelColorKey,
+                                       Separator,       CelUpdateCamera, Separator, CelAreaFill,  CelFillSettings,
+                                       CelShowGaps,     Separator,       CelCut,    CelCopy,      CelPaste};
 constexpr CMenu canvasMenu{"Cel Editor", celCanvasMenu};
 
 constexpr CommandId transportBar[] = {PreviewFirst,    PreviewBack,       PreviewPlay,   PreviewNext,
@@ -172,7 +197,8 @@ constexpr CommandId celToolBar[] = {
     CelZoomOut, CelZoomOneToOne, CelZoomIn,     CelFit,        CelPan,       Separator,   CelBucket,
     CelPen,     CelEraser,       CelLineBrush,  Separator,     CelPickColor, CelColorKey, Separator,
     CelLine,    CelCurve,        CelRectangle,  CelEllipse,    Separator,    CelPressure, CelStabilizer,
-    Separator,  CelOnionSkin,    CelLightTable, CelNewDrawing, Separator,    CelAreaFill, CelShowGaps};
+    Separator,  CelOnionSkin,    CelLightTable, CelNewDrawing, Separator,    CelAreaFill, CelShowGaps,
+    Separator,  CelSelectRect,   CelLasso,      CelSelectColor};
 
 } // namespace
 

@@ -3,6 +3,7 @@
 #include "image/CelImg.h"
 #include "scene/AssetTransforms.h"
 #include "scene/CelPainting.h"
+#include "scene/CelSelection.h"
 #include "scene/CommandState.h"
 #include "scene/DialogRequests.h"
 #include "scene/PaletteOperations.h"
@@ -66,6 +67,7 @@ CCelView::CCelView(CVelmorltDoc& doc, IPrompter& prompter, CProfile& profile, QW
       m_fillMarks([this] { return FillState(); }, [this] { return m_doc.Filling().LinesNow(); },
                   [this] { RefreshOverlay(); }),
       m_windowPick([this](ColorRef color) { m_doc.Palette().SetFGColorValue(color); }),
+      m_select(doc.Selection(), [this](const std::string& text) { TellStatus(text); }),
       m_tool(ToolOf(static_cast<CelTool>(Get(profile, setting::lastCelTool))).id),
       m_hand(&HandOf(m_tool)),
       m_openedImages(doc.Model().openedImages) {
@@ -94,6 +96,7 @@ void CCelView::RebuildDisplay() {
     UpdateScrollSizes();
     RefreshCursor();
     RefreshOverlay();
+    RefreshSelection();
     FollowWithNavigator();
     viewport()->update();
 }
@@ -159,6 +162,10 @@ ICelHand& CCelView::HandOf(CelTool tool) {
     case CelTool::Bucket:
     case CelTool::AreaFill:
         return m_fill;
+    case CelTool::SelectRect:
+    case CelTool::Lasso:
+    case CelTool::SelectColor:
+        return m_select;
     default:
         return m_paint;
     }
@@ -217,6 +224,32 @@ void CCelView::OpenNew() {
     KeepingView([this] { m_doc.Drawings().NewDrawing(); });
 }
 
+void CCelView::TellStatus(const std::string& text) {
+    QStatusTipEvent event(QString::fromStdString(text));
+    QApplication::sendEvent(window(), &event);
+}
+
+CPoint CCelView::Middle() const {
+    const CViewMapping mapping = Mapping();
+    const CRealPoint middle = mapping.ToImage({mapping.client.width / 2.0, mapping.client.height / 2.0});
+    return {static_cast<int>(std::floor(middle.x)), static_cast<int>(std::floor(middle.y))};
+}
+
+void CCelView::ShowEdit(const CPaintResult& result) {
+    CancelDrag();
+    ShowResult(result);
+    RefreshSelection();
+}
+
+// Where the marks of the selection were and where they are.
+void CCelView::RefreshSelection() {
+    const CSelectionMarks::CState now = m_select.Marks().StateOf(Mapping(), CSelectHand::Holds(m_tool));
+    if (now == m_marks)
+        return;
+    viewport()->update(m_marks.around.united(now.around));
+    m_marks = now;
+}
+
 void CCelView::NotePointer(const QSinglePointEvent& event) {
     const QPointF at = event.position();
     m_pointer = PointOf(event);
@@ -239,6 +272,7 @@ void CCelView::SetTool(CelTool tool) {
     m_hand = &HandOf(tool);
     RefreshCursor();
     RefreshOverlay();
+    RefreshSelection();
 }
 
 void CCelView::Pick() {
@@ -406,6 +440,7 @@ void CCelView::paintEvent(QPaintEvent* event) {
         // A little more than is exposed, for scales at which the edges of the two do not meet.
         m_display.Paint(painter, mapping, exposed.adjusted(-1, -1, 1, 1) & viewport()->rect());
     }
+    m_select.Marks().Paint(painter, mapping, CSelectHand::Holds(m_tool));
     Draw(painter, m_overlay);
 }
 
@@ -455,11 +490,16 @@ bool CCelView::BeginTool(CPoint) {
     }
     const CelTool tool = m_handPoint.isEraserEnd ? CelTool::Eraser : m_tool;
     m_hand = &HandOf(tool);
+    if (m_hand != &m_select && m_doc.Selection().HasSelection()) {
+        m_doc.Selection().SelectNone(); // it would not hold a stroke back
+        RefreshSelection();
+    }
     if (m_hand->Press(tool, m_handPoint, Mapping())) {
         StopFitting();
         return true;
     }
     m_hand = &HandOf(m_tool);
+    RefreshSelection();
     return false;
 }
 
@@ -480,6 +520,7 @@ bool CCelView::FlushHand() {
     const std::vector<CHandPoint> way = std::exchange(m_burst, {});
     const bool isDone = ShowResult(m_hand->Move(way, m_burstMapping));
     RefreshOverlay();
+    RefreshSelection();
     return isDone;
 }
 
@@ -519,6 +560,7 @@ void CCelView::EndTool(CPoint) {
         result = hand.Release(m_handPoint, Mapping());
     }
     ShowResult(result);
+    RefreshSelection();
 }
 
 void CCelView::CancelDrag() {
@@ -626,6 +668,8 @@ void CCelView::keyPressEvent(QKeyEvent* event) {
         CancelPick();
     } else if (event->key() == Qt::Key_Escape && m_flip.IsOn()) {
         m_flip.End();
+    } else if (const auto result = IsDragging() ? std::nullopt : m_select.Key(*event, Mapping())) {
+        ShowEdit(*result);
     } else {
         CZoomableView::keyPressEvent(event);
     }

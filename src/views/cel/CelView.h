@@ -12,6 +12,7 @@
 #include "views/cel/PaintDrag.h"
 #include "views/cel/PegHand.h"
 #include "views/cel/PenInput.h"
+#include "views/cel/SelectHand.h"
 #include "views/cel/ShapeHand.h"
 #include "views/cel/WindowPick.h"
 
@@ -88,6 +89,11 @@ public:
     /// Asks for the grid behind transparent pixels.
     void EditGrid();
 
+    /// Shows what a command has made of the image and of its selection.
+    void ShowEdit(const CPaintResult& result);
+    /// The point of the image in the middle of what is seen.
+    CPoint Middle() const;
+
     void OnUpdate(UpdateHint hint) override;
 
 protected:
@@ -120,6 +126,8 @@ private:
     void NotePointer(const QSinglePointEvent& event);
     /// What a tool works with.
     ICelHand& HandOf(CelTool tool);
+    void TellStatus(const std::string& text);
+    void RefreshSelection();
     void ShowInMiddle(CRealPoint point);
     void FollowWithNavigator();
     /// The chosen one, or the eraser where the pen is held by that end.
@@ -167,6 +175,7 @@ private:
     CFillHand m_fill;
     CFillMarks m_fillMarks;
     CWindowPick m_windowPick;
+    CSelectHand m_select;
     CelTool m_tool;
     ICelHand* m_hand; ///< of the tool, or of the one that is down; one of the members
     CelPick m_pick = CelPick::Nothing;
@@ -176,6 +185,7 @@ private:
     CViewMapping m_burstMapping;     ///< what they are in
     QBasicTimer m_frame;             ///< until everything that has happened by now is worked off
     CCelOverlay m_overlay;           ///< as it is on the screen
+    CSelectionMarks::CState m_marks; ///< of the selection, as they are on the screen
     bool m_opensMenu = false;        ///< the right button is down, and nothing was given up by it
     int m_openedImages;              ///< the model's, when it was looked at last
     CSize m_keptSize;                ///< an image of this size is shown where the one before it was

@@ -2,6 +2,7 @@
 
 #include "MainFrameFixture.h"
 #include "scene/AssetOperations.h"
+#include "scene/CelSelection.h"
 #include "scene/DialogRequests.h"
 #include "scene/PaletteOperations.h"
 #include "scene/SceneLifecycle.h"
@@ -145,6 +146,41 @@ TEST_F(CCelCommandsTest, TheColorListHasItsKeysToItself) {
     EXPECT_TRUE(HasFocus(Colors()));
     Key(Qt::Key_Delete);
     EXPECT_EQ(doc->Model().palette.Count(), 2);
+}
+
+TEST_F(CCelCommandsTest, CutCopyAndPasteMeanPixelsInTheEditorAndCellsInTheSheet) {
+    using enum CommandId;
+    EditCelOnCanvas();
+    View().setFocus();
+    doc->Painting().Change("Drawing", [](CCelImg& image) {
+        image.SetLine(20, 20, true);
+        image.SetColorAt(20, 20, {0, 0, 0, 255});
+        return CPaintResult{CStatus(), {20, 20, 21, 21}};
+    });
+    Key(Qt::Key_A, Qt::ControlModifier);
+    EXPECT_TRUE(doc->Selection().HasSelection());
+    Run(EditCut);
+    EXPECT_FALSE(doc->Model().celImg.IsLine(20, 20));
+    EXPECT_EQ(doc->History().UndoText(), "Undo Cut on walk 1");
+    Run(EditPaste);
+    EXPECT_TRUE(doc->Model().celImg.IsLine(20, 20));
+    Key(Qt::Key_Right);
+    EXPECT_TRUE(doc->Model().celImg.IsLine(21, 20));
+    EXPECT_EQ(doc->History().UndoText(), "Undo Paste on walk 1");
+    Run(EditUndo);
+    EXPECT_FALSE(doc->Model().celImg.IsLine(21, 20));
+    EXPECT_EQ(doc->History().UndoText(), "Undo Cut on walk 1");
+    Key(Qt::Key_D, Qt::ControlModifier);
+    EXPECT_FALSE(doc->Selection().HasSelection());
+    EXPECT_FALSE(IsEnabled(CelCut));
+
+    Key(Qt::Key_A, Qt::ControlModifier);
+    Run(ViewXsheet);
+    Run(EditCopy); // the sheet has the focus
+    EXPECT_TRUE(CanPaste(doc->Model()));
+    const std::size_t steps = doc->Model().history.Steps().size();
+    Run(EditCut);
+    EXPECT_EQ(doc->Model().history.Steps().size(), steps) << "an empty cell";
 }
 
 } // namespace velmor::testing
