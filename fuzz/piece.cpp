@@ -1,5 +1,5 @@
-#include "image/select/PieceBytes.h"
 #include "FuzzTarget.h"
+#include "image/select/PieceBytes.h"
 
 #include <algorithm>
 

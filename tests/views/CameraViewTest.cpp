@@ -469,7 +469,7 @@ TEST_F(CameraView, FrameHoldsToolsMenuAndShrinks) {
     QAction action("Zoom &In");
     QMenu menu;
     menu.addAction(&action);
-    CCamFrame frame(*doc, {&action, nullptr});
+    CCamFrame frame(*doc, {&action, nullptr}, {});
     frame.View().SetContextMenu(&menu);
     frame.resize(300, 20);
     frame.show();
