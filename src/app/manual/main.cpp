@@ -119,12 +119,19 @@ bool Print(const QString& text, const QString& pdf) {
     return QFile::exists(pdf);
 }
 
-bool WriteManual(const QString& page, const QString& pdf, const QString& markdown) {
-    QFile file(page);
-    if (!file.open(QIODevice::ReadOnly))
-        return false;
-    const QString text = WithPictures(QString::fromUtf8(file.readAll()), QFileInfo(page).dir());
-    return !text.isEmpty() && Print(text + CommandPages(), pdf) && Write(text + CommandPages(), markdown);
+// The pages one after the other, and all commands behind them.
+bool WriteManual(const QStringList& pages, const QString& pdf, const QString& markdown) {
+    QString text;
+    for (const QString& page : pages) {
+        QFile file(page);
+        if (!file.open(QIODevice::ReadOnly))
+            return false;
+        const QString withPictures = WithPictures(QString::fromUtf8(file.readAll()), QFileInfo(page).dir());
+        if (withPictures.isEmpty())
+            return false;
+        text += withPictures + "\n\n";
+    }
+    return Print(text + CommandPages(), pdf) && Write(text + CommandPages(), markdown);
 }
 
 } // namespace
@@ -133,8 +140,10 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QGuiApplication application(argc, argv);
     const QStringList arguments = QGuiApplication::arguments();
-    return arguments.size() == 5 && WriteManual(arguments[1], arguments[2], arguments[3]) &&
-                   Write(ManPage(), arguments[4])
-               ? 0
-               : 1;
+    constexpr qsizetype written = 3; // manual as PDF, as Markdown, page of the man program
+    const qsizetype pages = arguments.size() - 1 - written;
+    const bool isDone = pages > 0 &&
+                        WriteManual(arguments.mid(1, pages), arguments[1 + pages], arguments[2 + pages]) &&
+                        Write(ManPage(), arguments[3 + pages]);
+    return isDone ? 0 : 1;
 }

@@ -1,0 +1,178 @@
+#include "WalkCycle.h"
+#include "MainFrameFixture.h"
+
+#include "app/window/Theme.h"
+#include "render/FrameComposer.h"
+#include "scene/AssetOperations.h"
+#include "scene/FillChoices.h"
+#include "scene/PaletteOperations.h"
+#include "scene/SceneHistory.h"
+#include "scene/SceneModel.h"
+#include "views/ViewMapping.h"
+#include "views/cel/CelFrame.h"
+#include "views/cel/CelView.h"
+
+#include <QPointingDevice>
+#include <QScrollBar>
+#include <QTabletEvent>
+
+#include <cstdlib>
+
+namespace velmor::testing {
+namespace {
+
+constexpr int pageWidth = 480;
+constexpr int pageHeight = 360;
+constexpr int hold = 2;
+
+/// Draws a walk from an empty database as an animator does: with the pen of a tablet, the drawing before shining
+/// through, each new drawing one key away. With VELMOR_PICTURES naming a folder, the pictures of
+/// docs/drawing-a-walk.md are written there.
+class CWalkCycleTest : public CMainFrameFixture {
+protected:
+    CCelView& View() { return Frame().CelPane().View(); }
+    QWidget& Canvas() { return *View().viewport(); }
+    const CCelImg& Image() { return doc->Model().celImg; }
+    const CXSheet& Sheet() { return doc->Model().Scene().xsheet; }
+
+    QPointF Shown(CRealPoint point) {
+        const CViewMapping mapping{{pageWidth, pageHeight},
+                                   {Canvas().width(), Canvas().height()},
+                                   View().Zoom(),
+                                   {View().horizontalScrollBar()->value(), View().verticalScrollBar()->value()},
+                                   View().Turn()};
+        const CRealPoint client = mapping.ToClient(point);
+        return {client.x, client.y};
+    }
+
+    void Pen(QEvent::Type type, CRealPoint point, double pressure) {
+        static const QPointingDevice pen(
+            "pen", 7, QInputDevice::DeviceType::Stylus, QPointingDevice::PointerType::Pen,
+            QInputDevice::Capability::Position | QInputDevice::Capability::Pressure, 1, 2);
+        const QPointF at = Shown(point);
+        const bool isDown = type != QEvent::TabletRelease;
+        const bool isMotion = type == QEvent::TabletMove;
+        QTabletEvent event(type, &pen, at, Canvas().mapToGlobal(at), pressure, 0, 0, 0, 0, 0, Qt::NoModifier,
+                           isMotion ? Qt::NoButton : Qt::LeftButton, isDown ? Qt::LeftButton : Qt::NoButton);
+        QApplication::sendEvent(&Canvas(), &event);
+    }
+
+    void Stroke(const std::vector<CRealPoint>& way) {
+        Pen(QEvent::TabletPress, way.front(), 0.6);
+        for (std::size_t i = 3; i < way.size(); i += 3)
+            Pen(QEvent::TabletMove, way[i], 0.6);
+        Pen(QEvent::TabletRelease, way.back(), 0);
+    }
+
+    void Pour(const CHandDrawing::CPour& pour) {
+        doc->Palette().SetFGColorValue(pour.color);
+        const QPoint at = Shown(pour.at).toPoint();
+        QTest::mouseClick(&Canvas(), Qt::LeftButton, {}, at);
+    }
+
+    ColorRef ColorAt(CRealPoint point) {
+        const CColor color = Image().ColorAt(static_cast<int>(point.x), static_cast<int>(point.y));
+        return MakeColorRef(color.red, color.green, color.blue);
+    }
+
+    bool IsLine(CRealPoint point) { return Image().IsLine(static_cast<int>(point.x), static_cast<int>(point.y)); }
+
+    void Picture(const char* name) {
+        const char* const pictures = std::getenv("VELMOR_PICTURES");
+        if (pictures == nullptr)
+            return;
+        QTest::qWait(400); // gaps and the camera's picture are found on threads of their own
+        Frame().UpdateCommands();
+        EXPECT_TRUE(Frame().grab().save(QString("%1/%2.png").arg(pictures, name)));
+    }
+
+    void BeginPictures() {
+        if (std::getenv("VELMOR_PICTURES") == nullptr)
+            return;
+        const char* const theme = std::getenv("VELMOR_DARK") != nullptr ? "dark" : "light";
+        EXPECT_TRUE(profile.WriteString("Window", "Theme", theme));
+        ApplyTheme(profile);
+        Frame().resize(1180, 760);
+    }
+};
+
+TEST_F(CWalkCycleTest, TwelveDrawingsFromAnEmptyDatabaseWalk) {
+    NewScene("Walk", 12, pageWidth, pageHeight);
+    prompter.Answer(std::string("walker"));
+    Run(CommandId::AssetsNewFolder);
+    BeginPictures();
+    Run(CommandId::CelNewOnTwos);
+    Run(CommandId::CelNewDrawing);
+    Run(CommandId::ViewCelEditor);
+    Run(CommandId::CelPen);
+    doc->Palette().SetPen(1);
+    Run(CommandId::CelOnionSkin);
+    for (int index = 0; index < CWalkCycle::count; ++index) {
+        if (index > 0)
+            Key(Qt::Key_N);
+        ASSERT_EQ(Utf8Of(Image().FilePath().stem()), std::to_string(index + 1));
+        QApplication::processEvents();
+        const CHandDrawing drawing = CWalkCycle::Drawing(index);
+        for (const std::vector<CRealPoint>& stroke : drawing.strokes)
+            Stroke(stroke);
+        if (index == 0)
+            Picture("walk-first");
+        if (index == 4)
+            Picture("walk-onion");
+    }
+
+    int firstPours = 0;
+    // Painted from the last to the first, with gaps closed.
+    CFillChoices fill;
+    fill.gap = 16;
+    doc->Palette().SetFill(fill);
+    Run(CommandId::CelOnionSkin);
+    Run(CommandId::CelBucket);
+    for (int index = CWalkCycle::count - 1; index >= 0; --index) {
+        const CHandDrawing drawing = CWalkCycle::Drawing(index);
+        for (const CHandDrawing::CPour& pour : drawing.pours)
+            if (!IsLine(pour.at) && ColorAt(pour.at) != pour.color) {
+                Pour(pour);
+                EXPECT_EQ(ColorAt(pour.at), pour.color) << index;
+                firstPours += index == 0 ? 1 : 0;
+            }
+        EXPECT_EQ(Image().ColorAt(4, 4), (CColor{255, 255, 255, 255}))
+            << "nothing has run out of drawing " << index;
+        if (index == 4) {
+            Run(CommandId::CelShowGaps);
+            Picture("walk-painted");
+            Run(CommandId::CelShowGaps);
+        }
+        if (index > 0)
+            Key(Qt::Key_PageUp);
+    }
+    ASSERT_EQ(Utf8Of(Image().FilePath().stem()), "1");
+
+    EXPECT_EQ(Sheet().FrameCount(), CWalkCycle::count * hold) << "it grew with the drawings";
+    for (int frame = 0; frame < Sheet().FrameCount(); ++frame)
+        EXPECT_EQ(Sheet().Cell(0, frame).CelName(), std::to_string(frame / hold + 1));
+
+    // Flipped: the neighbour is seen while the key is held.
+    const QImage first = Canvas().grab().toImage();
+    QTest::keyPress(&View(), Qt::Key_Period);
+    EXPECT_NE(Canvas().grab().toImage(), first);
+    QTest::keyRelease(&View(), Qt::Key_Period);
+    EXPECT_EQ(Canvas().grab().toImage(), first);
+
+    // Every stroke can be taken back, and comes again.
+    const CCelImg painted = Image();
+    for (int i = 0; i < firstPours; ++i)
+        doc->History().Undo();
+    EXPECT_FALSE(std::ranges::equal(painted.PlaneOf(Channel::Red), Image().PlaneOf(Channel::Red)));
+    for (int i = 0; i < firstPours; ++i)
+        doc->History().Redo();
+    EXPECT_TRUE(std::ranges::equal(painted.PlaneOf(Channel::Red), Image().PlaneOf(Channel::Red)));
+
+    Run(CommandId::CelUpdateCamera);
+    Run(CommandId::ViewCameraAndXsheet);
+    Picture("walk-sheet");
+    EXPECT_TRUE(prompter.messages.empty());
+}
+
+} // namespace
+} // namespace velmor::testing
