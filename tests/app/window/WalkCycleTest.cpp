@@ -159,6 +159,13 @@ TEST_F(CWalkCycleTest, TwelveDrawingsFromAnEmptyDatabaseWalk) {
     QTest::keyRelease(&View(), Qt::Key_Period);
     EXPECT_EQ(Canvas().grab().toImage(), first);
 
+    // Played: drawing after drawing, until the key is pressed again.
+    Key(Qt::Key_Slash);
+    EXPECT_TRUE(View().Flipped().IsPlaying());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Canvas().grab().toImage() != first; }));
+    Key(Qt::Key_Slash);
+    EXPECT_EQ(Canvas().grab().toImage(), first);
+
     // Every stroke can be taken back, and comes again.
     const CCelImg painted = Image();
     for (int i = 0; i < firstPours; ++i)
