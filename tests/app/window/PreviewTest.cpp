@@ -38,8 +38,11 @@ protected:
     CXSheetView& Sheet() { return Frame().XsheetPane().View(); }
     int CursorFrame() { return doc->Model().cursorFrame; }
 
+    // The sound as well begins with the first picture.
     bool WaitForAll() {
         return WaitFor([this] {
+            if (!Preview().Frame())
+                return false;
             for (int frame = 0; frame < CTestScene::frames; ++frame)
                 if (!Preview().IsReady(frame))
                     return false;
