@@ -147,7 +147,7 @@ private:
             // A stroke begins where the limb comes into sight, or anywhere when all of it is seen.
             const auto isSeen = [&](CRealPoint point) { return IsSeen(parts, index, limb, point); };
             const auto hidden = std::ranges::find_if_not(outline, isSeen);
-            std::ranges::rotate(outline, hidden == outline.end() ? outline.begin() : hidden);
+            std::rotate(outline.begin(), hidden == outline.end() ? outline.begin() : hidden, outline.end());
             std::vector<CRealPoint> stroke;
             for (const CRealPoint& point : outline) {
                 if (isSeen(point)) {

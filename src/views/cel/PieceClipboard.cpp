@@ -55,7 +55,8 @@ std::unique_ptr<QMimeData> MimeOf(const CPiece& piece) {
     data->setData(pieceType,
                   QByteArray(reinterpret_cast<const char*>(bytes.data()), static_cast<qsizetype>(bytes.size())));
     const std::vector<std::uint8_t> pixels = PixelsOf(piece);
-    const QImage picture(pixels.data(), piece.Width(), piece.Height(), 4 * piece.Width(), QImage::Format_RGBA8888);
+    const qsizetype rowSize = qsizetype{4} * piece.Width();
+    const QImage picture(pixels.data(), piece.Width(), piece.Height(), rowSize, QImage::Format_RGBA8888);
     data->setImageData(picture.copy()); // the bytes go, the picture stays
     return data;
 }

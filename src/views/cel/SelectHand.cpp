@@ -70,7 +70,7 @@ CPaintResult CSelectHand::Move(std::span<const CHandPoint> way, const CViewMappi
 }
 
 CPaintResult CSelectHand::Release(const CHandPoint& at, const CViewMapping& mapping) {
-    const CPaintResult result = Move({&at, 1}, mapping);
+    CPaintResult result = Move({&at, 1}, mapping);
     if (!m_way.empty() && (m_grip.kind == SelectGrip::Nothing || (!m_hasMoved && m_tool == CelTool::SelectColor)))
         SelectShape();
     Cancel();
@@ -89,7 +89,7 @@ CPaintResult CSelectHand::Drag(const CHandPoint& to, const CViewMapping& mapping
     const CPiecePlacement placement = m_grip.kind == SelectGrip::Inside   ? MovedTo(at, isHeld)
                                       : m_grip.kind == SelectGrip::Handle ? ScaledTo(at, isHeld)
                                                                           : TurnedTo(at, isHeld);
-    const CPaintResult result = m_selection.Place(placement);
+    CPaintResult result = m_selection.Place(placement);
     if (!wasFloating && m_selection.IsFloating())
         m_frame = m_selection.Frame(); // as small as what there was to lift
     Tell();

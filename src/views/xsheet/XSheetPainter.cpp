@@ -191,7 +191,8 @@ void CXSheetPainter::PaintCamera(const CFrameLook& frame, const QRect& rect, boo
     const std::string zoom = ZoomText(frame.camera);
     const bool turned = RotationInDegrees(frame.camera.rotation) != 0;
     const double width = m_style.cameraTexts.WidthOf(pan) + m_style.cameraTexts.WidthOf(zoom);
-    if (!turned && width + margin / 2 <= inner.width()) {
+    const int between = margin / 2;
+    if (!turned && width + between <= inner.width()) {
         DrawText(m_painter, m_style.cameraTexts, pan, inner);
         DrawText(m_painter, m_style.cameraTexts, zoom, inner, Qt::AlignRight);
         return;
