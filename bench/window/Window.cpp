@@ -286,24 +286,28 @@ void PaintPenSegment(benchmark::State& state) {
 BENCHMARK(PaintPenSegment)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 /// From positions of a tablet's pen, as many as come in a frame, to the view painted with what they have drawn; on
-/// a page of some size, with pressure and a stabilizer, or as the program comes.
+/// a page of some size, as the program comes (0), with pressure and a stabilizer (1), and with six skins as well
+/// (2).
 void DrawWithTablet(benchmark::State& state) {
     const CBenchFolder folder;
-    const CScenePaths paths(WithSeparator(Utf8Of(folder.Path())), "Pen");
-    static_cast<void>(CreateFolder(paths.CelFolder("walk")));
-    CCelImg cel;
-    static_cast<void>(cel.CreateCel(static_cast<int>(state.range(0)), static_cast<int>(state.range(1)),
-                                    paths.CelFile("walk", "1")));
-    static_cast<void>(cel.SaveCel());
+    const bool hasSkins = state.range(2) == 2;
+    MakeDrawings(folder.Path(), hasSkins ? 7 : 1,
+                 {static_cast<int>(state.range(0)), static_cast<int>(state.range(1))});
     CPenSettings settings;
     if (state.range(2) != 0) {
         settings.pens = {true, 50, 400};
         settings.stabilizer = StabilizerKind::Weighted;
     }
-    CProgram program(folder.Path(), "Pen", "walk", settings);
-    program.doc->Assets().EditCel("1");
+    CProgram program(folder.Path(), "Drawings", "walk", settings);
+    if (hasSkins) {
+        ShowOnionSkin(*program.doc);
+        program.doc->Cursor().GoTo({0, 6});
+    }
+    program.doc->Assets().EditCel(hasSkins ? "4" : "1");
     program.frame->ShowCelEditor();
     CProgram::Settle();
+    if (hasSkins && program.doc->Paper().Sheet().under.empty())
+        state.SkipWithError("no onion skin");
     CCelView& view = program.frame->CelPane().View();
     view.SetTool(CelTool::Pen);
     program.doc->Palette().SetPen(3);
@@ -329,8 +333,8 @@ void DrawWithTablet(benchmark::State& state) {
     Forget(program);
 }
 BENCHMARK(DrawWithTablet)
-    ->ArgsProduct({{celWidth}, {celHeight}, {0, 1}})
-    ->ArgsProduct({{3840}, {2160}, {0, 1}})
+    ->ArgsProduct({{celWidth}, {celHeight}, {0, 1, 2}})
+    ->ArgsProduct({{3840}, {2160}, {0, 1, 2}})
     ->Unit(benchmark::kMillisecond)
     ->UseRealTime();
 
