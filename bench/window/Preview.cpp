@@ -94,6 +94,7 @@ public:
         m_frame = std::make_unique<CMainFrame>(*m_doc, m_prompter, m_profile);
         m_frame->resize(1920, 1130);
         static_cast<void>(m_doc->Scenes().OpenScene(scene));
+        m_frame->UpdateCommands();
         if (!m_doc->Model().cameraAntialias)
             m_frame->Action(CommandId::CameraAntialias)->trigger();
         m_doc->Views().Add(*this);
@@ -114,6 +115,7 @@ public:
         m_shown = 0;
         m_worst = 0;
         m_first.reset();
+        m_frame->UpdateCommands();
         m_begun = Clock::now();
         m_frame->Action(CommandId::PreviewPlay)->trigger();
         QTest::qWait(static_cast<int>(seconds * 1000));
