@@ -103,7 +103,7 @@ Path PaletteNamesFile(const Path& paletteFile) {
 }
 
 CStatus SavePaletteNames(const Path& file, const CPalette& palette) {
-    const CStatus failure = CStatus::Failure("Problem writing the color names file");
+    CStatus failure = CStatus::Failure("Problem writing the color names file");
     try {
         std::string text(signature);
         text += '\n';

@@ -130,6 +130,7 @@ bool CRecolorOperations::Write(const std::vector<CFileChange>& changes, const st
     CSceneModel& model = m_context.model;
     const Path folder = model.Paths().SceneFolder();
     std::vector<Path> files;
+    files.reserve(changes.size());
     for (const CFileChange& change : changes)
         files.push_back(folder / PathOf(change.file));
     CSceneEdit edit(m_context, step, pictureHint | UpdateHint::AssetLists);

@@ -80,7 +80,7 @@ std::optional<bool> CUsedColors::IsUsed(CColor color) const {
 }
 
 CUsedColors::CResult CUsedColors::Search(std::map<Path, CFound> known, CTask task,
-                                         std::shared_ptr<std::atomic<bool>> stop) {
+                                         const std::shared_ptr<std::atomic<bool>>& stop) {
     CResult result{std::move(known), {}};
     const auto add = [&](const Colors& colors) {
         result.all.insert(result.all.end(), colors.begin(), colors.end());

@@ -51,7 +51,7 @@ private:
     };
 
     void Start(CTask task);
-    static CResult Search(std::map<Path, CFound> known, CTask task, std::shared_ptr<std::atomic<bool>> stop);
+    static CResult Search(std::map<Path, CFound> known, CTask task, const std::shared_ptr<std::atomic<bool>>& stop);
 
     std::map<Path, CFound> m_files;
     std::optional<Colors> m_all;

@@ -19,18 +19,24 @@ CPlacement Place(const CXSheetCell& cell, CSize frame) {
     return PlaceCell(cell, CCameraFrame(), {frame, frame, 1}, false);
 }
 
-// From a point of the frame to one of an image of half sizes `half`, as it is drawn there, and back.
+// Half sizes are whole pixels, as where a frame is drawn.
+CSize HalfOf(CSize size) {
+    return {size.width / 2, size.height / 2};
+}
+
+// From a point of the frame to one of an image, as it is drawn there, and back.
 CRealPoint FromFrame(CRealPoint at, const CPlacement& placement, CSize image) {
     const double dx = at.x - placement.centreX;
     const double dy = at.y - placement.centreY;
     const double c = std::cos(placement.angle);
     const double s = std::sin(placement.angle);
-    return {(dx * c - dy * s) / placement.scaleX + image.width / 2,
-            (dx * s + dy * c) / placement.scaleY + image.height / 2};
+    const CSize half = HalfOf(image);
+    return {(dx * c - dy * s) / placement.scaleX + half.width, (dx * s + dy * c) / placement.scaleY + half.height};
 }
 CRealPoint ToFrame(CRealPoint at, const CPlacement& placement, CSize image) {
-    const double dx = (at.x - image.width / 2) * placement.scaleX;
-    const double dy = (at.y - image.height / 2) * placement.scaleY;
+    const CSize half = HalfOf(image);
+    const double dx = (at.x - half.width) * placement.scaleX;
+    const double dy = (at.y - half.height) * placement.scaleY;
     const double c = std::cos(placement.angle);
     const double s = std::sin(placement.angle);
     return {dx * c + dy * s + placement.centreX, dy * c - dx * s + placement.centreY};
@@ -67,8 +73,8 @@ std::vector<CVisibleLines::CLayer> CVisibleLines::LayersOf(const CSceneModel& mo
     const CScene& scene = model.Scene();
     const CSize frame = scene.geometry.Frame();
     own = {};
-    own.centreX = frame.width / 2;
-    own.centreY = frame.height / 2;
+    own.centreX = HalfOf(frame).width;
+    own.centreY = HalfOf(frame).height;
     std::vector<CLayer> layers;
     for (int level = 0; level < scene.xsheet.LevelCount(); ++level) {
         const CXSheetCell& cell = scene.xsheet.Cell(level, model.cursorFrame);
@@ -103,11 +109,14 @@ void CVisibleLines::Add(const CLayer& layer, const CPlacement& own) {
     };
     for (int y = 0; y < size.height; ++y)
         for (int x = 0; x < size.width; ++x)
-            for (int i = 0; i < samples * samples; ++i)
-                if (hasLine(x + (i % samples + 0.5) / samples, y + (i / samples + 0.5) / samples)) {
+            for (int i = 0; i < samples * samples; ++i) {
+                const int column = i % samples;
+                const int row = i / samples;
+                if (hasLine(x + (column + 0.5) / samples, y + (row + 0.5) / samples)) {
                     m_lines.Set(x, y);
                     break;
                 }
+            }
 }
 
 } // namespace velmor

@@ -20,9 +20,11 @@ void CPaper::Order(std::vector<CSkinOrder>& orders, const CDrawing& drawing, CSk
 }
 
 CPlacement CPaper::Placed(const CPegPlace& pegs) const {
+    const int halfWidth = m_model.celImg.Width() / 2;
+    const int halfHeight = m_model.celImg.Height() / 2;
     CPlacement placement;
-    placement.centreX = m_model.celImg.Width() / 2 + pegs.x;
-    placement.centreY = m_model.celImg.Height() / 2 + pegs.y;
+    placement.centreX = halfWidth + pegs.x;
+    placement.centreY = halfHeight + pegs.y;
     placement.angle = pegs.angle;
     return placement;
 }

@@ -31,7 +31,9 @@ void CPegHand::MoveTo(CRealPoint point) {
     CPegPlace pegs = m_before;
     if (m_turns) {
         const CCelImg& image = m_doc.Model().celImg;
-        const CRealPoint middle{image.Width() / 2 + m_before.x, image.Height() / 2 + m_before.y};
+        const int halfWidth = image.Width() / 2;
+        const int halfHeight = image.Height() / 2;
+        const CRealPoint middle{halfWidth + m_before.x, halfHeight + m_before.y};
         const auto angleOf = [&](CRealPoint at) { return std::atan2(at.y - middle.y, at.x - middle.x); };
         pegs.angle -= angleOf(point) - angleOf(m_press); // that of a cell runs with the clock
     } else {
