@@ -102,11 +102,11 @@ std::array<std::uint8_t, headerSize> MakeHeader(std::string_view signature, int 
     return header;
 }
 
-bool IsOpaque(Bytes alpha) {
+std::uint8_t LeastOf(Bytes alpha) {
     std::uint8_t least = 255;
     for (const std::uint8_t value : alpha)
         least = std::min(least, value);
-    return least >= leastOpaqueAlpha;
+    return least;
 }
 
 // What takes the bytes of a file: one on the disk, or memory.
@@ -135,7 +135,7 @@ bool AppendCel(File& file, const CCelImg& cel) {
 
 template<class File>
 bool AppendPicture(File& file, const CCelImg& picture) {
-    const int channelCount = IsOpaque(picture.PlaneOf(Channel::Alpha)) ? 3 : 4;
+    const int channelCount = LeastOf(picture.PlaneOf(Channel::Alpha)) >= leastOpaqueAlpha ? 3 : 4;
     const std::uint8_t countByte = static_cast<std::uint8_t>(channelCount);
     if (!file.Append(MakeHeader(pictureSignature, picture.Width(), picture.Height())) ||
         !file.Append({&countByte, 1}))
@@ -188,6 +188,13 @@ CStatus CCelImg::SavePicture() {
     if (written)
         m_modified = false;
     return written;
+}
+
+bool CCelImg::IsAlphaLostInFile() const {
+    if (GetLoadState() != LoadState::Picture)
+        return false;
+    const std::uint8_t least = LeastOf(PlaneOf(Channel::Alpha));
+    return least >= leastOpaqueAlpha && least < 255;
 }
 
 std::vector<std::uint8_t> CCelImg::FileBytes() const {

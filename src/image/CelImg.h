@@ -71,6 +71,9 @@ public:
     CStatus Save();
     CStatus SaveCel();
     CStatus SavePicture();
+    /// Whether this is a picture that is nearly opaque everywhere: its file goes without the alpha, and it is
+    /// opaque when it is read again.
+    bool IsAlphaLostInFile() const;
     /// The bytes that Save() would write; none when nothing is loaded. May throw std::bad_alloc.
     std::vector<std::uint8_t> FileBytes() const;
     /// Reads a ".bit" or ".rgba" file, told apart by the signature. Empties the image first (see Clear()); on

@@ -29,7 +29,7 @@ bool CSceneModel::DropEditedImage(const Path& file) {
 void CSceneModel::FinishPainting() {
     if (!unfinished)
         return;
-    const CUnfinishedPainting finished = std::move(*unfinished);
+    CUnfinishedPainting finished = std::move(*unfinished);
     unfinished.reset();
     LeavePaintingStep(*this, finished.name, finished.before);
 }

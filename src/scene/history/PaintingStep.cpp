@@ -47,6 +47,13 @@ CColor Darkest(const CCelImg& image, const CRect& pixels) {
     return darkest;
 }
 
+void DropLostAlpha(CCelImg& image, CKeptTiles& before) {
+    if (!image.IsAlphaLostInFile())
+        return;
+    before.Keep(image, {0, 0, image.Width(), image.Height()});
+    std::ranges::fill(image.PlaneOf(Channel::Alpha), std::uint8_t{255});
+}
+
 } // namespace
 
 CHistoryPicture MakePicture(const CCelImg& image, const CRect& around) {
@@ -71,12 +78,13 @@ CHistoryPicture MakePicture(const CCelImg& image, const CRect& around) {
     return picture;
 }
 
-void LeavePaintingStep(CSceneModel& model, const std::string& name, const CKeptTiles& before) {
+void LeavePaintingStep(CSceneModel& model, const std::string& name, CKeptTiles& before) {
     CHistory& history = model.history;
     const std::string file = model.SceneFile(model.celImg.FilePath());
     if (file.empty() || !history.IsOn())
         return;
     try {
+        DropLostAlpha(model.celImg, before);
         CStepChanges changes;
         changes.image = file;
         changes.painting = CImageChange(before, model.celImg);

@@ -71,6 +71,30 @@ TEST_F(Recovery, WhateverWasDoneComesBack) {
     }
 }
 
+// A file has no alpha of a picture that is nearly opaque.
+TEST_F(Recovery, WhatAFileDoesNotHoldIsNotWhatIsOpen) {
+    Begin(1);
+    doc->Scenes().SetSourceMode(SourceMode::Pictures);
+    doc->Assets().EditCel("Sky");
+    const CColor white{255, 255, 255, 255};
+    doc->Painting().Change("Thin", [](CCelImg& picture) {
+        picture.SetColorAt(3, 4, {10, 20, 30, 254});
+        picture.SetModified(true);
+        return CPaintResult{CStatus(), {3, 4, 4, 5}};
+    });
+    ASSERT_TRUE(doc->Saving().SaveAll());
+    Restart({});
+    doc->Scenes().SetSourceMode(SourceMode::Pictures);
+    doc->Assets().EditCel("Sky");
+    ASSERT_EQ(doc->Model().celImg.Width(), 70);
+    EXPECT_EQ(doc->Model().celImg.ColorAt(3, 4), (CColor{10, 20, 30, 255}));
+    doc->History().Undo();
+    EXPECT_EQ(doc->Model().celImg.ColorAt(3, 4), white);
+    doc->History().Redo();
+    EXPECT_EQ(doc->Model().celImg.ColorAt(3, 4), (CColor{10, 20, 30, 255}));
+    EXPECT_EQ(prompter.TakeMessages(), std::vector<std::string>());
+}
+
 TEST_F(Recovery, TellsWhatItFoundAndComesBackWhereItWas) {
     Begin(1);
     doc->Scenes().SetFolderName("Owl");
