@@ -9,6 +9,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <unistd.h>
 #include <vector>
 
@@ -17,10 +18,12 @@ namespace velmor::testing {
 inline std::string DigestOf(const CSceneModel& model) {
     const CSceneState state = CSceneState::Of(model);
     const std::vector<std::uint8_t> sheet = EncodeXSheet(state.scene);
-    std::string all(sheet.begin(), sheet.end());
+    const std::hash<std::string_view> hash;
+    std::string files;
     for (const auto& [name, bytes] : state.files)
-        all.append(name).append(bytes);
-    return std::to_string(std::hash<std::string>()(all));
+        files.append(name).append(bytes);
+    return std::to_string(hash({reinterpret_cast<const char*>(sheet.data()), sheet.size()})) + "." +
+           std::to_string(hash(files));
 }
 
 inline void Say(const std::string& line) {
@@ -48,6 +51,11 @@ inline std::string WhereItIs(CVelmorltDoc& doc, CScriptedPrompter& prompter) {
     for (int step = 0; step < 4; ++step) {
         text += doc.History().UndoText() + " (" + DigestOf(doc.Model()) + "), ";
         doc.History().Undo();
+    }
+    for (int step = 0; step < 8; ++step) {
+        text += doc.History().RedoText();
+        doc.History().Redo();
+        text += " (" + DigestOf(doc.Model()) + "), ";
     }
     for (const std::string& message : prompter.TakeMessages())
         text += " said: " + message;
@@ -96,7 +104,8 @@ inline int RunKilledSession(int argc, char** argv, const BeginSession& begin,
         if (!messages.empty() && !mayBeAny)
             return Fail(messages.front());
         if (!mayBeAny && !IsThatOrOneStepFurther(doc, argv[3]))
-            return Fail("another state came back, after " + WhereItIs(doc, prompter));
+            return Fail("another state than " + std::string(argv[3]) + " came back, after " +
+                        WhereItIs(doc, prompter));
     }
     const std::shared_ptr<void> around = begin(doc, prompter, profile);
     settle(doc);

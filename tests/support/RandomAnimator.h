@@ -223,7 +223,7 @@ private:
             m_doc.Camera().StartCamInput();
             for (int move = Number(4); move > 0; --move)
                 m_doc.Camera().ProcessCamInput(Number(9), Number(9) - 4);
-            m_doc.Camera().EndCamInput(0, Number(2));
+            m_doc.Camera().EndCamInput(0, 2 * Number(2)); // single pixels would become one step with those before
         }
     }
 
