@@ -1,6 +1,7 @@
 // Loading and saving of the largest xsheet that editing allows, what a kept state of it costs, and its edits.
 
 #include "xsheet/XSheetFile.h"
+#include "xsheet/exposing/SheetEdit.h"
 
 #include <benchmark/benchmark.h>
 #include <filesystem>
@@ -85,6 +86,23 @@ void ExpandAndCondense(benchmark::State& state) {
     }
 }
 
+// What is shown while a handle is dragged over all cells, and then done.
+template<SheetEditKind kind>
+void EditTiming(benchmark::State& state) {
+    const CScene data = LargestSheet();
+    const CXSheetSelection all{0, CXSheet::mostLevels - 1, 0, CXSheet::mostFrames - 1};
+    for (auto _ : state) {
+        CScene outcome = data;
+        Apply({kind, all, 3, Following::Push, 1}, outcome);
+        benchmark::DoNotOptimize(outcome);
+    }
+}
+
+BENCHMARK(EditTiming<SheetEditKind::OnFrames>)->Unit(benchmark::kMillisecond);
+BENCHMARK(EditTiming<SheetEditKind::Random>)->Unit(benchmark::kMillisecond);
+BENCHMARK(EditTiming<SheetEditKind::Roll>)->Unit(benchmark::kMillisecond);
+BENCHMARK(EditTiming<SheetEditKind::Shift>)->Unit(benchmark::kMillisecond);
+BENCHMARK(EditTiming<SheetEditKind::InsertTime>)->Unit(benchmark::kMillisecond);
 BENCHMARK(LoadSheet)->Unit(benchmark::kMillisecond);
 BENCHMARK(SaveSheet)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(KeepStateAndEditCell)->Unit(benchmark::kMicrosecond);

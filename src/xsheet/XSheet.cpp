@@ -156,6 +156,17 @@ void CXSheet::InsertFrames(int level, int frame, int count) {
     });
 }
 
+void CXSheet::TakeFrames(int level, std::span<const int> sources) {
+    const CShared<CLevel> before = m_levels[static_cast<std::size_t>(level)];
+    const CXSheetCell empty;
+    for (std::size_t frame = 0; frame < sources.size(); ++frame) {
+        const int source = sources[frame];
+        const CXSheetCell& cell = source < 0 ? empty : before->cells[static_cast<std::size_t>(source)];
+        if (!cell.IsIdenticalTo(before->cells[frame]))
+            MutableCell(level, static_cast<int>(frame)) = cell;
+    }
+}
+
 template<class Matches, class Change>
 int CXSheet::ChangeCells(Matches matches, Change change) {
     int count = 0;

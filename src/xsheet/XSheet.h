@@ -133,6 +133,11 @@ public:
     ///
     ///     A B C D   ->   A . . B
     void InsertFrames(int level, int frame, int count);
+    /// Gives each frame of a level the cell that another one had: as many sources as frames, each a frame, or below
+    /// 0 for an empty cell. Here 0, 0, 1, -1:
+    ///
+    ///     A B C D   ->   A A B .
+    void TakeFrames(int level, std::span<const int> sources);
 
     // The cells that show an asset, on all levels. Each returns how many there were. The names must not be those of
     // a cell of this sheet, which change on the way.
