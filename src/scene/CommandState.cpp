@@ -36,6 +36,17 @@ bool CanEditRange(const CSceneModel& model) {
     return model.sceneOpen && model.selection.lastFrame > model.selection.firstFrame;
 }
 
+std::optional<CXSheetSelection> SelectedCells(const CSceneModel& model) {
+    const CXSheetSelection& selection = model.selection;
+    const CXSheet& xsheet = model.Scene().xsheet;
+    const bool isRange = selection.firstLevel <= selection.lastLevel && selection.firstFrame <= selection.lastFrame;
+    if (!model.sceneOpen || !isRange || !xsheet.HasLevel(selection.firstLevel) ||
+        !xsheet.HasLevel(selection.lastLevel) || !xsheet.HasFrame(selection.firstFrame) ||
+        !xsheet.HasFrame(selection.lastFrame))
+        return std::nullopt;
+    return selection;
+}
+
 bool CanPaste(const CSceneModel& model) {
     return model.sceneOpen && !model.clipboard.IsEmpty();
 }

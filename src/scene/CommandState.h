@@ -2,6 +2,8 @@
 
 #include "scene/SceneModel.h"
 
+#include <optional>
+
 namespace velmor {
 
 // When commands are enabled, as far as the document's values decide it.
@@ -19,6 +21,9 @@ bool CanDeleteLevel(const CSceneModel& model);
 bool CanSwapLevels(const CSceneModel& model);
 /// Condense, expand, reverse: the selection spans more than one frame.
 bool CanEditRange(const CSceneModel& model);
+/// The selected cells; nothing while there are none. The bounds are set one by one, so that start and end may stand
+/// the wrong way round.
+std::optional<CXSheetSelection> SelectedCells(const CSceneModel& model);
 bool CanPaste(const CSceneModel& model);
 bool CanUndo(const CSceneModel& model);
 bool CanRedo(const CSceneModel& model);

@@ -102,6 +102,9 @@ struct CFrameCountRequest {
     std::string prompt;
     int initial = 1;
     AcceptRule<int> accept;
+    std::string title = "How many frames ?";
+    /// Called with each number that is entered, the first one included; nothing for one that cannot be read.
+    std::function<void(std::optional<int>)> show = {};
 };
 
 /// Which cell a dialog edits, as it is shown: frame from 1.

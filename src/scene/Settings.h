@@ -75,6 +75,8 @@ inline constexpr CStringSetting lastRenderDirectory{"Remember", "Last Rendering 
 inline constexpr CStringSetting lastRenderName{"Remember", "Last Rendering Name", ""};
 inline constexpr CIntSetting lastSheetFormat{"Remember", "Last Sheet Format", 0};
 inline constexpr CIntSetting lastSequenceHold{"Remember", "Last Sequence Hold", 1};
+/// 1: a longer exposure pushes what follows down; 0: it eats it.
+inline constexpr CIntSetting exposurePushes{"Remember", "Exposure Pushes", 1};
 
 // The pen of a tablet. Sizes are percentages of the width of the chosen pen or brush, places on the curve those of
 // its box, lengths pixels of the screen.

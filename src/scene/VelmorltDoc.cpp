@@ -27,6 +27,8 @@
 #include "scene/SoundOperations.h"
 #include "scene/XSheetCursor.h"
 #include "scene/XSheetOperations.h"
+#include "scene/exposing/Exposing.h"
+#include "scene/exposing/SheetTiming.h"
 #include "scene/paper/DrawingSteps.h"
 #include "scene/paper/LightTable.h"
 #include "scene/paper/Onion.h"
@@ -73,6 +75,8 @@ struct CVelmorltDoc::CParts {
     CSceneHistory history;
     CXSheetCursor cursor{context};
     CXSheetOperations xsheet{context, cursor};
+    CSheetTiming timing{context, cursor};
+    CExposing exposing{context, cursor, timing};
     CCellOperations cells{context};
     CCameraOperations camera{context, cursor};
     CImportOperations imports{context, scenes};
@@ -126,6 +130,8 @@ CSceneSaving& CVelmorltDoc::Saving() { return m_parts->saving; }
 CSceneHistory& CVelmorltDoc::History() { return m_parts->history; }
 CXSheetCursor& CVelmorltDoc::Cursor() { return m_parts->cursor; }
 CXSheetOperations& CVelmorltDoc::XSheet() { return m_parts->xsheet; }
+CSheetTiming& CVelmorltDoc::Timing() { return m_parts->timing; }
+CExposing& CVelmorltDoc::Exposing() { return m_parts->exposing; }
 CCellOperations& CVelmorltDoc::Cells() { return m_parts->cells; }
 CCameraOperations& CVelmorltDoc::Camera() { return m_parts->camera; }
 CCameraPictures& CVelmorltDoc::CameraPictures() { return m_parts->cameraPictures; }

@@ -38,6 +38,8 @@ class CScrubbing;
 class CSceneSaving;
 class CSequenceOperations;
 class CSheetExchange;
+class CExposing;
+class CSheetTiming;
 class CSoundOperations;
 class CViewList;
 class CXSheetCursor;
@@ -83,6 +85,10 @@ public:
     CXSheetCursor& Cursor();
     /// Levels, frames, cells as a grid.
     CXSheetOperations& XSheet();
+    /// How long what is seen stands, and what an edit of that would make of the sheet.
+    CSheetTiming& Timing();
+    /// Drawings exposed by typing.
+    CExposing& Exposing();
     /// The data of single cells.
     CCellOperations& Cells();
     CCameraOperations& Camera();

@@ -30,18 +30,6 @@ std::vector<std::string> LevelNames(const CXSheet& xsheet) {
     return names;
 }
 
-// The selected cells; nothing while there are none. The bounds are set one by one, so that start and end may stand
-// the wrong way round.
-std::optional<CXSheetSelection> SelectedCells(const CSceneModel& model) {
-    const CXSheetSelection& selection = model.selection;
-    const bool isRange = selection.firstLevel <= selection.lastLevel && selection.firstFrame <= selection.lastFrame;
-    if (!model.sceneOpen || !isRange || !model.Scene().xsheet.HasLevel(selection.firstLevel) ||
-        !model.Scene().xsheet.HasLevel(selection.lastLevel) ||
-        !model.Scene().xsheet.HasFrame(selection.firstFrame) || !model.Scene().xsheet.HasFrame(selection.lastFrame))
-        return std::nullopt;
-    return selection;
-}
-
 } // namespace
 
 std::optional<int> CXSheetOperations::AskLevel(const char* prompt) const {

@@ -18,6 +18,9 @@
 #include "scene/VelmorltDoc.h"
 #include "scene/XSheetCursor.h"
 #include "scene/XSheetOperations.h"
+#include "scene/exposing/Exposing.h"
+#include "scene/exposing/SheetTiming.h"
+#include "scene/paper/DrawingSteps.h"
 
 #include <filesystem>
 #include <fstream>
@@ -177,7 +180,7 @@ private:
             ChoosePlace();
             return sheet.Paste();
         case 7:
-            return sheet.Reverse();
+            return Number(4) == 0 ? sheet.Reverse() : EditTiming();
         case 8:
             return Number(2) == 0 ? sheet.Condense() : sheet.Expand();
         case 9:
@@ -189,6 +192,39 @@ private:
         default:
             if (SelectAsset(Number(4) == 0 ? SourceMode::Pictures : SourceMode::Cels))
                 sheet.DropCels(model.cursorLevel, model.cursorFrame, 1 + Number(4), Number(2) == 0);
+        }
+    }
+
+    void EditTiming() {
+        CSheetTiming& timing = m_doc.Timing();
+        const CSceneModel& model = m_doc.Model();
+        timing.SetWhatFollows(Number(2) == 0 ? Following::Push : Following::Eat);
+        m_doc.Drawings().SetHold(1 + Number(3));
+        m_prompter.Answer(1 + Number(6));
+        switch (Number(10)) {
+        case 0:
+            return timing.ExposeOn(1 + Number(4));
+        case 1:
+            return timing.Swing();
+        case 2:
+            return timing.Random();
+        case 3:
+            return timing.AskAndShift();
+        case 4:
+            return timing.AskAndRoll();
+        case 5:
+            return timing.AskAndStretch();
+        case 6:
+            return timing.AskAndInsertTime();
+        case 7:
+            return timing.AskAndDeleteTime();
+        case 8:
+            return timing.Do({Number(2) == 0 ? SheetEditKind::Repeat : SheetEditKind::HoldOn, model.selection,
+                              6 + Number(9), Following::Eat});
+        default:
+            const auto kind = static_cast<CTypedExposure::Kind>(1 + Number(5));
+            static_cast<void>(
+                m_doc.Exposing().Enter({kind, std::to_string(1 + Number(3)), 1 + Number(4)}, Number(2)));
         }
     }
 

@@ -15,6 +15,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
+#include <algorithm>
 #include <limits>
 
 namespace velmor::testing {
@@ -322,6 +323,26 @@ TEST_F(CSceneDialogsTest, FrameCountsAreHeldAgainstTheRule) {
         });
     EXPECT_EQ(counts, (std::vector{0, 90000, 48}));
     EXPECT_EQ(count, 48);
+}
+
+TEST_F(CSceneDialogsTest, FrameCountsAreShownWhileTheyAreEntered) {
+    std::vector<std::optional<int>> shown;
+    WithDialog(
+        [&] {
+            CFrameCountRequest request{"By how many frames ?", 2, {}, "Shift Cels"};
+            request.show = [&](std::optional<int> value) { shown.push_back(value); };
+            prompter.Ask(request);
+        },
+        [&](QDialog& dialog) {
+            EXPECT_EQ(dialog.windowTitle(), "Shift Cels");
+            EXPECT_EQ(shown, (std::vector<std::optional<int>>{2}));
+            for (const char* text : {"", "-4"})
+                Type(dialog, "count", text);
+            PressEnter(dialog);
+        });
+    ASSERT_GE(shown.size(), 3U);
+    EXPECT_NE(std::ranges::find(shown, std::optional<int>()), shown.end()) << "what is no number is told as well";
+    EXPECT_EQ(shown.back(), -4);
 }
 
 TEST_F(CSceneDialogsTest, TabGoesThroughTheFieldsBeforeTheButtons) {

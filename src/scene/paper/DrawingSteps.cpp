@@ -78,9 +78,9 @@ std::string CDrawingSteps::NewName(const CDrawing& after) const {
     return name ? *name : m_lifecycle.FindNextCelName();
 }
 
-CSize CDrawingSteps::NewSize(const CXSheetCell* before) const {
+CSize CDrawingSteps::NewSize(const CDrawing& after, const CXSheetCell* before) const {
     const CSceneModel& model = m_context.model;
-    if (HasEditedImage(model))
+    if (HasEditedImage(model) && EditedDrawing(model) == after)
         return {model.celImg.Width(), model.celImg.Height()};
     if (before != nullptr && before->Size() != CSize{})
         return before->Size();
@@ -88,18 +88,45 @@ CSize CDrawingSteps::NewSize(const CXSheetCell* before) const {
 }
 
 void CDrawingSteps::NewDrawing() {
+    NewDrawing(EditedDrawing(m_context.model), nullptr);
+}
+
+void CDrawingSteps::NewDrawingAtCursor() {
+    const CSceneModel& model = m_context.model;
+    const CXSheet& sheet = model.Scene().xsheet;
+    const CSheetCell cursor = model.CursorCell();
+    if (!model.sceneOpen || !sheet.HasLevel(cursor.level) || !sheet.HasFrame(cursor.frame) ||
+        sheet.Cell(cursor.level, cursor.frame).IsUsed())
+        return;
+    int above = cursor.frame;
+    while (above >= 0 && !sheet.Cell(cursor.level, above).IsUsed())
+        --above;
+    if (above < 0 || sheet.Cell(cursor.level, above).IsPicture())
+        return NewDrawing();
+    const CXSheetCell like = sheet.Cell(cursor.level, above);
+    const CDrawing after{like.FolderName(), like.CelName()};
+    if (model.folderName != after.folder)
+        m_lifecycle.SetFolderName(after.folder);
+    if (model.folderName == after.folder) // otherwise the image under edit could not be left
+        NewDrawing(after, &like);
+}
+
+void CDrawingSteps::NewDrawing(const CDrawing& after, const CXSheetCell* like) {
     CSceneModel& model = m_context.model;
     const CXSheet& sheet = model.Scene().xsheet;
     const CSheetCell cursor = model.CursorCell();
     if (!model.sceneOpen || !sheet.HasLevel(cursor.level) || !sheet.HasFrame(cursor.frame))
         return;
-    const CDrawing after = EditedDrawing(model);
     const std::optional<CNewExposure> exposure = ExposureAfter(sheet, cursor, after, Hold());
     if (!m_context.Require(exposure.has_value(), "The xsheet is full: there is no frame left for a new drawing.") ||
         !ChooseFolder())
         return;
-    CXSheetCell cell = exposure->frame > 0 ? sheet.Cell(cursor.level, exposure->frame - 1) : CXSheetCell();
-    const CSize size = NewSize(cell.IsUsed() ? &cell : nullptr);
+    CXSheetCell cell;
+    if (like != nullptr)
+        cell = *like;
+    else if (exposure->frame > 0)
+        cell = sheet.Cell(cursor.level, exposure->frame - 1);
+    const CSize size = NewSize(after, cell.IsUsed() ? &cell : nullptr);
     const std::string name = NewName(after);
     if (!m_context.Report(CheckNewCelSize(size, AvailableMemory())))
         return;

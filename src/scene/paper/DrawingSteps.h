@@ -36,12 +36,17 @@ public:
     /// Makes a blank cel that follows the drawing under edit, in name, size and place, exposes it, puts the cursor
     /// there and opens it. Where no cel folder is chosen, that of the level's name is, or is made.
     void NewDrawing();
+    /// Makes one in the empty cell at the cursor, that follows the drawing which the level shows above it, in the
+    /// folder of that; without one above, like NewDrawing(). Nothing on a cell that is exposed.
+    void NewDrawingAtCursor();
 
 private:
+    /// `like`: in whose place it lies; null for what stands before it.
+    void NewDrawing(const CDrawing& after, const CXSheetCell* like);
     void Open(const CNeighbour& neighbour);
     [[nodiscard]] bool ChooseFolder();
     std::string NewName(const CDrawing& after) const;
-    CSize NewSize(const CXSheetCell* before) const;
+    CSize NewSize(const CDrawing& after, const CXSheetCell* before) const;
 
     CSceneContext m_context;
     const COnion& m_onion;

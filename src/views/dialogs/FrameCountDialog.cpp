@@ -11,7 +11,7 @@
 namespace velmor {
 
 CFrameCountDialog::CFrameCountDialog(QWidget* parent, const CFrameCountRequest& request)
-    : CDialog(parent, "How many frames ?"),
+    : CDialog(parent, ToQt(request.title)),
       m_request(request),
       m_count(new CNumberEdit("count", NumberKind::Whole)) {
     m_count->SetValue(request.initial);
@@ -24,6 +24,10 @@ CFrameCountDialog::CFrameCountDialog(QWidget* parent, const CFrameCountRequest& 
     row->addWidget(m_count);
     Body().addLayout(row);
     EnterAgain(*m_count);
+    if (request.show) {
+        connect(m_count, &QLineEdit::textChanged, this, [this] { m_request.show(m_count->Whole()); });
+        request.show(request.initial);
+    }
     layout()->setSizeConstraint(QLayout::SetFixedSize);
 }
 

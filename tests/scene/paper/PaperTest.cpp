@@ -194,6 +194,30 @@ TEST_F(CPaperTest, ANewDrawingWithoutAFolderGetsOne) {
     EXPECT_TRUE(doc->Model().HasFolder());
 }
 
+TEST_F(CPaperTest, ANewDrawingAtTheCursorFollowsTheOneAbove) {
+    for (const int number : {1, 4, 9})
+        MakeDrawing(number, 30, 20);
+    doc->Scenes().SetSourceSelection({"4"});
+    doc->XSheet().DropCels(0, 3, 1, false);
+    doc->Cursor().GoTo({0, 3});
+    doc->Assets().EditCel("9");
+    static_cast<void>(CreateFolder(doc->Model().Paths().CelFolder("Owl")));
+    doc->Scenes().SetFolderName("Owl");
+    doc->Drawings().SetHold(2);
+    doc->Drawings().NewDrawingAtCursor();
+    EXPECT_EQ(Row(8), "...4....") << "the cell is not empty";
+    doc->Cursor().GoTo({0, 5});
+    doc->Drawings().NewDrawingAtCursor();
+    EXPECT_EQ(EditedDrawing(doc->Model()), (CDrawing{"Fox", "5"}));
+    EXPECT_EQ(Row(8), "...4.55.");
+    const CXSheet& sheet = doc->Model().Scene().xsheet;
+    EXPECT_EQ(sheet.Cell(0, 5).Size(), (CSize{30, 20}));
+    EXPECT_EQ(sheet.Cell(0, 5).Transform(), sheet.Cell(0, 3).Transform());
+    doc->Cursor().GoTo({0, 0});
+    doc->Drawings().NewDrawingAtCursor();
+    EXPECT_EQ(Row(8), "66.4.55.") << "with none above, after the one under edit";
+}
+
 TEST_F(CPaperTest, PinnedDrawingsLieWhereTheyWereMovedAndFollowTheirFiles) {
     for (const int number : {1, 2, 9})
         MakeDrawing(number);
