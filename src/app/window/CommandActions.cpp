@@ -2,12 +2,15 @@
 
 #include "app/window/MainFrame.h"
 #include "app/window/MenuTable.h"
+#include "scene/VelmorltDoc.h"
+#include "scene/exposing/SheetTiming.h"
 #include "views/Icons.h"
 
 #include <QAction>
 #include <QActionGroup>
 #include <QKeySequence>
 #include <QMenu>
+#include <algorithm>
 
 namespace velmor {
 
@@ -118,11 +121,33 @@ void CCommandActions::FillMenu(QMenu& menu, const CMenu& contents) const {
         else
             menu.addAction(action);
     }
+    ShowOutcomesOf(menu, contents);
     const std::span<const CMenu> submenus = SubmenusOf(contents);
     if (!submenus.empty())
         menu.addSeparator();
     for (const CMenu& submenu : submenus)
         FillMenu(*menu.addMenu(submenu.title), submenu);
+}
+
+void CCommandActions::ShowOutcomesOf(QMenu& menu, const CMenu& contents) const {
+    const auto hasOutcome = [](CommandId id) {
+        return id != CommandId::Separator && CommandOf(id).outcome != nullptr;
+    };
+    if (std::ranges::none_of(contents.commands, hasOutcome))
+        return;
+    QObject::connect(&menu, &QMenu::hovered, &menu, [this](const QAction* action) { ShowOutcome(*action); });
+    QObject::connect(&menu, &QMenu::aboutToHide, &menu, [this] { m_target->doc.Timing().HideOutcome(); });
+}
+
+void CCommandActions::ShowOutcome(const QAction& pointedAt) const {
+    const auto row =
+        std::ranges::find_if(Commands(), [&](const CCommand& command) { return Action(command.id) == &pointedAt; });
+    const bool shows = row != Commands().end() && row->outcome != nullptr && row->isEnabled(*m_target);
+    const std::optional<CSheetEdit> edit = shows ? row->outcome(*m_target) : std::nullopt;
+    if (edit)
+        m_target->doc.Timing().ShowOutcome(*edit);
+    else
+        m_target->doc.Timing().HideOutcome();
 }
 
 void CCommandActions::Update() {

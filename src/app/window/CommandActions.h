@@ -33,6 +33,9 @@ public:
 private:
     void AddFocusedKeys(const CCommand& command, QWidget& view);
     void Run(const CCommand& chosen);
+    /// Has the sheet show what a command of a menu would do to it while it is pointed at.
+    void ShowOutcomesOf(QMenu& menu, const CMenu& contents) const;
+    void ShowOutcome(const QAction& pointedAt) const;
 
     std::map<CommandId, QAction*> m_actions;
     std::optional<CCommandTarget> m_target;

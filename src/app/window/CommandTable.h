@@ -2,6 +2,7 @@
 
 #include "app/window/CommandId.h"
 #include "app/window/PaneHeights.h"
+#include "xsheet/exposing/SheetEdit.h"
 
 #include <optional>
 #include <span>
@@ -55,6 +56,8 @@ struct CCommand {
     /// The command that acts in its place now, Separator for none; null where none ever does. Of a menu's cut, copy
     /// and paste, which mean what has the focus.
     CommandId (*insteadNow)(const CCommandTarget&) = nullptr;
+    /// What it would do to the sheet, shown there while the command is pointed at in a menu; null for nothing.
+    std::optional<CSheetEdit> (*outcome)(const CCommandTarget&) = nullptr;
 };
 
 /// All commands, menu by menu.

@@ -17,6 +17,7 @@
 #include "scene/SceneModel.h"
 #include "scene/SceneSaving.h"
 #include "scene/VelmorltDoc.h"
+#include "scene/exposing/Exposing.h"
 #include "scene/preview/ScenePreview.h"
 #include "views/Icons.h"
 #include "views/Text.h"
@@ -107,6 +108,8 @@ void CMainFrame::CreateViews() {
     const auto play = [this] { Action(CommandId::PreviewPlay)->trigger(); };
     m_cameraPane->View().SetTapCallback(play);
     m_xsheetPane->View().SetSpaceCallback(play);
+    // On an exposed cell the key is that of the command that opens its drawing.
+    m_xsheetPane->View().SetEnterCallback([this] { Action(CommandId::ExposureNewDrawing)->trigger(); });
 
     m_outerSplitter = new QSplitter(Qt::Horizontal);
     m_outerSplitter->setChildrenCollapsible(false);
@@ -136,6 +139,10 @@ void CMainFrame::CreateMenus() {
         m_commands.FillMenu(*sheet[part], SheetMenus()[part]);
     }
     m_xsheetPane->View().SetContextMenus(sheet);
+    auto* exposing = new QMenu(this);
+    exposing->setObjectName("exposing menu");
+    m_commands.FillMenu(*exposing, TypedExposuresMenu());
+    m_statusPanes.SetExposingMenu(*exposing);
 }
 
 void CMainFrame::CreateToolBar() {
@@ -157,7 +164,7 @@ void CMainFrame::BringToFront() {
 void CMainFrame::UpdateCommands() {
     m_commands.Update();
     m_doc.History().TellFault();
-    m_statusPanes.Update(m_doc.Model(), m_doc.Preview().Frame());
+    m_statusPanes.Update(m_doc.Model(), m_doc.Exposing().ChoicesText(), m_doc.Preview().Frame());
 }
 
 void CMainFrame::OnUpdate(UpdateHint) {

@@ -40,6 +40,14 @@ constexpr CommandId xsheetMenu[] = {XsheetAddLevel,
                                     XsheetOpenDrawing,
                                     XsheetBlur,
                                     XsheetTransparency};
+constexpr CommandId exposureMenu[] = {
+    ExposureNewDrawing, Separator,     ExposureOnes,       ExposureTwos,       ExposureThrees, ExposureFours,
+    Separator,          ExposureSwing, ExposureRandom,     Separator,          ExposureShift,  ExposureRoll,
+    ExposureStretch,    Separator,     ExposureInsertTime, ExposureDeleteTime, Separator,      ExposurePush};
+// What the status bar says of typed drawings, to be chosen there.
+constexpr CommandId typedExposureMenu[] = {CelNewOnOnes, CelNewOnTwos, CelNewOnThrees, Separator, ExposurePush};
+constexpr CMenu typedExposures{"Typed Exposures", typedExposureMenu};
+constexpr CMenu xsheetSubmenus[] = {{"E&xposure", exposureMenu}};
 constexpr CommandId celMenu[] = {CelZoomIn,       CelZoomOut,   CelZoomOneToOne, CelPan,    Separator,
                                  CelUpdateCamera, Separator,    CelSettings,     Separator, CelFit,
                                  Separator,       CelBucket,    CelPen,          CelEraser, CelLineBrush,
@@ -209,6 +217,8 @@ std::span<const CMenu> Menus() {
 std::span<const CMenu> SubmenusOf(const CMenu& menu) {
     if (menu.commands.data() == celMenu)
         return celSubmenus;
+    if (menu.commands.data() == xsheetMenu || menu.commands.data() == sheetCellMenu)
+        return xsheetSubmenus;
     if (menu.commands.data() == animationMenu)
         return animationSubmenus;
     return {};
@@ -224,6 +234,10 @@ const CMenu& CameraMenu() {
 
 const CMenu& CelCanvasMenu() {
     return canvasMenu;
+}
+
+const CMenu& TypedExposuresMenu() {
+    return typedExposures;
 }
 
 std::span<const CMenu, 3> SheetMenus() {

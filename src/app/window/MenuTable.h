@@ -23,6 +23,8 @@ std::span<const CMenu, 3> SheetMenus();
 
 /// Opens under the right mouse button in the cel editor.
 const CMenu& CelCanvasMenu();
+/// Of the status bar's pane about typed exposures.
+const CMenu& TypedExposuresMenu();
 
 std::span<const CommandId> MainToolBar();
 std::span<const CommandId> CameraToolBar();

@@ -28,14 +28,20 @@ CellFill FillOf(const CSceneModel& model, int level, int frame, int cursorFrame)
     return IsSelected(model.selection, level, frame) ? CellFill::Selected : CellFill::Plain;
 }
 
-CCellLook CellLook(const CSceneModel& model, int level, int frame, int cursorFrame) {
-    const CXSheetCell& cell = model.Scene().xsheet.Cell(level, frame);
+bool IsChanged(const CXSheet& before, const CXSheet& after, int level, int frame) {
+    return !before.HasLevel(level) || !before.HasFrame(frame) ||
+           !before.Cell(level, frame).IsIdenticalTo(after.Cell(level, frame));
+}
+
+CCellLook CellLook(const CSceneModel& model, const CScene& shown, int level, int frame, int cursorFrame) {
+    const CXSheetCell& cell = shown.xsheet.Cell(level, frame);
     CCellLook look;
     look.fill = FillOf(model, level, frame, cursorFrame);
+    look.outcome = &shown != &model.Scene() && IsChanged(model.Scene().xsheet, shown.xsheet, level, frame);
     if (!cell.IsUsed())
         return look;
-    look.text = model.Scene().xsheet.CellText(level, frame);
-    look.held = frame > 0 && cell.ShowsSameAs(model.Scene().xsheet.Cell(level, frame - 1));
+    look.text = shown.xsheet.CellText(level, frame);
+    look.held = frame > 0 && cell.ShowsSameAs(shown.xsheet.Cell(level, frame - 1));
     look.missing = cell.Size() == CSize{};
     look.blurred = IsBlurred(cell);
     look.transparent = IsTransparent(cell);
@@ -56,17 +62,18 @@ CLevelLook LevelLook(const CSceneModel& model, int level, int cursorFrame) {
     return look;
 }
 
-CFrameLook FrameLook(const CSceneModel& model, const CXSheetSounds& sounds, int frame, int cursorFrame) {
+CFrameLook FrameLook(const CSceneModel& model, const CScene& shown, const CXSheetSounds& sounds, int frame,
+                     int cursorFrame) {
     CFrameLook look;
     look.current = frame == cursorFrame;
     look.selected = frame >= model.selection.firstFrame && frame <= model.selection.lastFrame;
-    look.camera = model.Scene().camera.At(frame);
-    look.cameraHeld = frame > 0 && look.camera == model.Scene().camera.At(frame - 1);
+    look.camera = shown.camera.At(frame);
+    look.cameraHeld = frame > 0 && look.camera == shown.camera.At(frame - 1);
     const int heard = sounds.HeardAt(frame);
     look.sounding = heard >= 0;
     look.soundGoesOn = look.sounding && sounds.HeardAt(frame - 1) == heard;
     look.soundContinues = look.sounding && sounds.HeardAt(frame + 1) == heard;
-    if (const std::string* name = model.Scene().sounds.NameAt(frame))
+    if (const std::string* name = shown.sounds.NameAt(frame))
         look.sound = *name;
     return look;
 }
@@ -74,26 +81,29 @@ CFrameLook FrameLook(const CSceneModel& model, const CXSheetSounds& sounds, int 
 } // namespace
 
 CXSheetLook LookAt(const CSceneModel& model, const CXSheetSounds& sounds, const CXSheetGeometry& geometry,
-                   const CPointerLook& pointer, const CPlayLook& play) {
+                   const CPointerLook& pointer, const CPlayLook& play, const CScene* outcome) {
     const int cursorFrame = play.frame.value_or(model.cursorFrame);
     CXSheetLook look;
     look.sceneOpen = model.sceneOpen;
     look.geometry = geometry;
     if (!model.sceneOpen)
         return look;
+    const CScene& shown = outcome != nullptr ? *outcome : model.Scene();
+    if (outcome != nullptr) // there is nothing behind its end
+        look.geometry.frameCount = std::min(geometry.frameCount, shown.xsheet.FrameCount());
     look.frameRate = model.Scene().geometry.frameRate;
     look.pointer = pointer;
     look.cameraMoves = model.moveSelection.IsCameraSelected();
     // The sheet may have shrunk without the views having been told yet.
-    const int endLevel = std::min(geometry.EndLevel(), model.Scene().xsheet.LevelCount());
-    const int endFrame = std::min(geometry.EndFrame(), model.Scene().xsheet.FrameCount());
+    const int endLevel = std::min(geometry.EndLevel(), shown.xsheet.LevelCount());
+    const int endFrame = std::min(look.geometry.EndFrame(), shown.xsheet.FrameCount());
     for (int level = geometry.firstLevel; level < endLevel; ++level)
         look.levels.push_back(LevelLook(model, level, cursorFrame));
     for (int frame = geometry.firstFrame; frame < endFrame; ++frame) {
-        look.frames.push_back(FrameLook(model, sounds, frame, cursorFrame));
+        look.frames.push_back(FrameLook(model, shown, sounds, frame, cursorFrame));
         look.frames.back().ready = play.ready && play.ready(frame);
         for (int level = geometry.firstLevel; level < endLevel; ++level)
-            look.cells.push_back(CellLook(model, level, frame, cursorFrame));
+            look.cells.push_back(CellLook(model, shown, level, frame, cursorFrame));
     }
     return look;
 }
@@ -119,6 +129,22 @@ QRegion ChangedPointer(const CXSheetGeometry& geometry, const CPointerLook& befo
             if (mark)
                 changed += RectOf(geometry, *mark);
     }
+    if (before.grip != after.grip) {
+        for (const std::optional<CGripLook>& grip : {before.grip, after.grip})
+            if (grip)
+                changed += grip->rect;
+    }
+    return changed;
+}
+
+QRegion ChangedEntry(const CXSheetGeometry& geometry, const std::optional<CEntryLook>& before,
+                     const std::optional<CEntryLook>& after) {
+    QRegion changed;
+    if (before == after)
+        return changed;
+    for (const std::optional<CEntryLook>& entry : {before, after})
+        if (entry)
+            changed += geometry.CellRect(entry->cell) & geometry.GridArea();
     return changed;
 }
 
@@ -163,7 +189,8 @@ QRegion Difference(const CXSheetLook& before, const CXSheetLook& after) {
         before.frames.size() != after.frames.size())
         return QRect({0, 0}, after.geometry.client);
     return ChangedHeader(before, after) + ChangedRows(before, after) +
-           ChangedPointer(after.geometry, before.pointer, after.pointer);
+           ChangedPointer(after.geometry, before.pointer, after.pointer) +
+           ChangedEntry(after.geometry, before.entry, after.entry);
 }
 
 } // namespace velmor

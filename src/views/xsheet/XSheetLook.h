@@ -12,6 +12,7 @@
 namespace velmor {
 
 class CXSheetSounds;
+struct CScene;
 struct CSceneModel;
 
 enum class CellFill { Plain, Selected, Cursor };
@@ -24,6 +25,7 @@ struct CCellLook {
     bool missing = false; ///< its image could not be read when it was put there
     bool blurred = false;
     bool transparent = false;
+    bool outcome = false; ///< it is not so yet: an edit would make it so
 
     bool operator==(const CCellLook&) const = default;
 };
@@ -64,11 +66,29 @@ struct CDropMark {
     bool operator==(const CDropMark&) const = default;
 };
 
+/// A handle at the lower edge of what is selected, near which the pointer is.
+struct CGripLook {
+    bool fills = false; ///< otherwise it slides an edge
+    QRect rect;
+
+    bool operator==(const CGripLook&) const = default;
+};
+
+/// The line that is being typed into a cell.
+struct CEntryLook {
+    CSheetCell cell;
+    std::string text;
+    bool possible = true; ///< otherwise there is nothing that it would do
+
+    bool operator==(const CEntryLook&) const = default;
+};
+
 /// What the mouse adds to the picture.
 struct CPointerLook {
     std::optional<CHeaderHit> hot; ///< the header button under the mouse
     bool pressed = false;          ///< and it is down
     std::optional<CDropMark> drop;
+    std::optional<CGripLook> grip = {};
 
     bool operator==(const CPointerLook&) const = default;
 };
@@ -82,6 +102,7 @@ struct CXSheetLook {
     bool cameraMoves = false;
     bool focused = false; ///< keys move the cursor
     CPointerLook pointer;
+    std::optional<CEntryLook> entry;
     std::vector<CLevelLook> levels; ///< from geometry.firstLevel to EndLevel()
     std::vector<CFrameLook> frames; ///< from geometry.firstFrame to EndFrame()
     std::vector<CCellLook> cells;   ///< of these, frame by frame
@@ -97,8 +118,9 @@ struct CPlayLook {
     std::function<bool(int frame)> ready; ///< whether a frame's picture is kept; empty when none are
 };
 
+/// `outcome` is what an edit would make of the scene, and is shown in its place; null for none.
 CXSheetLook LookAt(const CSceneModel& model, const CXSheetSounds& sounds, const CXSheetGeometry& geometry,
-                   const CPointerLook& pointer, const CPlayLook& play = {});
+                   const CPointerLook& pointer, const CPlayLook& play = {}, const CScene* outcome = nullptr);
 
 /// The part of the client area that a drop mark covers.
 QRect RectOf(const CXSheetGeometry& geometry, const CDropMark& mark);

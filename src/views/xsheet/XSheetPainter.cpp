@@ -3,6 +3,7 @@
 #include "views/xsheet/XSheetStyle.h"
 
 #include <QPainter>
+#include <algorithm>
 #include <cmath>
 
 namespace velmor {
@@ -100,7 +101,37 @@ void CXSheetPainter::PaintCells(const QRegion& region) {
                 PaintCell(cell, rect);
         }
     }
+    if (m_look.entry)
+        PaintEntry(*m_look.entry);
+    if (m_look.pointer.grip)
+        PaintGrip(*m_look.pointer.grip);
     m_painter.restore();
+}
+
+// What would be is seen through a veil of the accent.
+QColor CXSheetPainter::FillOf(const CCellLook& cell) const {
+    const QColor fill = cell.fill == CellFill::Cursor     ? m_style.cursorFill
+                        : cell.fill == CellFill::Selected ? m_style.selectedFill
+                                                          : m_style.plainFill;
+    return cell.outcome ? Mixed(fill, m_style.accent, 0.2) : fill;
+}
+
+void CXSheetPainter::PaintEntry(const CEntryLook& entry) {
+    const QRect rect = m_geometry.CellRect(entry.cell).adjusted(0, 0, -1, -1);
+    m_painter.fillRect(rect, m_style.accent);
+    m_painter.fillRect(rect.adjusted(2, 2, -2, -2), m_style.cursorFill);
+    const QRect inner = rect.adjusted(margin + 1, 0, -margin - 2, 0);
+    const QColor color = entry.possible ? m_style.text : m_style.missingText;
+    m_painter.setPen(color);
+    DrawText(m_painter, m_style.cellTexts, entry.text, inner);
+    const int width = static_cast<int>(std::ceil(m_style.cellTexts.WidthOf(entry.text)));
+    m_painter.fillRect(std::min(inner.left() + width + 1, inner.right()), rect.y() + 4, 1, rect.height() - 8,
+                       color);
+}
+
+void CXSheetPainter::PaintGrip(const CGripLook& grip) {
+    m_painter.fillRect(grip.rect, m_style.plainFill);
+    m_painter.fillRect(grip.rect.adjusted(1, 1, -1, -1), m_style.accent);
 }
 
 // Most cells are alike and each line runs over many of them, so these are painted in one piece.
@@ -111,10 +142,10 @@ void CXSheetPainter::PaintGrid(const QRegion& visible) {
     m_painter.fillRect(area, m_style.plainFill);
     for (std::size_t row = 0; row < m_look.frames.size(); ++row) {
         for (std::size_t column = 0; column < m_look.levels.size(); ++column) {
-            const CellFill fill = m_look.CellAt(row, column).fill;
+            const CCellLook& cell = m_look.CellAt(row, column);
             const QRect rect = CellRect(row, column);
-            if (fill != CellFill::Plain && visible.intersects(rect))
-                m_painter.fillRect(rect, fill == CellFill::Cursor ? m_style.cursorFill : m_style.selectedFill);
+            if ((cell.fill != CellFill::Plain || cell.outcome) && visible.intersects(rect))
+                m_painter.fillRect(rect, FillOf(cell));
         }
     }
     for (std::size_t column = 0; column < m_look.levels.size(); ++column)
@@ -142,7 +173,8 @@ void CXSheetPainter::PaintCell(const CCellLook& cell, const QRect& rect) {
         m_painter.drawPixmap(inner.right() + 1 - CXSheetStyle::markSize, markY, *mark);
         inner.setRight(inner.right() - CXSheetStyle::markSize - 1);
     }
-    m_painter.setPen(cell.missing ? m_style.missingText : cell.held ? m_style.fadedText : m_style.text);
+    const QColor text = cell.missing ? m_style.missingText : cell.held ? m_style.fadedText : m_style.text;
+    m_painter.setPen(cell.outcome ? Mixed(text, FillOf(cell), 0.35) : text);
     const bool fits = m_style.cellTexts.WidthOf(cell.text) <= inner.width();
     DrawText(m_painter, fits ? m_style.cellTexts : m_style.smallTexts, cell.text, inner,
              cell.held ? Qt::AlignHCenter : Qt::AlignLeft);

@@ -23,6 +23,9 @@ private:
     void PaintGrid(const QRegion& visible);
     void PaintCursorFrame(const QRect& rect);
     void PaintCell(const CCellLook& cell, const QRect& rect);
+    void PaintEntry(const CEntryLook& entry);
+    void PaintGrip(const CGripLook& grip);
+    QColor FillOf(const CCellLook& cell) const;
     void PaintRows(const QRegion& region);
     void PaintFrameNumber(const CFrameLook& frame, int number, const QRect& rect, bool lastOfSecond);
     void PaintCamera(const CFrameLook& frame, const QRect& rect, bool lastOfSecond);

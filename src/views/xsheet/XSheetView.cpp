@@ -7,6 +7,7 @@
 #include "scene/SoundOperations.h"
 #include "scene/VelmorltDoc.h"
 #include "scene/XSheetOperations.h"
+#include "scene/exposing/SheetTiming.h"
 #include "scene/preview/ScenePreview.h"
 #include "scene/preview/Scrubbing.h"
 #include "views/source/SourceView.h"
@@ -39,7 +40,12 @@ constexpr UpdateHint shownHints =
 } // namespace
 
 CXSheetView::CXSheetView(CVelmorltDoc& doc, IPrompter&, QWidget* parent)
-    : QAbstractScrollArea(parent), m_doc(doc), m_mouse(doc), m_thumbnails(qGuiApp->devicePixelRatio()) {
+    : QAbstractScrollArea(parent),
+      m_doc(doc),
+      m_mouse(doc),
+      m_grip(doc),
+      m_thumbnails(qGuiApp->devicePixelRatio()),
+      m_typing(doc, *this, m_thumbnails) {
     setObjectName("xsheet");
     setAccessibleName("XSheet");
     setFrameShape(QFrame::NoFrame);
@@ -64,6 +70,7 @@ void CXSheetView::OnUpdate(UpdateHint hint) {
         return;
     const CSceneModel& model = m_doc.Model();
     m_sounds.Update(model, Holds(hint, UpdateHint::AssetLists));
+    m_typing.Follow();
     SetScrolls();
     const std::string scene = model.databaseFolder + model.sceneName;
     if (m_scene != scene) {
@@ -125,7 +132,7 @@ void CXSheetView::ShowMovedCursor() {
     const bool moved = m_shownCursor != cursor;
     m_shownCursor = cursor;
     // Under the mouse the sheet stands still.
-    if (!moved || m_mouse.IsPressed() || !model.sceneOpen)
+    if (!moved || IsMouseBusy() || !model.sceneOpen)
         return;
     const CXSheetGeometry shown = m_geometry.Showing(cursor);
     ScrollTo(shown.firstLevel, shown.firstFrame);
@@ -134,9 +141,9 @@ void CXSheetView::ShowMovedCursor() {
 void CXSheetView::ShowPlayedFrame() {
     const std::optional<int> frame = m_doc.Preview().Frame();
     const bool hasEnded = std::exchange(m_showsPlay, frame.has_value()) && !frame;
-    if (hasEnded && m_doc.Model().sceneOpen && !m_mouse.IsPressed())
+    if (hasEnded && m_doc.Model().sceneOpen && !IsMouseBusy())
         ScrollTo(m_geometry.firstLevel, m_geometry.Showing(m_shownCursor).firstFrame); // back to the cursor
-    if (!frame || m_mouse.IsPressed())
+    if (!frame || IsMouseBusy())
         return;
     const int rows = std::max(1, m_geometry.VisibleFrames());
     if (*frame < m_geometry.firstFrame || *frame >= m_geometry.firstFrame + rows)
@@ -148,8 +155,9 @@ CXSheetLook CXSheetView::Look() const {
     CPlayLook play{preview.Frame(), {}};
     if (preview.HoldsFrames())
         play.ready = [&preview](int frame) { return preview.IsReady(frame); };
-    CXSheetLook look = LookAt(m_doc.Model(), m_sounds, m_geometry, m_pointer, play);
+    CXSheetLook look = LookAt(m_doc.Model(), m_sounds, m_geometry, m_pointer, play, m_doc.Timing().Outcome());
     look.focused = hasFocus();
+    look.entry = m_typing.Look();
     return look;
 }
 
@@ -158,6 +166,20 @@ void CXSheetView::Refresh() {
     if (const QRegion changed = Difference(m_look, look); !changed.isEmpty())
         viewport()->update(changed);
     m_look = std::move(look);
+    m_typing.PlaceChooser(m_geometry);
+}
+
+// While a line is typed, and when one is begun, its keys are no commands.
+bool CXSheetView::event(QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride) {
+        const auto& key = *static_cast<QKeyEvent*>(event);
+        const bool endsDrag = m_grip.IsDragging() && key.key() == Qt::Key_Escape;
+        if (endsDrag || (m_look.sceneOpen && !IsMouseBusy() && m_typing.Takes(key))) {
+            event->accept();
+            return true;
+        }
+    }
+    return QAbstractScrollArea::event(event);
 }
 
 void CXSheetView::paintEvent(QPaintEvent* event) {
@@ -185,7 +207,10 @@ void CXSheetView::focusInEvent(QFocusEvent*) {
     Refresh();
 }
 
-void CXSheetView::focusOutEvent(QFocusEvent*) {
+void CXSheetView::focusOutEvent(QFocusEvent* event) {
+    if (event->reason() != Qt::PopupFocusReason)
+        m_typing.GiveUp();
+    EndGripDrag(false);
     Refresh();
 }
 
@@ -236,7 +261,10 @@ void CXSheetView::PointAt(const CPointerLook& pointer) {
 void CXSheetView::ShowHotButton(QPoint point, bool pressed) {
     const bool inRow = point.y() >= 0 && point.y() < m_geometry.buttonSize;
     const std::optional<CHeaderHit> hit = inRow || pressed ? m_geometry.HeaderButtonAt(point.x()) : std::nullopt;
-    PointAt({hit, pressed && hit, std::nullopt});
+    const bool pointsAtGrip = !IsMouseBusy() && m_look.sceneOpen && m_geometry.GridArea().contains(point);
+    const auto grip = pointsAtGrip ? GripNear(m_doc.Model(), m_geometry, point) : std::nullopt;
+    viewport()->setCursor(grip ? ShapeOver(*grip, m_geometry, point) : Qt::ArrowCursor);
+    PointAt({hit, pressed && hit, std::nullopt, grip ? std::optional(LookOf(*grip, m_geometry)) : std::nullopt});
 }
 
 void CXSheetView::mousePressEvent(QMouseEvent* event) {
@@ -244,16 +272,21 @@ void CXSheetView::mousePressEvent(QMouseEvent* event) {
         event->ignore();
         return;
     }
-    const QPoint point = event->position().toPoint();
-    if (Scrubs(*event)) {
+    m_typing.GiveUp();
+    if (!m_grip.Press(m_geometry, event->position().toPoint()))
+        PressSheet(*event);
+    Refresh();
+}
+
+void CXSheetView::PressSheet(const QMouseEvent& event) {
+    const QPoint point = event.position().toPoint();
+    if (Scrubs(event)) {
         m_isScrubbing = true;
-        ScrubTo(point);
-        return;
+        return ScrubTo(point);
     }
-    m_mouse.Press(m_geometry, point, event->modifiers().testFlag(Qt::ShiftModifier));
+    m_mouse.Press(m_geometry, point, event.modifiers().testFlag(Qt::ShiftModifier));
     if (m_mouse.IsButtonPressed())
         ShowHotButton(point, true);
-    Refresh();
 }
 
 void CXSheetView::mouseMoveEvent(QMouseEvent* event) {
@@ -265,11 +298,14 @@ void CXSheetView::mouseMoveEvent(QMouseEvent* event) {
             EndScrubbing();
         return;
     }
-    if (m_mouse.IsPressed() && !event->buttons().testFlag(Qt::LeftButton)) {
+    if (IsMouseBusy() && !event->buttons().testFlag(Qt::LeftButton)) {
         m_mouse.Cancel(); // let go where no event could be seen, over a message for instance
+        EndGripDrag(false);
         EndDrag();
     }
-    if (m_mouse.IsSelecting())
+    if (m_grip.IsDragging())
+        DragGrip(point, event->modifiers());
+    else if (m_mouse.IsSelecting())
         DragSelection(point, true);
     else
         ShowHotButton(point, m_mouse.IsButtonPressed());
@@ -308,11 +344,39 @@ void CXSheetView::DragSelection(QPoint point, bool mouseMoved) {
     Refresh();
 }
 
+void CXSheetView::DragGrip(QPoint point, Qt::KeyboardModifiers keys) {
+    m_dragPoint = point;
+    m_grip.Drag(m_geometry, point, keys);
+    const int steps = m_geometry.SelectionScroll(point).y();
+    KeepScrolling(steps != 0);
+    ScrollTo(m_geometry.firstLevel, m_geometry.firstFrame + steps);
+    Refresh();
+}
+
+void CXSheetView::EndGripDrag(bool released) {
+    if (!m_grip.IsDragging())
+        return;
+    m_scrollTimer.stop();
+    if (!released)
+        m_grip.Cancel();
+    else if (const std::optional<QPoint> clicked = m_grip.Release()) {
+        // A handle that is not dragged is no more than the cell under it.
+        m_mouse.Press(m_geometry, *clicked, false);
+        m_mouse.Release(m_geometry, *clicked);
+    }
+    ShowMovedCursor();
+    Refresh();
+    if (released && m_selectionChanged)
+        m_selectionChanged();
+}
+
 void CXSheetView::timerEvent(QTimerEvent* event) {
     if (event->timerId() != m_scrollTimer.timerId())
         QAbstractScrollArea::timerEvent(event);
     else if (m_isScrubbing)
         ScrubTo(m_dragPoint);
+    else if (m_grip.IsDragging())
+        DragGrip(m_dragPoint, QGuiApplication::keyboardModifiers());
     else if (m_mouse.IsSelecting())
         DragSelection(m_dragPoint, false);
     else
@@ -329,6 +393,11 @@ void CXSheetView::KeepScrolling(bool scrolls) {
 void CXSheetView::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton && m_isScrubbing)
         EndScrubbing();
+    if (event->button() == Qt::LeftButton && m_grip.IsDragging()) {
+        EndGripDrag(true);
+        ShowHotButton(event->position().toPoint(), false);
+        return;
+    }
     if (event->button() != Qt::LeftButton || !m_mouse.IsPressed())
         return;
     const QPoint point = event->position().toPoint();
@@ -347,7 +416,11 @@ void CXSheetView::EndDrag() {
 }
 
 void CXSheetView::mouseDoubleClickEvent(QMouseEvent* event) {
-    mousePressEvent(event);
+    if (event->button() != Qt::LeftButton || !m_look.sceneOpen)
+        return event->ignore();
+    m_typing.GiveUp();
+    PressSheet(*event);
+    Refresh();
     if (!m_mouse.IsSelecting())
         return;
     const QPoint point = event->position().toPoint();
@@ -392,8 +465,9 @@ QMenu* CXSheetView::MenuAt(QPoint point) const {
 }
 
 void CXSheetView::contextMenuEvent(QContextMenuEvent* event) {
-    if (!m_look.sceneOpen || m_mouse.IsPressed())
+    if (!m_look.sceneOpen || IsMouseBusy())
         return;
+    m_typing.GiveUp();
     const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
     const QPoint point = byKey ? m_geometry.CellRect(m_shownCursor).center() : event->pos();
     QMenu* menu = byKey ? m_menus[0].data() : MenuAt(point);
@@ -411,9 +485,18 @@ void CXSheetView::keyPressEvent(QKeyEvent* event) {
     const Qt::KeyboardModifiers modifiers = event->modifiers() & ~Qt::KeypadModifier;
     const bool extend = modifiers == Qt::ShiftModifier;
     event->ignore();
-    if (!m_look.sceneOpen || m_mouse.IsPressed() || (modifiers != Qt::NoModifier && !extend))
+    if (m_grip.IsDragging() && event->key() == Qt::Key_Escape)
+        EndGripDrag(false);
+    if (m_look.sceneOpen && !IsMouseBusy() && m_typing.Press(*event)) {
+        event->accept();
+        const CXSheetGeometry shown = m_geometry.Showing(m_shownCursor);
+        ScrollTo(shown.firstLevel, shown.firstFrame);
+        Refresh();
         return;
-    if (!extend && PlayByKey(*event)) {
+    }
+    if (!m_look.sceneOpen || IsMouseBusy() || (modifiers != Qt::NoModifier && !extend))
+        return;
+    if (!extend && (PlayByKey(*event) || EnterCell(*event))) {
         event->accept();
         return;
     }
@@ -433,6 +516,15 @@ bool CXSheetView::PlayByKey(const QKeyEvent& key) {
         return false;
     if (!key.isAutoRepeat())
         m_spacePressed();
+    return true;
+}
+
+bool CXSheetView::EnterCell(const QKeyEvent& key) {
+    const bool isEnter = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
+    if (!isEnter || !m_enterPressed)
+        return false;
+    if (!key.isAutoRepeat())
+        m_enterPressed();
     return true;
 }
 

@@ -2,6 +2,8 @@
 
 #include "scene/ViewList.h"
 #include "views/AssetThumbnails.h"
+#include "views/xsheet/SheetGrip.h"
+#include "views/xsheet/SheetTyping.h"
 #include "views/xsheet/XSheetLook.h"
 #include "views/xsheet/XSheetMouse.h"
 #include "views/xsheet/XSheetSounds.h"
@@ -41,6 +43,8 @@ public:
     void SetSelectionCallback(std::function<void()> changed) { m_selectionChanged = std::move(changed); }
     /// Called when the space bar is pressed.
     void SetSpaceCallback(std::function<void()> pressed) { m_spacePressed = std::move(pressed); }
+    /// Called when Enter is pressed with nothing typed, unless that is the key of a command.
+    void SetEnterCallback(std::function<void()> pressed) { m_enterPressed = std::move(pressed); }
     /// Shown at a right click.
     void SetContextMenus(const CSheetMenus& menus);
     /// The grid on the viewport as it is scrolled now.
@@ -49,6 +53,7 @@ public:
     void OnUpdate(UpdateHint hint) override;
 
 protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
@@ -83,12 +88,18 @@ private:
     bool Scrubs(const QMouseEvent& press) const;
     void ScrubTo(QPoint point);
     void EndScrubbing();
+    /// Return and Enter. False for any other key.
+    bool EnterCell(const QKeyEvent& key);
     /// Space plays and stops, Escape goes back. False for any other key.
     bool PlayByKey(const QKeyEvent& key);
     CXSheetLook Look() const;
     /// Takes what is to be shown from the document and has painted what differs.
     void Refresh();
+    void PressSheet(const QMouseEvent& event);
     void DragSelection(QPoint point, bool mouseMoved);
+    void DragGrip(QPoint point, Qt::KeyboardModifiers keys);
+    void EndGripDrag(bool released);
+    bool IsMouseBusy() const { return m_mouse.IsPressed() || m_grip.IsDragging(); }
     void DragAssets(QPoint point);
     void ScrollUnderAssets();
     void KeepScrolling(bool scrolls);
@@ -106,9 +117,12 @@ private:
     CXSheetLook m_look; ///< what was painted, or is about to be
     std::unique_ptr<CXSheetStyle> m_style;
     CXSheetMouse m_mouse;
+    CGripDrag m_grip;
     CAssetThumbnails m_thumbnails;
+    CSheetTyping m_typing;
     std::function<void()> m_selectionChanged;
     std::function<void()> m_spacePressed;
+    std::function<void()> m_enterPressed;
     bool m_isScrubbing = false;
     bool m_showsPlay = false; ///< the frame that is played is kept in view
     std::array<QPointer<QMenu>, 3> m_menus;

@@ -239,8 +239,12 @@ TEST_F(CKeysTest, KeysOfAViewRestWhileItIsOutOfSight) {
     Run(CommandId::ViewCameraAndXsheet);
     Key(Qt::Key_Plus, Qt::ControlModifier);
     EXPECT_EQ(CelEditor().Zoom(), celZoom.In());
-    Key(Qt::Key_Plus);
+    Key(Qt::Key_Plus, Qt::KeypadModifier);
     EXPECT_EQ(Camera().Zoom(), cameraZoom.In()) << "seen beside the sheet that has the focus";
+    Key(Qt::Key_Plus);
+    Key(Qt::Key_Minus);
+    EXPECT_EQ(Camera().Zoom(), cameraZoom.In()) << "typed into the sheet, but for those of the keypad";
+    Key(Qt::Key_Escape);
     Key(Qt::Key_F6);
     EXPECT_EQ(doc->Model().inputMode, InputMode::Rotate);
     Key(Qt::Key_F9);
