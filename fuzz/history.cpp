@@ -34,6 +34,9 @@ CStepChanges GoodChanges() {
     static_cast<void>(after.xsheet.MutableCell(1, 2).Set("/scene", "Owl", "7", {64, 48}));
     after.camera.MutableAt(3).panX = 4;
     after.sounds.RemoveNamed("Meow");
+    after.xsheet.MutableCell(1, 2).SetNote({SheetMark::Key, NoteColor::Red, "up"});
+    after.frameNotes.Set(1, {SheetMark::None, NoteColor::Blue, "cut"});
+    Require(after.dialogue.Put({0, 2, "Fox", "Who?"}));
     CCelImg cel = SmallCel();
     CKeptTiles kept;
     kept.Keep(cel, {3, 3, 6, 6});

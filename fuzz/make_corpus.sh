@@ -9,7 +9,7 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
 rm -rf "$corpus"
-for reader in avi bitmap cel csv history journal packed palette picture piece png scanner settings sound targa tiff wave xdts xsheet; do
+for reader in avi bitmap cel csv history journal notes packed palette picture piece png scanner settings sound targa tiff wave xdts xsheet; do
     mkdir -p "$corpus/$reader"
 done
 
@@ -96,6 +96,14 @@ cp "$scene/Demo.xsheet" "$corpus/xsheet/"
     le 1 4 0 4
     printf '\004tick'
 } >"$corpus/xsheet/small"
+
+# Notes beside a sheet, one of each kind.
+{
+    printf 'VELMOR SHEET NOTES 1\nxsheet\t00000000000000ff\n'
+    printf 'mark\t1\t2\tkey\tred\ncomment\t1\t2\tup\\nand\\tdown\\\\\n'
+    printf 'frame mark\t3\tnone\tblue\nframe comment\t3\tcut\n'
+    printf 'sound\t3\tMeow\t10\t20\t-60\ndialogue\t2\t4\tFox\tWho?\ncurve\t7\n'
+} >"$corpus/notes/small"
 
 # wave RATE SAMPLES: one of 8 bits.
 wave() {

@@ -38,7 +38,7 @@ CAssetReferences::CAssetReferences(CSceneEdit& edit, CSceneModel& model)
 int CAssetReferences::Clear(const std::string& folder, const std::string& name) {
     ChangeCopied(
         m_clipboard, [&](const CXSheetCell& cell) { return cell.Shows(folder, name); },
-        [](CXSheetCell& cell) { cell.Clear(); });
+        [](CXSheetCell& cell) { cell.ClearAsset(); });
     std::erase_if(m_pins, [&](const CPinnedDrawing& pin) { return pin.drawing == CDrawing{folder, name}; });
     return m_edit.XSheet().ClearReferences(folder, name);
 }
@@ -46,7 +46,7 @@ int CAssetReferences::Clear(const std::string& folder, const std::string& name) 
 int CAssetReferences::ClearFolder(const std::string& folder) {
     ChangeCopied(
         m_clipboard, [&](const CXSheetCell& cell) { return cell.FolderName() == folder; },
-        [](CXSheetCell& cell) { cell.Clear(); });
+        [](CXSheetCell& cell) { cell.ClearAsset(); });
     std::erase_if(m_pins, [&](const CPinnedDrawing& pin) { return pin.drawing.folder == folder; });
     return m_edit.XSheet().ClearFolderReferences(folder);
 }

@@ -11,6 +11,7 @@
 #include "scene/SceneManager.h"
 #include "scene/SceneSaving.h"
 #include "scene/Settings.h"
+#include "scene/SheetReading.h"
 #include "scene/SoundOperations.h"
 #include "xsheet/XSheetFile.h"
 
@@ -128,7 +129,7 @@ bool CSceneLifecycle::LoadXSheet() {
     if (!m_context.Require(model.sceneOpen, "Internal Error :  Scene not open in LoadXSheet"))
         return false;
     CScene scene;
-    if (!m_context.Report(velmor::LoadXSheet(model.Paths().XSheetFile(), scene)))
+    if (!ReadSheet(m_context, model.Paths(), DamagedNotes::SetAside, scene))
         return false;
     CSceneEdit edit(m_context, "Load XSheet", UpdateHint::None);
     edit.Scene() = std::move(scene);
@@ -223,7 +224,7 @@ bool CSceneLifecycle::ReadScene(const std::string& name, std::optional<CScene>& 
         return false;
     if (!FileExists(paths.XSheetFile()))
         return true;
-    return m_context.Report(velmor::LoadXSheet(paths.XSheetFile(), scene.emplace()));
+    return ReadSheet(m_context, paths, DamagedNotes::SetAside, scene.emplace());
 }
 
 void CSceneLifecycle::ResetToNoScene() {

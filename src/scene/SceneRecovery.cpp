@@ -76,16 +76,16 @@ bool CSceneHistory::Begin() {
         return true;
     TakeBackUnfinished();
     CHistory& history = model.history;
-    const std::string xsheet = XSheetName();
-    if (history.Unsaved(model.Paths().SceneFolder())) {
+    const Path folder = model.Paths().SceneFolder();
+    if (history.Unsaved(folder)) {
         if (!OfferRecovery())
             return false;
-    } else if (history.IsKnown(xsheet) && !history.IsAsNoted(xsheet, model.Paths().XSheetFile())) {
+    } else if (history.IsSheetKnown() && !history.IsSheetAsNoted(folder)) {
         history.AddBreak("The files were changed by something else");
         m_context.prompter.ShowStatus("The scene was changed by something else: its history starts anew.");
     }
-    if (!history.Unsaved(model.Paths().SceneFolder()))
-        history.NoteSaved(xsheet, CFileStamp::Of(model.Paths().XSheetFile()));
+    if (!history.Unsaved(folder))
+        history.NoteSheetSaved(folder);
     return true;
 }
 

@@ -13,12 +13,12 @@ bool CSceneSaving::SaveXSheet() {
         return true;
     const Path file = model.Paths().XSheetFile();
     if (CHistory& history = m_context.model.history; history.HasJournal())
-        history.NoteSaving(model.SceneFile(file), [&model] { return EncodeXSheet(model.Scene()); });
+        history.NoteSheetSaving([&model] { return EncodeSheet(model.Scene()); });
     const CStatus saved = velmor::SaveXSheet(file, model.Scene());
     if (!saved)
         m_context.Show(saved.Message() + ":: Writing file ->" + Utf8Of(file));
     else if (CHistory& history = m_context.model.history; history.HasJournal())
-        history.NoteSaved(model.SceneFile(file), CFileStamp::Of(file));
+        history.NoteSheetSaved(model.Paths().SceneFolder());
     return static_cast<bool>(saved);
 }
 

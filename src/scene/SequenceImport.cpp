@@ -85,7 +85,7 @@ void CSequenceImport::Expose(CSceneEdit& edit, const CSequence& sequence, const 
             m_context.Report(cell.Set(model.Paths().SceneFolder(), ReferenceFolder(sequence.kind, sequence.folder),
                                       images[i].name, model.Scene().geometry.Frame())))
             for (int held = frame; held < end; ++held)
-                xsheet.MutableCell(sequence.level.value_or(0), held) = cell;
+                xsheet.MutableCell(sequence.level.value_or(0), held).Expose(cell);
         frame = end;
     }
 }

@@ -29,6 +29,7 @@
 #include "scene/XSheetOperations.h"
 #include "scene/exposing/Exposing.h"
 #include "scene/exposing/SheetTiming.h"
+#include "scene/notes/SheetNotes.h"
 #include "scene/paper/DrawingSteps.h"
 #include "scene/paper/LightTable.h"
 #include "scene/paper/Onion.h"
@@ -78,6 +79,7 @@ struct CVelmorltDoc::CParts {
     CSheetTiming timing{context, cursor};
     CExposing exposing{context, cursor, timing};
     CCellOperations cells{context};
+    CSheetNotes notes{context};
     CCameraOperations camera{context, cursor};
     CImportOperations imports{context, scenes};
     CSequenceImport sequenceImport{context, scenes, imports};
@@ -133,6 +135,7 @@ CXSheetOperations& CVelmorltDoc::XSheet() { return m_parts->xsheet; }
 CSheetTiming& CVelmorltDoc::Timing() { return m_parts->timing; }
 CExposing& CVelmorltDoc::Exposing() { return m_parts->exposing; }
 CCellOperations& CVelmorltDoc::Cells() { return m_parts->cells; }
+CSheetNotes& CVelmorltDoc::Notes() { return m_parts->notes; }
 CCameraOperations& CVelmorltDoc::Camera() { return m_parts->camera; }
 CCameraPictures& CVelmorltDoc::CameraPictures() { return m_parts->cameraPictures; }
 CPaletteOperations& CVelmorltDoc::Palette() { return m_parts->palette; }

@@ -40,6 +40,7 @@ class CSequenceOperations;
 class CSheetExchange;
 class CExposing;
 class CSheetTiming;
+class CSheetNotes;
 class CSoundOperations;
 class CViewList;
 class CXSheetCursor;
@@ -91,6 +92,8 @@ public:
     CExposing& Exposing();
     /// The data of single cells.
     CCellOperations& Cells();
+    /// Marks and comments in the sheet.
+    CSheetNotes& Notes();
     CCameraOperations& Camera();
     CCameraPictures& CameraPictures();
     CPaletteOperations& Palette();

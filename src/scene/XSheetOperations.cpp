@@ -223,7 +223,7 @@ void CXSheetOperations::FillWithSelectedAssets(CXSheet& xsheet, int level, int f
         static_cast<void>(
             m_context.Report(cell.Set(model.Paths().SceneFolder(), folder, asset, model.Scene().geometry.Frame())));
         for (; frame < end; ++frame)
-            xsheet.MutableCell(level, frame) = cell;
+            xsheet.MutableCell(level, frame).Expose(cell);
     }
 }
 

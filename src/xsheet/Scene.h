@@ -4,6 +4,8 @@
 #include "image/Geometry.h"
 #include "sound/SoundTrack.h"
 #include "xsheet/CameraTrack.h"
+#include "xsheet/Dialogue.h"
+#include "xsheet/FrameNotes.h"
 #include "xsheet/XSheet.h"
 
 namespace velmor {
@@ -19,13 +21,17 @@ struct CSceneGeometry {
     bool operator==(const CSceneGeometry&) const = default;
 };
 
-/// A scene: what an xsheet file holds, undo brings back, and frames are composed from. Copies share what they have
-/// in common, so that one can be kept for every step.
+/// A scene: what an xsheet file and the file of notes beside it hold, undo brings back, and frames are composed
+/// from. Copies share what they have in common, so that one can be kept for every step.
 struct CScene {
     CSceneGeometry geometry;
     CXSheet xsheet;
     CCameraTrack camera; ///< counts for the xsheet's frames
     CSoundPlacements sounds;
+    CDialogue dialogue;
+    CFrameNotes frameNotes; ///< count for the xsheet's frames
+    /// Lines of the file of notes that a newer version has written and this one keeps as they are.
+    CShared<std::string> unknownNotes = CShared<std::string>();
 
     bool operator==(const CScene&) const = default;
 };

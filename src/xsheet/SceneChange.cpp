@@ -63,20 +63,33 @@ CSceneChange::CSceneChange(const CScene& before, const CScene& after)
     : m_levelCounts(before.xsheet.LevelCount(), after.xsheet.LevelCount()),
       m_frameCounts(before.xsheet.FrameCount(), after.xsheet.FrameCount()) {
     CompareLevels(before.xsheet, after.xsheet);
-    const int fewer = std::min(m_frameCounts.first, m_frameCounts.second);
-    const int more = std::max(m_frameCounts.first, m_frameCounts.second);
-    std::set<int> frames;
-    after.camera.ForEachDifference(before.camera, [&frames](int frame) { frames.insert(frame); });
-    // The camera goes on behind the sheet's end, and a file does not: frames that come back bring it with them.
-    for (int frame = fewer; frame < more; ++frame)
-        if (!after.camera.At(frame).IsIdenticalTo({}))
-            frames.insert(frame);
-    for (const int frame : frames)
-        m_camera.push_back({frame, {before.camera.At(frame), after.camera.At(frame)}});
+    CompareFrames(before, after);
     if (before.geometry != after.geometry)
         m_geometry.emplace(before.geometry, after.geometry);
     if (before.sounds != after.sounds)
         m_sounds.emplace(before.sounds.All(), after.sounds.All());
+    if (before.dialogue != after.dialogue)
+        m_dialogue.emplace(before.dialogue.Lines(), after.dialogue.Lines());
+}
+
+void CSceneChange::CompareFrames(const CScene& before, const CScene& after) {
+    const int fewer = std::min(m_frameCounts.first, m_frameCounts.second);
+    const int more = std::max(m_frameCounts.first, m_frameCounts.second);
+    std::set<int> cameras;
+    std::set<int> notes;
+    after.camera.ForEachDifference(before.camera, [&cameras](int frame) { cameras.insert(frame); });
+    after.frameNotes.ForEachDifference(before.frameNotes, [&notes](int frame) { notes.insert(frame); });
+    // Both go on behind the sheet's end, and a file does not: frames that come back bring them with them.
+    for (int frame = fewer; frame < more; ++frame) {
+        if (!after.camera.At(frame).IsIdenticalTo({}))
+            cameras.insert(frame);
+        if (!after.frameNotes.At(frame).IsEmpty())
+            notes.insert(frame);
+    }
+    for (const int frame : cameras)
+        m_camera.push_back({frame, {before.camera.At(frame), after.camera.At(frame)}});
+    for (const int frame : notes)
+        m_frameNotes.push_back({frame, {before.frameNotes.At(frame), after.frameNotes.At(frame)}});
 }
 
 void CSceneChange::CompareLevels(const CXSheet& before, const CXSheet& after) {
@@ -133,7 +146,8 @@ CSceneChange::CLoneLevel CSceneChange::LoneLevel(const CXSheet& sheet, int level
 
 bool CSceneChange::IsEmpty() const {
     return m_levelCounts.first == m_levelCounts.second && m_frameCounts.first == m_frameCounts.second &&
-           m_sources.empty() && m_names.empty() && m_cells.empty() && m_camera.empty() && !m_geometry && !m_sounds;
+           m_sources.empty() && m_names.empty() && m_cells.empty() && m_camera.empty() && !m_geometry &&
+           !m_sounds && m_frameNotes.empty() && !m_dialogue;
 }
 
 std::vector<int> CSceneChange::Sources(ChangeDirection direction) const {
@@ -185,6 +199,10 @@ bool CSceneChange::Apply(CScene& scene, ChangeDirection direction) const {
         scene.geometry = To(*m_geometry, direction);
     if (m_sounds)
         scene.sounds.Set(To(*m_sounds, direction));
+    for (const CNoteChange& change : m_frameNotes)
+        scene.frameNotes.Set(change.frame, To(change.notes, direction));
+    if (m_dialogue)
+        scene.dialogue.Set(To(*m_dialogue, direction));
     return true;
 }
 
@@ -193,10 +211,14 @@ void CSceneChange::RestoreInto(CScene& scene) const {
     for (const CCellRun& run : m_cells)
         for (int frame = run.frame; frame < run.frame + run.count; ++frame)
             if (sheet.HasLevel(run.level) && sheet.HasFrame(frame) && !sheet.Cell(run.level, frame).IsUsed())
-                sheet.MutableCell(run.level, frame) = run.cells.first;
-    if (m_sounds)
-        for (const CSoundPlacement& sound : m_sounds->first)
-            static_cast<void>(scene.sounds.Place(sound.frame, sound.name)); // not where another one starts now
+                sheet.MutableCell(run.level, frame).Expose(run.cells.first);
+    if (!m_sounds)
+        return;
+    std::vector<CSoundPlacement> sounds = scene.sounds.All();
+    for (const CSoundPlacement& sound : m_sounds->first)
+        if (scene.sounds.NameAt(sound.frame) == nullptr && std::ssize(sounds) < CSoundPlacements::mostPlacements)
+            sounds.push_back(sound); // not where another one starts now
+    scene.sounds.Set(std::move(sounds));
 }
 
 std::optional<CXSheetSelection> CSceneChange::ChangedCells() const {
@@ -220,6 +242,13 @@ std::optional<CXSheetSelection> CSceneChange::ChangedCells() const {
         add(level.level, 0, lastFrame);
     for (const CCameraChange& change : m_camera)
         add(0, std::min(change.frame, lastFrame), std::min(change.frame, lastFrame));
+    for (const CNoteChange& change : m_frameNotes)
+        add(0, std::min(change.frame, lastFrame), std::min(change.frame, lastFrame));
+    if (m_dialogue)
+        for (const auto& lines : {m_dialogue->first, m_dialogue->second})
+            for (const CSpokenLine& line : lines)
+                if (line.firstFrame >= 0 && line.firstFrame <= std::min(line.lastFrame, lastFrame))
+                    add(0, line.firstFrame, std::min(line.lastFrame, lastFrame));
     if (m_frameCounts.first != m_frameCounts.second)
         add(0, std::min(m_frameCounts.first, m_frameCounts.second) - 1, lastFrame);
     if (m_sounds)
@@ -253,10 +282,11 @@ std::set<std::string> CSceneChange::AssetNames() const {
 
 bool CSceneChange::IsWithinFrame(int frame) const {
     return m_levelCounts.first == m_levelCounts.second && m_frameCounts.first == m_frameCounts.second &&
-           m_sources.empty() && m_names.empty() && !m_geometry && !m_sounds &&
+           m_sources.empty() && m_names.empty() && !m_geometry && !m_sounds && !m_dialogue &&
            std::ranges::all_of(m_cells,
                                [&](const CCellRun& run) { return run.frame == frame && run.count == 1; }) &&
-           std::ranges::all_of(m_camera, [&](const CCameraChange& change) { return change.frame == frame; });
+           std::ranges::all_of(m_camera, [&](const CCameraChange& change) { return change.frame == frame; }) &&
+           std::ranges::all_of(m_frameNotes, [&](const CNoteChange& change) { return change.frame == frame; });
 }
 
 } // namespace velmor

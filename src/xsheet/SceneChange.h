@@ -31,8 +31,8 @@ public:
     void RestoreInto(CScene& scene) const;
 
     /// The levels and frames around every cell that changed, in the sheet as it is afterwards: all frames of a
-    /// level that came, went or moved, the first level for the camera and the sounds. Nothing when only other
-    /// things changed.
+    /// level that came, went or moved, the first level for what belongs to frames: camera, sounds, notes, dialogue.
+    /// Nothing when only other things changed.
     std::optional<CXSheetSelection> ChangedCells() const;
     /// Names of the assets that came into cells or went from them ("Fox 7"), and of the sounds.
     std::set<std::string> AssetNames() const;
@@ -69,7 +69,12 @@ private:
         int frame = 0;
         CBeforeAndAfter<CCameraFrame> cameras;
     };
+    struct CNoteChange {
+        int frame = 0;
+        CBeforeAndAfter<CSheetNote> notes;
+    };
 
+    void CompareFrames(const CScene& before, const CScene& after);
     void CompareLevels(const CXSheet& before, const CXSheet& after);
     void CompareCells(const CXSheet& before, int from, const CXSheet& after, int to);
     void AddCell(std::vector<CCellRun>& runs, int level, int frame, CBeforeAndAfter<CXSheetCell> cells) const;
@@ -77,6 +82,8 @@ private:
     /// The level before that a level afterwards was, -1 for none; for all of these.
     std::vector<int> Sources(ChangeDirection direction) const;
     void ApplyLevels(CXSheet& sheet, ChangeDirection direction) const;
+    void WriteFrameParts(CArchiveWriter& writer) const;
+    void ReadFrameParts(CArchiveReader& reader);
     bool IsConsistent() const;
 
     CBeforeAndAfter<int> m_levelCounts{0, 0};
@@ -89,6 +96,8 @@ private:
     std::vector<CCameraChange> m_camera;
     std::optional<CBeforeAndAfter<CSceneGeometry>> m_geometry;
     std::optional<CBeforeAndAfter<std::vector<CSoundPlacement>>> m_sounds;
+    std::vector<CNoteChange> m_frameNotes;
+    std::optional<CBeforeAndAfter<std::vector<CSpokenLine>>> m_dialogue;
 };
 
 } // namespace velmor

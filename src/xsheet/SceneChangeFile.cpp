@@ -12,10 +12,29 @@ namespace {
 
 constexpr int mostSide = 32767; ///< of a scene's frame, as its file has it
 
-void WriteCell(CArchiveWriter& writer, const CXSheetCell& cell) {
-    writer.WriteByte(cell.IsIdenticalTo({}) ? 0 : 1);
-    if (cell.IsIdenticalTo({}))
-        return;
+// What follows: of a cell, and of the end of a change. Bodies of older versions have no other bits set.
+constexpr std::uint8_t hasCell = 1;
+constexpr std::uint8_t hasNote = 2;
+constexpr std::uint8_t hasSounds = 1;
+constexpr std::uint8_t hasSoundTrims = 2;
+constexpr std::uint8_t hasFrameNotes = 4;
+constexpr std::uint8_t hasDialogue = 8;
+
+void WriteNote(CArchiveWriter& writer, const CSheetNote& note) {
+    writer.WriteByte(static_cast<std::uint8_t>(note.mark));
+    writer.WriteByte(static_cast<std::uint8_t>(note.color));
+    writer.WriteText(note.comment);
+}
+
+CSheetNote ReadNote(CArchiveReader& reader) {
+    CSheetNote note;
+    note.mark = static_cast<SheetMark>(std::min(reader.ReadByte(), static_cast<std::uint8_t>(lastMark)));
+    note.color = static_cast<NoteColor>(std::min(reader.ReadByte(), static_cast<std::uint8_t>(lastNoteColor)));
+    note.comment = NoteText(reader.ReadText());
+    return note;
+}
+
+void WriteAsset(CArchiveWriter& writer, const CXSheetCell& cell) {
     writer.WriteText(cell.FolderName());
     writer.WriteText(cell.CelName());
     for (const double value : {cell.PosX(), cell.PosY(), cell.ScaleX(), cell.ScaleY(), cell.Rotation(),
@@ -25,9 +44,17 @@ void WriteCell(CArchiveWriter& writer, const CXSheetCell& cell) {
     writer.WriteInt(cell.Size().height);
 }
 
-CXSheetCell ReadCell(CArchiveReader& reader) {
-    if (reader.ReadByte() == 0)
-        return {};
+void WriteCell(CArchiveWriter& writer, const CXSheetCell& cell) {
+    const bool isCell = !cell.WithoutNote().IsIdenticalTo({});
+    const bool isNote = !cell.Note().IsEmpty();
+    writer.WriteByte(static_cast<std::uint8_t>((isCell ? hasCell : 0) | (isNote ? hasNote : 0)));
+    if (isCell)
+        WriteAsset(writer, cell);
+    if (isNote)
+        WriteNote(writer, cell.Note());
+}
+
+CXSheetCell ReadAsset(CArchiveReader& reader) {
     std::string folder = reader.ReadText();
     std::string name = reader.ReadText();
     CCellTransform transform;
@@ -41,6 +68,16 @@ CXSheetCell ReadCell(CArchiveReader& reader) {
     size.width = reader.ReadInt();
     size.height = reader.ReadInt();
     return CXSheetCell::FromFile(std::move(folder), std::move(name), transform, transparency, blurX, blurY, size);
+}
+
+CXSheetCell ReadCell(CArchiveReader& reader) {
+    const std::uint8_t parts = reader.ReadByte();
+    CXSheetCell cell;
+    if ((parts & hasCell) != 0)
+        cell = ReadAsset(reader);
+    if ((parts & hasNote) != 0)
+        cell.SetNote(ReadNote(reader));
+    return cell;
 }
 
 void WriteCamera(CArchiveWriter& writer, const CCameraFrame& camera) {
@@ -89,20 +126,56 @@ void ReadAll(CArchiveReader& reader, std::vector<T>& values, Read read) {
         values.push_back(read());
 }
 
-void WriteSounds(CArchiveWriter& writer, const std::vector<CSoundPlacement>& sounds) {
-    WriteAll(writer, sounds, [&writer](const CSoundPlacement& sound) {
+void WriteSounds(CArchiveWriter& writer, const std::vector<CSoundPlacement>& sounds, bool withTrims) {
+    WriteAll(writer, sounds, [&](const CSoundPlacement& sound) {
         writer.WriteInt(sound.frame);
         writer.WriteText(sound.name);
+        if (withTrims)
+            for (const int value : {sound.trimIn, sound.trimOut, sound.level})
+                writer.WriteInt(value);
     });
 }
 
-std::vector<CSoundPlacement> ReadSounds(CArchiveReader& reader) {
+std::vector<CSoundPlacement> ReadSounds(CArchiveReader& reader, bool withTrims) {
     std::vector<CSoundPlacement> sounds;
-    ReadAll(reader, sounds, [&reader] {
-        const int frame = reader.ReadInt();
-        return CSoundPlacement{frame, reader.ReadText()};
+    ReadAll(reader, sounds, [&] {
+        CSoundPlacement sound;
+        sound.frame = reader.ReadInt();
+        sound.name = reader.ReadText();
+        if (withTrims) {
+            sound.trimIn = std::max(reader.ReadInt(), 0);
+            sound.trimOut = std::max(reader.ReadInt(), 0);
+            sound.level = std::clamp(reader.ReadInt(), CSoundPlacement::leastLevel, CSoundPlacement::mostLevel);
+        }
+        return sound;
     });
     return sounds;
+}
+
+bool AreTrimmed(const std::vector<CSoundPlacement>& sounds) {
+    return !std::ranges::all_of(sounds, &CSoundPlacement::IsPlain);
+}
+
+void WriteDialogue(CArchiveWriter& writer, const std::vector<CSpokenLine>& lines) {
+    WriteAll(writer, lines, [&writer](const CSpokenLine& line) {
+        writer.WriteInt(line.firstFrame);
+        writer.WriteInt(line.lastFrame);
+        writer.WriteText(line.speaker);
+        writer.WriteText(line.text);
+    });
+}
+
+std::vector<CSpokenLine> ReadDialogue(CArchiveReader& reader) {
+    std::vector<CSpokenLine> lines;
+    ReadAll(reader, lines, [&reader] {
+        CSpokenLine line;
+        line.firstFrame = reader.ReadInt();
+        line.lastFrame = reader.ReadInt();
+        line.speaker = NoteText(reader.ReadText(), CDialogue::mostText);
+        line.text = NoteText(reader.ReadText(), CDialogue::mostText);
+        return line;
+    });
+    return lines;
 }
 
 } // namespace
@@ -141,10 +214,48 @@ void CSceneChange::Write(CArchiveWriter& writer) const {
         WriteGeometry(writer, m_geometry->first);
         WriteGeometry(writer, m_geometry->second);
     }
-    writer.WriteByte(m_sounds ? 1 : 0);
+    WriteFrameParts(writer);
+}
+
+void CSceneChange::WriteFrameParts(CArchiveWriter& writer) const {
+    const bool areTrimmed = m_sounds && (AreTrimmed(m_sounds->first) || AreTrimmed(m_sounds->second));
+    writer.WriteByte(static_cast<std::uint8_t>((m_sounds ? hasSounds : 0) | (areTrimmed ? hasSoundTrims : 0) |
+                                               (m_frameNotes.empty() ? 0 : hasFrameNotes) |
+                                               (m_dialogue ? hasDialogue : 0)));
     if (m_sounds) {
-        WriteSounds(writer, m_sounds->first);
-        WriteSounds(writer, m_sounds->second);
+        WriteSounds(writer, m_sounds->first, areTrimmed);
+        WriteSounds(writer, m_sounds->second, areTrimmed);
+    }
+    if (!m_frameNotes.empty())
+        WriteAll(writer, m_frameNotes, [&writer](const CNoteChange& change) {
+            writer.WriteInt(change.frame);
+            WriteNote(writer, change.notes.first);
+            WriteNote(writer, change.notes.second);
+        });
+    if (m_dialogue) {
+        WriteDialogue(writer, m_dialogue->first);
+        WriteDialogue(writer, m_dialogue->second);
+    }
+}
+
+void CSceneChange::ReadFrameParts(CArchiveReader& reader) {
+    const std::uint8_t parts = reader.ReadByte();
+    if ((parts & hasSounds) != 0) {
+        const bool withTrims = (parts & hasSoundTrims) != 0;
+        std::vector<CSoundPlacement> before = ReadSounds(reader, withTrims);
+        m_sounds.emplace(std::move(before), ReadSounds(reader, withTrims));
+    }
+    if ((parts & hasFrameNotes) != 0)
+        ReadAll(reader, m_frameNotes, [&reader] {
+            CNoteChange change;
+            change.frame = reader.ReadInt();
+            change.notes.first = ReadNote(reader);
+            change.notes.second = ReadNote(reader);
+            return change;
+        });
+    if ((parts & hasDialogue) != 0) {
+        std::vector<CSpokenLine> before = ReadDialogue(reader);
+        m_dialogue.emplace(std::move(before), ReadDialogue(reader));
     }
 }
 
@@ -190,10 +301,7 @@ std::optional<CSceneChange> CSceneChange::Read(CArchiveReader& reader) {
         const CSceneGeometry before = ReadGeometry(reader);
         change.m_geometry.emplace(before, ReadGeometry(reader));
     }
-    if (reader.ReadByte() != 0) {
-        std::vector<CSoundPlacement> before = ReadSounds(reader);
-        change.m_sounds.emplace(std::move(before), ReadSounds(reader));
-    }
+    change.ReadFrameParts(reader);
     if (reader.Failed() || !change.IsConsistent())
         return std::nullopt;
     return change;
@@ -234,9 +342,15 @@ bool CSceneChange::IsConsistent() const {
                                [](const CCameraChange& change) {
                                    return change.frame >= 0 && change.frame < CCameraTrack::capacity;
                                }) &&
+           std::ranges::all_of(m_frameNotes,
+                               [](const CNoteChange& change) {
+                                   return change.frame >= 0 && change.frame < CFrameNotes::capacity;
+                               }) &&
            (!m_geometry || (IsUsable(m_geometry->first) && IsUsable(m_geometry->second))) &&
            (!m_sounds || (std::ssize(m_sounds->first) <= CSoundPlacements::mostPlacements &&
-                          std::ssize(m_sounds->second) <= CSoundPlacements::mostPlacements));
+                          std::ssize(m_sounds->second) <= CSoundPlacements::mostPlacements)) &&
+           (!m_dialogue || (std::ssize(m_dialogue->first) <= CDialogue::mostLines &&
+                            std::ssize(m_dialogue->second) <= CDialogue::mostLines));
 }
 
 } // namespace velmor

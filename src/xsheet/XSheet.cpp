@@ -25,7 +25,7 @@ void CondenseCells(std::vector<CXSheetCell>& cells, std::size_t firstFrame, std:
         ++kept;
     }
     for (; kept < cells.size(); ++kept)
-        cells[kept] = cells[kept - 1];
+        cells[kept] = cells[kept - 1].WithoutNote();
 }
 
 void ExpandCells(std::vector<CXSheetCell>& cells, std::size_t firstFrame, std::size_t lastFrame) {
@@ -34,9 +34,9 @@ void ExpandCells(std::vector<CXSheetCell>& cells, std::size_t firstFrame, std::s
     for (std::size_t frame = 0; expanded.size() < cells.size(); ++frame) {
         const bool endsExposure = frame == lastFrame || (frame >= firstFrame && frame < lastFrame &&
                                                          !cells[frame].ShowsSameAs(cells[frame + 1]));
-        if (endsExposure && expanded.size() + 1 < cells.size())
-            expanded.push_back(cells[frame]);
         expanded.push_back(std::move(cells[frame]));
+        if (endsExposure && expanded.size() < cells.size())
+            expanded.push_back(expanded.back().WithoutNote());
     }
     cells = std::move(expanded);
 }
@@ -121,10 +121,16 @@ void CXSheet::Paste(const CCellClipboard& clipboard, int level, int frame) {
     const int width = std::min(clipboard.width, LevelCount() - level);
     const int height = std::min(clipboard.height, FrameCount() - frame);
     for (int row = 0; row < height; ++row)
-        for (int column = 0; column < width; ++column)
-            MutableCell(level + column, frame + row) =
+        for (int column = 0; column < width; ++column) {
+            const CXSheetCell& pasted =
                 clipboard.cells[static_cast<std::size_t>(row) * static_cast<std::size_t>(clipboard.width) +
                                 static_cast<std::size_t>(column)];
+            CXSheetCell& cell = MutableCell(level + column, frame + row);
+            if (pasted.Note().IsEmpty() && !cell.IsUsed())
+                cell.Expose(pasted);
+            else
+                cell = pasted;
+        }
 }
 
 void CXSheet::Reverse(const CXSheetSelection& selection) {
@@ -158,12 +164,16 @@ void CXSheet::InsertFrames(int level, int frame, int count) {
 
 void CXSheet::TakeFrames(int level, std::span<const int> sources) {
     const CShared<CLevel> before = m_levels[static_cast<std::size_t>(level)];
-    const CXSheetCell empty;
+    std::vector<bool> isTaken(before->cells.size());
     for (std::size_t frame = 0; frame < sources.size(); ++frame) {
-        const int source = sources[frame];
-        const CXSheetCell& cell = source < 0 ? empty : before->cells[static_cast<std::size_t>(source)];
+        CXSheetCell cell;
+        if (sources[frame] >= 0) {
+            const auto source = static_cast<std::size_t>(sources[frame]);
+            cell = isTaken[source] ? before->cells[source].WithoutNote() : before->cells[source];
+            isTaken[source] = true;
+        }
         if (!cell.IsIdenticalTo(before->cells[frame]))
-            MutableCell(level, static_cast<int>(frame)) = cell;
+            MutableCell(level, static_cast<int>(frame)) = std::move(cell);
     }
 }
 
@@ -181,12 +191,12 @@ int CXSheet::ChangeCells(Matches matches, Change change) {
 
 int CXSheet::ClearReferences(std::string_view folder, std::string_view name) {
     return ChangeCells([&](const CXSheetCell& cell) { return cell.Shows(folder, name); },
-                       [](CXSheetCell& cell) { cell.Clear(); });
+                       [](CXSheetCell& cell) { cell.ClearAsset(); });
 }
 
 int CXSheet::ClearFolderReferences(std::string_view folder) {
     return ChangeCells([&](const CXSheetCell& cell) { return cell.FolderName() == folder; },
-                       [](CXSheetCell& cell) { cell.Clear(); });
+                       [](CXSheetCell& cell) { cell.ClearAsset(); });
 }
 
 int CXSheet::RenameReferences(std::string_view folder, std::string_view oldName, const std::string& newName) {

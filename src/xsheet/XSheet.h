@@ -33,6 +33,8 @@ struct CCellClipboard {
 /// The grid of the exposure sheet: levels by frames, level 0 in front. Indices are 0-based and must be in range;
 /// the document checks them. Knows no messages, cursor or undo.
 ///
+/// A note moves with its cell; where cells are repeated, only the first of them has it.
+///
 /// Copies share what they have in common, so that keeping a state of the largest sheet costs a pointer a level, and
 /// changing a cell afterwards a few kilobytes.
 class CXSheet {
@@ -107,7 +109,7 @@ public:
     ///     A[A B]B   ->   A . . B
     void ClearCells(const CXSheetSelection& selection);
     /// Puts a clipboard with its first cell at `level` and `frame`; cells that would fall outside the grid are
-    /// dropped. Here X X Y at frame 2:
+    /// dropped. A note at an empty cell stays when what comes there has none. Here X X Y at frame 2:
     ///
     ///     A A B B   ->   A A X X
     void Paste(const CCellClipboard& clipboard, int level, int frame);
@@ -134,7 +136,7 @@ public:
     ///     A B C D   ->   A . . B
     void InsertFrames(int level, int frame, int count);
     /// Gives each frame of a level the cell that another one had: as many sources as frames, each a frame, or below
-    /// 0 for an empty cell. Here 0, 0, 1, -1:
+    /// 0 for an empty cell. A note goes to the first frame that takes it. Here 0, 0, 1, -1:
     ///
     ///     A B C D   ->   A A B .
     void TakeFrames(int level, std::span<const int> sources);
@@ -142,7 +144,7 @@ public:
     // The cells that show an asset, on all levels. Each returns how many there were. The names must not be those of
     // a cell of this sheet, which change on the way.
 
-    /// Empties every cell that shows A, or any asset of a folder:
+    /// Empties every cell that shows A, or any asset of a folder; notes stay:
     ///
     ///     A A B   ->   . . B
     int ClearReferences(std::string_view folder, std::string_view name);

@@ -24,7 +24,7 @@ bool CXSheetCell::IsIdenticalTo(const CXSheetCell& other) const {
                           placed.rotation, cell.m_transparency, cell.m_blurX,  cell.m_blurY};
     };
     using Bits = std::array<std::uint64_t, 8>;
-    return ShowsSameAs(other) && m_size == other.m_size &&
+    return ShowsSameAs(other) && m_size == other.m_size && m_note == other.m_note &&
            std::bit_cast<Bits>(numbers(*this)) == std::bit_cast<Bits>(numbers(other));
 }
 
@@ -36,6 +36,18 @@ Path AssetFilePath(const Path& sceneFolder, std::string_view folder, std::string
     path += PathOf(name);
     path += folder == picturesFolder ? ".rgba" : ".bit";
     return path;
+}
+
+void CXSheetCell::Expose(const CXSheetCell& shown) {
+    CSheetNote note = std::move(m_note);
+    *this = shown;
+    m_note = std::move(note);
+}
+
+CXSheetCell CXSheetCell::WithoutNote() const {
+    CXSheetCell cell;
+    cell.Expose(*this);
+    return cell;
 }
 
 CStatus CXSheetCell::Set(const Path& sceneFolder, const std::string& folder, const std::string& name, CSize frame) {

@@ -3,10 +3,12 @@
 #include "image/Geometry.h"
 #include "platform/Status.h"
 #include "platform/files/Files.h"
+#include "xsheet/SheetNote.h"
 
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace velmor {
 
@@ -25,10 +27,20 @@ struct CCellTransform {
 };
 
 /// One cell of the xsheet: which cel or picture shows there, how it is placed, and its effects. A cell is used when
-/// its cel name is not empty. An operation on an empty cell changes nothing and fails with the text to show.
+/// its cel name is not empty. An operation on an empty cell changes nothing and fails with the text to show. A note
+/// can be at any cell.
 class CXSheetCell {
 public:
+    /// With its note.
     void Clear() { *this = CXSheetCell{}; }
+    /// Shows nothing any more; its note stays.
+    void ClearAsset() { Expose({}); }
+    /// Becomes like another cell in all but its own note, which belongs to this place of the sheet.
+    void Expose(const CXSheetCell& shown);
+    /// The cell without its note: what further frames of a hold are.
+    CXSheetCell WithoutNote() const;
+    const CSheetNote& Note() const { return m_note; }
+    void SetNote(CSheetNote note) { m_note = std::move(note); }
     bool IsUsed() const { return !m_celName.empty(); }
     bool IsPicture() const { return m_folderName == picturesFolder; }
     /// Whether both show the same asset (or both are empty).
@@ -40,7 +52,8 @@ public:
     }
 
     /// A fresh cell for an asset: its size read from its file, centred in the frame (integer halves). When the size
-    /// cannot be read the cell is set all the same, with size 0 x 0, and the status is that of the reader.
+    /// cannot be read the cell is set all the same, with size 0 x 0, and the status is that of the reader. It has
+    /// no note.
     CStatus Set(const Path& sceneFolder, const std::string& folder, const std::string& name, CSize frame);
     CStatus ChangeName(const std::string& name);
     /// Reads the size again from the image file; it stays as it is when that fails.
@@ -89,6 +102,7 @@ private:
     double m_transparency = 0;
     double m_blurX = 1;
     double m_blurY = 1;
+    CSheetNote m_note;
 };
 
 /// The image file of an asset: scene folder / folder / name + ".rgba" for the pictures folder, else + ".bit". The

@@ -1,6 +1,9 @@
 #include "xsheet/XSheetFile.h"
 
 #include "platform/files/Archive.h"
+#include "platform/files/ContentHash.h"
+#include "xsheet/SheetNotesFile.h"
+#include "xsheet/SheetNotesPlace.h"
 
 #include <exception>
 #include <string>
@@ -181,20 +184,41 @@ CStatus DecodeXSheet(std::span<const std::uint8_t> bytes, CScene& scene) {
     }
 }
 
-CStatus SaveXSheet(const Path& path, const CScene& scene) {
-    try {
-        if (WriteFileAtomically(path, WriteXSheet(scene).Bytes()))
-            return {};
-    } catch (const std::exception&) { // no memory
-    }
-    return CStatus::Failure("Problem opening the xsheet data file for writing");
+CSheetBytes EncodeSheet(const CScene& scene) {
+    CSheetBytes bytes;
+    bytes.xsheet = WriteXSheet(scene).Take();
+    bytes.notes = EncodeSheetNotes(scene, ContentHash(bytes.xsheet));
+    bytes.hasNotes = HoldsSheetNotes(bytes.notes);
+    return bytes;
 }
 
-CStatus LoadXSheet(const Path& path, CScene& scene) {
+CStatus SaveXSheet(const Path& path, const CScene& scene) {
+    CStatus failure = CStatus::Failure("Problem opening the xsheet data file for writing");
+    try {
+        const CSheetBytes bytes = EncodeSheet(scene);
+        CNotesSaving notes(path);
+        if (CStatus prepared = notes.Prepare(bytes.notes, bytes.hasNotes); !prepared)
+            return prepared;
+        if (!WriteFileAtomically(path, bytes.xsheet))
+            return failure;
+        notes.Finish();
+        return {};
+    } catch (const std::exception&) { // no memory
+        return failure;
+    }
+}
+
+CStatus LoadXSheet(const Path& path, CScene& scene, CStatus* notes) {
     const std::optional<CFileBytes> bytes = ReadWholeFile(path, mostFileBytes);
     if (!bytes)
         return CStatus::Failure("Problem opening the xsheet data file for reading");
-    return DecodeXSheet(bytes->Span(), scene);
+    CStatus read = DecodeXSheet(bytes->Span(), scene);
+    if (!read)
+        return read;
+    CStatus noted = LoadSheetNotes(SheetNotesInForce(path, ContentHash(bytes->Span())), scene);
+    if (notes != nullptr)
+        *notes = std::move(noted);
+    return {};
 }
 
 } // namespace velmor

@@ -17,7 +17,9 @@ namespace velmor::testing {
 
 inline std::string DigestOf(const CSceneModel& model) {
     const CSceneState state = CSceneState::Of(model);
-    const std::vector<std::uint8_t> sheet = EncodeXSheet(state.scene);
+    const CSheetBytes encoded = EncodeSheet(state.scene);
+    std::vector<std::uint8_t> sheet = encoded.xsheet;
+    sheet.insert(sheet.end(), encoded.notes.begin(), encoded.notes.end());
     const std::hash<std::string_view> hash;
     std::string files;
     for (const auto& [name, bytes] : state.files)

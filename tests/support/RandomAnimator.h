@@ -20,6 +20,7 @@
 #include "scene/XSheetOperations.h"
 #include "scene/exposing/Exposing.h"
 #include "scene/exposing/SheetTiming.h"
+#include "scene/notes/SheetNotes.h"
 #include "scene/paper/DrawingSteps.h"
 
 #include <filesystem>
@@ -50,7 +51,7 @@ struct CSceneState {
                 state.files[name] = PixelsOf(model.celImg);
             else if ((ending == ".bit" || ending == ".rgba") && image.Load(entry.path()))
                 state.files[name] = PixelsOf(image);
-            else if (entry.is_regular_file() && ending != ".xsheet")
+            else if (entry.is_regular_file() && !name.starts_with(model.sceneName + ".xsheet"))
                 state.files[name] = BytesOf(entry.path());
         }
         return state;
@@ -105,6 +106,8 @@ public:
     /// One command; deletions of assets only when they are asked for.
     void Act(bool mayDelete) {
         ChoosePlace();
+        if (Number(12) == 0)
+            return Note();
         const int kinds = mayDelete ? 35 : 33;
         const int kind = Number(kinds);
         if (kind < 12)
@@ -225,6 +228,24 @@ private:
             const auto kind = static_cast<CTypedExposure::Kind>(1 + Number(5));
             static_cast<void>(
                 m_doc.Exposing().Enter({kind, std::to_string(1 + Number(3)), 1 + Number(4)}, Number(2)));
+        }
+    }
+
+    void Note() {
+        CSheetNotes& notes = m_doc.Notes();
+        const CSceneModel& model = m_doc.Model();
+        switch (Number(5)) {
+        case 0:
+            return notes.Mark(static_cast<SheetMark>(Number(5)));
+        case 1:
+            return notes.SetColor(static_cast<NoteColor>(Number(7)));
+        case 2:
+            return notes.Clear();
+        case 3:
+            return notes.SetAt(model.CursorCell(), {SheetMark::Key, {}, "Say\n\t\\ " + std::to_string(Number(50))});
+        default:
+            return notes.SetAtFrame(model.cursorFrame,
+                                    {{}, NoteColor::Red, std::string(static_cast<std::size_t>(Number(3)), 'x')});
         }
     }
 

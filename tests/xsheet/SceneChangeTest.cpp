@@ -1,6 +1,7 @@
 #include "xsheet/SceneChange.h"
 #include "platform/files/Archive.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <random>
 
@@ -24,7 +25,7 @@ void EditAtRandom(CScene& scene, std::mt19937& random) {
     const int frame = Pick(random, sheet.FrameCount());
     const CXSheetSelection selection{level, std::min(level + Pick(random, 3), sheet.LevelCount() - 1), frame,
                                      std::min(frame + Pick(random, 20), sheet.FrameCount() - 1)};
-    switch (Pick(random, 12)) {
+    switch (Pick(random, 16)) {
     case 0:
         static_cast<void>(sheet.AddLevel("Level " + std::to_string(random() % 100)));
         break;
@@ -58,6 +59,22 @@ void EditAtRandom(CScene& scene, std::mt19937& random) {
         break;
     case 10:
         static_cast<void>(scene.sounds.Place(frame, "bell"));
+        break;
+    case 11:
+        sheet.MutableCell(level, frame).SetNote({SheetMark::Breakdown, NoteColor::Blue, "see\n3"});
+        break;
+    case 12:
+        scene.frameNotes.Set(frame, {SheetMark::None, static_cast<NoteColor>(Pick(random, 7)), {}});
+        break;
+    case 13:
+        if (std::vector<CSoundPlacement> sounds = scene.sounds.All(); !sounds.empty()) {
+            sounds.back().trimIn = Pick(random, 2) * 300;
+            sounds.back().level = Pick(random, 20) - 10;
+            scene.sounds.Set(std::move(sounds));
+        }
+        break;
+    case 14:
+        static_cast<void>(scene.dialogue.Put({frame, frame + Pick(random, 9), "Fox", "Hello"}));
         break;
     default:
         for (int held = frame; held <= selection.lastFrame; ++held)
@@ -104,6 +121,43 @@ TEST(CSceneChangeTest, NothingIsAChangeToo) {
     EXPECT_TRUE(AsKept(CSceneChange()).IsEmpty());
     CScene scene;
     EXPECT_TRUE(AsKept({scene, scene}).Apply(scene, ChangeDirection::Back));
+}
+
+// As versions before the notes have written it into journals that may still be there.
+TEST(CSceneChangeTest, OlderOnesAreRead) {
+    CArchiveWriter writer;
+    for (const int value : {1, 1, 3, 3, 0, 0, 0, 0, 1, 0, 1, 2}) // counts, no levels or names, one run of cells
+        writer.WriteInt(value);
+    writer.WriteByte(0);
+    writer.WriteByte(1);
+    writer.WriteText("Fox");
+    writer.WriteText("7");
+    for (const double value : {3.5, -0.0, 1.0, 1.0, 0.0, 0.0, 1.0, 1.0})
+        writer.WriteDouble(value);
+    writer.WriteInt(7);
+    writer.WriteInt(10);
+    writer.WriteInt(0); // no camera
+    writer.WriteByte(0);
+    writer.WriteByte(1);
+    for (const int count : {0, 1})
+        writer.WriteInt(count);
+    writer.WriteInt(2);
+    writer.WriteText("bell");
+    CArchiveReader reader(writer.Bytes());
+    const std::optional<CSceneChange> change = CSceneChange::Read(reader);
+    ASSERT_TRUE(change && reader.Remaining() == 0);
+    CScene scene;
+    scene.xsheet = CXSheet(1, 3);
+    CScene after = scene;
+    for (const int frame : {1, 2})
+        after.xsheet.MutableCell(0, frame) =
+            CXSheetCell::FromFile("Fox", "7", {3.5, -0.0, 1, 1, 0}, 0, 1, 1, {7, 10});
+    after.sounds.Set({{2, "bell"}});
+    CArchiveWriter now;
+    CSceneChange(scene, after).Write(now);
+    EXPECT_TRUE(std::ranges::equal(now.Bytes(), writer.Bytes())) << "without notes they are written so still";
+    ASSERT_TRUE(change->Apply(scene, ChangeDirection::Forward));
+    EXPECT_EQ(scene, after);
 }
 
 TEST(CSceneChangeTest, IsAsSmallAsTheDifference) {

@@ -67,6 +67,44 @@ TEST(XSheet, LevelsAndFramesComeAndGo) {
     EXPECT_EQ(xsheet.LevelCount(), 49);
 }
 
+// In these rows the cells with notes alone are seen: each by the frame where its note was made.
+TEST(XSheet, NotesFollowTheirCells) {
+    const auto noted = [](const std::string& row, std::initializer_list<int> frames) {
+        CXSheet xsheet = SheetOf({row});
+        for (const int frame : frames)
+            xsheet.MutableCell(0, frame).SetNote({SheetMark::Key, NoteColor::None, std::to_string(frame)});
+        return xsheet;
+    };
+    const auto notesOf = [](const CXSheet& xsheet) {
+        std::string row;
+        for (int frame = 0; frame < xsheet.FrameCount(); ++frame) {
+            const CSheetNote& note = xsheet.Cell(0, frame).Note();
+            row += note.IsEmpty() ? "." : note.comment;
+        }
+        return row;
+    };
+    const auto after = [&](Edit edit, CXSheet xsheet, int firstFrame, int lastFrame) {
+        (xsheet.*edit)({0, 0, firstFrame, lastFrame});
+        return RowsOf(xsheet).front() + " " + notesOf(xsheet);
+    };
+    EXPECT_EQ(after(&CXSheet::Expand, noted("ABB.C.", {0, 1, 3}), 0, 3), "AABBB. 0.1..3");
+    EXPECT_EQ(after(&CXSheet::Condense, noted("AABBCC", {0, 2, 5}), 0, 5), "ABCCCC 02.5..");
+    EXPECT_EQ(after(&CXSheet::Reverse, noted("AAB.", {0, 3}), 0, 3), ".BAA 3..0");
+    EXPECT_EQ(after(&CXSheet::ClearCells, noted("AAB.", {1, 3}), 0, 1), "..B. ...3");
+    CXSheet xsheet = noted("AB..", {0, 2});
+    xsheet.InsertFrames(0, 1, 1);
+    EXPECT_EQ(notesOf(xsheet), "0..2");
+    EXPECT_EQ(xsheet.CellText(0, 0), "FA");
+    EXPECT_EQ(xsheet.ClearReferences("F", "A"), 1);
+    EXPECT_EQ(notesOf(xsheet), "0..2") << "of what is deleted the note stays";
+    xsheet = noted("AA....", {0, 3, 5});
+    xsheet.Paste(xsheet.Copy({0, 0, 0, 1}), 0, 2);
+    EXPECT_EQ(RowsOf(xsheet).front() + " " + notesOf(xsheet), "AAAA.. 0.03.5") << "one that was there before it";
+    xsheet.Paste(noted("BB", {}).Copy({0, 0, 0, 1}), 0, 2);
+    EXPECT_EQ(RowsOf(xsheet).front() + " " + notesOf(xsheet), "AABB.. 0....5");
+    EXPECT_EQ(noted("AA", {1}).CellText(0, 1), "\"") << "a hold stays one";
+}
+
 TEST(XSheet, CopiesClearsAndPastesBlocks) {
     CXSheet xsheet = SheetOf({"ABC.", "DEF.", "GHI."});
     const CCellClipboard block = xsheet.Copy({0, 1, 1, 2});

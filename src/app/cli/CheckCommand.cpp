@@ -4,6 +4,7 @@
 #include "image/CelImg.h"
 #include "image/Palette.h"
 #include "sound/SoundFile.h"
+#include "xsheet/SheetNotesPlace.h"
 #include "xsheet/XSheetFile.h"
 
 #include <iostream>
@@ -41,8 +42,10 @@ private:
 
     void CheckXSheet() {
         CScene data;
-        const CStatus status = LoadXSheet(m_paths.XSheetFile(), data);
+        CStatus notes;
+        const CStatus status = LoadXSheet(m_paths.XSheetFile(), data, &notes);
         Print(m_paths.XSheetFile(), status);
+        Print(SheetNotesFile(m_paths.XSheetFile()), notes);
         if (!status)
             return;
         for (int level = 0; level < data.xsheet.LevelCount(); ++level)

@@ -2,7 +2,7 @@
 
 #include "platform/files/ClaimedFile.h"
 #include "scene/SceneEdit.h"
-#include "xsheet/XSheetFile.h"
+#include "scene/SheetReading.h"
 
 namespace velmor {
 
@@ -13,7 +13,10 @@ bool RequireDatabase(const std::string& database, IPrompter& prompter) {
     return false;
 }
 
-std::unique_ptr<CReadScene> ReadScene(const std::string& database, const std::string& scene, IPrompter& prompter) {
+namespace {
+
+std::unique_ptr<CReadScene> ReadScene(const std::string& database, const std::string& scene, IPrompter& prompter,
+                                      DamagedNotes damaged) {
     if (!RequireDatabase(database, prompter))
         return nullptr;
     auto read = std::make_unique<CReadScene>(prompter);
@@ -26,7 +29,7 @@ std::unique_ptr<CReadScene> ReadScene(const std::string& database, const std::st
         return nullptr;
     }
     CScene data;
-    if (!read->context.Report(LoadXSheet(model.Paths().XSheetFile(), data)))
+    if (!ReadSheet(read->context, model.Paths(), damaged, data))
         return nullptr;
     CSceneEdit edit(read->context, "Read Scene", UpdateHint::None, UndoStep::None);
     edit.Scene() = std::move(data);
@@ -35,9 +38,15 @@ std::unique_ptr<CReadScene> ReadScene(const std::string& database, const std::st
     return read;
 }
 
+} // namespace
+
+std::unique_ptr<CReadScene> ReadScene(const std::string& database, const std::string& scene, IPrompter& prompter) {
+    return ReadScene(database, scene, prompter, DamagedNotes::Stay);
+}
+
 std::unique_ptr<CReadScene> ReadSceneToChange(const std::string& database, const std::string& scene,
                                               IPrompter& prompter) {
-    auto read = ReadScene(database, scene, prompter);
+    auto read = ReadScene(database, scene, prompter, DamagedNotes::SetAside);
     if (read != nullptr) {
         RemoveAbandoned(PathOf(database));
         RemoveAbandoned(read->model.Paths());

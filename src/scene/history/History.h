@@ -5,6 +5,7 @@
 #include "scene/history/HistorySession.h"
 #include "scene/history/StepChanges.h"
 #include "scene/history/StepHeading.h"
+#include "xsheet/XSheetFile.h"
 
 #include <cstdint>
 #include <deque>
@@ -115,12 +116,15 @@ public:
     void NoteSaving(const std::string& file, const std::function<std::vector<std::uint8_t>()>& bytesOfFile);
     /// A file holds what is open.
     void NoteSaved(const std::string& file, const CFileStamp& stamp);
+    /// The same for the scene's sheet, which is its xsheet with its notes.
+    void NoteSheetSaving(const std::function<CSheetBytes()>& bytesOfSheet);
+    void NoteSheetSaved(const Path& sceneFolder);
     /// Every file does: nothing is needed any more to get from the files to what is open.
     void NoteAllSaved(const CHistorySession& session);
-    /// Whether a file was ever noted.
-    bool IsKnown(const std::string& file) const { return m_saved.contains(file); }
-    /// Whether a file is the one that was last noted.
-    bool IsAsNoted(const std::string& file, const Path& path) const;
+    /// Whether the sheet was ever noted.
+    bool IsSheetKnown() const { return m_saved.contains(m_xsheetFile); }
+    /// Whether it is the one that was last noted.
+    bool IsSheetAsNoted(const Path& sceneFolder) const;
 
     /// What the journal has that is in no file; `sceneFolder` is where the files are.
     std::optional<CUnsavedWork> Unsaved(const Path& sceneFolder) const;
@@ -144,6 +148,12 @@ private:
     void ReplayMoves(const CJournalContents& contents);
     void ReadNotes(const CJournalContents& contents);
     void FinishSaving(const CJournalContents& contents, const Path& sceneFolder);
+    bool IsAsNoted(const std::string& file, const Path& path) const;
+    std::string NotesFile() const;
+    CFileStamp NotesStamp(const Path& sceneFolder) const;
+    void SetSheetSaved(const CSaved& xsheet, const CFileStamp& notes);
+    bool AreNotesAsNoted(const Path& sceneFolder) const;
+    void WriteSaving(const std::string& file, std::vector<std::uint8_t> note);
     void EndAnnouncement(CJournalEntry& entry);
     void Keep(std::int64_t id, std::vector<std::uint8_t> body);
     void KeepWithinLimits(CJournalEntry& entry);

@@ -1,11 +1,13 @@
 // How the history stands in its journal: steps and moves as they are, and these notes. "saved/Fox/7.bit" says up to
-// which move a file holds what was open, and what the file was then; "saving/Fox/7.bit" what it will be; "undone"
+// which move a file holds what was open, and what the file was then; "saving/Fox/7.bit" what it will be (an xsheet
+// together with the file of its notes, which has a "saved/" of its own as long as it is there); "undone"
 // has the undone steps as of the time when the moves begin; "session" where the user was; "unfinished" a step that
 // changes files just now.
 
 #include "platform/files/Archive.h"
 #include "platform/files/ContentHash.h"
 #include "scene/history/History.h"
+#include "xsheet/SheetNotesPlace.h"
 
 #include <algorithm>
 #include <limits>
@@ -35,6 +37,37 @@ std::set<std::int64_t> ReadIds(const JournalBytes& bytes) {
     while (reader.Remaining() > 0 && !reader.Failed())
         ids.insert(static_cast<std::int64_t>(reader.ReadWord()));
     return ids;
+}
+
+/// What a file is to hold.
+struct CContents {
+    std::uint64_t size = 0;
+    std::uint64_t hash = 0;
+};
+
+void WriteContents(CArchiveWriter& writer, const std::vector<std::uint8_t>& bytes) {
+    writer.WriteWord(bytes.size());
+    writer.WriteWord(ContentHash(bytes));
+}
+
+CContents ReadContents(CArchiveReader& reader) {
+    CContents contents;
+    contents.size = reader.ReadWord();
+    contents.hash = reader.ReadWord();
+    return contents;
+}
+
+bool Holds(const CFileStamp& stamp, const CContents& contents) {
+    return stamp.exists && stamp.size == contents.size && stamp.hash == contents.hash;
+}
+
+// Whether the notes are those that a saving was to write; an older version had none.
+bool AreNotes(CArchiveReader& reader, const CFileStamp& notes) {
+    if (reader.Remaining() == 0)
+        return !notes.exists;
+    const CContents expected = ReadContents(reader);
+    const bool haveFile = reader.ReadByte() != 0;
+    return !reader.Failed() && (notes.exists ? Holds(notes, expected) : !haveFile);
 }
 
 const JournalBytes* NoteOf(const CJournalContents& contents, std::string_view name) {
@@ -70,14 +103,33 @@ void CHistory::FinishSaving(const CJournalContents& contents, const Path& sceneF
         const std::string file = name.substr(savingNote.size());
         CArchiveReader reader(bytes);
         const auto sequence = static_cast<std::int64_t>(reader.ReadWord());
-        const std::uint64_t size = reader.ReadWord();
-        const std::uint64_t hash = reader.ReadWord();
-        if (reader.Failed() || !IsSceneFile(file) || IsAsNoted(file, sceneFolder / PathOf(file)))
+        const CContents expected = ReadContents(reader);
+        if (reader.Failed() || !IsSceneFile(file))
             continue;
-        if (const CFileStamp stamp = CFileStamp::Of(sceneFolder / PathOf(file));
-            stamp.exists && stamp.size == size && stamp.hash == hash)
+        const CFileStamp stamp = CFileStamp::Of(sceneFolder / PathOf(file));
+        if (!Holds(stamp, expected))
+            continue;
+        if (file != m_xsheetFile)
             m_saved[file] = {sequence, stamp};
+        else if (const CFileStamp notes = NotesStamp(sceneFolder); AreNotes(reader, notes))
+            SetSheetSaved({sequence, stamp}, notes);
     }
+}
+
+CFileStamp CHistory::NotesStamp(const Path& sceneFolder) const {
+    return CFileStamp::Of(SheetNotesInForce(sceneFolder / PathOf(m_xsheetFile)));
+}
+
+std::string CHistory::NotesFile() const {
+    return Utf8Of(SheetNotesFile(PathOf(m_xsheetFile)));
+}
+
+void CHistory::SetSheetSaved(const CSaved& xsheet, const CFileStamp& notes) {
+    m_saved[m_xsheetFile] = xsheet;
+    if (notes.exists)
+        m_saved[NotesFile()] = {xsheet.sequence, notes};
+    else
+        m_saved.erase(NotesFile());
 }
 
 void CHistory::ReadNotes(const CJournalContents& contents) {
@@ -193,11 +245,30 @@ void CHistory::NoteSaving(const std::string& file, const std::function<std::vect
         return;
     }
     CArchiveWriter writer;
-    for (const std::uint64_t value :
-         {static_cast<std::uint64_t>(m_lastSequence), std::uint64_t{bytes.size()}, ContentHash(bytes)})
-        writer.WriteWord(value);
+    writer.WriteWord(static_cast<std::uint64_t>(m_lastSequence));
+    WriteContents(writer, bytes);
+    WriteSaving(file, std::move(writer).Take());
+}
+
+void CHistory::NoteSheetSaving(const std::function<CSheetBytes()>& bytesOfSheet) {
+    Finish();
+    CSheetBytes bytes;
+    try {
+        bytes = bytesOfSheet();
+    } catch (const std::exception&) { // no memory: saving will say so
+        return;
+    }
+    CArchiveWriter writer;
+    writer.WriteWord(static_cast<std::uint64_t>(m_lastSequence));
+    WriteContents(writer, bytes.xsheet);
+    WriteContents(writer, bytes.notes);
+    writer.WriteByte(bytes.hasNotes ? 1 : 0);
+    WriteSaving(m_xsheetFile, std::move(writer).Take());
+}
+
+void CHistory::WriteSaving(const std::string& file, JournalBytes note) {
     CJournalEntry entry;
-    entry.notes[std::string(savingNote) + file] = std::move(writer).Take();
+    entry.notes[std::string(savingNote) + file] = std::move(note);
     Write(std::move(entry));
     WaitUntilWritten();
 }
@@ -237,6 +308,17 @@ void CHistory::NoteSaved(const std::string& file, const CFileStamp& stamp) {
     Write(std::move(entry));
 }
 
+void CHistory::NoteSheetSaved(const Path& sceneFolder) {
+    Finish();
+    SetSheetSaved({m_lastSequence, CFileStamp::Of(sceneFolder / PathOf(m_xsheetFile))}, NotesStamp(sceneFolder));
+    CJournalEntry entry;
+    entry.notes[std::string(savingNote) + m_xsheetFile] = {};
+    entry.notes[std::string(savedNote) + NotesFile()] = {};
+    WriteSaved(entry, m_xsheetFile);
+    WriteSaved(entry, NotesFile());
+    Write(std::move(entry));
+}
+
 void CHistory::NoteAllSaved(const CHistorySession& session) {
     Finish();
     CJournalEntry entry;
@@ -267,6 +349,16 @@ void CHistory::NoteAllSaved(const CHistorySession& session) {
 bool CHistory::IsAsNoted(const std::string& file, const Path& path) const {
     const auto saved = m_saved.find(file);
     return saved != m_saved.end() && saved->second.stamp.IsOf(path);
+}
+
+bool CHistory::AreNotesAsNoted(const Path& sceneFolder) const {
+    const auto saved = m_saved.find(NotesFile());
+    return (saved != m_saved.end() ? saved->second.stamp : CFileStamp())
+        .IsOf(SheetNotesInForce(sceneFolder / PathOf(m_xsheetFile)));
+}
+
+bool CHistory::IsSheetAsNoted(const Path& sceneFolder) const {
+    return IsAsNoted(m_xsheetFile, sceneFolder / PathOf(m_xsheetFile)) && AreNotesAsNoted(sceneFolder);
 }
 
 } // namespace velmor

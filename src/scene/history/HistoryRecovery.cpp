@@ -54,6 +54,8 @@ std::optional<CUnsavedWork> CHistory::Unsaved(const Path& sceneFolder) const {
     for (const auto& [isChanged, file] : {std::pair(changesScene, m_xsheetFile), {changesImage, m_session.image}})
         if (isChanged && !IsAsNoted(file, sceneFolder / PathOf(file)))
             unsaved.misfit += file + "\n";
+    if (changesScene && !AreNotesAsNoted(sceneFolder))
+        unsaved.misfit += NotesFile() + "\n";
     return unsaved;
 }
 

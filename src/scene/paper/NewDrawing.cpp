@@ -72,7 +72,7 @@ void Expose(CXSheet& sheet, const CNewExposure& exposure, const CXSheetCell& cel
     if (exposure.inserted > 0)
         sheet.InsertFrames(exposure.level, exposure.frame, exposure.inserted);
     for (int frame = exposure.frame; frame < exposure.frame + exposure.held; ++frame)
-        sheet.MutableCell(exposure.level, frame) = cell;
+        sheet.MutableCell(exposure.level, frame).Expose(cell);
 }
 
 } // namespace velmor

@@ -63,10 +63,10 @@ public:
         m_result.isNew = !m_levelBefore;
         const int frames = std::min(m_import.xsheet.FrameCount(), static_cast<int>(m_track.cells.size()));
         for (int frame = 0; frame < frames; ++frame) {
-            CXSheetCell cell = CellFor(m_track.cells[static_cast<std::size_t>(frame)], frame);
-            if (cell.IsIdenticalTo(m_import.xsheet.Cell(level, frame)))
+            CXSheetCell cell = CellFor(m_track.cells[static_cast<std::size_t>(frame)], frame).WithoutNote();
+            if (cell.IsIdenticalTo(m_import.xsheet.Cell(level, frame).WithoutNote()))
                 continue;
-            m_import.xsheet.MutableCell(level, frame) = std::move(cell);
+            m_import.xsheet.MutableCell(level, frame).Expose(cell);
             ++m_result.changedCells;
         }
         Tell();

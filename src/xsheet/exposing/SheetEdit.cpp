@@ -39,7 +39,7 @@ void Expose(CXSheet& xsheet, const CXSheetSelection& cells, const CXSheetCell& c
 void Fill(CXSheet& xsheet, const CXSheetSelection& cells, const CXSheetCell& cell) {
     for (int level = cells.firstLevel; level <= cells.lastLevel; ++level)
         for (int frame = cells.firstFrame; frame <= cells.lastFrame; ++frame)
-            xsheet.MutableCell(level, frame) = cell;
+            xsheet.MutableCell(level, frame).Expose(cell);
 }
 
 void HoldAbove(CXSheet& xsheet, const CXSheetSelection& cells) {

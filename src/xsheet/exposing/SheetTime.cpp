@@ -64,6 +64,8 @@ void InsertTime(CScene& scene, int frame, int count) {
         xsheet.TakeFrames(level, Inserted(frameCount, frame, inserted, sources[static_cast<std::size_t>(level)]));
     TakeFrames(scene.camera, Inserted(CCameraTrack::capacity, frame, inserted, std::max(frame - 1, 0)));
     MoveSounds(scene.sounds, frame, inserted);
+    scene.frameNotes.InsertFrames(frame, inserted);
+    scene.dialogue.InsertFrames(frame, inserted);
 }
 
 void DeleteTime(CScene& scene, int frame, int count) {
@@ -75,6 +77,8 @@ void DeleteTime(CScene& scene, int frame, int count) {
     xsheet.SetFrameCount(frameCount - deleted);
     TakeFrames(scene.camera, TakenOut(CCameraTrack::capacity, frame, deleted));
     MoveSounds(scene.sounds, frame, -deleted);
+    scene.frameNotes.DeleteFrames(frame, deleted);
+    scene.dialogue.DeleteFrames(frame, deleted);
 }
 
 } // namespace velmor

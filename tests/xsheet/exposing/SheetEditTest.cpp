@@ -317,6 +317,39 @@ TEST_F(SheetEditTest, TimeIsInsertedAndTakenOutOnAllLevelsWithCameraAndSounds) {
     }
 }
 
+// In these rows the notes alone are seen, each by the frame where it was made.
+TEST_F(SheetEditTest, NotesGoWithTheirCellsAndAreNotRepeated) {
+    const auto after = [](const CSheetEdit& edit) {
+        CScene scene;
+        scene.xsheet = SheetOf({"AAB..."});
+        for (const int frame : {0, 2, 4}) {
+            const CSheetNote note{SheetMark::Key, NoteColor::None, std::to_string(frame)};
+            scene.xsheet.MutableCell(0, frame).SetNote(note);
+            scene.frameNotes.Set(frame, note);
+        }
+        EXPECT_TRUE(scene.dialogue.Put({2, 4, "Fox", "Who?"}));
+        Apply(edit, scene);
+        std::string row;
+        std::string frames;
+        for (int frame = 0; frame < scene.xsheet.FrameCount(); ++frame) {
+            const CSheetNote& note = scene.xsheet.Cell(0, frame).Note();
+            row += note.IsEmpty() ? "." : note.comment;
+            frames += scene.frameNotes.At(frame).IsEmpty() ? "." : scene.frameNotes.At(frame).comment;
+        }
+        const CSpokenLine& line = scene.dialogue.Lines().front();
+        return row + " " + frames + " " + std::to_string(line.firstFrame) + std::to_string(line.lastFrame);
+    };
+    EXPECT_EQ(after({OnFrames, {0, 0, 0, 2}, 3}), "0..2.. 0.2.4. 24");
+    EXPECT_EQ(after({Repeat, {0, 0, 0, 2}, 6}), "0.2... 0.2.4. 24");
+    EXPECT_EQ(after({Shift, {0, 0, 0, 2}, 1}), ".0.2.4 0.2.4. 24");
+    EXPECT_EQ(after({InsertTime, {0, 0, 1, 1}, 2}), "0...2.4. 0...2.4. 46");
+    EXPECT_EQ(after({DeleteTime, {0, 0, 0, 0}, 2}), "2.4. 2.4. 02");
+    const CXSheetCell cell = SheetOf({"C"}).Cell(0, 0);
+    EXPECT_EQ(after({Expose, {0, 0, 1, 1}, 4, Following::Eat, 0, cell}), "0.2.4. 0.2.4. 24");
+    EXPECT_EQ(after({Clear, {0, 0, 0, 0}, 4}), "0.2.4. 0.2.4. 24");
+    EXPECT_EQ(after({HoldAbove, {0, 0, 3, 3}, 2}), "0.2.4. 0.2.4. 24");
+}
+
 TEST_F(SheetEditTest, LimitsHold) {
     CScene scene;
     scene.xsheet = CXSheet(1, CXSheet::mostFrames - 3);
