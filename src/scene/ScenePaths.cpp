@@ -88,6 +88,10 @@ Path CScenePaths::SoundFile(const std::string& sound) const {
     return SoundsFolder() / PathOf(sound + ".sound");
 }
 
+Path CScenePaths::OriginalFile(const std::string& sound) const {
+    return SoundsFolder() / PathOf(sound + ".original");
+}
+
 Path CScenePaths::AssetFile(SourceMode kind, const std::string& folder, const std::string& name) const {
     switch (kind) {
     case SourceMode::Sounds:

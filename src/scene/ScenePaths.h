@@ -29,6 +29,8 @@ public:
     Path PictureFile(const std::string& picture) const;
     Path SoundsFolder() const;
     Path SoundFile(const std::string& sound) const;
+    /// What a sound was before it was converted; most sounds have no such file.
+    Path OriginalFile(const std::string& sound) const;
     /// The file of an asset as the source view shows it; `folder` is used for cels only.
     Path AssetFile(SourceMode kind, const std::string& folder, const std::string& name) const;
 

@@ -2,6 +2,8 @@
 #include "platform/ffmpeg/MovieDecoder.h"
 #include "platform/ffmpeg/MovieEncoder.h"
 #include "platform/ffmpeg/MovieSound.h"
+#include "platform/ffmpeg/SoundCopy.h"
+#include "platform/ffmpeg/SoundDecoder.h"
 
 namespace velmor {
 
@@ -17,6 +19,10 @@ public:
     std::unique_ptr<IMovieDecoder> MakeDecoder() const override { return std::make_unique<CMovieDecoder>(); }
     MovieError ReadSound(const std::string& file, int rate, std::vector<std::uint8_t>& samples) const override {
         return ReadMovieSound(file, rate, samples);
+    }
+    std::unique_ptr<ISoundDecoder> MakeSoundDecoder() const override { return std::make_unique<CSoundDecoder>(); }
+    MovieError CopySound(const std::string& movie, IMovieBytes& to) const override {
+        return CopySoundStream(movie, to);
     }
     std::unique_ptr<ICaptureInput> OpenCapture(const CCaptureSource& source,
                                                const CCaptureFormat& wanted) const override {

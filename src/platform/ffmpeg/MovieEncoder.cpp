@@ -16,7 +16,7 @@ MovieWriteError CMovieEncoder::Open(IMovieBytes& file, const CMovieFormat& forma
     MovieWriteError error = MakeContainer();
     if (error == MovieWriteError::None)
         error = m_video.Open(*m_format, m_movie);
-    if (error == MovieWriteError::None && !sound.samples.empty()) {
+    if (error == MovieWriteError::None && (!sound.samples.empty() || !sound.stereo.empty())) {
         m_soundRate = sound.rate;
         error = m_sound.emplace().Open(*m_format, sound, m_movie.container);
     }

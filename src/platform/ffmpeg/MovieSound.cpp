@@ -10,7 +10,7 @@ namespace {
 constexpr std::size_t mostSeconds = 7200;
 
 /// A file of its own beside the one whose video is decoded, so that reading ahead in the sound disturbs nothing.
-class CSoundDecoder {
+class CFlatSoundDecoder {
 public:
     MovieError Open(const std::string& file, int rate);
     MovieError ReadAll(std::vector<std::uint8_t>& samples);
@@ -29,7 +29,7 @@ private:
     int m_rate = 0;
 };
 
-MovieError CSoundDecoder::Open(const std::string& file, int rate) {
+MovieError CFlatSoundDecoder::Open(const std::string& file, int rate) {
     m_rate = rate;
     AVFormatContext* format = nullptr;
     if (avformat_open_input(&format, file.c_str(), nullptr, nullptr) < 0)
@@ -53,7 +53,7 @@ MovieError CSoundDecoder::Open(const std::string& file, int rate) {
     return MovieError::None;
 }
 
-bool CSoundDecoder::StartConversion(const AVFrame& frame) {
+bool CFlatSoundDecoder::StartConversion(const AVFrame& frame) {
     AVChannelLayout mono{};
     av_channel_layout_default(&mono, 1);
     AVChannelLayout source{};
@@ -69,7 +69,7 @@ bool CSoundDecoder::StartConversion(const AVFrame& frame) {
     return made >= 0 && swr_init(converter) >= 0;
 }
 
-bool CSoundDecoder::Append(const AVFrame* frame, std::vector<std::uint8_t>& samples) {
+bool CFlatSoundDecoder::Append(const AVFrame* frame, std::vector<std::uint8_t>& samples) {
     if (frame != nullptr && !m_converter && !StartConversion(*frame))
         return false;
     if (!m_converter)
@@ -87,14 +87,14 @@ bool CSoundDecoder::Append(const AVFrame* frame, std::vector<std::uint8_t>& samp
     return written >= 0;
 }
 
-bool CSoundDecoder::TakeFrames(std::vector<std::uint8_t>& samples) {
+bool CFlatSoundDecoder::TakeFrames(std::vector<std::uint8_t>& samples) {
     while (avcodec_receive_frame(m_codec.get(), m_frame.get()) >= 0)
         if (!Append(m_frame.get(), samples))
             return false;
     return true;
 }
 
-MovieError CSoundDecoder::ReadAll(std::vector<std::uint8_t>& samples) {
+MovieError CFlatSoundDecoder::ReadAll(std::vector<std::uint8_t>& samples) {
     const std::size_t most = mostSeconds * static_cast<std::size_t>(m_rate);
     int code = 0;
     while (samples.size() < most && (code = av_read_frame(m_format.get(), m_packet.get())) >= 0) {
@@ -115,7 +115,7 @@ MovieError CSoundDecoder::ReadAll(std::vector<std::uint8_t>& samples) {
 
 MovieError ReadMovieSound(const std::string& file, int rate, std::vector<std::uint8_t>& samples) {
     samples.clear();
-    CSoundDecoder decoder;
+    CFlatSoundDecoder decoder;
     if (const MovieError error = decoder.Open(file, rate); error != MovieError::None)
         return error;
     const MovieError error = decoder.ReadAll(samples);

@@ -205,7 +205,9 @@ bool CVideoStream::Encode(int position) {
 
 MovieWriteError CSoundStream::Open(AVFormatContext& format, const CMovieSoundTrack& sound,
                                    MovieContainer container) {
-    constexpr int bitsPerSecond = 96000; // of AAC: more than one channel of 22050 samples a second can show
+    // Of AAC: more than one channel of 22050 samples a second can show, and what nobody hears the loss of.
+    constexpr int bitsPerSecond = 96000;
+    constexpr int stereoBitsPerSecond = 256000;
     const AVCodec* encoder =
         avcodec_find_encoder(container == MovieContainer::Mp4 ? AV_CODEC_ID_AAC : AV_CODEC_ID_PCM_U8);
     if (encoder == nullptr)
@@ -216,15 +218,19 @@ MovieWriteError CSoundStream::Open(AVFormatContext& format, const CMovieSoundTra
     codec->sample_fmt = encoder->id == AV_CODEC_ID_AAC ? AV_SAMPLE_FMT_FLTP : AV_SAMPLE_FMT_U8;
     codec->sample_rate = sound.rate;
     codec->time_base = {1, sound.rate};
-    codec->bit_rate = bitsPerSecond;
+    const bool isStereo = container == MovieContainer::Mp4 && !sound.stereo.empty();
+    codec->bit_rate = isStereo ? stereoBitsPerSecond : bitsPerSecond;
     codec->thread_count = 1;
-    av_channel_layout_default(&codec->ch_layout, 1);
-    m_samples.assign(sound.samples.begin(), sound.samples.end());
+    av_channel_layout_default(&codec->ch_layout, isStereo ? 2 : 1);
+    if (isStereo)
+        m_stereo = sound.stereo;
+    else
+        m_samples.assign(sound.samples.begin(), sound.samples.end());
     return m_stream.Start(format, std::move(codec)) ? MovieWriteError::None : MovieWriteError::NoEncoder;
 }
 
 bool CSoundStream::WriteUpTo(std::size_t end) {
-    end = std::min(end, m_samples.size());
+    end = std::min(end, Length());
     const int frameSize = m_stream.Codec().frame_size; // 0 where any will do
     while (m_written < end) {
         const std::size_t count = frameSize > 0 ? static_cast<std::size_t>(frameSize) : end - m_written;
@@ -237,7 +243,7 @@ bool CSoundStream::WriteUpTo(std::size_t end) {
 }
 
 bool CSoundStream::Finish(std::size_t end) {
-    end = std::min(end, m_samples.size());
+    end = std::min(end, Length());
     return WriteUpTo(end) && (m_written >= end || Write(end - m_written)) && m_stream.Encode(nullptr, 0);
 }
 
@@ -251,16 +257,29 @@ bool CSoundStream::Write(std::size_t count) {
     if (av_channel_layout_copy(&m_frame->ch_layout, &codec.ch_layout) < 0 ||
         av_frame_get_buffer(m_frame.get(), 0) < 0)
         return false;
+    Fill(count);
+    m_written += count;
+    return m_stream.Encode(m_frame.get(), static_cast<std::int64_t>(count));
+}
+
+void CSoundStream::Fill(std::size_t count) {
+    if (!m_stereo.empty()) {
+        auto* left = reinterpret_cast<float*>(m_frame->data[0]);
+        auto* right = reinterpret_cast<float*>(m_frame->data[1]);
+        for (std::size_t i = 0; i < count; ++i) {
+            left[i] = m_stereo[2 * (m_written + i)];
+            right[i] = m_stereo[2 * (m_written + i) + 1];
+        }
+        return;
+    }
     const std::span<const std::uint8_t> samples = std::span(m_samples).subspan(m_written, count);
-    if (codec.sample_fmt == AV_SAMPLE_FMT_U8)
+    if (m_stream.Codec().sample_fmt == AV_SAMPLE_FMT_U8)
         std::ranges::copy(samples, m_frame->data[0]);
     else
         std::ranges::transform(samples, reinterpret_cast<float*>(m_frame->data[0]), [](std::uint8_t sample) {
             constexpr int silence = 128;
             return static_cast<float>(sample - silence) / silence;
         });
-    m_written += count;
-    return m_stream.Encode(m_frame.get(), static_cast<std::int64_t>(count));
 }
 
 } // namespace velmor

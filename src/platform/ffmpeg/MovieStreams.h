@@ -57,10 +57,14 @@ public:
 
 private:
     [[nodiscard]] bool Write(std::size_t count);
+    void Fill(std::size_t count);
+    /// Samples of a channel.
+    std::size_t Length() const { return m_stereo.empty() ? m_samples.size() : m_stereo.size() / 2; }
 
     CEncodedStream m_stream;
     CFfmpegHandle<AVFrame> m_frame{av_frame_alloc()};
     std::vector<std::uint8_t> m_samples;
+    std::span<const float> m_stereo; ///< in their place
     std::size_t m_written = 0;
 };
 

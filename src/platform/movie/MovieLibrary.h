@@ -4,6 +4,7 @@
 #include "platform/movie/AviFrameRectangle.h"
 #include "platform/movie/AviReader.h"
 #include "platform/movie/MovieWriter.h"
+#include "platform/movie/SoundReader.h"
 
 namespace velmor {
 
@@ -42,6 +43,18 @@ public:
     virtual bool HasSound() const = 0;
 };
 
+/// Decodes the sound of one file. Calls may throw std::bad_alloc.
+class ISoundDecoder {
+public:
+    virtual ~ISoundDecoder() = default;
+    virtual MovieError Open(const std::string& file, std::uint64_t offset) = 0;
+    virtual const CSoundForm& Form() const = 0;
+    /// False at the end. `output` is the same at each call.
+    [[nodiscard]] virtual bool Read(const CSoundOutput& output, std::vector<float>& samples) = 0;
+    /// Whether the file itself could be read up to here.
+    virtual bool IsFileSound() const = 0;
+};
+
 /// What decodes and encodes movies and reads cameras. It brings well over a hundred shared libraries along, so it
 /// is loaded when it is first used. File names are in UTF-8.
 class IMovieLibrary {
@@ -52,6 +65,9 @@ public:
     virtual std::unique_ptr<IMovieDecoder> MakeDecoder() const = 0;
     /// Decodes the whole sound of a movie to 8-bit unsigned mono samples. Throws std::bad_alloc.
     virtual MovieError ReadSound(const std::string& file, int rate, std::vector<std::uint8_t>& samples) const = 0;
+    virtual std::unique_ptr<ISoundDecoder> MakeSoundDecoder() const = 0;
+    /// Appends a file with the sound of a movie as it is coded there to `to`.
+    virtual MovieError CopySound(const std::string& movie, IMovieBytes& to) const = 0;
     /// `wanted`: width 0 leaves the format to the device. Null when the source cannot be opened.
     virtual std::unique_ptr<ICaptureInput> OpenCapture(const CCaptureSource& source,
                                                        const CCaptureFormat& wanted) const = 0;

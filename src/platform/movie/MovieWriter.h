@@ -28,6 +28,8 @@ struct CMovieFormat {
 struct CMovieSoundTrack {
     std::span<const std::uint8_t> samples;
     int rate = 22050;
+    /// For an MP4, in their place: left and right in turn, 1.0 for full scale. They outlive the writing.
+    std::span<const float> stereo{};
 };
 
 enum class MovieWriteError {
