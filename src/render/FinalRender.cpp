@@ -1,11 +1,13 @@
 #include "render/FinalRender.h"
 
 #include "platform/files/ClaimedFile.h"
+#include "platform/movie/MovieWriter.h"
 #include "platform/process/Parallel.h"
 #include "render/Flipbook.h"
 #include "render/FrameReader.h"
 #include "render/OrderedProducer.h"
 #include "render/RenderMovie.h"
+#include "sound/SoundFile.h"
 
 #include <algorithm>
 #include <exception>
@@ -28,6 +30,13 @@ struct CMadeFrame {
         status = CStatus::Failure(std::move(message));
     }
 };
+
+std::span<const float> CutMix(const CMixedSound& mixed, int framesPerSecond, int firstFrame, int frames) {
+    const std::span<const float> all(mixed.stereo);
+    const std::size_t begin = std::min(MixedBefore(firstFrame, framesPerSecond) * mixChannels, all.size());
+    const std::size_t end = std::min(MixedBefore(firstFrame + frames, framesPerSecond) * mixChannels, all.size());
+    return all.subspan(begin, end - begin);
+}
 
 class CRenderRun {
 public:
@@ -76,13 +85,16 @@ private:
     CStatus OpenMovie() {
         const CSceneGeometry& scene = m_job.shot.scene.geometry;
         std::vector<std::uint8_t> sound;
-        if (m_job.sound && !m_frames.empty())
-            sound = CutSound(*m_job.sound, scene.frameRate, m_frames.front(),
-                             PositionOf(m_frames.back()) + LastStands());
+        CMovieSoundTrack track;
+        const int length = m_frames.empty() ? 0 : PositionOf(m_frames.back()) + LastStands();
+        if (m_settings.format == RenderFormat::Mp4 && m_job.mixed && length > 0)
+            track = {{}, mixRate, CutMix(*m_job.mixed, scene.frameRate, m_frames.front(), length)};
+        else if (m_job.sound && length > 0)
+            track = {sound = CutSound(*m_job.sound, scene.frameRate, m_frames.front(), length), samplesPerSecond};
         return OpenRenderMovie(m_settings.target,
                                {m_settings.format == RenderFormat::Mp4, m_settings.compressor, m_settings.quality,
                                 scene.frameRate, m_geometry.output, scene.background},
-                               sound, m_movie);
+                               track, m_movie);
     }
 
     int PositionOf(int frame) const { return frame - m_frames.front(); }

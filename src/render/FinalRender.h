@@ -3,6 +3,7 @@
 #include "platform/Progress.h"
 #include "render/FrameFiles.h"
 #include "render/FrameRequests.h"
+#include "sound/SoundMix.h"
 
 #include <cstdint>
 #include <functional>
@@ -56,6 +57,7 @@ struct CRenderJob {
     CRenderSettings settings;
     std::optional<std::span<const std::uint8_t>> sound; ///< the prepared track, for movies
     std::optional<CFinishedFrames> finished{};          ///< a movie is joined of these instead of composed
+    std::optional<CMixedSound> mixed{};                 ///< the same sound in full quality, for an MP4
 };
 
 enum class RenderEnd { Complete, Stopped, Failed };

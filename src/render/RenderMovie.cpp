@@ -5,7 +5,6 @@
 #include "render/FrameComposer.h"
 #include "render/avi/AviWriter.h"
 #include "render/avi/MsVideo1.h"
-#include "sound/SoundFile.h"
 
 #include <utility>
 
@@ -42,10 +41,10 @@ class COurMovie final : public IRenderMovie {
 public:
     explicit COurMovie(const CRenderMovieSettings& settings) : m_settings(settings) {}
 
-    CStatus Open(const Path& path, std::span<const std::uint8_t> sound) {
+    CStatus Open(const Path& path, const CMovieSoundTrack& sound) {
         CStatus opened = m_writer.Open(path, {m_settings.quality, m_settings.rate, m_settings.size.width,
                                               m_settings.size.height, m_settings.background});
-        return opened ? m_writer.AddSound(sound) : opened;
+        return opened ? m_writer.AddSound(sound.samples) : opened;
     }
     void Encode(CFrameBuffer& frame, std::vector<std::uint8_t>& encoded) const override {
         EncodeMsVideo1(frame.pixels, frame.width, frame.height, m_settings.quality, m_settings.background, encoded);
@@ -69,8 +68,8 @@ class CForeignMovie final : public IRenderMovie {
 public:
     explicit CForeignMovie(bool isMp4) : m_isMp4(isMp4) {}
 
-    CStatus Open(const Path& path, const CMovieFormat& format, std::span<const std::uint8_t> sound) {
-        return StatusOf(m_writer.Open(path, format, {sound, samplesPerSecond}), m_isMp4);
+    CStatus Open(const Path& path, const CMovieFormat& format, const CMovieSoundTrack& sound) {
+        return StatusOf(m_writer.Open(path, format, sound), m_isMp4);
     }
     void Encode(CFrameBuffer& frame, std::vector<std::uint8_t>& encoded) const override {
         std::swap(frame.pixels, encoded);
@@ -106,7 +105,7 @@ CStatus OpenAs(std::unique_ptr<IRenderMovie>& movie, Movie made, const Arguments
 
 } // namespace
 
-CStatus OpenRenderMovie(const Path& path, const CRenderMovieSettings& settings, std::span<const std::uint8_t> sound,
+CStatus OpenRenderMovie(const Path& path, const CRenderMovieSettings& settings, const CMovieSoundTrack& sound,
                         std::unique_ptr<IRenderMovie>& movie) {
     if (settings.isMp4)
         return OpenAs(movie, CForeignMovie(true), path, FormatOf(settings, {}), sound);

@@ -14,6 +14,7 @@
 namespace velmor {
 
 struct CFrameBuffer;
+struct CMovieSoundTrack;
 
 /// What a movie of the final output is opened with.
 struct CRenderMovieSettings {
@@ -38,8 +39,8 @@ public:
     virtual CStatus Close(int length) = 0;
 };
 
-/// Opens a movie with its sound (8-bit mono at the sounds' rate, empty for none).
-CStatus OpenRenderMovie(const Path& path, const CRenderMovieSettings& settings, std::span<const std::uint8_t> sound,
+/// Opens a movie with its sound, at the sounds' rate where it is 8-bit mono.
+CStatus OpenRenderMovie(const Path& path, const CRenderMovieSettings& settings, const CMovieSoundTrack& sound,
                         std::unique_ptr<IRenderMovie>& movie);
 
 } // namespace velmor

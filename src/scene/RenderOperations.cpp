@@ -4,6 +4,7 @@
 #include "render/Compressors.h"
 #include "scene/DialogRequests.h"
 #include "scene/EditedImage.h"
+#include "scene/SceneSound.h"
 #include "scene/Settings.h"
 #include "scene/SoundOperations.h"
 
@@ -130,6 +131,11 @@ bool CRenderOperations::Render(const CRenderSetup& setup) {
     CRenderJob job{{model.Scene(), model.Paths().SceneFolder(), setup.antialias}, RenderSettingsOf(setup), {}};
     if (model.soundBuffer)
         job.sound = *model.soundBuffer;
+    if (job.sound && job.settings.format == RenderFormat::Mp4) {
+        const std::shared_ptr<void> wait = m_context.prompter.BeginWait();
+        if (!m_context.Report(MixSceneSound(model, job.mixed)))
+            return false;
+    }
     std::unique_ptr<IProgress> progress = m_context.prompter.BeginProgress("Rendering");
     const CRenderOutcome outcome = RenderToDisk(
         job, m_cache, *progress, [this] { return m_context.prompter.AskYesNo("Do you want to stop rendering?"); });

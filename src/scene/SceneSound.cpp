@@ -1,11 +1,23 @@
 #include "scene/SceneSound.h"
 
 #include "scene/SceneModel.h"
+#include "sound/OriginalSound.h"
 #include "sound/SoundFile.h"
 
 #include <algorithm>
 
 namespace velmor {
+
+namespace {
+
+// False when the file cannot be read to its end, or its sound.
+bool DecodeOriginal(CSoundReader& reader, std::size_t most, std::vector<float>& stereo) {
+    while (stereo.size() < most * mixChannels && reader.Read({mixRate, mixChannels}, stereo))
+        continue;
+    return reader.IsWhole() && !stereo.empty();
+}
+
+} // namespace
 
 CStatus PrepareSoundTrack(CSceneModel& model, Path* resisting) {
     const CScene& scene = model.Scene();
@@ -18,6 +30,35 @@ CStatus PrepareSoundTrack(CSceneModel& model, Path* resisting) {
     };
     return PrepareTrack(scene.sounds.All(), scene.xsheet.FrameCount(), std::max(1, scene.geometry.frameRate), load,
                         model.soundBuffer);
+}
+
+CStatus MixSceneSound(const CSceneModel& model, std::optional<CMixedSound>& mixed) {
+    mixed.reset();
+    const CScene& scene = model.Scene();
+    const CScenePaths paths = model.Paths();
+    if (!std::ranges::any_of(scene.sounds.All(), [&](const CSoundPlacement& sound) {
+            return FileExists(paths.OriginalFile(sound.name));
+        }))
+        return {};
+    bool hasOriginal = false;
+    const auto load = [&](const std::string& name, std::size_t most, std::vector<float>& stereo) {
+        std::vector<std::uint8_t> samples;
+        CStatus status = LoadSoundFile(paths.SoundFile(name), name, samples);
+        if (!status)
+            return status;
+        CSoundReader reader;
+        if (OpenOriginal(paths.OriginalFile(name), samples, reader) && DecodeOriginal(reader, most, stereo))
+            hasOriginal = true;
+        else
+            stereo = StereoOf(samples, most);
+        return CStatus();
+    };
+    CMixedSound made;
+    const CStatus status =
+        MixSounds(scene.sounds.All(), scene.xsheet.FrameCount(), std::max(1, scene.geometry.frameRate), load, made);
+    if (status && hasOriginal)
+        mixed = std::move(made);
+    return status;
 }
 
 } // namespace velmor

@@ -3,6 +3,7 @@
 
 #include "platform/movie/AviReader.h"
 #include "platform/movie/MovieWriter.h"
+#include "platform/movie/SoundReader.h"
 #include "render/Compressors.h"
 #include "render/FinalRender.h"
 #include "render/Flipbook.h"
@@ -154,6 +155,32 @@ TEST_F(RenderMovie, Mp4HoldsEachFrameForItsStepAndStaysInTimeWithItsSound) {
 
     const std::string bytes = TextOfFile(job.settings.target);
     EXPECT_LT(bytes.find("moov"), bytes.find("mdat"));
+}
+
+TEST_F(RenderMovie, Mp4TakesTheMixedSoundInItsFullQuality) {
+    CRenderJob job = Job(RenderFormat::Mp4, "m");
+    job.settings.frames = {2, 3, 4, 5, 6, 7};
+    CMixedSound mixed;
+    for (std::size_t i = 0; i < MixedBefore(CTestScene::frames, 24); ++i) {
+        mixed.stereo.push_back(static_cast<float>(0.5 * std::sin(static_cast<double>(i) * 0.05)));
+        mixed.stereo.push_back(static_cast<float>(-0.25 * std::sin(static_cast<double>(i) * 0.31)));
+    }
+    job.mixed = mixed;
+    const CDecodedMovie movie = Render(job);
+    EXPECT_EQ(movie.soundRate, mixRate);
+    EXPECT_EQ(movie.soundChannels, 2);
+    CSoundReader reader;
+    ASSERT_EQ(reader.Open(job.settings.target), MovieError::None);
+    std::vector<float> heard;
+    while (reader.Read({mixRate, mixChannels}, heard))
+        continue;
+    const std::size_t from = MixedBefore(2, 24) * 2;
+    ASSERT_GE(heard.size(), MixedBefore(6, 24) * 2);
+    for (std::size_t i = 4000; i < MixedBefore(6, 24) * 2 - 4000; ++i)
+        ASSERT_NEAR(heard[i], mixed.stereo[from + i], 0.06) << i;
+    job.settings.format = RenderFormat::Avi;
+    job.settings.target = RenderTargetOf(folder / "m", RenderFormat::Avi);
+    EXPECT_EQ(Render(job).soundRate, 22050) << "an AVI has the track";
 }
 
 TEST_F(RenderMovie, Mp4WithoutSoundAndWithOddSizesIsFilledUpWithBackground) {

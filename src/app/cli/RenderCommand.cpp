@@ -5,6 +5,7 @@
 #include "app/cli/RenderPlan.h"
 #include "app/cli/SceneReader.h"
 #include "render/RenderSetup.h"
+#include "scene/SceneSound.h"
 #include "scene/SoundOperations.h"
 
 #include <iostream>
@@ -83,6 +84,8 @@ private:
             if (!CSoundOperations(m_scene->context).PrepareMissingTrack())
                 return statusInputMissing;
             job.sound = *scene.soundBuffer;
+            if (settings.format == RenderFormat::Mp4 && !m_scene->context.Report(MixSceneSound(scene, job.mixed)))
+                return statusFailed;
         }
         return Render(job);
     }
