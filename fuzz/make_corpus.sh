@@ -9,7 +9,7 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
 rm -rf "$corpus"
-for reader in avi bitmap cel csv history journal notes packed palette picture piece png scanner settings sound targa tiff wave xdts xsheet; do
+for reader in avi bitmap cel csv history journal notes original packed palette picture piece png scanner settings sound targa tiff wave xdts xsheet; do
     mkdir -p "$corpus/$reader"
 done
 
@@ -127,6 +127,14 @@ wave 11025 abcdefg >"$corpus/wave/slower"
 cp "$work/plain.wav" "$corpus/wave/"
 import sound --name Small "$work/plain.wav"
 cp "$scene/_Sounds_/Small.sound" "$corpus/sound/"
+# One of two channels, converted.
+{
+    head -c 22 "$work/plain.wav"
+    le 2 2
+    tail -c +25 "$work/plain.wav"
+} >"$work/stereo.wav"
+import sound --convert --name Both "$work/stereo.wav"
+cp "$scene/_Sounds_/Both.original" "$corpus/original/"
 
 # targa BITS DESCRIPTOR IDENTIFICATION: 3 x 2 pixels.
 targa() {

@@ -178,6 +178,12 @@ Path CAssetOperations::AssetFile(const std::string& name) const {
     return model.Paths().AssetFile(model.sourceMode, model.folderName, name);
 }
 
+std::optional<Path> CAssetOperations::OriginalOf(const std::string& name) const {
+    const CSceneModel& model = m_context.model;
+    const Path file = model.Paths().OriginalFile(name);
+    return model.sourceMode == SourceMode::Sounds && FileExists(file) ? std::optional(file) : std::nullopt;
+}
+
 bool CAssetOperations::DeleteFile(const Path& file) const {
     return (FileExists(file) && m_trash.Take(file)) || RemoveFile(file);
 }
@@ -188,8 +194,11 @@ void CAssetOperations::DeleteSelected() {
         return;
     CSceneEdit edit(m_context, "Delete Assets", UpdateHint::AssetLists);
     std::vector<Path> files;
-    for (const std::string& name : model.sourceSelection)
+    for (const std::string& name : model.sourceSelection) {
         files.push_back(AssetFile(name));
+        if (const std::optional<Path> original = OriginalOf(name))
+            files.push_back(*original);
+    }
     edit.KeepDeletion(files);
     std::optional<Path> resisting;
     for (const std::string& name : std::vector(model.sourceSelection)) {
@@ -198,6 +207,8 @@ void CAssetOperations::DeleteSelected() {
             resisting = file;
             break;
         }
+        if (const std::optional<Path> original = OriginalOf(name))
+            static_cast<void>(DeleteFile(*original)); // without its sound it is nobody's
         edit.AlsoAnnounce(ForgetAsset(edit, name));
     }
     edit.End();
@@ -286,8 +297,18 @@ void CAssetOperations::RenameSelected() {
     const bool replaced = FileExists(AssetFile(newName));
     CSceneEdit edit(m_context, "Rename " + oldName + " to " + newName, UpdateHint::AssetLists);
     edit.KeepRenaming(AssetFile(oldName), AssetFile(newName));
+    const std::optional<Path> original = OriginalOf(oldName);
+    const std::optional<Path> replacedOriginal = OriginalOf(newName);
+    if (original)
+        edit.KeepRenaming(*original, model.Paths().OriginalFile(newName));
+    else if (replacedOriginal)
+        edit.KeepFile(*replacedOriginal);
     // Replaces in one step: a file that cannot be moved leaves the other as it was.
     if (MoveFile(AssetFile(oldName), AssetFile(newName))) {
+        if (original)
+            static_cast<void>(MoveFile(*original, model.Paths().OriginalFile(newName)));
+        else if (replacedOriginal)
+            static_cast<void>(RemoveFile(*replacedOriginal));
         edit.AlsoAnnounce(FollowRename(edit, oldName, newName, replaced));
         return;
     }
@@ -327,6 +348,14 @@ UpdateHint CAssetOperations::FollowSoundRename(CSceneEdit& edit, const std::stri
     return removed + renamed > 0 ? UpdateHint::Cells : UpdateHint::None;
 }
 
+// A copy without it would be the same sound in less quality.
+void CAssetOperations::CopyOriginal(const std::string& from, const std::string& to) const {
+    if (const std::optional<Path> stale = OriginalOf(to))
+        static_cast<void>(RemoveFile(*stale));
+    if (const std::optional<Path> original = OriginalOf(from))
+        static_cast<void>(CopyFileIfAbsent(*original, m_context.model.Paths().OriginalFile(to)));
+}
+
 void CAssetOperations::DuplicateSelected() {
     CSceneModel& model = m_context.model;
     if (!CanChangeAssets(model))
@@ -345,8 +374,12 @@ void CAssetOperations::DuplicateSelected() {
     CSceneEdit edit(m_context, "Duplicate " + TitleOfFile(model.SceneFile(AssetFile(original))),
                     UpdateHint::AssetLists);
     edit.KeepFile(copy);
-    if (CopyFileIfAbsent(AssetFile(original), copy))
+    if (model.sourceMode == SourceMode::Sounds)
+        edit.KeepFile(model.Paths().OriginalFile(*name));
+    if (CopyFileIfAbsent(AssetFile(original), copy)) {
+        CopyOriginal(original, *name);
         return;
+    }
     edit.CallOff();
     m_context.Show("Can not duplicate asset!\nEither the destination asset exists,\nor disk is full??\n"
                    "or disk is write protected??");

@@ -6,6 +6,7 @@
 #include "xsheet/SheetCell.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 
 namespace velmor {
@@ -71,6 +72,9 @@ private:
     std::string StoredName(const std::string& entered) const;
     /// The file of an asset of the shown kind.
     Path AssetFile(const std::string& name) const;
+    /// What goes along with a sound; nothing where there is none, or other assets are shown.
+    std::optional<Path> OriginalOf(const std::string& name) const;
+    void CopyOriginal(const std::string& from, const std::string& to) const;
     [[nodiscard]] bool DeleteFile(const Path& file) const;
     // What follows when files are gone or moved. They return what the views are to be told.
     UpdateHint ForgetAsset(CSceneEdit& edit, const std::string& name);

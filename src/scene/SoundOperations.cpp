@@ -4,17 +4,18 @@
 #include "scene/NamingRules.h"
 #include "scene/SceneEdit.h"
 #include "scene/SceneSound.h"
+#include "sound/OriginalSound.h"
 #include "sound/SoundFile.h"
-#include "sound/WaveFile.h"
 
 #include <algorithm>
+#include <array>
 
 namespace velmor {
 
 namespace {
 
 constexpr int frameRateOfNoScene = 25;
-constexpr const char* importWithoutScene = "Internal Error : OnSourcesImportsound called with no scene open";
+constexpr const char* occupiedFrame = "A sound already exists at that frame. \nPlease delete it from xsheet first";
 
 } // namespace
 
@@ -46,8 +47,7 @@ bool CSoundOperations::CanDropSound(int frame) const {
         return false;
     }
     if (model.Scene().sounds.NameAt(frame) != nullptr) {
-        m_context.prompter.ShowVelmorMessage(
-            "A sound already exists at that frame. \nPlease delete it from xsheet first");
+        m_context.prompter.ShowVelmorMessage(occupiedFrame);
         return false;
     }
     return true;
@@ -59,6 +59,29 @@ void CSoundOperations::DropSound(int frame) {
     CSceneEdit edit(m_context, "Drop Sound", UpdateHint::Cells);
     if (!edit.Sounds().Place(frame, m_context.model.sourceSelection.front()))
         edit.CallOff();
+}
+
+bool CSoundOperations::MoveSound(int from, int to) {
+    const CSceneModel& model = m_context.model;
+    const std::string* name = model.sceneOpen ? model.Scene().sounds.NameAt(from) : nullptr;
+    if (name == nullptr || from == to || !model.Scene().xsheet.HasFrame(to))
+        return false;
+    if (model.Scene().sounds.NameAt(to) != nullptr) {
+        m_context.prompter.ShowVelmorMessage(occupiedFrame);
+        return false;
+    }
+    CSceneEdit edit(m_context, "Move Sound " + *name, UpdateHint::Cells);
+    return edit.Sounds().Move(from, to);
+}
+
+std::optional<int> CSoundOperations::SoundAtCursor() const {
+    const CSceneModel& model = m_context.model;
+    std::optional<int> start;
+    if (model.sceneOpen)
+        for (const CSoundPlacement& sound : model.Scene().sounds.All())
+            if (sound.frame <= model.cursorFrame && sound.frame >= start.value_or(0))
+                start = sound.frame;
+    return start;
 }
 
 void CSoundOperations::RemoveSelectedSounds() {
@@ -118,29 +141,6 @@ int CSoundOperations::GetFPS() const {
                : frameRateOfNoScene;
 }
 
-void CSoundOperations::AskAndImportSound() {
-    if (!m_context.Require(m_context.model.sceneOpen, importWithoutScene))
-        return;
-    const std::vector<Path> files = m_context.prompter.Ask(
-        COpenFilesRequest{{"Select an audio file", "Audio Files (*.wav) |*.wav|", ".wav", "", false}});
-    if (files.empty())
-        return;
-    CWaveSound wave;
-    if (!m_context.Report(ReadWaveFile(files.front(), wave)) ||
-        !m_context.Require(!m_canPlay || m_canPlay(), "There are no audio devices to play this sound!"))
-        return;
-    if (const std::optional<std::string> name = AskSoundName())
-        static_cast<void>(StoreSound(*name, wave.rate, wave.samples)); // it has said why not
-}
-
-bool CSoundOperations::ImportSound(const Path& file, const std::string& name) {
-    CWaveSound wave;
-    return m_context.Require(m_context.model.sceneOpen, importWithoutScene) &&
-           m_context.Report(ReadWaveFile(file, wave)) &&
-           m_context.Require(static_cast<bool>(CheckSoundName(name)), brokenPictureName) &&
-           StoreSound(name, wave.rate, wave.samples);
-}
-
 bool CSoundOperations::AcceptSoundName(const std::string& name) const {
     return m_context.Report(CheckSoundName(name)) &&
            (!FileExists(m_context.model.Paths().SoundFile(name)) ||
@@ -152,11 +152,22 @@ std::optional<std::string> CSoundOperations::AskSoundName() const {
         CNameRequest{NameKind::Sound, "", [this](const std::string& name) { return AcceptSoundName(name); }});
 }
 
-bool CSoundOperations::StoreSound(const std::string& name, int rate, std::span<const std::uint8_t> samples) {
+void CSoundOperations::StoreOriginal(const std::string& name, std::span<const std::uint8_t> samples,
+                                     const COriginalSource* original) {
+    const Path file = m_context.model.Paths().OriginalFile(name);
+    // What is left of a sound that was replaced is not the new one's.
+    if (FileExists(file) && !RemoveFile(file))
+        return;
+    if (original != nullptr)
+        static_cast<void>(m_context.Report(WriteOriginal(file, *original, samples)));
+}
+
+bool CSoundOperations::StoreSound(const std::string& name, int rate, std::span<const std::uint8_t> samples,
+                                  const COriginalSource* original) {
     const CSceneModel& model = m_context.model;
     static_cast<void>(CreateFolder(model.Paths().SoundsFolder())); // or writing fails, and says so
     CSceneEdit edit(m_context, "Sound " + name, UpdateHint::AssetLists);
-    edit.KeepFile(model.Paths().SoundFile(name));
+    edit.KeepFiles(std::array{model.Paths().SoundFile(name), model.Paths().OriginalFile(name)});
     const CSoundWriteResult result = WriteSound(model.Paths().SoundFile(name), rate, samples);
     if (!result.message.empty())
         m_context.Show(result.message);
@@ -164,6 +175,8 @@ bool CSoundOperations::StoreSound(const std::string& name, int rate, std::span<c
         edit.CallOff();
         return false;
     }
+    if (result.message.empty())
+        StoreOriginal(name, samples, original);
     const auto& placed = model.Scene().sounds.All();
     if (std::ranges::any_of(placed, [&](const CSoundPlacement& sound) { return sound.name == name; }))
         edit.PrepareSound();

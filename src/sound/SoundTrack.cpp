@@ -42,6 +42,16 @@ bool CSoundPlacements::Place(int frame, std::string name) {
     return true;
 }
 
+bool CSoundPlacements::Move(int from, int to) {
+    const auto found = std::ranges::find(All(), from, &CSoundPlacement::frame);
+    if (found == All().end() || (to != from && NameAt(to) != nullptr))
+        return false;
+    const auto at = static_cast<std::size_t>(found - All().begin());
+    if (to != from)
+        m_placements.Change()[at].frame = to;
+    return true;
+}
+
 bool CSoundPlacements::RemoveAt(int frame) {
     if (NameAt(frame) == nullptr)
         return false;

@@ -25,6 +25,8 @@ public:
     const std::string* NameAt(int frame) const;
     /// False when full or when a sound already starts at the frame.
     [[nodiscard]] bool Place(int frame, std::string name);
+    /// Has the sound that starts at `from` start at `to`. False when there is none, or another one starts there.
+    bool Move(int from, int to);
     /// False when no sound starts at the frame.
     bool RemoveAt(int frame);
     /// Removes every placement of a sound; returns how many there were.

@@ -1,4 +1,5 @@
 #include "CommandLineFixture.h"
+#include "PcmWave.h"
 
 #include "image/import/ImageReaders.h"
 #include "sound/SoundFile.h"
@@ -239,7 +240,17 @@ TEST_F(CommandLine, ImportsDrawingsPicturesAndSounds) {
     ASSERT_TRUE(LoadSoundFile(scene.folder / "_Sounds_" / "click.sound", "click", samples));
     EXPECT_EQ(samples, (std::vector<std::uint8_t>{1, 1, 2, 2, 3, 3, 4, 4})); // 11025 a second
 
+    const Path stereo = folder / "stereo.wav";
+    WriteBytes(stereo, testing::PcmWave(48000, 2, 24, 4800, [](int, int) { return 0.5; }));
+    const std::string convert = "import sound " + Database() + "Test --convert --name Long " + stereo.string();
+    ASSERT_EQ(Run(convert).status, 0);
+    ASSERT_TRUE(LoadSoundFile(scene.folder / "_Sounds_" / "Long.sound", "Long", samples));
+    EXPECT_NEAR(static_cast<double>(samples.size()), 2205, 2);
+    EXPECT_TRUE(FileExists(scene.folder / "_Sounds_" / "Long.original"));
+
     const auto before = Contents();
+    EXPECT_EQ(Run("import sound " + Database() + "Test --name Other " + stereo.string()).error,
+              "Unsupported audio file!\n(8bit Mono PCM encoded wave files are supported)\n");
     EXPECT_EQ(Run(cel + "--name a1 " + tga).status, 1);
     EXPECT_EQ(Run("import cel " + Database() + "Test --folder _Pictures_ " + tga).status, 1);
     bytes.resize(30);

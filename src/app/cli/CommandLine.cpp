@@ -132,6 +132,8 @@ private:
         AddFiles(*picture, ImportKind::Picture, 1);
         CLI::App* sound = AddSceneCommand(*import, "sound", "A sound", m_import.scene);
         sound->add_option("--name", m_import.name, "Name of the sound")->required();
+        sound->add_flag("--convert", m_import.convert,
+                        "Convert a sound of another form, and keep what it was for movies");
         AddFiles(*sound, ImportKind::Sound, 1);
         AddSequence(*import);
     }

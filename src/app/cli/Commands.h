@@ -84,6 +84,7 @@ struct CImportArguments {
     std::string folder; ///< of cels
     std::string name;   ///< empty: the next free number of the folder
     std::optional<int> threshold;
+    bool convert = false; ///< a sound of another form
     std::vector<std::string> files;
 };
 

@@ -34,7 +34,7 @@ bool ImportCels(CChangedScene& scene, const CImportArguments& arguments) {
 bool Import(CChangedScene& scene, const CImportArguments& arguments) {
     switch (arguments.kind) {
     case ImportKind::Sound:
-        return scene.sounds.ImportSound(PathOf(arguments.files.front()), arguments.name);
+        return scene.sounds.ImportSound(PathOf(arguments.files.front()), arguments.name, arguments.convert);
     case ImportKind::Picture:
         return scene.imports.ImportPicture(PathOf(arguments.files.front()), arguments.name);
     case ImportKind::Cel:
