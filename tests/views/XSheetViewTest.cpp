@@ -5,9 +5,11 @@
 #include "qt/Patience.h"
 #include "scene/CameraOperations.h"
 #include "scene/CellOperations.h"
+#include "scene/SceneHistory.h"
 #include "scene/SceneLifecycle.h"
 #include "scene/SceneModel.h"
 #include "scene/Settings.h"
+#include "scene/SoundOperations.h"
 #include "scene/XSheetCursor.h"
 #include "scene/XSheetOperations.h"
 #include "views/source/SourceView.h"
@@ -360,6 +362,71 @@ TEST_F(XSheetViewTest, DroppedSoundsCountByFrameOnly) {
     const int placed = doc->Model().Scene().sounds.Count();
     view->DropSounds(Port()->mapToGlobal(QPoint(520, 5)));
     EXPECT_EQ(doc->Model().Scene().sounds.Count(), placed);
+}
+
+TEST_F(XSheetViewTest, SoundsAreDraggedAlongTheirColumn) {
+    Open();
+    const auto placed = [this] { return doc->Model().Scene().sounds.All(); };
+    const auto sound = [](int frame) { return QPoint(520, At(0, frame).y()); };
+    ASSERT_EQ(placed(), (std::vector<CSoundPlacement>{{2, "tick"}}));
+    Press(sound(2));
+    DragTo(sound(6));
+    Release(sound(6));
+    EXPECT_EQ(Selection(), (CXSheetSelection{2, 2, 2, 6})) << "a drag selects";
+    EXPECT_EQ(placed().front().frame, 2);
+
+    TakePainted();
+    Press(sound(2), Qt::ControlModifier);
+    DragTo(sound(6));
+    EXPECT_TRUE(TakePainted().contains(sound(6))) << "where it would be";
+    EXPECT_EQ(placed().front().frame, 2);
+    Key(Qt::Key_Escape);
+    Release(sound(6));
+    EXPECT_EQ(placed().front().frame, 2);
+
+    Press(sound(2), Qt::ControlModifier);
+    DragTo(sound(4));
+    DragTo(sound(6));
+    Release(sound(6));
+    EXPECT_EQ(placed(), (std::vector<CSoundPlacement>{{6, "tick"}}));
+    EXPECT_EQ(Selection(), (CXSheetSelection{2, 2, 2, 6})) << "what was selected stays";
+    doc->History().Undo();
+    EXPECT_EQ(placed().front().frame, 2) << "one step";
+
+    Press(sound(2), Qt::ControlModifier);
+    DragTo({520, Port()->height() + 40});
+    EXPECT_TRUE(WaitFor([&] { return view->Geometry().firstFrame >= 3; })) << "the sheet follows";
+    DragTo({520, -1000});
+    Release({520, -1000});
+    EXPECT_EQ(placed().front().frame, 0) << "no sound starts before the sheet does";
+    Press(sound(9), Qt::ControlModifier);
+    Release(sound(9));
+    EXPECT_EQ(Cursor().frame, view->Geometry().firstFrame + 9) << "without a sound it is a click";
+}
+
+TEST_F(XSheetViewTest, SoundWavesAreDrawnWhenTheyAreComputed) {
+    Open();
+    std::vector<std::uint8_t> loud(3 * 918, 128);
+    for (std::size_t i = 918; i < 2 * 918; ++i)
+        loud[i] = i % 2 == 0 ? 28 : 228;
+    ASSERT_TRUE(doc->Sounds().StoreSound("Loud", 22050, loud));
+    SelectAssets(SourceMode::Sounds, {"Loud"});
+    doc->Sounds().DropSound(5);
+    const QImage without = Port()->grab().toImage();
+    EXPECT_FALSE(view->ShowsSoundWaves());
+    const auto row = [](int frame) { return QRect(480, 40 + 20 * frame, 60, 19); };
+    const auto differs = [&](int frame) { return Port()->grab(row(frame)).toImage() != without.copy(row(frame)); };
+    view->ShowSoundWaves(true);
+    EXPECT_TRUE(WaitFor([&] { return differs(6); }));
+    EXPECT_FALSE(differs(8)) << "it is over";
+    EXPECT_EQ(Port()->grab().toImage().copy(0, 0, 480, 240), without.copy(0, 0, 480, 240));
+
+    std::ranges::fill(loud, std::uint8_t{128});
+    const QImage before = Port()->grab(row(6)).toImage();
+    ASSERT_TRUE(doc->Sounds().StoreSound("Loud", 22050, loud));
+    EXPECT_TRUE(WaitFor([&] { return Port()->grab(row(6)).toImage() != before; })) << "its file has changed";
+    view->ShowSoundWaves(false);
+    EXPECT_EQ(Port()->grab().toImage(), without);
 }
 
 TEST_F(XSheetViewTest, AssetsHeldNearAnEdgeScroll) {

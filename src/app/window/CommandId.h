@@ -84,6 +84,8 @@ enum class CommandId {
     ExposureDeleteTime = 33310,
     ExposurePush = 33311,
     ExposureNewDrawing = 33312,
+    XsheetSoundEarlier = 33341,
+    XsheetSoundLater = 33342,
 
     CelZoomIn = 32799,
     CelZoomOut = 32800,
@@ -208,6 +210,7 @@ enum class CommandId {
     ViewColors = 33103,
     ViewBrushes = 33104,
     ViewAssetThumbnails = 33105,
+    ViewSoundWaves = 33340,
     ViewAppearance = 33940,
 
     HelpManual = 32923,

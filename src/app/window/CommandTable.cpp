@@ -37,6 +37,8 @@
 #include "views/cel/PieceClipboard.h"
 #include "views/cel/SelectHand.h"
 #include "views/source/SourceView.h"
+#include "views/xsheet/XSheetView.h"
+#include "views/xsheet/XsheetFrame.h"
 
 #include <algorithm>
 
@@ -161,6 +163,17 @@ bool HasSelectedImages(const Target& target) {
 }
 bool HasPlacedSounds(const Target& target) {
     return target.doc.Model().sceneOpen && target.doc.Model().Scene().sounds.Count() > 0;
+}
+
+bool HasSoundAtCursor(const Target& target) {
+    return target.doc.Sounds().SoundAtCursor().has_value();
+}
+// The cursor goes along, so that the same sound moves on.
+template<int Frames>
+void MoveSound(Target& target) {
+    const std::optional<int> from = target.doc.Sounds().SoundAtCursor();
+    if (from && target.doc.Sounds().MoveSound(*from, *from + Frames))
+        target.doc.Cursor().GoTo({target.doc.Model().cursorLevel, *from + Frames});
 }
 
 template<CelTool Tool>
@@ -566,6 +579,12 @@ constexpr CCommand commands[] = {
     {CommandId::ExposurePush, "&Push What Follows", "", "",
      "Exposures that change their length push what follows, and do not eat it", "Push What Follows", Always,
      PushesWhatFollows, TogglePushing, sheet},
+    {CommandId::XsheetSoundEarlier, "Sound &Earlier\tCtrl+Up", "", "Ctrl+Up",
+     "Has the sound at the cursor start a frame earlier", "Sound Earlier", HasSoundAtCursor, nullptr, MoveSound<-1>,
+     sheet, Focused},
+    {CommandId::XsheetSoundLater, "Sound La&ter\tCtrl+Down", "", "Ctrl+Down",
+     "Has the sound at the cursor start a frame later", "Sound Later", HasSoundAtCursor, nullptr, MoveSound<1>,
+     sheet, Focused},
 
     // Cel
     {CommandId::CelZoomIn, "Zoom &In\tCTRL +", "zoom-in", "Ctrl++; Ctrl+=", "Zooms One Level In", "Zoom In",
@@ -965,6 +984,10 @@ constexpr CCommand commands[] = {
      "Show or hide what is drawn on cels and pictures in the asset list", "Toggle Asset Thumbnails", Always,
      [](const Target& target) { return target.frame.SourceView().ShowsThumbnails(); },
      Frame<&CMainFrame::ToggleAssetThumbnails>},
+    {CommandId::ViewSoundWaves, "Sound &Waves", "", "",
+     "Show or hide the waves of the sounds beside the frames of the xsheet", "Toggle Sound Waves", Always,
+     [](const Target& target) { return target.frame.XsheetPane().View().ShowsSoundWaves(); },
+     Frame<&CMainFrame::ToggleSoundWaves>, sheet},
     {CommandId::ViewAppearance, "&Appearance...", "", "", "Chooses light or dark colours for the window",
      "Appearance", Always, nullptr, Frame<&CMainFrame::ChooseAppearance>},
 

@@ -280,6 +280,11 @@ void CMainFrame::ToggleAssetThumbnails() {
     m_sourceView->ShowThumbnails(!m_sourceView->ShowsThumbnails());
 }
 
+void CMainFrame::ToggleSoundWaves() {
+    CXSheetView& view = m_xsheetPane->View();
+    view.ShowSoundWaves(!view.ShowsSoundWaves());
+}
+
 void CMainFrame::ShowManual() {
     OpenOnlineManual(*this, m_prompter, ProgramFolder());
 }
@@ -326,6 +331,7 @@ void CMainFrame::RestoreLayout() {
         m_panes->ArrangeHalves();
     statusBar()->setVisible(settings.Number("Status Bar", 1) != 0);
     m_sourceView->ShowThumbnails(settings.Number("Asset Thumbnails", 0) != 0);
+    m_xsheetPane->View().ShowSoundWaves(settings.Number("Sound Waves", 1) != 0);
 }
 
 void CMainFrame::SaveLayout() {
@@ -341,6 +347,7 @@ void CMainFrame::SaveLayout() {
     settings.SetNumber(halvesKey, m_panes->HasHalves() ? 1 : 0);
     settings.SetNumber("Status Bar", IsStatusBarShown() ? 1 : 0);
     settings.SetNumber("Asset Thumbnails", m_sourceView->ShowsThumbnails() ? 1 : 0);
+    settings.SetNumber("Sound Waves", m_xsheetPane->View().ShowsSoundWaves() ? 1 : 0);
 }
 
 } // namespace velmor

@@ -74,6 +74,7 @@ public:
     void ToggleStatusBar();
     void TogglePaneBar(PaneBar bar);
     void ToggleAssetThumbnails();
+    void ToggleSoundWaves();
     void ChooseAppearance();
     bool IsToolBarShown() const;
     bool IsStatusBarShown() const;

@@ -39,7 +39,10 @@ constexpr CommandId xsheetMenu[] = {XsheetAddLevel,
                                     Separator,
                                     XsheetOpenDrawing,
                                     XsheetBlur,
-                                    XsheetTransparency};
+                                    XsheetTransparency,
+                                    Separator,
+                                    XsheetSoundEarlier,
+                                    XsheetSoundLater};
 constexpr CommandId exposureMenu[] = {
     ExposureNewDrawing, Separator,     ExposureOnes,       ExposureTwos,       ExposureThrees, ExposureFours,
     Separator,          ExposureSwing, ExposureRandom,     Separator,          ExposureShift,  ExposureRoll,
@@ -124,9 +127,9 @@ constexpr CommandId previewMenu[] = {
     PreviewFree, Separator,     PreviewScrub,  ViewTransportBar};
 constexpr CMenu animationSubmenus[] = {{"Play &in Place", previewMenu}};
 constexpr CommandId viewMenu[] = {
-    ViewCameraAndXsheet, ViewCamera, ViewXsheet,          ViewCelEditor,   Separator,     ViewToolBar,
-    ViewStatusBar,       Separator,  ViewCameraTools,     ViewXsheetTools, ViewCelTools,  ViewColors,
-    ViewBrushes,         Separator,  ViewAssetThumbnails, Separator,       ViewAppearance};
+    ViewCameraAndXsheet, ViewCamera, ViewXsheet,          ViewCelEditor,   Separator,    ViewToolBar,
+    ViewStatusBar,       Separator,  ViewCameraTools,     ViewXsheetTools, ViewCelTools, ViewColors,
+    ViewBrushes,         Separator,  ViewAssetThumbnails, ViewSoundWaves,  Separator,    ViewAppearance};
 constexpr CommandId helpMenu[] = {HelpManual, Separator, HelpAbout, Separator, HelpDemonstration};
 
 constexpr CMenu menus[] = {{"&File", fileMenu},       {"&Edit", editMenu},           {"&Assets", assetsMenu},
@@ -141,7 +144,8 @@ constexpr CommandId sheetCellMenu[] = {XsheetOpenDrawing, Separator,  EditCut,
 constexpr CommandId sheetLevelMenu[] = {
     XsheetRenameLevel, XsheetAddLevel, XsheetDeleteLevel, XsheetSwapLevels, Separator,
     EditCut,           EditCopy,       EditPaste,         Separator,        XsheetMultipleLevels};
-constexpr CommandId sheetCameraMenu[] = {XsheetEditCameraData, XsheetInbetweenCamera, Separator, EditRemoveSound};
+constexpr CommandId sheetCameraMenu[] = {XsheetEditCameraData, XsheetInbetweenCamera, Separator,
+                                         EditRemoveSound,      XsheetSoundEarlier,    XsheetSoundLater};
 constexpr CMenu sheetMenus[] = {{"Cel", sheetCellMenu}, {"Level", sheetLevelMenu}, {"Camera", sheetCameraMenu}};
 
 constexpr CommandId mainToolBar[] = {FileNewScene,

@@ -99,6 +99,11 @@ std::optional<int> CXSheetGeometry::CameraFrameAt(QPoint point) const {
     return seen && point.y() >= headerHeight ? DropFrame(point.y()) : std::nullopt;
 }
 
+std::optional<int> CXSheetGeometry::SoundFrameAt(QPoint point) const {
+    const bool seen = CameraColumn().contains(point) && point.x() >= client.width() - soundWidth;
+    return seen && point.y() >= headerHeight ? DropFrame(point.y()) : std::nullopt;
+}
+
 QRect CXSheetGeometry::GridArea() const {
     return {frameColumnWidth, headerHeight, std::max(0, client.width() - frameColumnWidth - cameraColumnWidth),
             std::max(0, client.height() - headerHeight)};

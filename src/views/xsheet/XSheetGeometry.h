@@ -66,6 +66,9 @@ struct CXSheetGeometry {
     /// The frame of a point of the camera column below its header, the part for sounds excepted.
     std::optional<int> CameraFrameAt(QPoint point) const;
 
+    /// The frame of a point of the sound column below its header.
+    std::optional<int> SoundFrameAt(QPoint point) const;
+
     QRect GridArea() const;
     QRect CameraColumn() const; ///< header included
     int ColumnX(int level) const { return frameColumnWidth + levelWidth * (level - firstLevel); }

@@ -73,6 +73,7 @@ CFrameLook FrameLook(const CSceneModel& model, const CScene& shown, const CXShee
     look.sounding = heard >= 0;
     look.soundGoesOn = look.sounding && sounds.HeardAt(frame - 1) == heard;
     look.soundContinues = look.sounding && sounds.HeardAt(frame + 1) == heard;
+    look.wave = sounds.WaveAt(frame, CXSheetGeometry::rowHeight);
     if (const std::string* name = shown.sounds.NameAt(frame))
         look.sound = *name;
     return look;

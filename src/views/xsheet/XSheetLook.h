@@ -1,5 +1,6 @@
 #pragma once
 
+#include "sound/SoundPeaks.h"
 #include "views/xsheet/XSheetGeometry.h"
 #include "xsheet/CameraTrack.h"
 
@@ -53,6 +54,7 @@ struct CFrameLook {
     bool soundGoesOn = false;    ///< from the frame before
     bool soundContinues = false; ///< at the next frame
     bool ready = false;          ///< to be played in place
+    std::vector<CPeak> wave;     ///< of what is heard, one for each pixel line; empty where none is shown
 
     bool operator==(const CFrameLook&) const = default;
 };

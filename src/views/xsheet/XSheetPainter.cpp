@@ -243,12 +243,29 @@ void CXSheetPainter::PaintSound(const CFrameLook& frame, const QRect& rect, bool
     if (frame.sounding) {
         const QRect bar = rect.adjusted(2, frame.soundGoesOn ? 0 : 2, -3, frame.soundContinues ? 0 : -3);
         m_painter.fillRect(bar, m_style.soundFill);
+        PaintWave(frame.wave, bar, rect.y());
         m_painter.fillRect(bar.x(), bar.y(), 3, bar.height(), m_style.soundEdge);
     }
     if (frame.sound.empty())
         return;
     m_painter.setPen(frame.sounding ? m_style.text : m_style.missingText);
     DrawText(m_painter, m_style.smallTexts, frame.sound, rect.adjusted(7, 0, -margin, -1));
+}
+
+// Time runs down, loudness to either side of the bar's middle; silence is a thin line.
+void CXSheetPainter::PaintWave(const std::vector<CPeak>& wave, const QRect& bar, int top) {
+    constexpr int silence = 128;
+    const QRect inner = bar.adjusted(4, 0, -1, 0);
+    const int half = inner.width() / 2;
+    const int middle = inner.x() + half;
+    for (std::size_t line = 0; line < wave.size(); ++line) {
+        const int y = top + static_cast<int>(line);
+        if (y < bar.top() || y > bar.bottom())
+            continue;
+        const int left = (wave[line].low - silence) * half / silence;
+        const int right = (wave[line].high - silence) * half / silence;
+        m_painter.fillRect(middle + left, y, std::max(1, right - left), 1, m_style.soundWave);
+    }
 }
 
 void CXSheetPainter::PaintDropMark() {

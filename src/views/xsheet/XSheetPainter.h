@@ -30,6 +30,7 @@ private:
     void PaintFrameNumber(const CFrameLook& frame, int number, const QRect& rect, bool lastOfSecond);
     void PaintCamera(const CFrameLook& frame, const QRect& rect, bool lastOfSecond);
     void PaintSound(const CFrameLook& frame, const QRect& rect, bool lastOfSecond);
+    void PaintWave(const std::vector<CPeak>& wave, const QRect& bar, int top);
     void PaintDropMark();
     void PaintHeader(const QRegion& region);
     void PaintLevelHeader(const CLevelLook& level, int number, const QRect& rect);

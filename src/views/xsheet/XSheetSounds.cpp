@@ -1,6 +1,7 @@
 #include "views/xsheet/XSheetSounds.h"
 
 #include "sound/SoundFile.h"
+#include "views/xsheet/XSheetWaves.h"
 
 #include <algorithm>
 #include <numeric>
@@ -52,8 +53,36 @@ std::uint64_t CXSheetSounds::LengthOf(const CSceneModel& model, const std::strin
     std::vector<std::uint8_t> samples;
     if (file)
         static_cast<void>(LoadSoundFile(path, name, samples));
-    m_lengths[name] = {file, samples.size()};
+    m_lengths[name] = {path, file, samples.size()};
     return samples.size();
+}
+
+std::vector<CPeak> CXSheetSounds::WaveAt(int frame, int lines) const {
+    const int heard = HeardAt(frame);
+    if (m_waves == nullptr || heard < 0)
+        return {};
+    const CSoundPlacement& sound = m_placements[static_cast<std::size_t>(heard)];
+    const auto known = m_lengths.find(sound.name);
+    if (known == m_lengths.end() || !known->second.file)
+        return {};
+    const std::shared_ptr<const CSoundPeaks> peaks = m_waves->Find(known->second.path, *known->second.file);
+    if (!peaks)
+        return {};
+    const auto perFrame = static_cast<std::uint64_t>(SamplesPerFrame(m_frameRate));
+    const std::uint64_t first = static_cast<std::uint64_t>(frame - sound.frame) * perFrame;
+    std::vector<CPeak> wave;
+    for (std::uint64_t line = 0, count = static_cast<std::uint64_t>(lines); line < count; ++line)
+        wave.push_back(peaks->Between(first + perFrame * line / count, first + perFrame * (line + 1) / count));
+    return wave;
+}
+
+int CXSheetSounds::FramesOf(const CSoundPlacement& placement) const {
+    const auto perFrame = static_cast<std::uint64_t>(std::max(1, SamplesPerFrame(m_frameRate)));
+    const auto known = m_lengths.find(placement.name);
+    const std::uint64_t samples = known == m_lengths.end() ? 0 : known->second.samples;
+    const std::uint64_t frames = std::max<std::uint64_t>(1, (samples + perFrame - 1) / perFrame);
+    return static_cast<int>(
+        std::min<std::uint64_t>(frames, static_cast<std::uint64_t>(std::max(1, m_frameCount - placement.frame))));
 }
 
 } // namespace velmor

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "scene/SceneModel.h"
+#include "sound/SoundPeaks.h"
 
 #include <cstdint>
 #include <functional>
@@ -10,6 +11,8 @@
 #include <vector>
 
 namespace velmor {
+
+class CXSheetWaves;
 
 /// Number of samples of a sound by its name; 0 when it cannot be read.
 using SoundLength = std::function<std::uint64_t(const std::string& name)>;
@@ -31,8 +34,18 @@ public:
                                                                       : -1;
     }
 
+    /// Takes what is heard at a frame from `waves`, which outlives this; null shows nothing of it.
+    void ShowWaves(CXSheetWaves* waves) { m_waves = waves; }
+    bool ShowsWaves() const { return m_waves != nullptr; }
+    /// The extremes of what is heard at a frame, one for each of `lines`; empty while none are shown, or there.
+    std::vector<CPeak> WaveAt(int frame, int lines) const;
+    /// Frames from its start on that a placement lasts, at least 1; at most to the end of the sheet.
+    int FramesOf(const CSoundPlacement& placement) const;
+    const std::vector<CSoundPlacement>& Placements() const { return m_placements; }
+
 private:
     struct CLength {
+        Path path;
         std::optional<CFileIdentity> file;
         std::uint64_t samples = 0;
     };
@@ -44,6 +57,7 @@ private:
     std::string m_scene;
     std::map<std::string, CLength> m_lengths;
     std::vector<int> m_heard;
+    CXSheetWaves* m_waves = nullptr;
 };
 
 } // namespace velmor

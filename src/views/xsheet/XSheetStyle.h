@@ -55,6 +55,7 @@ struct CSheetColors {
     QColor secondLine;
     QColor soundFill;
     QColor soundEdge;
+    QColor soundWave;
     QColor dropColor;
     // What camera input moves, in the colours of its buttons.
     QColor movingLevel;

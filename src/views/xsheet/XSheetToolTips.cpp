@@ -2,8 +2,10 @@
 
 #include "scene/SceneModel.h"
 #include "views/Text.h"
+#include "views/xsheet/XSheetSounds.h"
 
 #include <QBuffer>
+#include <algorithm>
 #include <cmath>
 
 namespace velmor {
@@ -101,6 +103,26 @@ QString CameraToolTip(const CSceneModel& model, int frame) {
     return QString("<b>Camera</b>") + Dot() + QString("frame %1").arg(frame + 1) + "<br>Pan " +
            Number(camera.panX) + ", " + Number(camera.panY) + Dot() + "zoom " + Number(camera.zoom * 100) + '%' +
            Dot() + "rotation " + Degrees(camera.rotation);
+}
+
+QString SoundToolTip(const CXSheetSounds& sounds, int frame) {
+    const auto& placements = sounds.Placements();
+    auto sound = std::ranges::find(placements, frame, &CSoundPlacement::frame);
+    if (sound == placements.end() && sounds.HeardAt(frame) >= 0)
+        sound = placements.begin() + sounds.HeardAt(frame);
+    if (sound == placements.end())
+        return {};
+    const int frames = sounds.FramesOf(*sound);
+    return "<b>" + ToQt(sound->name).toHtmlEscaped() + "</b>" + Dot() +
+           QString("frames %1 to %2").arg(sound->frame + 1).arg(sound->frame + frames) +
+           "<br>Drag it with Ctrl held to have it start at another frame";
+}
+
+QString SoundDragText(const std::string& name, int from, int to) {
+    const QString moved = to == from
+                              ? QString("where it was")
+                              : QString("%1 %2").arg(std::abs(to - from)).arg(to > from ? "later" : "earlier");
+    return ToQt(name) + QString(" from frame %1, ").arg(to + 1) + moved;
 }
 
 } // namespace velmor

@@ -42,6 +42,7 @@ constexpr UpdateHint shownHints =
 CXSheetView::CXSheetView(CVelmorltDoc& doc, IPrompter&, QWidget* parent)
     : QAbstractScrollArea(parent),
       m_doc(doc),
+      m_waves([this] { Refresh(); }),
       m_mouse(doc),
       m_grip(doc),
       m_thumbnails(qGuiApp->devicePixelRatio()),
@@ -150,6 +151,11 @@ void CXSheetView::ShowPlayedFrame() {
         ScrollTo(m_geometry.firstLevel, *frame);
 }
 
+void CXSheetView::ShowSoundWaves(bool shown) {
+    m_sounds.ShowWaves(shown ? &m_waves : nullptr);
+    Refresh();
+}
+
 CXSheetLook CXSheetView::Look() const {
     CScenePreview& preview = m_doc.Preview();
     CPlayLook play{preview.Frame(), {}};
@@ -241,6 +247,8 @@ QString CXSheetView::ToolTipAt(QPoint point) {
     }
     if (const std::optional<int> frame = m_geometry.CameraFrameAt(point))
         return CameraToolTip(model, *frame);
+    if (const std::optional<int> frame = m_geometry.SoundFrameAt(point))
+        return SoundToolTip(m_sounds, *frame);
     const std::optional<CSheetCell> place = m_geometry.CellAt(point);
     if (!place || !model.Scene().xsheet.HasLevel(place->level) || !model.Scene().xsheet.HasFrame(place->frame))
         return {};
@@ -284,6 +292,10 @@ void CXSheetView::PressSheet(const QMouseEvent& event) {
         m_isScrubbing = true;
         return ScrubTo(point);
     }
+    if (event.modifiers().testFlag(Qt::ControlModifier) && m_soundDrag.Begin(m_sounds, m_geometry, point)) {
+        viewport()->setCursor(Qt::SizeVerCursor);
+        return DragSound(point);
+    }
     m_mouse.Press(m_geometry, point, event.modifiers().testFlag(Qt::ShiftModifier));
     if (m_mouse.IsButtonPressed())
         ShowHotButton(point, true);
@@ -296,6 +308,13 @@ void CXSheetView::mouseMoveEvent(QMouseEvent* event) {
             ScrubTo(point);
         else
             EndScrubbing();
+        return;
+    }
+    if (m_soundDrag.IsActive()) {
+        if (event->buttons().testFlag(Qt::LeftButton))
+            DragSound(point);
+        else
+            LetSoundGo(); // let go where no event could be seen
         return;
     }
     if (IsMouseBusy() && !event->buttons().testFlag(Qt::LeftButton)) {
@@ -375,6 +394,8 @@ void CXSheetView::timerEvent(QTimerEvent* event) {
         QAbstractScrollArea::timerEvent(event);
     else if (m_isScrubbing)
         ScrubTo(m_dragPoint);
+    else if (m_soundDrag.IsActive())
+        ScrollUnderSound();
     else if (m_grip.IsDragging())
         DragGrip(m_dragPoint, QGuiApplication::keyboardModifiers());
     else if (m_mouse.IsSelecting())
@@ -390,9 +411,39 @@ void CXSheetView::KeepScrolling(bool scrolls) {
         m_scrollTimer.start(scrollIntervalMs, this);
 }
 
+void CXSheetView::DragSound(QPoint point) {
+    m_dragPoint = point;
+    m_soundDrag.Move(m_geometry, point);
+    KeepScrolling(SoundScroll() != 0);
+    PointAt({std::nullopt, false, m_soundDrag.Mark()});
+    QToolTip::showText(viewport()->mapToGlobal(point),
+                       SoundDragText(m_soundDrag.Name(), m_soundDrag.From(), m_soundDrag.To()), viewport());
+}
+
+int CXSheetView::SoundScroll() const {
+    return m_geometry.DropScroll({m_geometry.GridArea().center().x(), m_dragPoint.y()}).y();
+}
+
+void CXSheetView::ScrollUnderSound() {
+    ScrollTo(m_geometry.firstLevel, m_geometry.firstFrame + SoundScroll());
+    DragSound(m_dragPoint);
+}
+
+void CXSheetView::LetSoundGo() {
+    m_soundDrag.End();
+    viewport()->unsetCursor();
+    QToolTip::hideText();
+    EndDrag();
+}
+
 void CXSheetView::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton && m_isScrubbing)
         EndScrubbing();
+    if (event->button() == Qt::LeftButton && m_soundDrag.IsActive()) {
+        LetSoundGo();
+        m_doc.Sounds().MoveSound(m_soundDrag.From(), m_soundDrag.To());
+        return;
+    }
     if (event->button() == Qt::LeftButton && m_grip.IsDragging()) {
         EndGripDrag(true);
         ShowHotButton(event->position().toPoint(), false);
@@ -484,6 +535,11 @@ void CXSheetView::contextMenuEvent(QContextMenuEvent* event) {
 void CXSheetView::keyPressEvent(QKeyEvent* event) {
     const Qt::KeyboardModifiers modifiers = event->modifiers() & ~Qt::KeypadModifier;
     const bool extend = modifiers == Qt::ShiftModifier;
+    if (m_soundDrag.IsActive()) {
+        if (event->key() == Qt::Key_Escape)
+            LetSoundGo();
+        return;
+    }
     event->ignore();
     if (m_grip.IsDragging() && event->key() == Qt::Key_Escape)
         EndGripDrag(false);

@@ -4,9 +4,11 @@
 #include "views/AssetThumbnails.h"
 #include "views/xsheet/SheetGrip.h"
 #include "views/xsheet/SheetTyping.h"
+#include "views/xsheet/SoundDrag.h"
 #include "views/xsheet/XSheetLook.h"
 #include "views/xsheet/XSheetMouse.h"
 #include "views/xsheet/XSheetSounds.h"
+#include "views/xsheet/XSheetWaves.h"
 
 #include <QAbstractScrollArea>
 #include <QBasicTimer>
@@ -47,6 +49,9 @@ public:
     void SetEnterCallback(std::function<void()> pressed) { m_enterPressed = std::move(pressed); }
     /// Shown at a right click.
     void SetContextMenus(const CSheetMenus& menus);
+    /// The waves of what is heard, in the sound column.
+    void ShowSoundWaves(bool shown);
+    bool ShowsSoundWaves() const { return m_sounds.ShowsWaves(); }
     /// The grid on the viewport as it is scrolled now.
     const CXSheetGeometry& Geometry() const { return m_geometry; }
 
@@ -99,9 +104,15 @@ private:
     void DragSelection(QPoint point, bool mouseMoved);
     void DragGrip(QPoint point, Qt::KeyboardModifiers keys);
     void EndGripDrag(bool released);
-    bool IsMouseBusy() const { return m_mouse.IsPressed() || m_grip.IsDragging(); }
+    bool IsMouseBusy() const { return m_mouse.IsPressed() || m_grip.IsDragging() || m_soundDrag.IsActive(); }
     void DragAssets(QPoint point);
     void ScrollUnderAssets();
+    /// The sound that has been taken hold of follows the mouse.
+    void DragSound(QPoint point);
+    void ScrollUnderSound();
+    void LetSoundGo();
+    /// Frames that the sheet scrolls while a sound is held where the mouse is.
+    int SoundScroll() const;
     void KeepScrolling(bool scrolls);
     void PointAt(const CPointerLook& pointer);
     void ShowHotButton(QPoint point, bool pressed);
@@ -112,7 +123,9 @@ private:
 
     CVelmorltDoc& m_doc;
     CXSheetGeometry m_geometry;
+    CXSheetWaves m_waves;
     CXSheetSounds m_sounds;
+    CSoundDrag m_soundDrag;
     CPointerLook m_pointer;
     CXSheetLook m_look; ///< what was painted, or is about to be
     std::unique_ptr<CXSheetStyle> m_style;
