@@ -45,6 +45,8 @@ public:
     std::size_t Position() const override {
         return std::min(static_cast<std::size_t>(Heard() / 512) * 512, m_length);
     }
+    bool OpenStereo(int) override { return false; }
+    bool PlayStereo(std::vector<float>) override { return false; }
     void Reset() override { m_length = 0; }
     bool Close() override { return true; }
     /// Samples, exactly.

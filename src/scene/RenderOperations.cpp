@@ -133,7 +133,7 @@ bool CRenderOperations::Render(const CRenderSetup& setup) {
         job.sound = *model.soundBuffer;
     if (job.sound && job.settings.format == RenderFormat::Mp4) {
         const std::shared_ptr<void> wait = m_context.prompter.BeginWait();
-        if (!m_context.Report(MixSceneSound(model, job.mixed)))
+        if (!m_context.Report(MixSceneSound(model.Scene(), model.Paths(), job.mixed)))
             return false;
     }
     std::unique_ptr<IProgress> progress = m_context.prompter.BeginProgress("Rendering");

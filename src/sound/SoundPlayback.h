@@ -7,6 +7,7 @@
 #include <functional>
 #include <span>
 #include <string>
+#include <vector>
 
 namespace velmor {
 
@@ -25,6 +26,8 @@ public:
     /// Opens the device and plays. A status without success says why there is no sound at all; samples that the
     /// device does not take are told, and then nothing plays.
     CStatus Start(std::span<const std::uint8_t> samples, const TellUser& tell);
+    /// The same in full quality: left and right in turn, `rate` samples of a channel per second.
+    CStatus StartStereo(std::vector<float> samples, int rate, const TellUser& tell);
     bool IsPlaying() const;
     /// Seconds of the stretch that have been heard.
     double Seconds() const;
@@ -32,8 +35,11 @@ public:
     CStatus End();
 
 private:
+    CStatus Open(const std::function<bool()>& open);
+
     IAudioOutput& m_output;
-    std::size_t m_length = 0;
+    int m_rate = 1;           ///< of what plays, samples per second
+    std::size_t m_length = 0; ///< in samples of a channel
     bool m_isOpen = false;
 };
 

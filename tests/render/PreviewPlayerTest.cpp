@@ -95,26 +95,53 @@ TEST_F(PreviewStretch, HoldsExactlyTheFrames) {
     EXPECT_EQ(last[5], 128) << "behind the track there is silence";
     EXPECT_EQ(FrameSound(track, 10, 50), std::vector<std::uint8_t>(10, 128));
 
-    const CPreviewStretch once = StretchOf(track, 10, {2, 5}, 3, false, 1);
+    const CPreviewStretch once = StretchOf(track, 10, {{2, 5}, 3, false, 1});
     EXPECT_EQ(once.samples, std::vector<std::uint8_t>(track.begin() + 30, track.begin() + 60));
     EXPECT_DOUBLE_EQ(once.framesPerSample, 0.1);
 }
 
 TEST_F(PreviewStretch, RoundsFollowWithoutAGapForMinutes) {
-    const CPreviewStretch rounds = StretchOf(track, 10, {2, 5}, 3, true, 1);
+    const CPreviewStretch rounds = StretchOf(track, 10, {{2, 5}, 3, true, 1});
     ASSERT_GT(rounds.samples.size(), 22050u * 60);
     EXPECT_EQ((rounds.samples.size() - 30) % 40, 0u) << "it ends with a round";
     for (std::size_t i = 0; i < rounds.samples.size(); ++i)
         ASSERT_EQ(rounds.samples[i], i < 30 ? 30 + i : 20 + (i - 30) % 40) << i;
 }
 
+TEST(PreviewMixStretch, RoundsKeepTheTimeOfTheirFrames) {
+    CMixedSound mixed;
+    mixed.stereo.resize(48000 * 2 * 2);
+    for (std::size_t i = 0; i < mixed.stereo.size(); ++i)
+        mixed.stereo[i] = static_cast<float>(i);
+    // At 23 frames a second the second frame begins at sample 2086.96 and the third at 4173.9.
+    const std::vector<float> second = FrameSound(mixed, 23, 1);
+    ASSERT_EQ(second.size(), 2u * (4173 - 2086));
+    EXPECT_EQ(second.front(), 2 * 2086);
+    const CMixStretch once = StretchOf(mixed, 23, {{1, 22}, 1, false, 1});
+    EXPECT_EQ(once.stereo.size(), 2u * (48000 - 2086));
+    EXPECT_DOUBLE_EQ(once.framesPerSample, 23 / 48000.0);
+
+    const CMixStretch rounds = StretchOf(mixed, 23, {{1, 1}, 1, true, 1});
+    const std::size_t round = 2 * (4173 - 2086);
+    ASSERT_GT(rounds.stereo.size(), 48000u * 2 * 60);
+    EXPECT_EQ(rounds.stereo.size() % round, 0u);
+    EXPECT_EQ(rounds.stereo[1000 * round + 7], second[7]);
+    EXPECT_NEAR(static_cast<double>(1000 * round / 2) * rounds.framesPerSample, 1000, 1e-6)
+        << "a thousand rounds are a thousand frames, whatever part of a sample each has lost";
+
+    const CMixStretch slow = StretchOf(mixed, 24, {{0, 1}, 0, false, 0.5});
+    ASSERT_EQ(slow.stereo.size(), 2u * 8000);
+    EXPECT_EQ(slow.stereo[2], 1) << "between the samples of the left channel";
+    EXPECT_EQ(slow.stereo[3], 2) << "and of the right";
+}
+
 TEST_F(PreviewStretch, AtHalfTheSpeedItIsTwiceAsLong) {
-    const CPreviewStretch slow = StretchOf(track, 10, {2, 5}, 2, false, 0.5);
+    const CPreviewStretch slow = StretchOf(track, 10, {{2, 5}, 2, false, 0.5});
     ASSERT_EQ(slow.samples.size(), 80u);
     EXPECT_EQ(slow.samples[0], 20);
     EXPECT_EQ(slow.samples[20], 30);
     EXPECT_DOUBLE_EQ(slow.framesPerSample, 0.05);
-    EXPECT_EQ(StretchOf(track, 10, {2, 5}, 2, false, 2).samples.size(), 20u);
+    EXPECT_EQ(StretchOf(track, 10, {{2, 5}, 2, false, 2}).samples.size(), 20u);
 }
 
 } // namespace

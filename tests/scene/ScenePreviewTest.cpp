@@ -1,5 +1,6 @@
 #include "scene/preview/ScenePreview.h"
 #include "DocumentFixture.h"
+#include "PcmWave.h"
 #include "RecordedOutput.h"
 #include "TestScene.h"
 #include "render/FrameRequests.h"
@@ -13,6 +14,7 @@
 
 #include <chrono>
 #include <cmath>
+#include <fstream>
 #include <set>
 #include <thread>
 
@@ -161,6 +163,46 @@ TEST_F(CScenePreviewTest, TenMinutesOfRoundsStayInSync) {
     EXPECT_LE(worst, 1.0) << "half a frame beside the frame's own time";
     EXPECT_GE(stretches, 2u);
     EXPECT_EQ(Preview().Dropped(), 0);
+}
+
+TEST_F(CScenePreviewTest, WithAnOriginalTheMixIsPlayedAndIsTheClock) {
+    const int rate = 44100;
+    const auto tone = PcmWave(rate, 2, 16, rate / 4, [](int channel, int sample) {
+        return channel == 0 ? 0.9 * Tone(400, sample, 44100) : 0;
+    });
+    std::ofstream(folder / "tone.wav", std::ios::binary)
+        .write(reinterpret_cast<const char*>(tone.data()), static_cast<std::streamsize>(tone.size()));
+    ASSERT_TRUE(doc->Sounds().ImportSound(folder / "tone.wav", "tick", true)) << "which starts at frame 2";
+    PlayFirst();
+    ASSERT_EQ(sound->playedStereo.size(), 1u);
+    EXPECT_TRUE(sound->played.empty());
+    EXPECT_EQ(sound->stereoRate, 48000);
+    const std::vector<float> heard = sound->playedStereo.back();
+    const auto at = [&](int frame) { return heard.begin() + 2 * 2000 * frame; };
+    EXPECT_TRUE(std::all_of(at(0), at(2), [](float sample) { return sample == 0; }));
+    EXPECT_NEAR(*std::max_element(at(3), at(4)), 0.9, 0.01) << "as loud as it came, on the left alone";
+    EXPECT_NEAR(*(at(3) + 1), 0, 1e-4);
+
+    WaitForReady({0, 1, 2, 3, 4, 5, 6, 7, 8, 9});
+    double worst = 0;
+    for (const Milliseconds begun = now; now < begun + 60000;) {
+        now += 5;
+        const double taken = static_cast<double>(now - begun) * 48 * 0.999; // the device's own clock
+        sound->heard = static_cast<std::size_t>(taken / 1024) * 1024;
+        Preview().Pass(now);
+        const double off = std::fmod(taken / 2000, CTestScene::frames) - (*Preview().Frame() + 0.5);
+        worst = std::max(worst, std::abs(std::remainder(off, CTestScene::frames)));
+    }
+    EXPECT_LE(worst, 1.0) << "half a frame beside the frame's own time";
+
+    doc->Scrubbing().To(3);
+    EXPECT_EQ(sound->playedStereo.back(), std::vector<float>(at(3), at(4)));
+    doc->Scrubbing().End();
+    // Without its original it is what it was converted to.
+    ASSERT_TRUE(RemoveFile(Model().Paths().OriginalFile("tick")));
+    PlayFirst();
+    EXPECT_EQ(sound->stereoRate, 0);
+    EXPECT_EQ(sound->played.size(), 1u);
 }
 
 TEST_F(CScenePreviewTest, WhatIsNotReadyIsDroppedAndCounted) {

@@ -35,7 +35,7 @@ protected:
     }
     std::optional<CMixedSound> Mixed() {
         std::optional<CMixedSound> mixed;
-        EXPECT_TRUE(MixSceneSound(model, mixed));
+        EXPECT_TRUE(MixSceneSound(model.Scene(), model.Paths(), mixed));
         return mixed;
     }
 

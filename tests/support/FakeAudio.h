@@ -27,6 +27,8 @@ public:
         played.emplace_back(samples.begin(), samples.end());
         return true;
     }
+    bool OpenStereo(int) override { return false; }
+    bool PlayStereo(std::vector<float>) override { return false; }
     std::size_t Position() const override {
         if (!isOpen || played.empty())
             return 0;

@@ -84,7 +84,8 @@ private:
             if (!CSoundOperations(m_scene->context).PrepareMissingTrack())
                 return statusInputMissing;
             job.sound = *scene.soundBuffer;
-            if (settings.format == RenderFormat::Mp4 && !m_scene->context.Report(MixSceneSound(scene, job.mixed)))
+            if (settings.format == RenderFormat::Mp4 &&
+                !m_scene->context.Report(MixSceneSound(scene.Scene(), scene.Paths(), job.mixed)))
                 return statusFailed;
         }
         return Render(job);

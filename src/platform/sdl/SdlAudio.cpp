@@ -10,6 +10,7 @@ namespace {
 
 constexpr std::uint8_t silence = 128;
 constexpr std::uint16_t wantedBuffer = 512; // 23 ms at the rate of sounds: late enough to be safe, short to the eye
+constexpr std::uint16_t wantedStereoBuffer = 1024; // 21 ms at the rate of a mix
 
 } // namespace
 
@@ -31,16 +32,16 @@ bool CSdlDevice::Exists(bool capture) {
     return audio.IsReady() && SDL_GetNumAudioDevices(capture ? 1 : 0) != 0;
 }
 
-bool CSdlDevice::Open(bool capture, int rate, Callback callback, void* owner) {
+bool CSdlDevice::Open(bool capture, const CSdlForm& form, Callback callback, void* owner) {
     Close();
     auto audio = std::make_unique<CSdlAudio>();
     if (!audio->IsReady())
         return false;
     SDL_AudioSpec wanted{};
-    wanted.freq = rate;
-    wanted.format = AUDIO_U8;
-    wanted.channels = 1;
-    wanted.samples = wantedBuffer;
+    wanted.freq = form.rate;
+    wanted.format = form.format;
+    wanted.channels = form.channels;
+    wanted.samples = form.buffer;
     wanted.callback = callback;
     wanted.userdata = owner;
     SDL_AudioSpec got{};
@@ -64,51 +65,83 @@ void CSdlDevice::Run(bool runs) {
         SDL_PauseAudioDevice(m_device, runs ? 0 : 1);
 }
 
-bool CSdlOutput::Open() {
+bool CSdlOutput::OpenAs(const CSdlForm& form) {
+    m_device.Close(); // whose thread asks which form it is
+    m_isStereo = form.channels == 2;
     return m_device.Open(
-        false, m_rate,
+        false, form,
         [](void* owner, std::uint8_t* bytes, int count) {
             static_cast<CSdlOutput*>(owner)->Fill({bytes, static_cast<std::size_t>(count)});
         },
         this);
 }
 
+bool CSdlOutput::Open() {
+    return OpenAs({m_rate, AUDIO_U8, 1, wantedBuffer});
+}
+
+bool CSdlOutput::OpenStereo(int rate) {
+    return OpenAs({rate, AUDIO_F32SYS, 2, wantedStereoBuffer});
+}
+
 bool CSdlOutput::Play(std::span<const std::uint8_t> samples) {
-    if (!m_device.IsOpen())
+    if (!m_device.IsOpen() || m_isStereo)
         return false;
     m_device.Run(false);
     {
         const std::lock_guard lock(m_mutex);
+        Forget();
         try {
             m_samples.assign(samples.begin(), samples.end());
         } catch (const std::bad_alloc&) {
-            m_samples.clear();
             return false;
         }
-        m_handed = 0;
-        m_consumed = 0;
     }
     m_device.Run(true);
     return true;
 }
 
+bool CSdlOutput::PlayStereo(std::vector<float> samples) {
+    if (!m_device.IsOpen() || !m_isStereo)
+        return false;
+    m_device.Run(false);
+    {
+        const std::lock_guard lock(m_mutex);
+        Forget();
+        m_stereo = std::move(samples);
+    }
+    m_device.Run(true);
+    return true;
+}
+
+std::span<const std::uint8_t> CSdlOutput::Bytes() const {
+    if (!m_isStereo)
+        return m_samples;
+    return {reinterpret_cast<const std::uint8_t*>(m_stereo.data()), m_stereo.size() * sizeof(float)};
+}
+
 std::size_t CSdlOutput::Position() const {
     const std::lock_guard lock(m_mutex);
-    return std::min(m_consumed, m_samples.size());
+    return std::min(m_consumed, Bytes().size()) / (m_isStereo ? 2 * sizeof(float) : 1);
+}
+
+void CSdlOutput::Forget() {
+    m_samples.clear();
+    m_stereo = {};
+    m_handed = 0;
+    m_consumed = 0;
 }
 
 void CSdlOutput::Reset() {
     m_device.Run(false);
     const std::lock_guard lock(m_mutex);
-    m_samples.clear();
-    m_handed = 0;
-    m_consumed = 0;
+    Forget();
 }
 
 bool CSdlOutput::Close() {
     m_device.Close();
     const std::lock_guard lock(m_mutex);
-    m_samples.clear();
+    Forget();
     return true;
 }
 
@@ -116,16 +149,17 @@ void CSdlOutput::Fill(std::span<std::uint8_t> buffer) {
     const std::lock_guard lock(m_mutex);
     // The device asks for the next buffer when it has taken the one before.
     m_consumed = m_handed;
-    const std::size_t first = std::min(m_handed, m_samples.size());
-    const std::size_t count = std::min(buffer.size(), m_samples.size() - first);
-    std::copy_n(m_samples.begin() + static_cast<std::ptrdiff_t>(first), count, buffer.begin());
-    std::fill(buffer.begin() + static_cast<std::ptrdiff_t>(count), buffer.end(), silence);
+    const std::span<const std::uint8_t> bytes = Bytes();
+    const std::size_t first = std::min(m_handed, bytes.size());
+    const std::size_t count = std::min(buffer.size(), bytes.size() - first);
+    std::ranges::copy(bytes.subspan(first, count), buffer.begin());
+    std::ranges::fill(buffer.subspan(count), m_isStereo ? std::uint8_t{0} : silence);
     m_handed += buffer.size();
 }
 
 bool CSdlInput::Open() {
     return m_device.Open(
-        true, m_rate,
+        true, {m_rate, AUDIO_U8, 1, wantedBuffer},
         [](void* owner, std::uint8_t* bytes, int count) {
             static_cast<CSdlInput*>(owner)->Take({bytes, static_cast<std::size_t>(count)});
         },

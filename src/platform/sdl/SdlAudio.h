@@ -21,6 +21,14 @@ private:
     bool m_isReady = false;
 };
 
+/// The form of what a device is given or gives.
+struct CSdlForm {
+    int rate = 0;
+    SDL_AudioFormat format = AUDIO_U8;
+    std::uint8_t channels = 1;
+    std::uint16_t buffer = 0; ///< samples of a channel at once
+};
+
 /// One open device and the thread behind it. The callback runs on that thread.
 class CSdlDevice {
 public:
@@ -32,7 +40,7 @@ public:
     ~CSdlDevice() { Close(); }
 
     static bool Exists(bool capture);
-    [[nodiscard]] bool Open(bool capture, int rate, Callback callback, void* owner);
+    [[nodiscard]] bool Open(bool capture, const CSdlForm& form, Callback callback, void* owner);
     void Close();
     bool IsOpen() const { return m_device != 0; }
     /// Samples that the device asks for at once.
@@ -51,19 +59,28 @@ public:
     bool CanPlay() override { return CSdlDevice::Exists(false); }
     [[nodiscard]] bool Open() override;
     [[nodiscard]] bool Play(std::span<const std::uint8_t> samples) override;
+    [[nodiscard]] bool OpenStereo(int rate) override;
+    [[nodiscard]] bool PlayStereo(std::vector<float> samples) override;
     std::size_t Position() const override;
     void Reset() override;
     [[nodiscard]] bool Close() override;
 
 private:
+    [[nodiscard]] bool OpenAs(const CSdlForm& form);
     void Fill(std::span<std::uint8_t> buffer);
+    /// What is played, whichever form it has.
+    std::span<const std::uint8_t> Bytes() const;
+    /// Has nothing to play; the mutex is held.
+    void Forget();
 
     int m_rate;
+    bool m_isStereo = false; ///< as it was opened
     mutable std::mutex m_mutex;
     std::vector<std::uint8_t> m_samples;
-    std::size_t m_handed = 0;   ///< samples given to the device, the silence after the end included
-    std::size_t m_consumed = 0; ///< of these, what it must have played
-    CSdlDevice m_device;        ///< the last member: its thread ends before the others go
+    std::vector<float> m_stereo; ///< in their place
+    std::size_t m_handed = 0;    ///< bytes given to the device, the silence after the end included
+    std::size_t m_consumed = 0;  ///< of these, what it must have played
+    CSdlDevice m_device;         ///< the last member: its thread ends before the others go
 };
 
 class CSdlInput final : public IAudioInput {

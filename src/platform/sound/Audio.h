@@ -8,7 +8,8 @@
 
 namespace velmor {
 
-/// Plays sound: 8-bit unsigned mono samples at one rate, one stretch at a time. Calls come from one thread.
+/// Plays sound, one stretch at a time: 8-bit unsigned mono samples at one rate, or what is in full quality. Calls
+/// come from one thread.
 class IAudioOutput {
 public:
     virtual ~IAudioOutput() = default;
@@ -18,8 +19,12 @@ public:
     /// Copies the samples and begins to play them from the first; what was playing stops. False when the device is
     /// not open or there is no memory.
     [[nodiscard]] virtual bool Play(std::span<const std::uint8_t> samples) = 0;
-    /// Samples that the device has really taken since Play(): the clock of whatever runs beside the sound. Reaches
-    /// the number of samples when all have been heard.
+    /// Opens it for PlayStereo() alone, at a rate in samples of a channel per second.
+    [[nodiscard]] virtual bool OpenStereo(int rate) = 0;
+    /// The same with left and right in turn, full scale 1.0.
+    [[nodiscard]] virtual bool PlayStereo(std::vector<float> samples) = 0;
+    /// Samples (of a channel) that the device has really taken since it began to play: the clock of whatever runs
+    /// beside the sound. Reaches their number when all have been heard.
     virtual std::size_t Position() const = 0;
     /// Stops what is playing; the position is 0 again.
     virtual void Reset() = 0;

@@ -10,6 +10,8 @@ public:
     bool CanPlay() override { return false; }
     bool Open() override { return false; }
     bool Play(std::span<const std::uint8_t>) override { return false; }
+    bool OpenStereo(int) override { return false; }
+    bool PlayStereo(std::vector<float>) override { return false; }
     std::size_t Position() const override { return 0; }
     void Reset() override {}
     bool Close() override { return true; }

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <new>
 #include <utility>
 
 namespace velmor {
@@ -76,6 +77,7 @@ void CScenePreview::Play() {
     LookAgain();
     m_dropped = 0;
     m_heard = HeardNow();
+    m_mix.Want(model);
     m_run = RunFrom(StartIn(Range(), model.cursorFrame));
     TellState("Playing");
     m_context.Update(UpdateHint::Preview);
@@ -162,13 +164,15 @@ void CScenePreview::Pass(Milliseconds now) {
         Show(*pass.show);
 }
 
-// The first picture is waited for; what goes on after a change does not stand still for it.
+// The first picture is waited for; what goes on after a change does not stand still for it. The sound always is.
 bool CScenePreview::BeginClock(Milliseconds now) {
     if (!m_run->shown && !m_composer.Has(m_contents.Of(m_run->player.Frame()))) {
         if (m_run->orderedAt != m_run->player.Frame())
             Order();
         return false;
     }
+    if (!m_mix.IsReady())
+        return false;
     BeginSound();
     m_run->clock.emplace(m_run->rate, now, m_run->hasSound);
     m_run->orderedAt = -1;
@@ -182,25 +186,43 @@ void CScenePreview::BeginSound() {
     if (model.Scene().sounds.Count() == 0)
         return;
     CStatus status = model.soundBuffer ? CStatus() : PrepareSoundTrack(model);
-    if (status) {
-        const int samples = SamplesPerFrame(std::max(1, model.Scene().geometry.frameRate));
-        const CPreviewStretch stretch = StretchOf(*model.soundBuffer, samples, m_run->range, m_run->player.Frame(),
-                                                  m_choices.loops, m_choices.speed / 100.0);
-        m_run->framesPerSample = stretch.framesPerSample;
-        status = m_sound.Start(stretch.samples, [this](const std::string& text) { m_soundFault = text; });
-        m_run->hasSound = m_sound.IsPlaying();
-    }
+    if (status)
+        status = StartSound();
+    m_run->hasSound = status && m_sound.IsPlaying();
     if (!status)
         m_soundFault = status.Message();
     if (!m_soundFault.empty())
         TellState("Playing");
 }
 
+CStatus CScenePreview::StartSound() {
+    const int rate = std::max(1, m_context.model.Scene().geometry.frameRate);
+    const CPreviewPlay play{m_run->range, m_run->player.Frame(), m_choices.loops, m_choices.speed / 100.0};
+    const auto tell = [this](const std::string& text) { m_soundFault = text; };
+    try {
+        if (const std::shared_ptr<const CMixedSound> mixed = m_mix.Mixed()) {
+            CMixStretch stretch = StretchOf(*mixed, rate, play);
+            m_run->framesPerSecond = stretch.framesPerSample * mixRate;
+            return m_sound.StartStereo(std::move(stretch.stereo), mixRate, tell);
+        }
+        const CPreviewStretch stretch = StretchOf(*m_context.model.soundBuffer, SamplesPerFrame(rate), play);
+        m_run->framesPerSecond = stretch.framesPerSample * samplesPerSecond;
+        return m_sound.Start(stretch.samples, tell);
+    } catch (const std::bad_alloc&) {
+        return CStatus::Failure("There is not enough memory for the sound of the xsheet.");
+    }
+}
+
+std::shared_ptr<const CMixedSound> CScenePreview::Mixed() {
+    m_mix.Want(m_context.model);
+    return m_mix.Mixed();
+}
+
 void CScenePreview::FollowSound(Milliseconds now) {
     if (!m_run->hasSound)
         return;
     if (m_sound.IsPlaying()) {
-        m_run->clock->Follow(now, m_sound.Seconds() * samplesPerSecond * m_run->framesPerSample);
+        m_run->clock->Follow(now, m_sound.Seconds() * m_run->framesPerSecond);
         return;
     }
     m_run->hasSound = false;
@@ -328,6 +350,7 @@ void CScenePreview::OnUpdate(UpdateHint hint) {
         GoBack();
         m_set.reset();
         m_composer.Clear();
+        m_mix.Forget();
         return;
     }
     if (!m_run)
@@ -336,8 +359,10 @@ void CScenePreview::OnUpdate(UpdateHint hint) {
     const CHeard heard = HeardNow();
     if (heard.frameCount == 0)
         GoBack();
-    else if (std::exchange(m_heard, heard) != heard)
+    else if (std::exchange(m_heard, heard) != heard) {
+        m_mix.Want(model);
         GoOnFrom(m_run->player.Frame());
+    }
 }
 
 } // namespace velmor

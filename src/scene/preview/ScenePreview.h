@@ -5,6 +5,7 @@
 #include "scene/SceneContext.h"
 #include "scene/preview/PreviewChoices.h"
 #include "scene/preview/PreviewContents.h"
+#include "scene/preview/SceneMix.h"
 #include "sound/SoundPlayback.h"
 
 #include <optional>
@@ -55,6 +56,8 @@ public:
     bool IsReady(int frame);
     /// Forgets all pictures.
     void Free();
+    /// The sound in full quality; null while it is mixed, and where the track is all that there is.
+    std::shared_ptr<const CMixedSound> Mixed();
 
     const CPreviewChoices& Choices() const { return m_choices; }
     void SetChoices(const CPreviewChoices& choices);
@@ -78,7 +81,7 @@ private:
         double rate;                        ///< frames a second, as they are played
         std::optional<CPreviewClock> clock; ///< nothing while the first picture is waited for
         bool hasSound = false;
-        double framesPerSample = 0;
+        double framesPerSecond = 0;     ///< of what is heard, by the device's clock
         std::int64_t droppedBefore = 0; ///< before it was begun again
         std::optional<int> shown;
         PreviewPicture picture;
@@ -103,6 +106,7 @@ private:
     void PlayRange(const std::optional<CPreviewRange>& range);
     bool BeginClock(Milliseconds now);
     void BeginSound();
+    CStatus StartSound();
     void FollowSound(Milliseconds now);
     void Order();
     void Show(int frame);
@@ -112,6 +116,7 @@ private:
     CSceneContext m_context;
     CXSheetCursor& m_cursor;
     CSoundPlayback m_sound;
+    CSceneMix m_mix;
     CPreviewChoices m_choices;
     double m_viewFactor = 1;
     std::optional<CPreviewRange> m_set;

@@ -33,15 +33,23 @@ void CScrubbing::PlayFrame(int frame) {
     if (!model.soundBuffer || model.Scene().sounds.Count() == 0)
         return;
     // Once for all of the frames that are passed: opening a device takes longer than a frame lasts.
+    if (!m_isOpen) {
+        m_mixed = m_preview.Mixed(); // nothing is waited for: while it is mixed, the track is heard
+        m_isOpen = m_output.CanPlay() && (m_mixed ? m_output.OpenStereo(mixRate) : m_output.Open());
+    }
     if (!m_isOpen)
-        m_isOpen = m_output.CanPlay() && m_output.Open();
-    const int samples = SamplesPerFrame(std::max(1, model.Scene().geometry.frameRate));
-    if (m_isOpen) // what it does not take is not heard; the frame is seen all the same
-        static_cast<void>(m_output.Play(FrameSound(*model.soundBuffer, samples, frame)));
+        return;
+    // What it does not take is not heard; the frame is seen all the same.
+    const int rate = std::max(1, model.Scene().geometry.frameRate);
+    if (m_mixed)
+        static_cast<void>(m_output.PlayStereo(FrameSound(*m_mixed, rate, frame)));
+    else
+        static_cast<void>(m_output.Play(FrameSound(*model.soundBuffer, SamplesPerFrame(rate), frame)));
 }
 
 void CScrubbing::End() {
     m_frame.reset();
+    m_mixed.reset();
     if (!std::exchange(m_isOpen, false))
         return;
     m_output.Reset();

@@ -2,11 +2,13 @@
 
 #include "scene/SceneContext.h"
 
+#include <memory>
 #include <optional>
 
 namespace velmor {
 
 class CScenePreview;
+struct CMixedSound;
 class CXSheetCursor;
 class IAudioOutput;
 
@@ -37,8 +39,9 @@ private:
     CXSheetCursor& m_cursor;
     CScenePreview& m_preview;
     IAudioOutput& m_output;
-    std::optional<int> m_frame; ///< the one under the hand
-    bool m_isOpen = false;      ///< the sound device
+    std::optional<int> m_frame;                 ///< the one under the hand
+    bool m_isOpen = false;                      ///< the sound device
+    std::shared_ptr<const CMixedSound> m_mixed; ///< what it was opened for; null for the track
 };
 
 } // namespace velmor

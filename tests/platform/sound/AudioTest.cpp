@@ -91,6 +91,31 @@ TEST_F(CAudioTest, WhatIsPlayedReachesTheDeviceWholeAndInOrder) {
     EXPECT_TRUE(std::all_of(found + static_cast<std::ptrdiff_t>(sound.size()), heard.end(), isSilence));
 }
 
+TEST_F(CAudioTest, WhatIsInFullQualityReachesTheDeviceAsItIs) {
+    UseDiskDriver();
+    const std::unique_ptr<IAudioDevices> devices = MakeAudioDevices(rate);
+    IAudioOutput& output = devices->Output();
+    std::vector<float> sound(2 * 5000);
+    for (std::size_t i = 0; i < sound.size(); ++i)
+        sound[i] = (static_cast<float>(i % 997) - 498) / 499;
+    EXPECT_FALSE(output.PlayStereo(sound)) << "before it is open";
+    ASSERT_TRUE(output.OpenStereo(48000));
+    EXPECT_FALSE(output.Play(Sweep(10))) << "opened for another form";
+    ASSERT_TRUE(output.PlayStereo(sound));
+    EXPECT_TRUE(WaitFor([&] { return output.Position() == 5000; })) << "in samples of a channel";
+    EXPECT_TRUE(output.Close());
+
+    const Samples heard = ReadAll(played);
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(sound.data());
+    const auto found = std::search(heard.begin(), heard.end(), bytes, bytes + sound.size() * sizeof(float));
+    ASSERT_NE(found, heard.end());
+    const auto isSilence = [](std::uint8_t byte) { return byte == 0; };
+    EXPECT_TRUE(std::all_of(heard.begin(), found, isSilence));
+    EXPECT_TRUE(std::all_of(found + 40000, heard.end(), isSilence));
+    ASSERT_TRUE(output.Open());
+    EXPECT_TRUE(output.Play(Sweep(10))) << "and back to the form of sounds";
+}
+
 TEST_F(CAudioTest, PlayingAgainStartsOver) {
     UseDiskDriver();
     const std::unique_ptr<IAudioDevices> devices = MakeAudioDevices(rate);
