@@ -42,31 +42,62 @@ Filter MakeFilter() {
     return filter;
 }
 
-void AddAt(std::span<const float> sound, std::size_t from, std::vector<float>& stereo) {
+void AddAt(std::span<const float> sound, float gain, std::size_t from, std::span<float> stereo) {
     if (from >= stereo.size())
         return;
     const std::size_t count = std::min(sound.size(), stereo.size() - from);
     for (std::size_t i = 0; i < count; ++i)
-        stereo[from + i] += sound[i];
+        stereo[from + i] += gain * sound[i];
 }
 
-using Places = std::map<std::string, std::vector<int>>;
+/// Samples of a channel of the mix that as many of a sound's are.
+std::size_t MixedOf(int samples) {
+    return static_cast<std::size_t>(samples) * places / step;
+}
 
-CStatus AddAll(const Places& sounds, int frameCount, int framesPerSecond, const StereoLoader& load,
-               std::vector<float>& stereo) {
-    std::vector<float> sound;
-    for (const auto& [name, frames] : sounds) {
-        const int first = *std::ranges::min_element(frames);
-        sound.clear();
-        if (CStatus status =
-                load(name, MixedBefore(frameCount, framesPerSecond) - MixedBefore(first, framesPerSecond), sound);
-            !status)
-            return status;
-        for (const int frame : frames)
-            AddAt(sound, MixedBefore(frame, framesPerSecond) * mixChannels, stereo);
+using Places = std::map<std::string, std::vector<CSoundPlacement>>;
+
+/// Adds the sounds of a sheet up, one after the other.
+class CMixing {
+public:
+    CMixing(int frameCount, int framesPerSecond)
+        : m_framesPerSecond(framesPerSecond),
+          m_length(MixedBefore(frameCount, framesPerSecond)),
+          m_stereo(m_length * mixChannels) {}
+
+    CStatus AddAll(const Places& sounds, const StereoLoader& load) {
+        std::vector<float> sound;
+        for (const auto& [name, placed] : sounds) {
+            sound.clear();
+            if (CStatus status = load(name, MostHeard(placed), sound); !status)
+                return status;
+            for (const CSoundPlacement& place : placed)
+                Add(sound, place);
+        }
+        return {};
     }
-    return {};
-}
+    std::vector<float> Take() { return std::move(m_stereo); }
+
+private:
+    /// Samples from a sound's beginning to the last one that the sheet has room for.
+    std::size_t MostHeard(const std::vector<CSoundPlacement>& sounds) const {
+        std::size_t most = 0;
+        for (const CSoundPlacement& place : sounds)
+            most = std::max(most, m_length - MixedBefore(place.frame, m_framesPerSecond) + MixedOf(place.trimIn) +
+                                      MixedOf(place.trimOut));
+        return most;
+    }
+    void Add(std::span<const float> sound, const CSoundPlacement& place) {
+        const auto heard =
+            HeardOf(sound, MixedOf(place.trimIn) * mixChannels, MixedOf(place.trimOut) * mixChannels);
+        AddAt(heard, static_cast<float>(GainOf(place)), MixedBefore(place.frame, m_framesPerSecond) * mixChannels,
+              m_stereo);
+    }
+
+    int m_framesPerSecond;
+    std::size_t m_length; ///< of the sheet, in samples of a channel
+    std::vector<float> m_stereo;
+};
 
 float KeepWithinScale(std::vector<float>& stereo) {
     float peak = 0;
@@ -97,10 +128,11 @@ CStatus MixSounds(const std::vector<CSoundPlacement>& placements, int frameCount
         Places sounds;
         for (const CSoundPlacement& placement : placements)
             if (placement.frame >= 0 && placement.frame < frameCount)
-                sounds[placement.name].push_back(placement.frame);
-        std::vector<float> stereo(MixedBefore(frameCount, framesPerSecond) * mixChannels);
-        if (CStatus status = AddAll(sounds, frameCount, framesPerSecond, load, stereo); !status)
+                sounds[placement.name].push_back(placement);
+        CMixing mixing(frameCount, framesPerSecond);
+        if (CStatus status = mixing.AddAll(sounds, load); !status)
             return status;
+        std::vector<float> stereo = mixing.Take();
         mixed.scale = KeepWithinScale(stereo);
         mixed.stereo = std::move(stereo);
         return {};

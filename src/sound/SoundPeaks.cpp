@@ -1,8 +1,19 @@
 #include "sound/SoundPeaks.h"
 
+#include "sound/SoundFile.h"
+
 #include <algorithm>
+#include <cmath>
 
 namespace velmor {
+
+CPeak Louder(CPeak peak, double gain) {
+    const auto louder = [gain](std::uint8_t sample) {
+        return static_cast<std::uint8_t>(
+            std::clamp(std::lround((sample - silentSample) * gain) + silentSample, 0L, 255L));
+    };
+    return {louder(peak.low), louder(peak.high)};
+}
 
 CSoundPeaks::CSoundPeaks(std::span<const std::uint8_t> samples) : m_length(samples.size()) {
     m_peaks.reserve((samples.size() + stretch - 1) / stretch);

@@ -14,6 +14,9 @@ struct CPeak {
     bool operator==(const CPeak&) const = default;
 };
 
+/// The extremes of the same samples multiplied by `gain`, within what samples can be.
+CPeak Louder(CPeak peak, double gain);
+
 /// What is drawn of a sound: its extremes in short stretches, from which those of any longer one follow.
 class CSoundPeaks {
 public:

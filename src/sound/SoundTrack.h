@@ -8,6 +8,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace velmor {
@@ -24,7 +25,13 @@ public:
     /// Name of the sound that starts at `frame`; null when none does. Valid until the next change.
     const std::string* NameAt(int frame) const;
     /// False when full or when a sound already starts at the frame.
-    [[nodiscard]] bool Place(int frame, std::string name);
+    [[nodiscard]] bool Place(int frame, std::string name) { return Place(CSoundPlacement{frame, std::move(name)}); }
+    [[nodiscard]] bool Place(CSoundPlacement placement);
+    /// The sound that starts at `frame`; null when none does. Valid until the next change.
+    const CSoundPlacement* At(int frame) const;
+    /// Has the sound that starts at `from` be placed so instead. False when there is none, or another one starts
+    /// there.
+    bool Replace(int from, CSoundPlacement placement);
     /// Has the sound that starts at `from` start at `to`. False when there is none, or another one starts there.
     bool Move(int from, int to);
     /// False when no sound starts at the frame.
@@ -52,8 +59,9 @@ int SamplesPerFrame(int framesPerSecond);
 using SoundLoader = std::function<CStatus(const std::string& name, std::vector<std::uint8_t>& samples)>;
 
 /// The prepared track of a whole xsheet: frameCount x SamplesPerFrame() bytes of silence into which the placed
-/// sounds are copied in the order of their start frames, a later one over an earlier one. The last byte is never
-/// written. On failure (the first sound that cannot be loaded) `track` is empty.
+/// sounds are copied as they are heard, in the order of their start frames, a later one over an earlier one. The
+/// last byte is never written. A level that would cut off a sound is lowered for it. On failure (the first sound
+/// that cannot be loaded) `track` is empty.
 CStatus PrepareTrack(const std::vector<CSoundPlacement>& placements, int frameCount, int framesPerSecond,
                      const SoundLoader& load, std::optional<std::vector<std::uint8_t>>& track);
 

@@ -43,6 +43,24 @@ TEST(SoundMix, AddsUpWhatOverlapsAtExactFrames) {
     EXPECT_EQ(mixed.stereo, plain);
 }
 
+TEST(SoundMix, TrimsAndLevelsAreThoseOfThePlacement) {
+    // At 48000 samples a second, 147 of our samples are 320.
+    const auto load = [](const std::string&, std::size_t most, std::vector<float>& stereo) {
+        EXPECT_EQ(most, 4000U - 2000 + 320 + 640);
+        stereo.resize(2 * 1600);
+        for (std::size_t i = 0; i < stereo.size(); ++i)
+            stereo[i] = static_cast<float>(i) / 3200;
+        return CStatus();
+    };
+    CMixedSound mixed;
+    ASSERT_TRUE(MixSounds({{1, "a", 147, 294, -200}}, 2, 24, load, mixed));
+    std::vector<float> plain(2 * 4000);
+    for (std::size_t i = 0; i < 2 * 640; ++i)
+        plain[2 * 2000 + i] = static_cast<float>(2 * 320 + i) / 3200 * 0.1F;
+    for (std::size_t i = 0; i < plain.size(); ++i)
+        ASSERT_NEAR(mixed.stereo[i], plain[i], 1e-6) << i;
+}
+
 TEST(SoundMix, TooLoudIsMadeQuieterAsAWhole) {
     std::vector<float> ramp(2 * 2000);
     for (std::size_t i = 0; i < ramp.size(); ++i)

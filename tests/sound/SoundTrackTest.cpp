@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <cmath>
 
 using namespace velmor;
 
@@ -47,6 +48,35 @@ TEST(SoundTrack, LaterStartCoversEarlierInWhateverOrderTheyWerePlaced) {
     std::fill_n(expected.begin(), 8820, 1);
     std::fill_n(expected.begin() + 8820, 22050, 2);
     EXPECT_EQ(*track, expected);
+}
+
+TEST(SoundTrack, IsHeardFromWhereAndAsLoudAsItIsPlaced) {
+    const auto load = [](const std::string&, Samples& samples) {
+        samples.resize(1000);
+        for (std::size_t i = 0; i < samples.size(); ++i)
+            samples[i] = static_cast<std::uint8_t>(128 + (i % 2 == 0 ? 40 : -40) + static_cast<int>(i / 100));
+        return CStatus();
+    };
+    Track plain;
+    Track shaped;
+    ASSERT_TRUE(PrepareTrack({{0, "a"}}, 3, 25, load, plain));
+    ASSERT_TRUE(PrepareTrack({{1, "a", 300, 500, 0}}, 3, 25, load, shaped));
+    Samples expected(plain->size(), 128);
+    for (std::size_t i = 0; i < 200; ++i)
+        expected.at(882 + i) = plain->at(300 + i);
+    EXPECT_EQ(*shaped, expected);
+    ASSERT_TRUE(PrepareTrack({{1, "a", 600, 400, 0}, {2, "a", INT_MAX, INT_MAX, 0}}, 3, 25, load, shaped));
+    EXPECT_EQ(*shaped, Samples(plain->size(), 128)) << "nothing is left of it";
+
+    ASSERT_TRUE(PrepareTrack({{0, "a", 0, 0, -60}}, 3, 25, load, shaped));
+    EXPECT_EQ((*shaped)[0], 148);
+    EXPECT_EQ((*shaped)[1], 108);
+    ASSERT_TRUE(PrepareTrack({{0, "a", 0, 0, CSoundPlacement::leastLevel}}, 3, 25, load, shaped));
+    EXPECT_EQ(*shaped, Samples(plain->size(), 128));
+    // Four times as loud it would not fit; its loudest sample, 49 from silence, becomes the loudest that there is.
+    ASSERT_TRUE(PrepareTrack({{0, "a", 0, 0, CSoundPlacement::mostLevel}}, 3, 25, load, shaped));
+    EXPECT_EQ(*std::max_element(shaped->begin(), shaped->end()), 255);
+    EXPECT_EQ((*shaped)[0], 128 + std::lround(40 * 127 / 49.0));
 }
 
 TEST(SoundTrack, SurvivesWildFrames) {

@@ -21,7 +21,7 @@ std::vector<int> HeardSounds(const std::vector<CSoundPlacement>& placements, int
         const CSoundPlacement& sound = placements[static_cast<std::size_t>(index)];
         if (sound.frame < 0 || sound.frame >= frameCount)
             continue;
-        const std::uint64_t frames = (lengthOf(sound.name) + perFrame - 1) / perFrame;
+        const std::uint64_t frames = (HeardLength(lengthOf(sound.name), sound) + perFrame - 1) / perFrame;
         const auto left = static_cast<std::uint64_t>(frameCount - sound.frame);
         std::fill_n(heard.begin() + sound.frame, std::min(frames, left), index);
     }
@@ -69,17 +69,22 @@ std::vector<CPeak> CXSheetSounds::WaveAt(int frame, int lines) const {
     if (!peaks)
         return {};
     const auto perFrame = static_cast<std::uint64_t>(SamplesPerFrame(m_frameRate));
-    const std::uint64_t first = static_cast<std::uint64_t>(frame - sound.frame) * perFrame;
+    const auto trimIn = static_cast<std::uint64_t>(sound.trimIn);
+    const std::uint64_t end = trimIn + HeardLength(known->second.samples, sound);
+    const std::uint64_t first = static_cast<std::uint64_t>(frame - sound.frame) * perFrame + trimIn;
+    const double gain = GainOf(sound);
     std::vector<CPeak> wave;
     for (std::uint64_t line = 0, count = static_cast<std::uint64_t>(lines); line < count; ++line)
-        wave.push_back(peaks->Between(first + perFrame * line / count, first + perFrame * (line + 1) / count));
+        wave.push_back(Louder(peaks->Between(std::min(end, first + perFrame * line / count),
+                                             std::min(end, first + perFrame * (line + 1) / count)),
+                              gain));
     return wave;
 }
 
 int CXSheetSounds::FramesOf(const CSoundPlacement& placement) const {
     const auto perFrame = static_cast<std::uint64_t>(std::max(1, SamplesPerFrame(m_frameRate)));
     const auto known = m_lengths.find(placement.name);
-    const std::uint64_t samples = known == m_lengths.end() ? 0 : known->second.samples;
+    const std::uint64_t samples = known == m_lengths.end() ? 0 : HeardLength(known->second.samples, placement);
     const std::uint64_t frames = std::max<std::uint64_t>(1, (samples + perFrame - 1) / perFrame);
     return static_cast<int>(
         std::min<std::uint64_t>(frames, static_cast<std::uint64_t>(std::max(1, m_frameCount - placement.frame))));

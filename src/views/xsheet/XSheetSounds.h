@@ -3,6 +3,7 @@
 #include "scene/SceneModel.h"
 #include "sound/SoundPeaks.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -41,6 +42,7 @@ public:
     std::vector<CPeak> WaveAt(int frame, int lines) const;
     /// Frames from its start on that a placement lasts, at least 1; at most to the end of the sheet.
     int FramesOf(const CSoundPlacement& placement) const;
+    int SamplesOfFrame() const { return std::max(1, SamplesPerFrame(m_frameRate)); }
     const std::vector<CSoundPlacement>& Placements() const { return m_placements; }
 
 private:
