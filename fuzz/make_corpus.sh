@@ -9,7 +9,7 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
 rm -rf "$corpus"
-for reader in avi bitmap cel csv history journal notes original packed palette picture piece png scanner settings sound targa tiff wave xdts xsheet; do
+for reader in avi bitmap cel csv dialogue history journal notes original packed palette picture piece png scanner settings sound targa tiff wave xdts xsheet; do
     mkdir -p "$corpus/$reader"
 done
 
@@ -45,6 +45,16 @@ done
 # The sheet, for other programs.
 "$cli" sheet export --database "$database" Demo -o "$corpus/xdts/demo.xdts" 2>/dev/null
 "$cli" sheet export --database "$database" Demo -o "$corpus/csv/demo.csv" 2>/dev/null
+cat >"$corpus/dialogue/lines" <<'END'
+2-5 Ann: Hello
+7 : it was: late
+END
+cat >"$corpus/dialogue/chart" <<'END'
+# mouths
+a i = 1
+oo = 2
+rest = 3
+END
 cat >"$corpus/xdts/small" <<'END'
 exchangeDigitalTimeSheet Save Data
 {"version":5,"timeTables":[{"name":"c","duration":9,"timeTableHeaders":[{"fieldId":0,"names":["A","B"]}],"fields":[
