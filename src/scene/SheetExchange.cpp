@@ -42,6 +42,7 @@ ExchangeFormat ExchangeFormatOf(const Path& file, ExchangeFormat otherwise) {
 void PutImport(CSheetImport import, CScene& scene) {
     scene.xsheet = std::move(import.xsheet);
     scene.sounds.Set(std::move(import.sounds));
+    scene.dialogue = std::move(import.dialogue);
 }
 
 void CSheetExchange::AskAndExport() {
@@ -107,14 +108,20 @@ void CSheetExchange::Apply(CSheetImport import) {
 
 std::vector<std::string> CSheetExchange::Losses() const {
     const CScene& scene = m_context.model.Scene();
-    return LossesOfExport(scene.xsheet, scene.camera, scene.geometry.Frame());
+    std::vector<std::string> losses = LossesOfExport(scene.xsheet, scene.camera, scene.geometry.Frame());
+    if (!scene.dialogue.IsEmpty() && scene.sounds.Count() > 0)
+        losses.emplace_back("A table (.csv) has the dialogue in the place of the sounds");
+    if (!std::ranges::all_of(scene.sounds.All(), &CSoundPlacement::IsPlain))
+        losses.emplace_back("Trims and levels of sounds are not in the file");
+    return losses;
 }
 
 bool CSheetExchange::Write(const Path& file, ExchangeFormat format) const {
     const std::shared_ptr<void> wait = m_context.prompter.BeginWait();
     const CSceneModel& model = m_context.model;
-    const CExchangeSheet sheet = ExportSheet(model.sceneName, model.Scene().xsheet, model.Scene().sounds.All(),
-                                             [this](const std::string& name) { return FramesOfSound(name); });
+    CExchangeSheet sheet = ExportSheet(model.sceneName, model.Scene().xsheet, model.Scene().sounds.All(),
+                                       [this](const std::string& name) { return FramesOfSound(name); });
+    AddDialogue(model.Scene().dialogue, sheet);
     const std::string text = format == ExchangeFormat::Csv ? WriteSheetCsv(sheet) : WriteXdts(sheet);
     const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
     if (WriteFileAtomically(file, {bytes, text.size()}))
@@ -135,7 +142,7 @@ bool CSheetExchange::Read(const Path& file, ExchangeFormat format, CExchangeShee
 
 CStatus CSheetExchange::Plan(const CExchangeSheet& sheet, const std::string& folder, CSheetImport& import) const {
     const CScene& scene = m_context.model.Scene();
-    return ImportSheet(sheet, scene.xsheet, scene.sounds.All(), Assets(folder), import);
+    return ImportSheet(sheet, scene.xsheet, scene.sounds.All(), scene.dialogue, Assets(folder), import);
 }
 
 // A sound that cannot be read lasts a frame: the sheet goes out all the same.

@@ -31,10 +31,11 @@ struct CExchangeLine {
 struct CExchangeSheet {
     std::string name; ///< of the cut
     int frameCount = 0;
-    std::vector<CExchangeTrack> tracks; ///< the one in front first
-    std::vector<CExchangeLine> lines;   ///< by frame
-    bool hasDialogue = false;           ///< whether the file speaks of dialogue at all
-    bool hasCamera = false;             ///< whether it holds camera work, which is not taken
+    std::vector<CExchangeTrack> tracks;  ///< the one in front first
+    std::vector<CExchangeLine> lines;    ///< by frame; of a sheet of ours, where its sounds are
+    bool hasDialogue = false;            ///< whether the file speaks of dialogue at all
+    bool hasCamera = false;              ///< whether it holds camera work, which is not taken
+    std::vector<CExchangeLine> spoken{}; ///< by frame; what is spoken where lines are what is heard
 
     bool operator==(const CExchangeSheet&) const = default;
 };

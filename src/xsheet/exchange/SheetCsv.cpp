@@ -55,18 +55,24 @@ std::string Trimmed(const std::string& text) {
     return begin == std::string::npos ? std::string() : text.substr(begin, text.find_last_not_of(' ') - begin + 1);
 }
 
+// A table has a column for one of the two; what is spoken is in no other file of ours.
+const std::vector<CExchangeLine>& DialogueOf(const CExchangeSheet& sheet) {
+    return sheet.spoken.empty() ? sheet.lines : sheet.spoken;
+}
+
 bool HasDialogueColumn(const CExchangeSheet& sheet) {
     // A last level of that name would be taken for it.
-    return !sheet.lines.empty() || (!sheet.tracks.empty() && Trimmed(sheet.tracks.back().name) == dialogueTitle);
+    return !DialogueOf(sheet).empty() ||
+           (!sheet.tracks.empty() && Trimmed(sheet.tracks.back().name) == dialogueTitle);
 }
 
 // Cells of dialogue by frame.
 std::map<int, std::string> DialogueCells(const CExchangeSheet& sheet) {
     std::map<int, std::string> cells;
-    for (const CExchangeLine& line : sheet.lines)
+    for (const CExchangeLine& line : DialogueOf(sheet))
         if (line.endFrame < sheet.frameCount)
             cells.emplace(line.endFrame, endOfDrawing);
-    for (const CExchangeLine& line : sheet.lines)
+    for (const CExchangeLine& line : DialogueOf(sheet))
         cells[line.frame] = LineText(line);
     return cells;
 }

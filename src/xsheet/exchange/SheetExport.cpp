@@ -1,5 +1,7 @@
 #include "xsheet/exchange/SheetExport.h"
 
+#include "xsheet/DialogueText.h"
+
 #include <algorithm>
 #include <cctype>
 #include <map>
@@ -81,6 +83,18 @@ CExchangeSheet ExportSheet(const std::string& scene, const CXSheet& xsheet,
         sheet.lines[i - 1].endFrame = std::min(sheet.lines[i - 1].endFrame, sheet.lines[i].frame);
     sheet.hasDialogue = !sheet.lines.empty();
     return sheet;
+}
+
+void AddDialogue(const CDialogue& dialogue, CExchangeSheet& sheet) {
+    // Together, with what a table has between them, they are a text of a sheet.
+    constexpr std::size_t mostSpeaker = 50;
+    constexpr std::size_t most = mostExchangeText - mostSpeaker - 2;
+    for (const CSpokenLine& line : dialogue.Lines())
+        if (line.firstFrame < sheet.frameCount)
+            sheet.spoken.push_back({line.firstFrame, std::min(line.lastFrame + 1, sheet.frameCount),
+                                    SpokenText(std::string_view(line.speaker).substr(0, mostSpeaker)),
+                                    SpokenText(std::string_view(line.text).substr(0, most))});
+    sheet.hasDialogue = sheet.hasDialogue || !sheet.spoken.empty();
 }
 
 std::vector<std::string> LossesOfExport(const CXSheet& xsheet, const CCameraTrack& camera, CSize frame) {

@@ -3,6 +3,7 @@
 #include "image/Geometry.h"
 #include "sound/SoundPlacement.h"
 #include "xsheet/CameraTrack.h"
+#include "xsheet/Dialogue.h"
 #include "xsheet/XSheet.h"
 #include "xsheet/exchange/ExchangeSheet.h"
 
@@ -20,6 +21,9 @@ using SoundLength = std::function<int(const std::string& name)>;
 /// number, any other is "Folder/name". Placed sounds are lines of dialogue.
 CExchangeSheet ExportSheet(const std::string& scene, const CXSheet& xsheet,
                            const std::vector<CSoundPlacement>& sounds, const SoundLength& length);
+
+/// Adds what is spoken in the sheet's frames. Texts that are longer than those of a sheet can be are cut off.
+void AddDialogue(const CDialogue& dialogue, CExchangeSheet& sheet);
 
 /// What of a sheet for frames of a size such a file does not hold, or other programs may not understand, a line
 /// each.

@@ -1,6 +1,7 @@
 #include "xsheet/exchange/SheetImport.h"
 
 #include "platform/files/TextEncoding.h"
+#include "xsheet/DialogueText.h"
 #include "xsheet/exchange/SheetExport.h"
 
 #include <algorithm>
@@ -176,31 +177,56 @@ void ImportTracks(const CExchangeSheet& sheet, const CXSheet& before, const CSce
             .Into(matches[i] ? *matches[i] + added : next++);
 }
 
-void ImportSounds(const CExchangeSheet& sheet, const std::vector<CSoundPlacement>& before,
-                  const CSceneAssets& assets, CSheetImport& import) {
-    import.sounds.clear();
+// Places the sounds that lines are called like, heard as they are where they were placed before; the other lines.
+std::vector<CExchangeLine> ImportSounds(const CExchangeSheet& sheet, const std::vector<CSoundPlacement>& before,
+                                        const CSceneAssets& assets, CSheetImport& import) {
+    std::vector<CExchangeLine> spoken = sheet.spoken;
+    std::vector<CSoundPlacement> placed;
     for (const CExchangeLine& line : sheet.lines) {
-        const bool isFree = import.sounds.empty() || import.sounds.back().frame != line.frame;
+        const bool isFree = placed.empty() || placed.back().frame != line.frame;
         const std::string& name = assets.sounds.contains(line.text) ? line.text : line.speaker;
-        if (isFree && assets.sounds.contains(name))
-            import.sounds.push_back({line.frame, name});
-        else
-            Lose(import,
-                 "Frame " + std::to_string(line.frame + 1) + ": there is no sound called \"" + line.text + "\"");
+        if (!isFree || !assets.sounds.contains(name)) {
+            spoken.push_back(line);
+            continue;
+        }
+        const auto known = std::ranges::find_if(
+            before, [&](const CSoundPlacement& sound) { return sound.frame == line.frame && sound.name == name; });
+        placed.push_back(known != before.end() ? *known : CSoundPlacement{line.frame, name});
     }
+    if (placed.empty() && !spoken.empty())
+        return spoken;
     std::vector<CSoundPlacement> sorted = before;
     std::ranges::stable_sort(sorted, {}, &CSoundPlacement::frame);
-    if (sorted == import.sounds)
-        import.sounds = before; // in the order of their placing
-    else
+    import.sounds = before; // in the order of their placing
+    if (sorted != placed) {
+        import.sounds = std::move(placed);
         Change(import, "Sounds: " + std::to_string(before.size()) + " placed before, " +
                            std::to_string(import.sounds.size()) + " after");
+    }
+    return spoken;
+}
+
+void ImportDialogue(const std::vector<CExchangeLine>& spoken, const CDialogue& before, CSheetImport& import) {
+    if (spoken.empty())
+        return;
+    CDialogue dialogue;
+    for (const CExchangeLine& line : spoken)
+        if (!dialogue.Put({line.frame, line.endFrame - 1, SpokenText(line.speaker), SpokenText(line.text)}))
+            Lose(import, "Frame " + std::to_string(line.frame + 1) + ": a line of dialogue has no text");
+    if (const auto lines = dialogue.Lines().size(); lines < spoken.size())
+        Lose(import, "Of " + Counted(static_cast<int>(spoken.size()), "line", "lines") + " of dialogue " +
+                         std::to_string(lines) + " can be taken, since only one is spoken at a time");
+    if (dialogue == before)
+        return;
+    Change(import, "Dialogue: " + Counted(static_cast<int>(before.Lines().size()), "line", "lines") + " before, " +
+                       std::to_string(dialogue.Lines().size()) + " after");
+    import.dialogue = std::move(dialogue);
 }
 
 } // namespace
 
 CStatus ImportSheet(const CExchangeSheet& sheet, const CXSheet& xsheet, const std::vector<CSoundPlacement>& sounds,
-                    const CSceneAssets& assets, CSheetImport& import) {
+                    const CDialogue& dialogue, const CSceneAssets& assets, CSheetImport& import) {
     const auto matches = MatchTracks(sheet.tracks, xsheet);
     const auto added = static_cast<int>(std::ranges::count(matches, std::optional<int>()));
     const int mostFrames = std::max(CXSheet::mostFrames, xsheet.FrameCount());
@@ -210,6 +236,7 @@ CStatus ImportSheet(const CExchangeSheet& sheet, const CXSheet& xsheet, const st
     CSheetImport made;
     made.xsheet = xsheet;
     made.sounds = sounds;
+    made.dialogue = dialogue;
     made.newLevels = added;
     if (sheet.frameCount != xsheet.FrameCount()) {
         Change(made, "Length: " + std::to_string(xsheet.FrameCount()) + " frames before, " +
@@ -219,7 +246,7 @@ CStatus ImportSheet(const CExchangeSheet& sheet, const CXSheet& xsheet, const st
     }
     ImportTracks(sheet, xsheet, assets, made);
     if (sheet.hasDialogue)
-        ImportSounds(sheet, sounds, assets, made);
+        ImportDialogue(ImportSounds(sheet, sounds, assets, made), dialogue, made);
     if (sheet.hasCamera)
         Lose(made, "The camera work of the file is not taken");
     import = std::move(made);

@@ -3,6 +3,7 @@
 #include "image/Geometry.h"
 #include "platform/Status.h"
 #include "sound/SoundPlacement.h"
+#include "xsheet/Dialogue.h"
 #include "xsheet/XSheet.h"
 #include "xsheet/exchange/ExchangeSheet.h"
 
@@ -38,6 +39,7 @@ struct CImportedTrack {
 struct CSheetImport {
     CXSheet xsheet;
     std::vector<CSoundPlacement> sounds;
+    CDialogue dialogue;
     std::vector<CImportedTrack> tracks;
     int newLevels = 0;                ///< in front of those that were there
     std::vector<std::string> changes; ///< a line each; none when everything is as it was
@@ -53,9 +55,10 @@ struct CSheetImport {
 /// front where there is none; levels without a track stay. A cell whose drawing stays keeps its placement and
 /// effects, one that shows another drawing takes those of the nearest cell of the level that shows it, or is
 /// centred. A number names a drawing of the level's folder: the one that most of its exposures come from, else the
-/// one called like the track, else `assets.folder`. Lines of dialogue that are called like a sound place it. Fails
-/// when there would be too many levels or frames; `import` is then unchanged.
+/// one called like the track, else `assets.folder`. Lines of dialogue that are called like a sound place it; the
+/// others are what is spoken. Where a file has no lines of one kind, what there was of it stays. Fails when there
+/// would be too many levels or frames; `import` is then unchanged.
 CStatus ImportSheet(const CExchangeSheet& sheet, const CXSheet& xsheet, const std::vector<CSoundPlacement>& sounds,
-                    const CSceneAssets& assets, CSheetImport& import);
+                    const CDialogue& dialogue, const CSceneAssets& assets, CSheetImport& import);
 
 } // namespace velmor

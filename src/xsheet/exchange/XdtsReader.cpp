@@ -133,11 +133,25 @@ private:
         if (id == xdts::dialogueField) {
             m_sheet.hasDialogue = true;
             for (const Json& track : tracks)
-                std::ranges::move(LinesOf(track, m_sheet.frameCount), std::back_inserter(m_sheet.lines));
+                std::ranges::move(LinesOf(track, m_sheet.frameCount),
+                                  std::back_inserter(IsSpoken(track) ? m_sheet.spoken : m_sheet.lines));
             std::ranges::stable_sort(m_sheet.lines, {}, &CExchangeLine::frame);
+            std::ranges::stable_sort(m_sheet.spoken, {}, &CExchangeLine::frame);
         }
         m_sheet.hasCamera = m_sheet.hasCamera || (id == xdts::cameraField && !tracks.empty());
         return {};
+    }
+
+    // Whether a track of the dialogue is the one that nothing but what is spoken stands in.
+    bool IsSpoken(const Json& track) const {
+        const std::optional<std::int64_t> number = NumberOf(Member(track, "trackNo"));
+        for (const Json& header : Member(m_tables.front(), "timeTableHeaders")) {
+            const Json& names = Member(header, "names");
+            if (number && *number >= 0 && NumberOf(Member(header, "fieldId")) == xdts::dialogueField &&
+                names.is_array() && static_cast<std::size_t>(*number) < names.size())
+                return TextOf(names[static_cast<std::size_t>(*number)]) == xdts::spokenTrack;
+        }
+        return false;
     }
 
     CStatus ReadTracks(const Json& tracks) {

@@ -17,5 +17,7 @@ inline constexpr std::string_view noCell = "SYMBOL_NULL_CELL";
 inline constexpr std::string_view unchanged = "SYMBOL_HYPHEN";
 inline constexpr std::string_view inbetween = "SYMBOL_TICK_1";
 inline constexpr std::string_view reverseInbetween = "SYMBOL_TICK_2";
+/// The name of the track of dialogue that is spoken, beside one that says which sounds start where.
+inline constexpr std::string_view spokenTrack = "Text";
 
 } // namespace velmor::xdts

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cctype>
 #include <nlohmann/json.hpp>
+#include <utility>
 
 namespace velmor {
 
@@ -36,17 +37,32 @@ Json CellField(const CExchangeSheet& sheet) {
     return {{"fieldId", xdts::cellField}, {"tracks", std::move(tracks)}};
 }
 
-Json DialogueField(const CExchangeSheet& sheet) {
+Json LineFrames(const std::vector<CExchangeLine>& lines, int frameCount) {
     Json frames = Json::array();
-    for (std::size_t i = 0; i < sheet.lines.size(); ++i) {
-        const CExchangeLine& line = sheet.lines[i];
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        const CExchangeLine& line = lines[i];
         frames.push_back(Entry(line.frame, {line.speaker, line.text}));
-        const bool cutOff = i + 1 < sheet.lines.size() && sheet.lines[i + 1].frame <= line.endFrame;
-        if (!cutOff && line.endFrame < sheet.frameCount)
+        const bool cutOff = i + 1 < lines.size() && lines[i + 1].frame <= line.endFrame;
+        if (!cutOff && line.endFrame < frameCount)
             frames.push_back(Entry(line.endFrame, {std::string(xdts::noCell)}));
     }
-    return {{"fieldId", xdts::dialogueField},
-            {"tracks", Json::array({{{"trackNo", 0}, {"frames", std::move(frames)}}})}};
+    return frames;
+}
+
+// What is spoken has a track of its own behind that of the sounds.
+void AddDialogue(const CExchangeSheet& sheet, Json& headers, Json& fields) {
+    Json names = Json::array();
+    Json tracks = Json::array();
+    for (const auto& [lines, name] :
+         {std::pair(&sheet.lines, std::string_view("Dialogue")), std::pair(&sheet.spoken, xdts::spokenTrack)})
+        if (!lines->empty()) {
+            tracks.push_back({{"trackNo", tracks.size()}, {"frames", LineFrames(*lines, sheet.frameCount)}});
+            names.push_back(name);
+        }
+    if (tracks.empty())
+        return;
+    headers.push_back({{"fieldId", xdts::dialogueField}, {"names", std::move(names)}});
+    fields.push_back({{"fieldId", xdts::dialogueField}, {"tracks", std::move(tracks)}});
 }
 
 Json Names(const CExchangeSheet& sheet) {
@@ -69,10 +85,7 @@ std::string CutNumber(const std::string& name) {
 std::string WriteXdts(const CExchangeSheet& sheet) {
     Json headers = Json::array({{{"fieldId", xdts::cellField}, {"names", Names(sheet)}}});
     Json fields = Json::array({CellField(sheet)});
-    if (!sheet.lines.empty()) {
-        headers.push_back({{"fieldId", xdts::dialogueField}, {"names", {"Dialogue"}}});
-        fields.push_back(DialogueField(sheet));
-    }
+    AddDialogue(sheet, headers, fields);
     Json table = {{"name", sheet.name},
                   {"duration", sheet.frameCount},
                   {"timeTableHeaders", std::move(headers)},

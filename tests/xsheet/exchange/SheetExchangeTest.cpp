@@ -60,12 +60,13 @@ protected:
 
     CSheetImport Imported(const CExchangeSheet& from) const {
         CSheetImport import;
-        EXPECT_TRUE(ImportSheet(from, sheet, sounds, assets, import));
+        EXPECT_TRUE(ImportSheet(from, sheet, sounds, dialogue, assets, import));
         return import;
     }
 
     CXSheet sheet{3, 8};
     std::vector<CSoundPlacement> sounds{{5, "Meow"}, {1, "x"}};
+    CDialogue dialogue;
     CSceneAssets assets;
 };
 
@@ -86,6 +87,33 @@ TEST_F(SheetExchange, AWayThereAndBackChangesNothing) {
     EXPECT_EQ(import.sounds, sounds);
 }
 
+TEST_F(SheetExchange, DialogueGoesThereAndBackBesideTheSounds) {
+    dialogue.Set({{0, 1, "Ann: a", "Hello"}, {2, 4, "", "x"}, {7, 7, "", std::string(250, 'a')}});
+    sounds[0].trimIn = 100;
+    CExchangeSheet exported = Exported();
+    AddDialogue(dialogue, exported);
+    CExchangeSheet xdts, csv;
+    ASSERT_TRUE(ReadXdts(BytesOf(WriteXdts(exported)), xdts));
+    ASSERT_TRUE(ReadSheetCsv(BytesOf(WriteSheetCsv(exported)), csv));
+    EXPECT_EQ(xdts, exported);
+    const std::string cut = xdts.spoken.back().text;
+    EXPECT_EQ(cut, std::string(cut.size(), 'a'));
+    dialogue.Set({{0, 1, "Ann: a", "Hello"}, {7, 7, "", cut}});
+    CSheetImport import = Imported(xdts);
+    EXPECT_EQ(import.changes, Texts{"Dialogue: 2 lines before, 3 after"})
+        << "though one is called like a sound";
+    EXPECT_EQ(import.sounds, sounds) << "as they were trimmed";
+    dialogue = import.dialogue;
+    EXPECT_EQ(Imported(xdts).changes, Texts());
+
+    exported.spoken.erase(exported.spoken.begin() + 1);
+    ASSERT_TRUE(ReadSheetCsv(BytesOf(WriteSheetCsv(exported)), csv));
+    dialogue.Set({});
+    import = Imported(csv);
+    EXPECT_EQ(import.dialogue.Lines().front(), (CSpokenLine{0, 1, "Ann", "a: Hello"}));
+    EXPECT_EQ(import.sounds, sounds) << "of which a table with dialogue says nothing";
+}
+
 TEST_F(SheetExchange, WhatStaysKeepsItsPlaceAndTheRestIsSaid) {
     CExchangeSheet from = Exported();
     from.tracks[0].cells = {"1", "01", "1", "2", "3", "9", "", "1"};
@@ -95,10 +123,11 @@ TEST_F(SheetExchange, WhatStaysKeepsItsPlaceAndTheRestIsSaid) {
     from.lines = {{0, 2, "Fox", "Tick"}, {4, 8, "", "unknown"}};
     const CSheetImport import = Imported(from);
     EXPECT_EQ(import.changes, (Texts{"New level \"Sky/2\"", "New level \"Cat\"", "Level \"Cat\": 2 cells change",
-                                     "Level \"Fox\": 5 cells change", "Sounds: 2 placed before, 1 after"}));
+                                     "Level \"Fox\": 5 cells change", "Sounds: 2 placed before, 1 after",
+                                     "Dialogue: 0 lines before, 1 after"}));
     EXPECT_EQ(import.losses, (Texts{"Level \"Cat\": there is no drawing 2, 1 cell stays empty",
-                                    "Level \"Fox\": there is no drawing 9, 1 cell stays empty",
-                                    "Frame 5: there is no sound called \"unknown\""}));
+                                    "Level \"Fox\": there is no drawing 9, 1 cell stays empty"}));
+    EXPECT_EQ(import.dialogue.Lines(), (std::vector<CSpokenLine>{{4, 7, "", "unknown"}}));
     ASSERT_EQ(import.xsheet.LevelCount(), 5);
     EXPECT_EQ(import.xsheet.LevelName(0), "Cat");
     EXPECT_EQ(import.xsheet.LevelName(1), "Sky/2");
@@ -127,10 +156,10 @@ TEST_F(SheetExchange, LengthAndNumberOfLevelsHaveLimits) {
 
     CSheetImport untouched;
     from.tracks.resize(50, {"New", Texts(5)});
-    EXPECT_FALSE(ImportSheet(from, sheet, sounds, assets, untouched));
+    EXPECT_FALSE(ImportSheet(from, sheet, sounds, dialogue, assets, untouched));
     from.tracks.resize(3);
     from.frameCount = 2000;
-    EXPECT_FALSE(ImportSheet(from, sheet, sounds, assets, untouched));
+    EXPECT_FALSE(ImportSheet(from, sheet, sounds, dialogue, assets, untouched));
 }
 
 TEST_F(SheetExchange, WhatAFileCannotHoldIsSaidBefore) {
