@@ -1,5 +1,6 @@
 #include "xsheet/CameraTrack.h"
 
+#include "xsheet/CameraMap.h"
 #include "xsheet/CellGeometry.h"
 #include "xsheet/Truncate.h"
 
@@ -48,6 +49,18 @@ void ApplyCameraInput(CCameraFrame& camera, InputMode mode, int dx, int dy, int 
         Zoom(camera.zoom, dx, dy, frameWidth, frameHeight);
         break;
     }
+}
+
+void ApplyCameraInputOneToOne(CCameraFrame& camera, InputMode mode, int dx, int dy, CSize frame) {
+    if (mode != InputMode::Move) {
+        ApplyCameraInput(camera, mode, dx, dy, frame.width, frame.height);
+        return;
+    }
+    const CRealPoint moved = Turned({dx / camera.zoom, dy / camera.zoom}, camera.rotation);
+    if (!std::isfinite(moved.x) || !std::isfinite(moved.y))
+        return;
+    camera.panX += moved.x;
+    camera.panY += moved.y;
 }
 
 } // namespace velmor

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "image/Geometry.h"
 #include "platform/Shared.h"
 
 #include <array>
@@ -61,5 +62,9 @@ int RotationInDegrees(double radians);
 
 /// One step of camera input on the camera itself, for a mouse motion (dx, dy) in frame pixels.
 void ApplyCameraInput(CCameraFrame& camera, InputMode mode, int dx, int dy, int frameWidth, int frameHeight);
+
+/// The same for a camera that is moved with the picture: moving takes what is under the pointer along with it, at
+/// any zoom and rotation. A camera without zoom is left alone.
+void ApplyCameraInputOneToOne(CCameraFrame& camera, InputMode mode, int dx, int dy, CSize frame);
 
 } // namespace velmor

@@ -1,8 +1,10 @@
 #include "xsheet/Inbetween.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <limits>
 #include <utility>
 
 namespace velmor {
@@ -57,54 +59,53 @@ int EndOfWriting(CInbetweenKeys keys, InbetweenType type) {
     return type == InbetweenType::Constant ? keys.last + 1 : keys.last;
 }
 
-/// What one number becomes between its keys.
-class CBetweenValues {
-public:
-    CBetweenValues(InbetweenType type, CInbetweenKeys keys, double firstValue, double lastValue)
-        : m_firstValue(firstValue) {
-        if (type != InbetweenType::Constant)
-            m_curve.emplace(type, keys, firstValue, lastValue);
-    }
-    double At(int frame) const { return m_curve ? m_curve->At(frame) : m_firstValue; }
-
-private:
-    double m_firstValue;
-    std::optional<CKeyCurve> m_curve;
+/// What a number may be.
+struct CBounds {
+    double least = -std::numeric_limits<double>::infinity();
+    double most = std::numeric_limits<double>::infinity();
 };
+constexpr CBounds transparencies{0, 100};
+constexpr CBounds blurs{1, 50};
 
-void InbetweenTrack(CCameraTrack& camera, CInbetweenKeys keys, InbetweenType type, double CCameraFrame::*value) {
-    const CBetweenValues between(type, keys, camera.At(keys.first).*value, camera.At(keys.last).*value);
-    for (int frame = keys.first + 1; frame < EndOfWriting(keys, type); ++frame)
+void InbetweenTrack(CCameraTrack& camera, CInbetweenKeys keys, const CInbetweenPace& pace,
+                    double CCameraFrame::*value) {
+    const CBetweenValues between(pace, keys, camera.At(keys.first).*value, camera.At(keys.last).*value);
+    for (int frame = keys.first + 1; frame < EndOfWriting(keys, pace.type); ++frame)
         camera.MutableAt(frame).*value = between.At(frame);
 }
 
 /// The keys and the used cells between them on one level.
 class CLevelInbetween {
 public:
-    CLevelInbetween(CXSheet& xsheet, int level, CInbetweenKeys keys, InbetweenType type)
-        : m_xsheet(xsheet), m_level(level), m_keys(keys), m_type(type) {}
+    CLevelInbetween(CXSheet& xsheet, int level, CInbetweenKeys keys, const CInbetweenPace& pace)
+        : m_xsheet(xsheet), m_level(level), m_keys(keys), m_pace(pace) {}
 
     using Getter = double (CXSheetCell::*)() const;
-
-    void Write(Getter get, CStatus (CXSheetCell::*set)(double)) {
+    void Write(Getter get, CStatus (CXSheetCell::*set)(double), CBounds bounds = {}) {
         const CBetweenValues values = ValuesOf(get);
-        ForEachUsedCell([&](CXSheetCell& cell, int frame) { return (cell.*set)(values.At(frame)); });
+        ForEachUsedCell(
+            [&](CXSheetCell& cell, int frame) { return (cell.*set)(Within(bounds, values.At(frame))); });
     }
-    void Write(Getter getX, Getter getY, CStatus (CXSheetCell::*set)(double, double)) {
+    void Write(Getter getX, Getter getY, CStatus (CXSheetCell::*set)(double, double), CBounds bounds = {}) {
         const CBetweenValues valuesX = ValuesOf(getX);
         const CBetweenValues valuesY = ValuesOf(getY);
-        ForEachUsedCell(
-            [&](CXSheetCell& cell, int frame) { return (cell.*set)(valuesX.At(frame), valuesY.At(frame)); });
+        ForEachUsedCell([&](CXSheetCell& cell, int frame) {
+            return (cell.*set)(Within(bounds, valuesX.At(frame)), Within(bounds, valuesY.At(frame)));
+        });
     }
 
 private:
     CBetweenValues ValuesOf(Getter get) const {
-        return {m_type, m_keys, (m_xsheet.Cell(m_level, m_keys.first).*get)(),
+        return {m_pace, m_keys, (m_xsheet.Cell(m_level, m_keys.first).*get)(),
                 (m_xsheet.Cell(m_level, m_keys.last).*get)()};
+    }
+    // Only a drawn curve leaves the range between its keys.
+    double Within(CBounds bounds, double value) const {
+        return m_pace.type == InbetweenType::Drawn ? std::clamp(value, bounds.least, bounds.most) : value;
     }
     template<class Change>
     void ForEachUsedCell(Change change) {
-        for (int frame = m_keys.first + 1; frame < EndOfWriting(m_keys, m_type); ++frame)
+        for (int frame = m_keys.first + 1; frame < EndOfWriting(m_keys, m_pace.type); ++frame)
             if (m_xsheet.Cell(m_level, frame).IsUsed())
                 static_cast<void>(change(m_xsheet.MutableCell(m_level, frame), frame)); // fails on empty cells only
     }
@@ -112,7 +113,7 @@ private:
     CXSheet& m_xsheet;
     int m_level;
     CInbetweenKeys m_keys;
-    InbetweenType m_type;
+    CInbetweenPace m_pace;
 };
 
 } // namespace
@@ -142,17 +143,37 @@ double CKeyCurve::At(int frame) const {
     return ((x * m_a + m_b) * x + m_c) * x + m_d;
 }
 
-void InbetweenCamera(CCameraTrack& camera, CInbetweenKeys keys, CameraSource source, InbetweenType type) {
+CBetweenValues::CBetweenValues(const CInbetweenPace& pace, CInbetweenKeys keys, double firstValue, double lastValue)
+    : m_pace(pace), m_keys(keys), m_first(firstValue), m_last(lastValue) {
+    m_pace.hold = std::clamp(pace.hold, 1, mostInbetweenHold);
+    if (pace.type != InbetweenType::Constant && pace.type != InbetweenType::Drawn)
+        m_curve.emplace(pace.type, keys, firstValue, lastValue);
+}
+
+double CBetweenValues::At(int frame) const {
+    if (m_pace.type == InbetweenType::Constant)
+        return m_first;
+    const int passed = frame - m_keys.first;
+    const int shown = frame < m_keys.last ? passed - passed % m_pace.hold : passed;
+    if (shown == 0)
+        return m_first;
+    if (m_curve)
+        return m_curve->At(m_keys.first + shown);
+    const double part = m_pace.curve.At(static_cast<double>(shown) / (m_keys.last - m_keys.first));
+    return m_first + (m_last - m_first) * part;
+}
+
+void InbetweenCamera(CCameraTrack& camera, CInbetweenKeys keys, CameraSource source, const CInbetweenPace& pace) {
     switch (source) {
     case CameraSource::Pan:
-        InbetweenTrack(camera, keys, type, &CCameraFrame::panX);
-        InbetweenTrack(camera, keys, type, &CCameraFrame::panY);
+        InbetweenTrack(camera, keys, pace, &CCameraFrame::panX);
+        InbetweenTrack(camera, keys, pace, &CCameraFrame::panY);
         break;
     case CameraSource::Tilt:
-        InbetweenTrack(camera, keys, type, &CCameraFrame::rotation);
+        InbetweenTrack(camera, keys, pace, &CCameraFrame::rotation);
         break;
     case CameraSource::Zoom:
-        InbetweenTrack(camera, keys, type, &CCameraFrame::zoom);
+        InbetweenTrack(camera, keys, pace, &CCameraFrame::zoom);
         break;
     }
 }
@@ -166,8 +187,9 @@ std::optional<CInbetweenKeys> FindLevelKeys(const CXSheet& xsheet, int level, in
     return keys.last - keys.first >= 2 ? std::optional(keys) : std::nullopt;
 }
 
-void InbetweenLevel(CXSheet& xsheet, int level, CInbetweenKeys keys, LevelSource source, InbetweenType type) {
-    CLevelInbetween inbetween(xsheet, level, keys, type);
+void InbetweenLevel(CXSheet& xsheet, int level, CInbetweenKeys keys, LevelSource source,
+                    const CInbetweenPace& pace) {
+    CLevelInbetween inbetween(xsheet, level, keys, pace);
     switch (source) {
     case LevelSource::Position:
         return inbetween.Write(&CXSheetCell::PosX, &CXSheetCell::PosY, &CXSheetCell::SetPos);
@@ -176,9 +198,9 @@ void InbetweenLevel(CXSheet& xsheet, int level, CInbetweenKeys keys, LevelSource
     case LevelSource::Zoom:
         return inbetween.Write(&CXSheetCell::ScaleX, &CXSheetCell::ScaleY, &CXSheetCell::SetScale);
     case LevelSource::Transparency:
-        return inbetween.Write(&CXSheetCell::Transparency, &CXSheetCell::SetTrans);
+        return inbetween.Write(&CXSheetCell::Transparency, &CXSheetCell::SetTrans, transparencies);
     case LevelSource::Blur:
-        return inbetween.Write(&CXSheetCell::BlurX, &CXSheetCell::BlurY, &CXSheetCell::SetBlur);
+        return inbetween.Write(&CXSheetCell::BlurX, &CXSheetCell::BlurY, &CXSheetCell::SetBlur, blurs);
     }
 }
 

@@ -127,3 +127,53 @@ TEST(Inbetween, CameraSourcesWriteTheirOwnTracks) {
     EXPECT_EQ(camera.At(15).zoom, 1);
     EXPECT_EQ(camera.At(14).panX, 100);
 }
+
+TEST(Inbetween, DrawnCurvesAreAsExactLateAsEarly) {
+    const CInbetweenPace straight(InbetweenType::Drawn, {{1.0 / 3, 1.0 / 3}, {2.0 / 3, 2.0 / 3}});
+    const CInbetweenPace drawn(InbetweenType::Drawn, {{0.3, -0.5}, {0.7, 1.5}});
+    for (int frame = 1; frame < 96; ++frame) {
+        EXPECT_NEAR(CBetweenValues(straight, {1900, 1996}, 100, 300).At(1900 + frame), 100 + 200 * frame / 96.0,
+                    1e-9);
+        EXPECT_EQ(CBetweenValues(drawn, {1900, 1996}, 0.1, 0.7).At(1900 + frame),
+                  CBetweenValues(drawn, {0, 96}, 0.1, 0.7).At(frame));
+        // As it is made it is the curve that is slow at both ends.
+        EXPECT_NEAR(CBetweenValues(InbetweenType::Drawn, {0, 96}, 0, 1).At(frame),
+                    Hermite(InbetweenType::SlowOutSlowIn, {0, 96}, 0, 1, frame), 1e-12);
+    }
+    EXPECT_LT(CBetweenValues(drawn, {0, 96}, 0, 1).At(10), 0) << "swings back";
+    EXPECT_GT(CBetweenValues(drawn, {0, 96}, 0, 1).At(86), 1) << "and over";
+    const double none = std::nan("");
+    EXPECT_EQ((CPaceCurve{{none, 0}, {9, -9}}.Kept()), (CPaceCurve{{1.0 / 3, 0}, {1, -0.5}}));
+}
+
+TEST(Inbetween, ADrawnCurveKeepsEffectsWithinTheirRanges) {
+    CXSheet xsheet = SheetOf({"AAAAAA"});
+    ASSERT_TRUE(xsheet.MutableCell(0, 5).SetTrans(100));
+    ASSERT_TRUE(xsheet.MutableCell(0, 5).SetBlur(50, 3));
+    const CInbetweenPace swings(InbetweenType::Drawn, {{0.2, -0.5}, {0.3, 1.5}});
+    InbetweenLevel(xsheet, 0, {0, 5}, LevelSource::Transparency, swings);
+    InbetweenLevel(xsheet, 0, {0, 5}, LevelSource::Blur, swings);
+    InbetweenLevel(xsheet, 0, {0, 5}, LevelSource::Rotation, swings);
+    for (int frame = 1; frame < 5; ++frame) {
+        const CXSheetCell& cell = xsheet.Cell(0, frame);
+        EXPECT_TRUE(cell.Transparency() >= 0 && cell.Transparency() <= 100) << frame;
+        EXPECT_TRUE(cell.BlurX() >= 1 && cell.BlurX() <= 50 && cell.BlurY() >= 1) << frame;
+    }
+    EXPECT_EQ(xsheet.Cell(0, 3).Transparency(), 100);
+}
+
+TEST(Inbetween, ValuesStandOnTwosAndThreesFromTheFirstKey) {
+    for (const InbetweenType type : {InbetweenType::Linear, InbetweenType::SlowIn, InbetweenType::Drawn}) {
+        CCameraTrack ones, threes;
+        for (CCameraTrack* camera : {&ones, &threes}) {
+            camera->MutableAt(10).panX = 0.1;
+            camera->MutableAt(18).panX = 80;
+        }
+        InbetweenCamera(ones, {10, 18}, CameraSource::Pan, type);
+        InbetweenCamera(threes, {10, 18}, CameraSource::Pan, {type, {}, 3});
+        const int shown[] = {10, 10, 10, 13, 13, 13, 16, 16, 18};
+        for (int frame = 10; frame <= 18; ++frame)
+            EXPECT_EQ(threes.At(frame).panX, ones.At(shown[frame - 10]).panX) << frame;
+    }
+    EXPECT_EQ(CBetweenValues({InbetweenType::Linear, {}, -7}, {0, 4}, 0, 4).At(3), 3) << "on ones";
+}
