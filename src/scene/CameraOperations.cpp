@@ -118,6 +118,24 @@ bool CCameraOperations::Apply(CSceneEdit& edit, int dx, int dy) {
     return changed;
 }
 
+bool CCameraOperations::MovesOneToOne() const {
+    return Get(m_context.profile, setting::cameraOneToOne) != 0;
+}
+
+void CCameraOperations::ToggleOneToOne() {
+    Set(m_context.profile, setting::cameraOneToOne, MovesOneToOne() ? 0 : 1);
+}
+
+bool CCameraOperations::MoveOneToOne(CSceneEdit& edit, int dx, int dy) {
+    const CSceneModel& model = m_context.model;
+    if (!model.moveSelection.IsCameraSelected() || !MovesOneToOne())
+        return false;
+    ApplyCameraInputOneToOne(edit.Camera().MutableAt(model.cursorFrame), model.inputMode, dx, dy,
+                             edit.Geometry().Frame());
+    edit.ThenAnnounce(UpdateHint::Cells);
+    return true;
+}
+
 void CCameraOperations::EndCamInput(int dx, int dy) {
     if (m_context.Require(m_context.model.sceneOpen, "Scene not open at EndCamInput") && ProcessCamInput(dx, dy))
         m_context.Update(pictureHint);

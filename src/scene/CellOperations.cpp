@@ -1,5 +1,6 @@
 #include "scene/CellOperations.h"
 
+#include "scene/CellTrial.h"
 #include "scene/CommandState.h"
 #include "scene/DialogRequests.h"
 #include "scene/InbetweenDialog.h"
@@ -89,9 +90,15 @@ void CCellOperations::OnXSheetDoBlur(int level) {
     const CXSheetCell* cell = UsedCell(model, level);
     if (cell == nullptr)
         return;
+    CCellTrial trial(m_context, {level, model.cursorFrame});
+    const auto show = [&trial](const CBlurForm& values) {
+        if (CheckBlurForm(values))
+            trial.Show([&values](CXSheetCell& shown) { ApplyBlurForm(values, shown); });
+    };
     const std::optional<CBlurForm> form = m_context.prompter.Ask(
         CBlurRequest{IdentityOf(model, level, *cell), BlurFormOf(*cell),
-                     [this](const CBlurForm& values) { return m_context.Report(CheckBlurForm(values)); }});
+                     [this](const CBlurForm& values) { return m_context.Report(CheckBlurForm(values)); }, show});
+    trial.End();
     if (!form)
         return;
     CSceneEdit edit(m_context, "Edit Blur", pictureHint);

@@ -137,6 +137,7 @@ struct CTransparencyRequest {
     CCellIdentity cell;
     double initial = 0;
     AcceptRule<double> accept;
+    std::function<void(double)> show = {}; ///< as above
 };
 
 struct CCameraDataRequest {

@@ -64,6 +64,14 @@ inline constexpr CIntSetting lastInbetweenSource{"Remember", "Last Inbet Source"
 inline constexpr CIntSetting lastInbetweenType{"Remember", "Last Inbet Type", 0};
 inline constexpr CIntSetting lastCameraInbetweenSource{"Remember", "Last CamInbet Source", 0};
 inline constexpr CIntSetting lastCameraInbetweenType{"Remember", "Last CamInbet Type", 0};
+// A curve that was drawn for an inbetween; places in its box, percentages.
+inline constexpr CIntSetting inbetweenCurveX1{"Remember", "Inbetween Curve X1", 33};
+inline constexpr CIntSetting inbetweenCurveY1{"Remember", "Inbetween Curve Y1", 0};
+inline constexpr CIntSetting inbetweenCurveX2{"Remember", "Inbetween Curve X2", 67};
+inline constexpr CIntSetting inbetweenCurveY2{"Remember", "Inbetween Curve Y2", 100};
+/// Frames that each value stands.
+inline constexpr CIntSetting lastInbetweenHold{"Remember", "Last Inbet Hold", 1};
+inline constexpr CIntSetting lastCameraInbetweenHold{"Remember", "Last CamInbet Hold", 1};
 inline constexpr CIntSetting lastRenderScaling{"Remember", "Last Render Scaling", 100};
 inline constexpr CIntSetting lastRenderStep{"Remember", "Last Render Step", 1};
 inline constexpr CIntSetting lastRenderAntialias{"Remember", "Last Render Antialias", 1};
@@ -119,6 +127,21 @@ inline constexpr CIntSetting previewSpeed{"Remember", "Preview Speed", 100}; ///
 inline constexpr CIntSetting previewFollowsCamera{"Remember", "Preview Follows Camera", 1};
 inline constexpr CIntSetting previewFullSize{"Remember", "Preview Full Size", 0};
 inline constexpr CIntSetting previewScrub{"Remember", "Frame Column Scrubs", 0};
+
+// What the mouse takes hold of in the camera view, and what is laid over its picture.
+inline constexpr CIntSetting cameraHandles{"Camera View", "Handles", 0};
+inline constexpr CIntSetting cameraSpacing{"Camera View", "Spacing", 0};
+inline constexpr CIntSetting cameraOneToOne{"Camera View", "One To One", 0};
+/// Fields from the middle of the chart to its edge, 12 or 16; 0 for no chart.
+inline constexpr CIntSetting cameraFields{"Camera View", "Fields", 0};
+inline constexpr CIntSetting cameraFieldsOnStage{"Camera View", "Fields On Stage", 1};
+inline constexpr CIntSetting cameraFrameWide{"Camera View", "Frame 16:9", 0};
+inline constexpr CIntSetting cameraFrameTall{"Camera View", "Frame 4:3", 0};
+inline constexpr CIntSetting cameraActionSafe{"Camera View", "Action Safe", 0};
+inline constexpr CIntSetting cameraTitleSafe{"Camera View", "Title Safe", 0};
+/// What they take of width and height.
+inline constexpr CIntSetting actionSafePercent{"Camera View", "Action Safe Percent", 90};
+inline constexpr CIntSetting titleSafePercent{"Camera View", "Title Safe Percent", 80};
 
 inline constexpr CIntSetting cleanupThreshold{"Remember", "Cleanup Threshold", 0};
 inline constexpr CIntSetting cleanupSpecks{"Remember", "Cleanup Specks", 4};

@@ -82,6 +82,37 @@ TEST_F(CCellOperationsTest, EditsTransparencyAndBlurOfALevel) {
     EXPECT_EQ(TakeHints(), (Hints{260, 260}));
 }
 
+TEST_F(CCellOperationsTest, EffectsAreTriedWhileTheirDialogIsOpen) {
+    const CXSheetCell before = Put(0, 0, "1");
+    std::vector<double> seen;
+    prompter.onDialog = [&] {
+        const auto request = std::any_cast<CTransparencyRequest>(prompter.lastRequest);
+        for (const double value : {30.0, 999.0, std::nan(""), 70.0}) {
+            request.show(value);
+            seen.push_back(scene.xsheet.Cell(0, 0).Transparency());
+        }
+    };
+    cells.OnXSheetDoTrans(0); // cancelled
+    EXPECT_EQ(seen, (std::vector<double>{30, 30, 30, 70})) << "what the rule refuses is not shown";
+    EXPECT_EQ(scene.xsheet.Cell(0, 0), before);
+    EXPECT_FALSE(CanUndo(model));
+    EXPECT_EQ(TakeHints(), (Hints{4, 4, 4}));
+    prompter.Answer(55.0);
+    cells.OnXSheetDoTrans(0);
+    EXPECT_EQ(scene.xsheet.Cell(0, 0).Transparency(), 55);
+    EXPECT_EQ(model.history.Steps().size(), 1U);
+
+    prompter.onDialog = [&] {
+        std::any_cast<CBlurRequest>(prompter.lastRequest).show({7, 9, false});
+        EXPECT_EQ(scene.xsheet.Cell(0, 0).BlurY(), 9);
+    };
+    cells.OnXSheetDoBlur(0);
+    EXPECT_EQ(scene.xsheet.Cell(0, 0).BlurY(), 1);
+    Undo();
+    EXPECT_EQ(scene.xsheet.Cell(0, 0), before);
+    EXPECT_FALSE(CanUndo(model));
+}
+
 TEST_F(CCellOperationsTest, InbetweensTheCursorLevelFromUsedKeyToUsedKey) {
     SetLevels(2);
     model.cursorLevel = 1;

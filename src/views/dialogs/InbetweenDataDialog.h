@@ -3,12 +3,15 @@
 #include "scene/DialogRequests.h"
 #include "views/dialogs/Dialog.h"
 
+class QComboBox;
+
 namespace velmor {
 
 class CInbetweenPlot;
 class CRadioGroup;
 
-/// "Inbetween Level Data" and "Inbetween Camera Data": what to inbetween and along which curve. The range is that
+/// "Inbetween Level Data" and "Inbetween Camera Data": what to inbetween, along which curve, and how
+/// long each value stands. The range is that
 /// of the selection's keys and is only shown.
 class CInbetweenDataDialog final : public CDialog {
 public:
@@ -18,10 +21,13 @@ public:
 
 private:
     void AddRange(const CInbetweenRequest& request);
+    void AddPace(const CInbetweenRequest& request);
+    CInbetweenPace Pace() const;
 
     CRadioGroup* m_source;
     CRadioGroup* m_type;
     CInbetweenPlot* m_plot;
+    QComboBox* m_hold;
 };
 
 } // namespace velmor
