@@ -13,7 +13,8 @@ namespace velmor {
 
 namespace {
 
-constexpr CInbetweenDialog levelDialog{5, setting::lastInbetweenSource, setting::lastInbetweenType};
+constexpr CInbetweenDialog levelDialog{5, setting::lastInbetweenSource, setting::lastInbetweenType,
+                                       setting::lastInbetweenHold};
 
 // A used cell of the cursor frame; null when there is none on that level.
 const CXSheetCell* UsedCell(const CSceneModel& model, int level) {
@@ -72,9 +73,15 @@ void CCellOperations::OnXSheetDoTrans(int level) {
     const CXSheetCell* cell = UsedCell(model, level);
     if (cell == nullptr)
         return;
+    CCellTrial trial(m_context, {level, model.cursorFrame});
+    const auto show = [&trial](double value) {
+        if (CheckTransparency(value))
+            trial.Show([value](CXSheetCell& shown) { static_cast<void>(shown.SetTrans(value)); });
+    };
     const std::optional<double> transparency = m_context.prompter.Ask(
         CTransparencyRequest{IdentityOf(model, level, *cell), TransparencyFormOf(*cell),
-                             [this](double value) { return m_context.Report(CheckTransparency(value)); }});
+                             [this](double value) { return m_context.Report(CheckTransparency(value)); }, show});
+    trial.End();
     if (!transparency)
         return;
     CSceneEdit edit(m_context, "Edit Transparency", pictureHint);
@@ -128,7 +135,7 @@ void CCellOperations::Inbetween() {
         return;
     }
     const InbetweenType type = static_cast<InbetweenType>(choice->type);
-    InbetweenLevel(edit.XSheet(), level, *keys, static_cast<LevelSource>(choice->source), type);
+    InbetweenLevel(edit.XSheet(), level, *keys, static_cast<LevelSource>(choice->source), PaceOf(*choice));
     if (type != InbetweenType::Constant)
         edit.AnnounceInstead(UpdateHint::CameraRedraw);
 }

@@ -129,6 +129,7 @@ struct CBlurRequest {
     CCellIdentity cell;
     CBlurForm initial;
     AcceptRule<CBlurForm> accept;
+    std::function<void(const CBlurForm&)> show = {}; ///< called at each change; the caller takes it back
 };
 
 struct CTransparencyRequest {
@@ -151,6 +152,8 @@ struct CCameraDataRequest {
 struct CInbetweenChoice {
     int source = 0;
     int type = 0;
+    int hold = 1;          ///< frames that each value stands, 1 to mostInbetweenHold
+    CPaceCurve curve = {}; ///< where the type is the drawn one
 };
 
 /// How an inbetween dialog was closed; the choices are remembered either way.

@@ -4,6 +4,8 @@
 #include "scene/DialogRequests.h"
 #include "scene/Settings.h"
 
+#include <cmath>
+
 namespace velmor::testing {
 
 namespace {
@@ -133,6 +135,29 @@ TEST_F(CCellOperationsTest, InbetweensTheCursorLevelFromUsedKeyToUsedKey) {
     cells.Inbetween();
     EXPECT_EQ(scene.xsheet.Cell(1, 5).PosX(), 0);
     EXPECT_EQ(TakeHints(), Hints{260});
+}
+
+TEST_F(CCellOperationsTest, ADrawnCurveAndItsExposureAreRemembered) {
+    for (int frame = 0; frame < 9; ++frame)
+        Put(0, frame, "1");
+    static_cast<void>(scene.xsheet.MutableCell(0, 8).SetPos(884, 288));
+    model.selection = {0, 0, 0, 8};
+    prompter.Answer(CInbetweenAnswer{true, {0, 5, 2, {{0.5, 0}, {0.9, 0.31}}}});
+    cells.Inbetween();
+    EXPECT_EQ(scene.xsheet.Cell(0, 1).PosX(), 384);
+    EXPECT_EQ(scene.xsheet.Cell(0, 4).PosX(), scene.xsheet.Cell(0, 5).PosX());
+    EXPECT_LT(scene.xsheet.Cell(0, 4).PosX(), 384 + 125) << "slow out";
+    cells.Inbetween();
+    const CInbetweenChoice initial = std::any_cast<CInbetweenRequest>(prompter.lastRequest).initial;
+    EXPECT_EQ(initial.type, 5);
+    EXPECT_EQ(initial.hold, 2);
+    EXPECT_EQ(initial.curve, (CPaceCurve{{0.5, 0}, {0.9, 0.31}}));
+    Set(profile, setting::inbetweenCurveY2, 10000);
+    Set(profile, setting::lastInbetweenHold, 0);
+    cells.Inbetween();
+    const CInbetweenChoice kept = std::any_cast<CInbetweenRequest>(prompter.lastRequest).initial;
+    EXPECT_EQ(kept.curve.second.y, 1.5);
+    EXPECT_EQ(kept.hold, 1);
 }
 
 TEST_F(CCellOperationsTest, InbetweenRemembersChoices) {

@@ -44,6 +44,8 @@ public:
     std::vector<std::string> TakeMessages() { return std::exchange(messages, {}); }
     /// The request of the last dialog of a kind, for tests of what it was handed.
     std::any lastRequest;
+    /// Called while a dialog is open, before it is answered.
+    std::function<void()> onDialog;
 
     void ShowMessage(const std::string& text) override { messages.push_back(text); }
     void ShowVelmorMessage(const std::string& text) override {
@@ -134,6 +136,8 @@ private:
         std::visit(
             [this](auto* asked) {
                 lastRequest = asked->request;
+                if (onDialog)
+                    onDialog();
                 Play(*asked);
             },
             dialog);

@@ -4,9 +4,11 @@
 #include "scene/DialogRequests.h"
 #include "scene/Settings.h"
 #include "views/camera/CameraView.h"
+#include "views/widgets/InbetweenPlot.h"
 #include "views/widgets/NumberEdit.h"
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <cmath>
 
 namespace velmor::testing {
@@ -259,6 +261,65 @@ TEST_F(CCelDialogsTest, InbetweenAnswersItsChoicesHoweverItIsClosed) {
     EXPECT_FALSE(answer.confirmed);
     EXPECT_EQ(answer.choice.source, 2);
     EXPECT_EQ(answer.choice.type, 3);
+}
+
+TEST_F(CCelDialogsTest, ACurveIsDrawnByItsHandles) {
+    CInbetweenAnswer answer;
+    WithDialog(
+        [&] {
+            answer = prompter.Ask(CInbetweenRequest{false, "Face", 3, 12, {0, 0, 2, {{0.4, 0}, {0.6, 1}}}});
+        },
+        [&](QDialog& dialog) {
+            auto& plot = Child<CInbetweenPlot>(dialog, "plot");
+            auto& hold = Child<QComboBox>(dialog, "hold");
+            EXPECT_EQ(hold.currentText(), "On twos");
+            QTest::mouseClick(&plot, Qt::LeftButton, {}, {20, 20});
+            EXPECT_EQ(plot.Curve(), (CPaceCurve{{0.4, 0}, {0.6, 1}})) << "a straight line has no handles";
+            Choose(dialog, "type", 5);
+            plot.setFocus();
+            QTest::keyClick(&plot, Qt::Key_Right);
+            QTest::keyClick(&plot, Qt::Key_End);
+            QTest::keyClick(&plot, Qt::Key_Up, Qt::ShiftModifier);
+            EXPECT_NEAR(plot.Curve().first.x, 0.41, 1e-9);
+            EXPECT_NEAR(plot.Curve().second.y, 1.1, 1e-9);
+            QTest::mousePress(&plot, Qt::LeftButton, {}, {17, plot.height() / 2}); // nearer to the first
+            QTest::mouseMove(&plot, {-400, 4000});
+            hold.setCurrentIndex(2);
+            PressOk(dialog);
+        });
+    EXPECT_EQ(answer.choice.type, 5);
+    EXPECT_EQ(answer.choice.hold, 3);
+    EXPECT_EQ(answer.choice.curve.first, (CRealPoint{0, -0.5}));
+}
+
+TEST_F(CCelDialogsTest, EffectsAreShownAsTheyAreSet) {
+    std::vector<double> shown;
+    WithDialog(
+        [&] {
+            prompter.Ask(CTransparencyRequest{eyes, 20, {}, [&](double value) { shown.push_back(value); }});
+        },
+        [&](QDialog& dialog) {
+            EXPECT_TRUE(shown.empty()) << "as it is";
+            Child<QSlider>(dialog, "transparencySlider").setValue(45);
+            Type(dialog, "transparency", "7.5");
+            dialog.reject();
+        });
+    ASSERT_FALSE(shown.empty());
+    EXPECT_EQ(shown.front(), 45);
+    EXPECT_EQ(shown.back(), 7.5);
+    CBlurForm blur;
+    WithDialog(
+        [&] {
+            prompter.Ask(CBlurRequest{eyes, {3, 3, true}, {}, [&](const CBlurForm& form) { blur = form; }});
+        },
+        [&](QDialog& dialog) {
+            Child<QSlider>(dialog, "blurXSlider").setValue(9);
+            EXPECT_EQ(blur, (CBlurForm{9, 9, true}));
+            Child<QCheckBox>(dialog, "preserve").setChecked(false);
+            Child<QSlider>(dialog, "blurYSlider").setValue(4);
+            dialog.reject();
+        });
+    EXPECT_EQ(blur, (CBlurForm{9, 4, false}));
 }
 
 TEST_F(CCelDialogsTest, LineCheckShowsTheNewestFrameOnly) {

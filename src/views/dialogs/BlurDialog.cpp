@@ -56,6 +56,9 @@ CBlurDialog::CBlurDialog(QWidget* parent, const CBlurRequest& request)
     sliderY.setHidden(m_preserve->isChecked());
     connect(m_preserve, &QCheckBox::toggled, &sliderY, &QWidget::setHidden);
     m_blurX->Edit().BeFirst();
+    if (request.show)
+        for (const CNumberSlider* blur : {m_blurX, m_blurY}) // preserving the aspect changes the second
+            connect(&blur->Edit(), &QLineEdit::textChanged, this, [this, show = request.show] { show(Values()); });
 }
 
 CBlurForm CBlurDialog::Values() const {

@@ -27,6 +27,9 @@ CTransparencyDialog::CTransparencyDialog(QWidget* parent, const CTransparencyReq
     Body().addStretch();
     m_transparency->Edit().SetValue(request.initial);
     m_transparency->Edit().BeFirst();
+    if (request.show)
+        connect(&m_transparency->Edit(), &QLineEdit::textChanged, this,
+                [this, show = request.show] { show(Values()); });
 }
 
 double CTransparencyDialog::Values() const {
