@@ -18,7 +18,8 @@ namespace velmor {
 
 namespace {
 
-constexpr CInbetweenDialog cameraDialog{3, setting::lastCameraInbetweenSource, setting::lastCameraInbetweenType};
+constexpr CInbetweenDialog cameraDialog{3, setting::lastCameraInbetweenSource, setting::lastCameraInbetweenType,
+                                        setting::lastCameraInbetweenHold};
 constexpr double radiansPerPixel = 0.006666666666666667; // one radian for 150 pixels
 
 // One step of mouse input on a used cell: `moved` is the motion in the camera's own rotation.
@@ -100,13 +101,13 @@ bool CCameraOperations::Apply(CSceneEdit& edit, int dx, int dy) {
     const int frame = model.cursorFrame;
     const CPoint motion{dx, dy};
     const CPoint moved = RotatePoint(motion, edit.Camera().At(frame).rotation);
-    bool changed = false;
+    bool changed = MoveOneToOne(edit, dx, dy);
     for (int level = 0; level < edit.XSheet().LevelCount(); ++level) {
         if (model.moveSelection.IsLevelSelected(level) && edit.XSheet().Cell(level, frame).IsUsed())
             changed |= static_cast<bool>(
                 ApplyInput(edit.XSheet().MutableCell(level, frame), model.inputMode, motion, moved));
         // Once for every level, chosen or not: how far a drag takes the camera grows with the number of levels.
-        if (model.moveSelection.IsCameraSelected()) {
+        if (model.moveSelection.IsCameraSelected() && !MovesOneToOne()) {
             const CSize size = edit.Geometry().Frame();
             ApplyCameraInput(edit.Camera().MutableAt(frame), model.inputMode, dx, dy, size.width, size.height);
             edit.ThenAnnounce(UpdateHint::Cells);
@@ -203,7 +204,7 @@ void CCameraOperations::Inbetween() {
         return;
     }
     const InbetweenType type = static_cast<InbetweenType>(choice->type);
-    InbetweenCamera(edit.Camera(), keys, static_cast<CameraSource>(choice->source), type);
+    InbetweenCamera(edit.Camera(), keys, static_cast<CameraSource>(choice->source), PaceOf(*choice));
     if (type == InbetweenType::Constant)
         edit.AnnounceInstead(cellsAndPictureHint);
 }

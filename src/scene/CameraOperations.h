@@ -26,6 +26,9 @@ public:
     bool ProcessCamInput(int dx, int dy);
     void EndCamInput(int dx, int dy);
 
+    /// Whether a drag takes the camera along once, with what is under the pointer, and not once for every level.
+    bool MovesOneToOne() const;
+    void ToggleOneToOne();
     /// What drags change.
     void SetMode(InputMode mode);
     /// Each toggle has the camera picture composed again.
@@ -40,6 +43,7 @@ private:
     /// What a drag in the current mode is called.
     const char* DragName() const;
     bool Apply(CSceneEdit& edit, int dx, int dy);
+    bool MoveOneToOne(CSceneEdit& edit, int dx, int dy);
     [[nodiscard]] bool RequireFrame(int frame, const char* message) const;
 
     CSceneContext m_context;

@@ -4,11 +4,13 @@
 #include "render/ImageCache.h"
 #include "scene/AssetOperations.h"
 #include "scene/AssetTransforms.h"
+#include "scene/CameraAids.h"
 #include "scene/CameraOperations.h"
 #include "scene/CameraPictures.h"
 #include "scene/CelFilling.h"
 #include "scene/CelPainting.h"
 #include "scene/CelSelection.h"
+#include "scene/CellDragging.h"
 #include "scene/CellOperations.h"
 #include "scene/CleanupOperations.h"
 #include "scene/FlipbookOperations.h"
@@ -80,6 +82,8 @@ struct CVelmorltDoc::CParts {
     CExposing exposing{context, cursor, timing};
     CCellOperations cells{context};
     CSheetNotes notes{context};
+    CCellDragging cellDragging{context};
+    CCameraAids cameraAids{context};
     CCameraOperations camera{context, cursor};
     CImportOperations imports{context, scenes};
     CSequenceImport sequenceImport{context, scenes, imports};
@@ -136,6 +140,8 @@ CSheetTiming& CVelmorltDoc::Timing() { return m_parts->timing; }
 CExposing& CVelmorltDoc::Exposing() { return m_parts->exposing; }
 CCellOperations& CVelmorltDoc::Cells() { return m_parts->cells; }
 CSheetNotes& CVelmorltDoc::Notes() { return m_parts->notes; }
+CCellDragging& CVelmorltDoc::CellDragging() { return m_parts->cellDragging; }
+CCameraAids& CVelmorltDoc::CameraAids() { return m_parts->cameraAids; }
 CCameraOperations& CVelmorltDoc::Camera() { return m_parts->camera; }
 CCameraPictures& CVelmorltDoc::CameraPictures() { return m_parts->cameraPictures; }
 CPaletteOperations& CVelmorltDoc::Palette() { return m_parts->palette; }

@@ -11,8 +11,10 @@ namespace velmor {
 
 class CAssetOperations;
 class CAssetTransforms;
+class CCameraAids;
 class CCameraOperations;
 class CCameraPictures;
+class CCellDragging;
 class CCellOperations;
 class CCelFilling;
 class CCelPainting;
@@ -94,7 +96,11 @@ public:
     CCellOperations& Cells();
     /// Marks and comments in the sheet.
     CSheetNotes& Notes();
+    /// Cells that are placed with the mouse over the camera picture.
+    CCellDragging& CellDragging();
     CCameraOperations& Camera();
+    /// What helps to place things in the camera view.
+    CCameraAids& CameraAids();
     CCameraPictures& CameraPictures();
     CPaletteOperations& Palette();
     CCelPainting& Painting();

@@ -65,6 +65,33 @@ TEST_F(CCameraOperationsTest, CameraMovesOnceForEveryLevel) {
     EXPECT_FALSE(camera.ProcessCamInput(96, 0));
 }
 
+TEST_F(CCameraOperationsTest, OneToOneTheCameraMovesOnceHoweverManyLevels) {
+    for (const int levels : {4, 0}) {
+        SetLevels(levels);
+        Camera() = {};
+        camera.ToggleOneToOne();
+        EXPECT_TRUE(camera.MovesOneToOne());
+        hints.clear();
+        camera.StartCamInput();
+        camera.ProcessCamInput(10, 0);
+        camera.EndCamInput(0, 5);
+        EXPECT_EQ(Camera(), (CCameraFrame{10, 5, 0, 1}));
+        EXPECT_EQ(TakeHints(), (Hints{8, 4, 8, 4, 260}));
+        Undo();
+        EXPECT_EQ(Camera(), CCameraFrame{});
+        camera.ToggleOneToOne();
+    }
+    SetLevels(2);
+    camera.ProcessCamInput(10, 0);
+    EXPECT_EQ(Camera().panX, 20) << "and as ever without it";
+    camera.ToggleOneToOne();
+    Put(1, 0, "1");
+    cursor.SetLevelCanMove(1);
+    EXPECT_TRUE(camera.ProcessCamInput(10, 0));
+    EXPECT_EQ(scene.xsheet.Cell(1, 0).PosX(), 394) << "levels move as they do";
+    EXPECT_EQ(Camera().panX, 20);
+}
+
 TEST_F(CCameraOperationsTest, ADragIsOneStepOfUndoAndAClickIsNone) {
     SetLevels(1, 10);
     prompter.Answer(5);

@@ -4,6 +4,7 @@
 #include "app/window/MainFrame.h"
 #include "scene/AssetOperations.h"
 #include "scene/AssetTransforms.h"
+#include "scene/CameraAids.h"
 #include "scene/CameraOperations.h"
 #include "scene/CelPainting.h"
 #include "scene/CelSelection.h"
@@ -114,6 +115,30 @@ bool IsMode(const Target& target) {
 template<InputMode Mode>
 void SetMode(Target& target) {
     target.doc.Camera().SetMode(Mode);
+}
+
+template<bool CCameraAidChoices::*Choice>
+bool HasAid(const Target& target) {
+    return target.doc.CameraAids().Choices().*Choice;
+}
+template<bool CCameraAidChoices::*Choice>
+void ToggleAid(Target& target) {
+    CCameraAidChoices choices = target.doc.CameraAids().Choices();
+    choices.*Choice = !(choices.*Choice);
+    target.doc.CameraAids().Change(choices);
+}
+template<int Fields>
+bool HasChart(const Target& target) {
+    return target.doc.CameraAids().Choices().fields == Fields;
+}
+template<int Fields>
+void ToggleChart(Target& target) {
+    CCameraAidChoices choices = target.doc.CameraAids().Choices();
+    choices.fields = choices.fields == Fields ? 0 : Fields;
+    target.doc.CameraAids().Change(choices);
+}
+bool CanDrawPath(const Target& target) {
+    return CanInbetween(target.doc.Model()) || target.camera.IsDrawingPath();
 }
 
 bool HasLastFlipbook(const Target& target) {
@@ -499,6 +524,47 @@ constexpr CCommand commands[] = {
      "Shows the drawings before and after the current one under the picture of the frame", "Onion Skin", HasScene,
      [](const Target& target) { return target.doc.Onion().Settings().inCamera; },
      Do<&CVelmorltDoc::Onion, &COnion::ToggleInCamera>, camera},
+    {CommandId::CameraHandles, "&Handles\tH", "camera-handles", "H",
+     "Scales and turns the selected level(s) by the corners: Shift keeps proportions or steps, Ctrl the middle",
+     "Handles", HasScene, HasAid<&CCameraAidChoices::handles>, ToggleAid<&CCameraAidChoices::handles>, camera,
+     Focused},
+    {CommandId::CameraSpacing, "&Spacing on Motion Paths\tT", "camera-spacing", "T",
+     "Drags the ticks of motion paths, which changes the pace between two keys; Ctrl drags one tick alone",
+     "Spacing on Motion Paths", HasScene, HasAid<&CCameraAidChoices::spacing>,
+     ToggleAid<&CCameraAidChoices::spacing>, camera, Focused},
+    {CommandId::CameraDrawPath, "&Draw Path\tD", "camera-draw-path", "D",
+     "Draws the path of the current level from the first to the last selected key, spaced as it was inbetweened last",
+     "Draw Path", CanDrawPath, [](const Target& target) { return target.camera.IsDrawingPath(); },
+     Camera<&CCameraView::TogglePathDrawing>, camera, Focused},
+    {CommandId::CameraOneToOne, "Move Camera &One to One", "camera-one-to-one", "",
+     "Drags the camera with what is under the pointer, however many levels there are", "Move Camera One to One",
+     HasScene, [](const Target& target) { return target.doc.Camera().MovesOneToOne(); },
+     Do<&CVelmorltDoc::Camera, &CCameraOperations::ToggleOneToOne>, camera},
+    {CommandId::CameraFields12, "Field Chart of &12", "fields-12", "",
+     "Lays a chart of 12 fields over the picture", "Field Chart of 12", HasScene, HasChart<12>, ToggleChart<12>,
+     camera},
+    {CommandId::CameraFields16, "Field Chart of 1&6", "fields-16", "",
+     "Lays a chart of 16 fields over the picture", "Field Chart of 16", HasScene, HasChart<16>, ToggleChart<16>,
+     camera},
+    {CommandId::CameraFieldsOnStage, "Chart Moves with the &Stage", "fields-stage", "",
+     "Shows the field chart through the camera, as drawings are seen; otherwise it lies still over the picture",
+     "Chart Moves with the Stage", HasScene, HasAid<&CCameraAidChoices::fieldsOnStage>,
+     ToggleAid<&CCameraAidChoices::fieldsOnStage>, camera},
+    {CommandId::CameraFrameWide, "Frame 16:&9", "frame-wide", "", "Shows what a 16:9 screen has of the picture",
+     "Frame 16:9", HasScene, HasAid<&CCameraAidChoices::wideFrame>, ToggleAid<&CCameraAidChoices::wideFrame>,
+     camera},
+    {CommandId::CameraFrameTall, "Frame &4:3", "frame-tall", "", "Shows what a 4:3 screen has of the picture",
+     "Frame 4:3", HasScene, HasAid<&CCameraAidChoices::tallFrame>, ToggleAid<&CCameraAidChoices::tallFrame>,
+     camera},
+    {CommandId::CameraActionSafe, "&Action Safe", "action-safe", "",
+     "Shows the area that action is to stay in, of each frame that is shown", "Action Safe", HasScene,
+     HasAid<&CCameraAidChoices::actionSafe>, ToggleAid<&CCameraAidChoices::actionSafe>, camera},
+    {CommandId::CameraTitleSafe, "&Title Safe", "title-safe", "",
+     "Shows the area that titles are to stay in, of each frame that is shown", "Title Safe", HasScene,
+     HasAid<&CCameraAidChoices::titleSafe>, ToggleAid<&CCameraAidChoices::titleSafe>, camera},
+    {CommandId::CameraPrintGuides, "&Print Guides...", "print-guides", "",
+     "Shows the page with the chosen guides, or a field chart, to be printed", "Print Guides", HasScene, nullptr,
+     Frame<&CMainFrame::PreviewGuides>},
 
     // Xsheet
     {CommandId::XsheetAddLevel, "&Add Level\tINS", "add-level", "Ins", "Adds another level to the xsheet",

@@ -205,6 +205,10 @@ void CMainFrame::PreviewPrint() {
     m_printing->Preview();
 }
 
+void CMainFrame::PreviewGuides() {
+    m_printing->PreviewGuides();
+}
+
 void CMainFrame::SetUpPrinter() {
     m_printing->Setup();
 }

@@ -61,6 +61,7 @@ public:
 
     void PrintXSheet();
     void PreviewPrint();
+    void PreviewGuides();
     void SetUpPrinter();
     void Exit();
     void SelectScanSource();

@@ -21,6 +21,11 @@ constexpr CommandId cameraMenu[] = {CameraMoveMode, CameraRotateMode, CameraZoom
                                     CameraZoomIn,   CameraZoomOut,    CameraZoomOneToOne,    CameraPan,
                                     Separator,      CameraAntialias,  CameraMotionPathSetup, Separator,
                                     CameraFit,      Separator,        CameraOnionSkin};
+constexpr CommandId guidesMenu[] = {CameraFields12,  CameraFields16,  CameraFieldsOnStage, Separator,
+                                    CameraFrameWide, CameraFrameTall, Separator,           CameraActionSafe,
+                                    CameraTitleSafe, Separator,       CameraPrintGuides};
+constexpr CommandId cameraHandMenu[] = {CameraHandles, CameraSpacing, CameraDrawPath, Separator, CameraOneToOne};
+constexpr CMenu cameraSubmenus[] = {{"By &Hand", cameraHandMenu}, {"&Guides", guidesMenu}};
 constexpr CommandId xsheetMenu[] = {XsheetAddLevel,
                                     XsheetDeleteLevel,
                                     XsheetRenameLevel,
@@ -182,10 +187,11 @@ constexpr CommandId mainToolBar[] = {FileNewScene,
                                      Separator,
                                      AnimationPlayXsheetSound,
                                      AnimationPlaySelectedSound};
-constexpr CommandId cameraToolBar[] = {CameraPan, CameraZoomIn,    CameraZoomOut,    CameraZoomOneToOne,
-                                       Separator, CameraMoveMode,  CameraRotateMode, CameraZoomMode,
-                                       Separator, CameraAntialias, Separator,        CameraMotionPathSetup,
-                                       Separator, CameraFit};
+constexpr CommandId cameraToolBar[] = {
+    CameraPan,        CameraZoomIn,   CameraZoomOut,  CameraZoomOneToOne, Separator,     CameraMoveMode,
+    CameraRotateMode, CameraZoomMode, Separator,      CameraAntialias,    Separator,     CameraMotionPathSetup,
+    Separator,        CameraFit,      Separator,      CameraHandles,      CameraSpacing, CameraDrawPath,
+    CameraOneToOne,   Separator,      CameraFields12, CameraTitleSafe};
 constexpr CommandId xsheetToolBar[] = {XsheetMultipleLevels, XsheetEditCelData,     XsheetEditCameraData,
                                        XsheetInbetweenLevel, XsheetInbetweenCamera, Separator,
                                        XsheetAddLevel,       XsheetDeleteLevel,     XsheetSwapLevels,
@@ -223,6 +229,8 @@ std::span<const CMenu> SubmenusOf(const CMenu& menu) {
         return celSubmenus;
     if (menu.commands.data() == xsheetMenu || menu.commands.data() == sheetCellMenu)
         return xsheetSubmenus;
+    if (menu.commands.data() == cameraMenu)
+        return cameraSubmenus;
     if (menu.commands.data() == animationMenu)
         return animationSubmenus;
     return {};

@@ -1,9 +1,11 @@
 #include "app/window/Printing.h"
 
+#include "scene/CameraAids.h"
 #include "scene/Prompter.h"
 #include "scene/SceneModel.h"
 #include "scene/VelmorltDoc.h"
 #include "views/Text.h"
+#include "views/print/GuidesPrinter.h"
 #include "views/print/XSheetPrinter.h"
 
 #include <QPageSetupDialog>
@@ -35,11 +37,22 @@ void CPrinting::Print() {
 }
 
 void CPrinting::Preview() {
+    PreviewPages([this](QPrinter& printer) {
+        static_cast<void>(PrintXSheet(m_doc.Model(), m_prompter, printer)); // as above
+    });
+}
+
+void CPrinting::PreviewGuides() {
+    PreviewPages([this](QPrinter& printer) {
+        static_cast<void>(PrintGuides(m_doc.Model(), m_doc.CameraAids().Choices(), m_prompter, printer));
+    });
+}
+
+void CPrinting::PreviewPages(const std::function<void(QPrinter&)>& print) {
     QPrintPreviewDialog dialog(&Printer(), &m_parent);
     dialog.resize(m_parent.size() * 0.9);
-    QObject::connect(&dialog, &QPrintPreviewDialog::paintRequested, &dialog, [this](QPrinter* printer) {
-        static_cast<void>(PrintXSheet(m_doc.Model(), m_prompter, *printer));
-    });
+    QObject::connect(&dialog, &QPrintPreviewDialog::paintRequested, &dialog,
+                     [&print](QPrinter* printer) { print(*printer); });
     dialog.exec();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 
 class QPrinter;
@@ -19,8 +20,11 @@ public:
     void Print();
     void Preview();
     void Setup();
+    /// Shows the page with the guides of the camera view, to be printed from there.
+    void PreviewGuides();
 
 private:
+    void PreviewPages(const std::function<void(QPrinter&)>& print);
     /// Looked for at the first use: asking the system for its printers takes a moment.
     QPrinter& Printer();
 

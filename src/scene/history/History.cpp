@@ -203,6 +203,7 @@ void CHistory::AddMove(CJournalEntry& entry, std::int64_t id, bool forward) {
 
 void CHistory::Record(CStepHeading heading, const CStepChanges& changes, const CXSheet& sheet,
                       const CHistorySession& session) {
+    Finish(); // of a drag that a key has come into, which is a step of its own
     Continue(std::move(heading), changes, sheet, session);
     Finish();
 }

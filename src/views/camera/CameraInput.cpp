@@ -10,7 +10,9 @@ namespace velmor {
 namespace {
 
 // Only moving turns the mouse's motion into the camera's rotation.
-double TurnOfInput(const CSceneModel& model) {
+double TurnOfInput(const CSceneModel& model, const CCameraOperations& camera) {
+    if (model.moveSelection.IsCameraSelected() && camera.MovesOneToOne())
+        return 0; // which cuts nothing off
     const double rotation = model.Scene().camera.At(model.cursorFrame).rotation;
     return model.inputMode == InputMode::Move && std::isfinite(rotation) ? rotation : 0;
 }
@@ -23,12 +25,12 @@ CPoint InPicture(CPoint point, const CViewMapping& mapping) {
 } // namespace
 
 CCameraDrag CCameraInput::DragFrom(CPoint point, const CViewMapping& mapping) const {
-    return {InPicture(point, mapping), mapping.zoom, TurnOfInput(m_model)};
+    return {InPicture(point, mapping), mapping.zoom, TurnOfInput(m_model, m_camera)};
 }
 
 CPoint CCameraInput::MotionTo(CPoint point, const CViewMapping& mapping) {
     // Another mode or frame may have been chosen meanwhile.
-    if (m_drag->Turn() != TurnOfInput(m_model))
+    if (m_drag->Turn() != TurnOfInput(m_model, m_camera))
         m_drag = DragFrom(m_last, mapping);
     m_last = point;
     return m_drag->MotionTo(InPicture(point, mapping));

@@ -31,6 +31,7 @@ struct CCameraMarks {
     std::vector<CLevelPath> paths;
     std::vector<CCelOutline> outlines;
     bool cameraSelected = false;
+    bool hasGrips = false; ///< the ticks of the paths can be dragged
 };
 
 /// The marks of the current frame; none when no scene is open.

@@ -92,15 +92,16 @@ void PaintKeys(QPainter& painter, const QPolygonF& keys, const QColor& color) {
     painter.setBrush(Qt::NoBrush);
 }
 
-void PaintRun(QPainter& painter, const CPathRun& run, const QColor& color, const CPictureMapping& mapping) {
+void PaintRun(QPainter& painter, const CPathRun& run, const QColor& color, const CPictureMapping& mapping,
+              bool hasGrips) {
     constexpr double lineWidth = 1.8;
-    constexpr double tickDiameter = 4;
+    const double tickDiameter = hasGrips ? 6 : 4;
     constexpr double drawingDiameter = 5.5;
     const CDrawnPath drawn = DrawnPathOf(run, mapping);
     QList<QLineF> lines;
     AppendLines(lines, drawn.line);
     PaintLines(painter, lines, color, lineWidth);
-    PaintDots(painter, drawn.ticks, color, tickDiameter);
+    PaintDots(painter, drawn.ticks, hasGrips ? QColor(Qt::white) : color, tickDiameter);
     PaintDots(painter, drawn.drawings, color, drawingDiameter);
     PaintKeys(painter, drawn.keys, color);
 }
@@ -168,7 +169,7 @@ void PaintCameraMarks(QPainter& painter, const CCameraMarks& marks, const CPictu
     painter.setRenderHint(QPainter::Antialiasing);
     for (const CLevelPath& level : marks.paths)
         for (const CPathRun& run : level.path)
-            PaintRun(painter, run, ColorOfLevel(level.level), mapping);
+            PaintRun(painter, run, ColorOfLevel(level.level), mapping, marks.hasGrips);
     for (const CCelOutline& outline : marks.outlines)
         PaintOutline(painter, outline, mapping);
     if (marks.cameraSelected)

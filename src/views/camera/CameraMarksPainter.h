@@ -1,6 +1,7 @@
 #pragma once
 
 #include "image/Geometry.h"
+#include "image/RealPoint.h"
 
 #include <QPointF>
 
@@ -18,6 +19,9 @@ struct CPictureMapping {
 
     /// From frame coordinates, whose y points up.
     QPointF ToView(CPoint point) const {
+        return ToView(CRealPoint{static_cast<double>(point.x), static_cast<double>(point.y)});
+    }
+    QPointF ToView(CRealPoint point) const {
         return {origin.x() + point.x * factor, origin.y() + (static_cast<double>(frameHeight) - point.y) * factor};
     }
 };

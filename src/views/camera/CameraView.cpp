@@ -1,5 +1,6 @@
 #include "views/camera/CameraView.h"
 
+#include "scene/CameraAids.h"
 #include "scene/CameraPictures.h"
 #include "scene/SceneModel.h"
 #include "scene/VelmorltDoc.h"
@@ -7,13 +8,18 @@
 #include "scene/preview/ScenePreview.h"
 #include "views/camera/CameraMarksPainter.h"
 #include "views/camera/FrameKeys.h"
+#include "views/camera/GuidesPainter.h"
 #include "views/camera/PictureImage.h"
 #include "views/xsheet/XSheetMouse.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QStatusTipEvent>
+
+#include <utility>
 
 namespace velmor {
 
@@ -45,7 +51,10 @@ CCameraView::CCameraView(CVelmorltDoc& doc, QWidget* parent)
       m_doc(doc),
       m_feed(doc.Model(), doc.CameraPictures(), [this] { TakePicture(); }),
       m_preview(doc.Preview()),
-      m_input(doc.Model(), doc.Camera()) {
+      m_input(doc.Model(), doc.Camera()),
+      m_path(doc),
+      m_handles(doc, [this](const std::string& text) { TellStatus(text); }),
+      m_spacing(doc, [this]() -> const CCameraMarks& { return Marks(); }) {
     setObjectName("camera view");
     setAccessibleName("Camera view");
     viewport()->setBackgroundRole(QPalette::Dark);
@@ -75,6 +84,7 @@ void CCameraView::OnUpdate(UpdateHint hint) {
     }
     if (!HasImage()) {
         m_input.Forget();
+        m_hand = nullptr;
         DropDrag();
         m_feed.Forget();
     } else if (Holds(hint, UpdateHint::CameraCompose)) {
@@ -112,24 +122,93 @@ CSize CCameraView::ImageSize() const {
 }
 
 CViewCursor CCameraView::CursorNow() const {
-    return {CursorNameOf(m_doc.Model(), IsPanning()), hotSpot};
+    const std::string ofHand = HasImage() && !IsPanning() ? HandCursor() : std::string();
+    if (ofHand.empty())
+        return {CursorNameOf(m_doc.Model(), IsPanning()), hotSpot};
+    return {ofHand, hotSpot};
 }
 
 bool CCameraView::BeginTool(CPoint at) {
-    m_input.Begin(at, Mapping());
-    return true;
+    m_hand = HandAt(m_pointer.at);
+    if (m_hand == nullptr) {
+        m_input.Begin(at, Mapping());
+        return true;
+    }
+    m_handCursor = m_hand->CursorAt(m_pointer.at, Mapping());
+    m_handled = m_pointer;
+    m_hasMoved = false;
+    if (!m_hand->Press(m_pointer, Mapping()))
+        m_hand = nullptr;
+    return m_hand != nullptr;
+}
+
+void CCameraView::MoveHand() {
+    m_hasMoved = m_hasMoved || m_pointer.at != m_handled.at;
+    if (!m_hasMoved || (m_handled.at == m_pointer.at && m_handled.keys == m_pointer.keys))
+        return; // a click changes nothing
+    m_handled = m_pointer;
+    m_hand->Move(m_pointer, Mapping());
+    viewport()->update();
 }
 
 void CCameraView::MoveTool(CPoint to) {
-    m_input.Move(to, Mapping());
+    if (m_hand == nullptr) {
+        m_input.Move(to, Mapping());
+        return;
+    }
+    MoveHand();
 }
 
 void CCameraView::EndTool(CPoint at) {
-    m_input.End(at, Mapping());
+    if (m_hand == nullptr) {
+        m_input.End(at, Mapping());
+        return;
+    }
+    MoveHand();
+    std::exchange(m_hand, nullptr)->Release();
+    RefreshCursor();
+    viewport()->update();
 }
 
 void CCameraView::LoseTool() {
-    m_input.EndUnseen(Mapping());
+    if (ICameraHand* hand = std::exchange(m_hand, nullptr))
+        hand->Release();
+    else
+        m_input.EndUnseen(Mapping());
+}
+
+void CCameraView::GiveUpHand() {
+    if (ICameraHand* hand = std::exchange(m_hand, nullptr))
+        hand->GiveUp();
+    DropDrag();
+    viewport()->update();
+}
+
+void CCameraView::TogglePathDrawing() {
+    GiveUpHand();
+    m_path.SetOn(!m_path.IsOn());
+    RefreshCursor();
+}
+
+ICameraHand* CCameraView::HandAt(CRealPoint client) const {
+    if (m_preview.HasPicture()) // of another frame, without its marks
+        return nullptr;
+    for (ICameraHand* hand : m_hands)
+        if (!hand->CursorAt(client, Mapping()).empty())
+            return hand;
+    return nullptr;
+}
+
+std::string CCameraView::HandCursor() const {
+    if (m_hand != nullptr)
+        return m_handCursor;
+    const ICameraHand* hand = IsToolDown() ? nullptr : HandAt(m_pointer.at);
+    return hand != nullptr ? hand->CursorAt(m_pointer.at, Mapping()) : std::string();
+}
+
+void CCameraView::TellStatus(const std::string& text) {
+    QStatusTipEvent event(QString::fromStdString(text));
+    QApplication::sendEvent(this, &event);
 }
 
 void CCameraView::TapSpace() {
@@ -166,6 +245,27 @@ void CCameraView::AfterZoom() {
     TakeOnion();
 }
 
+void CCameraView::NotePointer(const QMouseEvent& event) {
+    m_pointer = {{event.position().x(), event.position().y()}, event.modifiers()};
+}
+
+void CCameraView::mousePressEvent(QMouseEvent* event) {
+    NotePointer(*event);
+    CZoomableView::mousePressEvent(event);
+}
+
+void CCameraView::mouseMoveEvent(QMouseEvent* event) {
+    NotePointer(*event);
+    CZoomableView::mouseMoveEvent(event);
+    if (!IsDragging())
+        RefreshCursor();
+}
+
+void CCameraView::mouseReleaseEvent(QMouseEvent* event) {
+    NotePointer(*event);
+    CZoomableView::mouseReleaseEvent(event);
+}
+
 void CCameraView::mouseDoubleClickEvent(QMouseEvent* event) {
     // Its second press begins no camera input. Scrolling may begin as often as it likes.
     if (event->button() == Qt::MiddleButton)
@@ -181,6 +281,8 @@ void CCameraView::keyPressEvent(QKeyEvent* event) {
         m_doc.Preview().GoBack();
         return;
     }
+    if (KeyToHands(*event, true))
+        return;
     const CSceneModel& model = m_doc.Model();
     std::optional<int> frame = FrameOfKey(*event, model);
     if (frame && m_doc.Preview().IsPlaying()) {
@@ -191,6 +293,28 @@ void CCameraView::keyPressEvent(QKeyEvent* event) {
         event->ignore();
     else if (!IsDragging() && *frame != model.cursorFrame)
         MoveCursor(m_doc, {model.cursorLevel, *frame}, false);
+}
+
+void CCameraView::keyReleaseEvent(QKeyEvent* event) {
+    if (!KeyToHands(*event, false))
+        CZoomableView::keyReleaseEvent(event);
+}
+
+// What is held down means something to what is dragged, even before the mouse moves on.
+bool CCameraView::KeyToHands(const QKeyEvent& event, bool isPressed) {
+    const bool isShift = event.key() == Qt::Key_Shift;
+    if (m_hand != nullptr && (isShift || event.key() == Qt::Key_Control)) {
+        m_pointer.keys.setFlag(isShift ? Qt::ShiftModifier : Qt::ControlModifier, isPressed);
+        MoveHand();
+        return true;
+    }
+    if (event.key() != Qt::Key_Escape || !isPressed || (m_hand == nullptr && !m_path.IsOn()))
+        return false;
+    if (m_hand != nullptr)
+        GiveUpHand();
+    else
+        TogglePathDrawing();
+    return true;
 }
 
 void CCameraView::TakePicture() {
@@ -209,6 +333,7 @@ void CCameraView::TakeOnion() {
 const CCameraMarks& CCameraView::Marks() {
     if (!m_marks)
         m_marks = CollectCameraMarks(m_doc.Model(), m_doc.Cells());
+    m_marks->hasGrips = m_doc.CameraAids().Choices().spacing;
     return *m_marks;
 }
 
@@ -232,15 +357,29 @@ void CCameraView::paintEvent(QPaintEvent* event) {
     QPainter painter(viewport());
     if (m_preview.HasPicture()) {
         PaintPicture(painter, event->rect(), m_preview.Picture());
+        const std::optional<int> played = m_doc.Preview().Frame();
+        const bool follows = m_doc.Preview().Choices().followsCamera;
+        PaintGuidesOver(painter, follows && played ? *played : m_doc.Model().cursorFrame);
         return;
     }
     PaintPicture(painter, event->rect(), m_picture);
     if (!m_onion.isNull() && !m_picture.isNull())
         PaintOnion(painter);
-    PaintCameraMarks(painter, Marks(),
-                     {PictureRect().topLeft(), Zoom().Factor(), m_doc.Model().Scene().geometry.height});
+    PaintGuidesOver(painter, m_doc.Model().cursorFrame);
+    PaintCameraMarks(painter, Marks(), PictureMapping());
+    m_path.Paint(painter, PictureMapping());
     if (m_picture.isNull() || m_feed.IsLate())
         PaintText(painter);
+}
+
+CPictureMapping CCameraView::PictureMapping() const {
+    return {PictureRect().topLeft(), Zoom().Factor(), m_doc.Model().Scene().geometry.height};
+}
+
+void CCameraView::PaintGuidesOver(QPainter& painter, int frame) {
+    const CScene& scene = m_doc.Model().Scene();
+    if (const CCameraAidChoices& choices = m_doc.CameraAids().Choices(); choices.HasGuides())
+        PaintGuides(painter, choices, {scene.geometry.Frame(), scene.camera.At(frame)}, PictureMapping(), {});
 }
 
 void CCameraView::PaintPicture(QPainter& painter, const QRect& exposed, const QImage& image) {

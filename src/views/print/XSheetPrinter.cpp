@@ -18,12 +18,6 @@ namespace {
 
 constexpr double pointsPerInch = 72;
 
-/// The area inside the margins, in points.
-QRectF PrintableArea(const QPrinter& printer) {
-    const QPageLayout layout = printer.pageLayout();
-    return layout.fullRect(QPageLayout::Point).marginsRemoved(layout.margins(QPageLayout::Point));
-}
-
 bool IsWanted(const QPrinter& printer, int number) {
     if (printer.printRange() != QPrinter::PageRange)
         return true;
@@ -44,19 +38,6 @@ std::vector<int> PagesToPrint(const QPrinter& printer, int count) {
     for (int copy = 0; copy < copies; ++copy)
         pages.insert(pages.end(), once.begin(), once.end());
     return pages;
-}
-
-// Qt does not say whether its file has reached the disk. What is no regular file may be a printer.
-[[nodiscard]] bool IsWritten(const QPrinter& printer, IPrompter& prompter) {
-    const Path file = PathOf(printer.outputFileName().toStdString());
-    if (printer.outputFormat() != QPrinter::PdfFormat || !FileExists(file))
-        return true;
-    const std::optional<CFileBytes> bytes = ReadWholeFile(file);
-    if (bytes && IsWholePdf(bytes->Span()))
-        return true;
-    static_cast<void>(RemoveFile(file));
-    prompter.ShowMessage(pagesNotWritten);
-    return false;
 }
 
 /// Half a document helps nobody. A preview leaves alone what an earlier print has written.
@@ -80,6 +61,24 @@ bool IsWholePdf(std::span<const std::uint8_t> bytes) {
     const char* number = text.data() + at + beforeStart.size();
     return std::from_chars(number, text.data() + text.size(), start).ec == std::errc() && start < at &&
            text.substr(start).starts_with("xref\n");
+}
+
+QRectF PrintableArea(const QPrinter& printer) {
+    const QPageLayout layout = printer.pageLayout();
+    return layout.fullRect(QPageLayout::Point).marginsRemoved(layout.margins(QPageLayout::Point));
+}
+
+// Qt does not say whether its file has reached the disk. What is no regular file may be a printer.
+bool IsWritten(const QPrinter& printer, IPrompter& prompter) {
+    const Path file = PathOf(printer.outputFileName().toStdString());
+    if (printer.outputFormat() != QPrinter::PdfFormat || !FileExists(file))
+        return true;
+    const std::optional<CFileBytes> bytes = ReadWholeFile(file);
+    if (bytes && IsWholePdf(bytes->Span()))
+        return true;
+    static_cast<void>(RemoveFile(file));
+    prompter.ShowMessage(pagesNotWritten);
+    return false;
 }
 
 bool PrintXSheet(const CSceneModel& model, IPrompter& prompter, QPrinter& printer) {
