@@ -18,6 +18,7 @@
 #include "scene/history/HistoryEntry.h"
 #include "scene/paper/OnionSettings.h"
 #include "xsheet/CellForms.h"
+#include "xsheet/Dialogue.h"
 #include "xsheet/Inbetween.h"
 #include "xsheet/exchange/ExchangeSheet.h"
 #include "xsheet/exchange/SheetImport.h"
@@ -447,6 +448,59 @@ struct CCleanupRequest {
     std::function<CCleanupPreview(const CCleanupValues& values, const std::string& name)> preview;
     std::function<CStatus(const CCleanupValues& values, const std::string& name, CPegs& pegs)> findPegs;
     AcceptRule<CCleanupValues> accept;
+};
+
+/// What of a placed sound is heard, as it is entered.
+struct CSoundShape {
+    double trimIn = 0;  ///< frames left out at its beginning
+    double trimOut = 0; ///< and at its end
+    double level = 0;   ///< decibels
+};
+
+/// Trim and level of a sound of the xsheet.
+struct CSoundShapeRequest {
+    using Answer = std::optional<CSoundShape>;
+
+    std::string sound;
+    int frame = 1;     ///< where it starts, from 1
+    double frames = 0; ///< that all of it lasts
+    CSoundShape initial;
+    AcceptRule<CSoundShape> accept;
+};
+
+/// What is spoken, and over which frames; without a text nothing is.
+struct CDialogueRequest {
+    using Answer = std::optional<CSpokenLine>;
+
+    CSpokenLine initial;
+    std::vector<std::string> speakers; ///< of other lines
+    AcceptRule<CSpokenLine> accept;
+};
+
+/// How mouths are made of what is spoken.
+struct CMouthChoices {
+    int level = 0; ///< that they go into
+    std::string folder;
+    std::string chart; ///< as CMouthChart reads it
+    int hold = 1;      ///< frames that a mouth stands at least
+};
+
+/// What would become of the level.
+struct CMouthPreview {
+    CStatus status;                 ///< why nothing can be done
+    std::vector<std::string> lines; ///< what shows when
+    std::vector<std::string> losses;
+    bool changes = false;
+};
+
+struct CMouthRequest {
+    using Answer = std::optional<CMouthChoices>;
+
+    std::vector<std::string> levelNames;
+    std::vector<std::string> folders;
+    CMouthChoices initial;
+    std::function<std::string(const std::string& folder)> chartOf; ///< the one that was used last with a folder
+    std::function<CMouthPreview(const CMouthChoices& choices)> preview;
 };
 
 struct CFileRequest {

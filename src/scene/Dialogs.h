@@ -13,6 +13,7 @@ struct CColorKeyRequest;
 struct CColorRequest;
 struct CCompressorRequest;
 struct CDatabaseFolderRequest;
+struct CDialogueRequest;
 struct CDropTypeRequest;
 struct CFillSettingsRequest;
 struct CFlipRequest;
@@ -23,6 +24,7 @@ struct CImportSettingsRequest;
 struct CInbetweenRequest;
 struct CLevelRequest;
 struct CMotionPathRequest;
+struct CMouthRequest;
 struct CNameRequest;
 struct CNewCelRequest;
 struct COnionSkinRequest;
@@ -38,6 +40,7 @@ struct CSceneSettingsRequest;
 struct CSequenceRequest;
 struct CSheetExportRequest;
 struct CSheetImportRequest;
+struct CSoundShapeRequest;
 struct CSwapLevelsRequest;
 struct CTransparencyRequest;
 
@@ -51,15 +54,17 @@ using CAnyDialog =
     std::variant<CDialogOf<CAppearanceRequest>*, CDialogOf<CBlurRequest>*, CDialogOf<CCameraDataRequest>*,
                  CDialogOf<CCellDataRequest>*, CDialogOf<CCleanupRequest>*, CDialogOf<CColorKeyRequest>*,
                  CDialogOf<CColorRequest>*, CDialogOf<CCompressorRequest>*, CDialogOf<CDatabaseFolderRequest>*,
-                 CDialogOf<CDropTypeRequest>*, CDialogOf<CFillSettingsRequest>*, CDialogOf<CFlipRequest>*,
-                 CDialogOf<CFlipbookRequest>*, CDialogOf<CFrameCountRequest>*, CDialogOf<CGridSettingsRequest>*,
-                 CDialogOf<CImportSettingsRequest>*, CDialogOf<CInbetweenRequest>*, CDialogOf<CLevelRequest>*,
-                 CDialogOf<CMotionPathRequest>*, CDialogOf<CNameRequest>*, CDialogOf<CNewCelRequest>*,
+                 CDialogOf<CDialogueRequest>*, CDialogOf<CDropTypeRequest>*, CDialogOf<CFillSettingsRequest>*,
+                 CDialogOf<CFlipRequest>*, CDialogOf<CFlipbookRequest>*, CDialogOf<CFrameCountRequest>*,
+                 CDialogOf<CGridSettingsRequest>*, CDialogOf<CImportSettingsRequest>*,
+                 CDialogOf<CInbetweenRequest>*, CDialogOf<CLevelRequest>*, CDialogOf<CMotionPathRequest>*,
+                 CDialogOf<CMouthRequest>*, CDialogOf<CNameRequest>*, CDialogOf<CNewCelRequest>*,
                  CDialogOf<COnionSkinRequest>*, CDialogOf<COpenFilesRequest>*, CDialogOf<COpenSceneRequest>*,
                  CDialogOf<CPenSettingsRequest>*, CDialogOf<CRecoveryRequest>*, CDialogOf<CRenderSetupRequest>*,
                  CDialogOf<CReplaceColorRequest>*, CDialogOf<CRotationRequest>*, CDialogOf<CSaveFileRequest>*,
                  CDialogOf<CSceneSettingsRequest>*, CDialogOf<CSequenceRequest>*, CDialogOf<CSheetExportRequest>*,
-                 CDialogOf<CSheetImportRequest>*, CDialogOf<CSwapLevelsRequest>*, CDialogOf<CTransparencyRequest>*>;
+                 CDialogOf<CSheetImportRequest>*, CDialogOf<CSoundShapeRequest>*, CDialogOf<CSwapLevelsRequest>*,
+                 CDialogOf<CTransparencyRequest>*>;
 
 /// The one door through which dialogs are shown. A new dialog is its request, its widget, and a row in the table of
 /// the widgets (views/prompter/DialogTable.h).

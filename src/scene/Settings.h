@@ -152,6 +152,10 @@ inline constexpr CIntSetting cleanupErasesPegs{"Remember", "Cleanup Erase Pegs",
 /// 0 if it is not known.
 inline constexpr CIntSetting cleanupDpi{"Remember", "Cleanup Resolution", 0};
 
+/// By folder the chart of its mouths, with "|" for the end of a line.
+inline constexpr const char* mouthSection = "Mouth Charts";
+inline constexpr CIntSetting mouthHold{"Remember", "Mouth Hold", 1};
+
 inline constexpr CIntSetting playerLoop{"Remember", "Player Loop", 0};
 inline constexpr CIntSetting playerDouble{"Remember", "Player Double", 0};
 

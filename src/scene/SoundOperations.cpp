@@ -46,11 +46,7 @@ bool CSoundOperations::CanDropSound(int frame) const {
         m_context.prompter.ShowVelmorMessage("Only one sound can be put on xsheet at one time.");
         return false;
     }
-    if (model.Scene().sounds.NameAt(frame) != nullptr) {
-        m_context.prompter.ShowVelmorMessage(occupiedFrame);
-        return false;
-    }
-    return true;
+    return CanStartAt(frame);
 }
 
 void CSoundOperations::DropSound(int frame) {
@@ -61,15 +57,20 @@ void CSoundOperations::DropSound(int frame) {
         edit.CallOff();
 }
 
+bool CSoundOperations::CanStartAt(int frame) const {
+    if (m_context.model.Scene().sounds.NameAt(frame) == nullptr)
+        return true;
+    m_context.prompter.ShowVelmorMessage(occupiedFrame);
+    return false;
+}
+
 bool CSoundOperations::MoveSound(int from, int to) {
     const CSceneModel& model = m_context.model;
     const std::string* name = model.sceneOpen ? model.Scene().sounds.NameAt(from) : nullptr;
     if (name == nullptr || from == to || !model.Scene().xsheet.HasFrame(to))
         return false;
-    if (model.Scene().sounds.NameAt(to) != nullptr) {
-        m_context.prompter.ShowVelmorMessage(occupiedFrame);
+    if (!CanStartAt(to))
         return false;
-    }
     CSceneEdit edit(m_context, "Move Sound " + *name, UpdateHint::Cells);
     return edit.Sounds().Move(from, to);
 }

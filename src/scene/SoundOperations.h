@@ -13,6 +13,8 @@ namespace velmor {
 
 struct COriginalSource;
 struct CSoundForm;
+struct CSoundPlacement;
+struct CSoundShape;
 
 /// Sound assets and the sounds placed on the xsheet. Every operation shows what is wrong.
 class CSoundOperations {
@@ -29,6 +31,13 @@ public:
     void DropSound(int frame);
     /// Has the sound that starts at a frame start at another one. False when nothing has changed.
     bool MoveSound(int from, int to);
+    /// What of the sound that starts at `from` is heard, and from which frame on: `placed` is it as it will be.
+    /// False when nothing has changed.
+    bool ShapeSound(int from, const CSoundPlacement& placed);
+    /// Asks what of the sound at the cursor is heard.
+    void AskSoundShape();
+    /// Samples that the file of a placed sound has; 0 when it cannot be read.
+    std::size_t LengthOf(const std::string& name) const;
     /// Where the sound starts that is the last to start up to the cursor; nothing when none does.
     std::optional<int> SoundAtCursor() const;
     /// Removes the sounds that start in the selected frames.
@@ -65,6 +74,9 @@ private:
     using AcceptForm = std::function<bool(const CSoundForm& form)>;
 
     bool CanDropSound(int frame) const;
+    /// False, after the message, when a sound starts at the frame.
+    bool CanStartAt(int frame) const;
+    bool AcceptShape(const CSoundShape& shape, double frames) const;
     bool ReadSound(const Path& file, const AcceptForm& accept, CReadSound& sound) const;
     bool StoreRead(const std::string& name, const CReadSound& sound);
     void StoreOriginal(const std::string& name, std::span<const std::uint8_t> samples,

@@ -13,6 +13,7 @@
 #include "scene/CellDragging.h"
 #include "scene/CellOperations.h"
 #include "scene/CleanupOperations.h"
+#include "scene/DialogueOperations.h"
 #include "scene/FlipbookOperations.h"
 #include "scene/GrabOperations.h"
 #include "scene/ImportOperations.h"
@@ -89,6 +90,7 @@ struct CVelmorltDoc::CParts {
     CSequenceImport sequenceImport{context, scenes, imports};
     CSequenceOperations sequences{context, sequenceImport};
     CSheetExchange exchange{context};
+    CDialogueOperations dialogue{context, exchange};
     CGrabOperations grabs{context, imports};
     CAssetOperations assets;
     COnion onion{context};
@@ -161,6 +163,7 @@ CSequenceOperations& CVelmorltDoc::Sequences() { return m_parts->sequences; }
 CSheetExchange& CVelmorltDoc::Exchange() { return m_parts->exchange; }
 CGrabOperations& CVelmorltDoc::Grabs() { return m_parts->grabs; }
 CSoundOperations& CVelmorltDoc::Sounds() { return m_parts->sounds; }
+CDialogueOperations& CVelmorltDoc::Dialogue() { return m_parts->dialogue; }
 CMediaOperations& CVelmorltDoc::Media() { return m_parts->media; }
 CFlipbookOperations& CVelmorltDoc::Flipbooks() { return m_parts->flipbooks; }
 CScenePreview& CVelmorltDoc::Preview() { return m_parts->preview; }

@@ -20,6 +20,7 @@ class CCelFilling;
 class CCelPainting;
 class CCleanupOperations;
 class CCelSelection;
+class CDialogueOperations;
 class CFlipbookOperations;
 class CGrabOperations;
 class CImageCache;
@@ -131,6 +132,8 @@ public:
     /// Scanned and captured frames.
     CGrabOperations& Grabs();
     CSoundOperations& Sounds();
+    /// What is spoken, and the mouths that speak it.
+    CDialogueOperations& Dialogue();
     /// Playing and recording.
     CMediaOperations& Media();
     CFlipbookOperations& Flipbooks();

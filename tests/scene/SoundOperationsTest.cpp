@@ -117,6 +117,41 @@ TEST_F(CSoundOperationsTest, TheImportCommandRefusesWhatNothingCanPlay) {
     EXPECT_TRUE(FileExists(model.Paths().SoundFile("Clap")));
 }
 
+TEST_F(CSoundOperationsTest, WhatIsHeardOfAPlacedSoundIsAskedAndIsAStep) {
+    ASSERT_TRUE(sounds.StoreSound("Long", 22050, Bytes(882 * 10, 228))); // ten frames at 25 a second
+    ASSERT_TRUE(scene.sounds.Place(3, "Long"));
+    ASSERT_TRUE(scene.sounds.Place(20, "Long"));
+    model.cursorFrame = 5;
+    const Bytes file = ReadBytes(model.Paths().SoundFile("Long"));
+    prompter.Answer(CSoundShape{6, 4, 0}); // nothing would be left
+    prompter.Answer(CSoundShape{-1, 0, 0});
+    prompter.Answer(CSoundShape{0, 0, 12.1});
+    prompter.Answer(CSoundShape{2, 0.5, -6});
+    sounds.AskSoundShape();
+    EXPECT_EQ(prompter.TakeMessages().size(), 3U);
+    EXPECT_EQ(std::any_cast<CSoundShapeRequest>(prompter.lastRequest).frames, 10);
+    EXPECT_EQ(*scene.sounds.At(3), (CSoundPlacement{3, "Long", 2 * 882, 441, -60}));
+    EXPECT_EQ(*scene.sounds.At(20), (CSoundPlacement{20, "Long"}));
+    EXPECT_EQ(ReadBytes(model.Paths().SoundFile("Long")), file);
+    const auto track = *sounds.GetSoundBuffer();
+    EXPECT_EQ(track[3 * 882], 178) << "half as loud";
+    EXPECT_EQ(track[3 * 882 + 882 * 15 / 2 - 1], 178);
+    EXPECT_EQ(track[3 * 882 + 882 * 15 / 2], 128) << "seven and a half frames long";
+    EXPECT_EQ(track[20 * 882], 228);
+    Undo();
+    EXPECT_TRUE(scene.sounds.At(3)->IsPlain());
+    Redo();
+    EXPECT_EQ(scene.sounds.At(3)->level, -60);
+
+    EXPECT_FALSE(sounds.ShapeSound(3, {20, "Long", 0, 0, 0})) << "where another one starts";
+    EXPECT_EQ(prompter.TakeMessages().size(), 1U);
+    EXPECT_FALSE(sounds.ShapeSound(3, *scene.sounds.At(3)));
+    EXPECT_FALSE(sounds.ShapeSound(4, {4, "Long"}));
+    EXPECT_FALSE(sounds.ShapeSound(3, {3, "Long", -1, 0, 0}));
+    EXPECT_TRUE(sounds.MoveSound(3, 4));
+    EXPECT_EQ(scene.sounds.At(4)->level, -60) << "it goes along";
+}
+
 TEST_F(CSoundOperationsTest, ImportsAWaveUnderTheNameAsked) {
     std::filesystem::remove_all(model.Paths().SoundsFolder());
     const Path wave = MakeWave("a.wav", 11025, Bytes(1000, 5));

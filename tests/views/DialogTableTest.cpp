@@ -119,6 +119,21 @@ const CDialogRow dialogs[] = {
                                                 return import;
                                             }});
      }},
+    {"sound shape",
+     [](CStage& s) {
+         s.prompter.Ask(CSoundShapeRequest{"Meow", 3, 42.5, {1, 0.5, -6}, {}});
+     }},
+    {"dialogue",
+     [](CStage& s) {
+         s.prompter.Ask(CDialogueRequest{{2, 8, "Ann", "Hello"}, {"", "Ann"}, {}});
+     }},
+    {"mouths",
+     [](CStage& s) {
+         s.prompter.Ask(
+             CMouthRequest{levels, {"Cat", "Fox"}, {1, "Fox", "a = 1\n", 2}, {}, [](const CMouthChoices&) {
+                               return CMouthPreview{{}, {"Frames 1-2: 1"}, {"No drawing 9"}, true};
+                           }});
+     }},
     {"sequence",
      [](CStage& s) {
          CSequenceRequest request;

@@ -5,6 +5,7 @@
 #include "qt/Patience.h"
 #include "scene/CameraOperations.h"
 #include "scene/CellOperations.h"
+#include "scene/DialogueOperations.h"
 #include "scene/SceneHistory.h"
 #include "scene/SceneLifecycle.h"
 #include "scene/SceneModel.h"
@@ -426,6 +427,45 @@ TEST_F(XSheetViewTest, SoundWavesAreDrawnWhenTheyAreComputed) {
     ASSERT_TRUE(doc->Sounds().StoreSound("Loud", 22050, loud));
     EXPECT_TRUE(WaitFor([&] { return Port()->grab(row(6)).toImage() != before; })) << "its file has changed";
     view->ShowSoundWaves(false);
+    EXPECT_EQ(Port()->grab().toImage(), without);
+}
+
+TEST_F(XSheetViewTest, WithCtrlASoundIsMovedAndWithShiftItsNearerEndIsTrimmed) {
+    Open();
+    ASSERT_TRUE(doc->Sounds().StoreSound("Long", 22050, std::vector<std::uint8_t>(4 * 918, 28)));
+    SelectAssets(SourceMode::Sounds, {"Long"});
+    doc->Sounds().DropSound(4);
+    const auto placed = [&](int frame) { return *doc->Model().Scene().sounds.At(frame); };
+    const auto drag = [&](int from, int to, Qt::KeyboardModifiers keys) {
+        const auto at = [](int frame) { return QPoint(510, 40 + 20 * frame + 10); };
+        Press(at(from), keys);
+        DragTo(at(to));
+        Release(at(to));
+    };
+    const Qt::KeyboardModifiers trims = Qt::ControlModifier | Qt::ShiftModifier;
+    drag(4, 5, trims);
+    EXPECT_EQ(placed(5), (CSoundPlacement{5, "Long", 918, 0, 0})) << "what is left stays under its frames";
+    drag(7, 0, trims);
+    EXPECT_EQ(placed(5), (CSoundPlacement{5, "Long", 918, 2 * 918, 0})) << "a frame is left of it";
+    drag(5, 0, trims);
+    EXPECT_EQ(placed(4), (CSoundPlacement{4, "Long", 0, 2 * 918, 0})) << "no more than there is";
+    drag(5, 9, trims);
+    EXPECT_EQ(placed(4), (CSoundPlacement{4, "Long", 0, 0, 0}));
+    drag(5, 6, Qt::ControlModifier);
+    EXPECT_EQ(placed(5), (CSoundPlacement{5, "Long", 0, 0, 0}));
+}
+
+TEST_F(XSheetViewTest, WhatIsSpokenStandsBesideTheSound) {
+    Open();
+    const QImage without = Port()->grab().toImage();
+    ASSERT_TRUE(doc->Dialogue().PutLine({1, 4, "Ann", "abcd"}));
+    const QImage with = Port()->grab().toImage();
+    const auto row = [](int frame) { return QRect(480, 40 + 20 * frame, 60, 20); };
+    for (int frame = 0; frame < 6; ++frame)
+        EXPECT_EQ(with.copy(row(frame)) != without.copy(row(frame)), frame >= 1 && frame <= 4) << frame;
+    EXPECT_EQ(with.copy(0, 0, 480, 240), without.copy(0, 0, 480, 240));
+    EXPECT_NE(with.copy(row(1)), with.copy(row(2))) << "each its own letters";
+    ASSERT_TRUE(doc->Dialogue().PutLine({1, 4, "", ""}));
     EXPECT_EQ(Port()->grab().toImage(), without);
 }
 

@@ -3,9 +3,9 @@
 namespace velmor {
 
 bool CChangedScene::Change(const std::function<bool()>& change) {
-    const CXSheet before = context.model.Scene().xsheet;
+    const CScene before = context.model.Scene();
     const bool done = change();
-    return (context.model.Scene().xsheet == before || saving.SaveXSheet()) && done;
+    return (context.model.Scene() == before || saving.SaveXSheet()) && done;
 }
 
 } // namespace velmor

@@ -22,8 +22,8 @@ public:
           lifecycle(scene.context, palettes, sounds, saving),
           imports(scene.context, lifecycle) {}
 
-    /// Runs a change, and writes the xsheet if that has become another, whether the change succeeds or not: what
-    /// was replaced may have a new size. False, after the message, when either fails.
+    /// Runs a change, and writes the xsheet if the scene has become another, whether the change succeeds or not:
+    /// what was replaced may have a new size. False, after the message, when either fails.
     [[nodiscard]] bool Change(const std::function<bool()>& change);
 
     CSceneContext context;

@@ -35,6 +35,7 @@ public:
         m_farming.AddTo(m_app, m_run);
         AddImport();
         AddSheet();
+        AddDialogue();
         m_cels.AddTo(m_app, m_run);
         AddPrint();
     }
@@ -172,6 +173,7 @@ private:
         CLI::App* command = AddSceneCommand(m_app, "print", "Print the xsheet to a PDF", m_print.scene);
         command->add_option("--paper", m_print.paper, "a4, a3 or letter")
             ->check(CLI::IsMember({"a4", "a3", "letter"}));
+        command->add_flag("--dialogue", m_print.dialogue, "What is spoken as well");
         command->add_option("-o,--output", m_print.output, "PDF to write")->required();
         command->callback([this] { m_run = [this] { return StatusOf(RunPrint(m_print)); }; });
     }
@@ -200,6 +202,32 @@ private:
         return command;
     }
 
+    void AddDialogue() {
+        CLI::App* dialogue = m_app.add_subcommand("dialogue", "What is spoken along the frames");
+        dialogue->require_subcommand(1);
+        CLI::App* in = AddDialogueCommand(*dialogue, "import", "Take it from a text, \"12-25 Ann: Hello\" a line",
+                                          RunDialogueImport);
+        in->add_option("file", m_dialogue.file, "Text to read")->required();
+        CLI::App* out = AddDialogueCommand(*dialogue, "export", "Write it to such a text", RunDialogueExport);
+        out->add_option("-o,--output", m_dialogue.file, "Text to write")->required();
+        CLI::App* mouths =
+            AddDialogueCommand(*dialogue, "mouths", "Fill a level with the mouths that speak it", RunMouths);
+        mouths->add_option("--chart", m_dialogue.file, "Text with the drawing of each sound, \"a i = 1\" a line")
+            ->required();
+        mouths->add_option("--level", m_dialogue.level, "Name of the level")->required();
+        mouths->add_option("--folder", m_dialogue.folder, "Cel folder of the drawings")->required();
+        mouths->add_option("--hold", m_dialogue.hold, "Frames that a mouth stands at least")
+            ->check(CLI::Range(1, 4));
+        mouths->add_flag("--dry-run", m_dialogue.dryRun, "Say what would change, and change nothing");
+    }
+
+    CLI::App* AddDialogueCommand(CLI::App& dialogue, const char* name, const char* description,
+                                 bool (*run)(const CDialogueArguments& arguments)) {
+        CLI::App* command = AddSceneCommand(dialogue, name, description, m_dialogue.scene);
+        command->callback([this, run] { m_run = [this, run] { return StatusOf(run(m_dialogue)); }; });
+        return command;
+    }
+
     void AddFiles(CLI::App& command, ImportKind kind, int count) {
         command.add_option("file", m_import.files, "File to import")->required()->expected(count);
         command.callback([this, kind] {
@@ -224,6 +252,7 @@ private:
     CImportArguments m_import;
     CSequenceArguments m_sequence;
     CSheetArguments m_sheet;
+    CDialogueArguments m_dialogue;
     CPrintArguments m_print;
 };
 

@@ -112,6 +112,16 @@ struct CSheetArguments {
     std::string folder;  ///< of an import: cel folder of levels that nothing else tells it of
 };
 
+/// What is spoken, to or from a text, or as mouths on a level.
+struct CDialogueArguments {
+    CSceneArguments scene;
+    std::string file;   ///< the text, or of mouths their chart
+    std::string level;  ///< that mouths go into, by its name
+    std::string folder; ///< of their drawings
+    int hold = 1;       ///< frames that a mouth stands at least
+    bool dryRun = false;
+};
+
 /// What is done to the cels of a folder.
 struct CCelsArguments {
     CSceneArguments scene;
@@ -140,7 +150,8 @@ struct CCleanArguments {
 struct CPrintArguments {
     CSceneArguments scene;
     std::string paper = "a4";
-    std::string output; ///< PDF
+    bool dialogue = false; ///< print what is spoken as well
+    std::string output;    ///< PDF
 };
 
 [[nodiscard]] bool RunScenes(const CSceneArguments& arguments);
@@ -159,6 +170,9 @@ struct CPrintArguments {
 /// Has another program do it, which has Qt.
 [[nodiscard]] bool RunPrint(const CPrintArguments& arguments);
 [[nodiscard]] bool RunSheet(const CSheetArguments& arguments);
+[[nodiscard]] bool RunDialogueImport(const CDialogueArguments& arguments);
+[[nodiscard]] bool RunDialogueExport(const CDialogueArguments& arguments);
+[[nodiscard]] bool RunMouths(const CDialogueArguments& arguments);
 /// Makes the scene "Demo" in the database folder, which is made when it is missing. Refuses when there is one
 /// already.
 [[nodiscard]] bool RunDemo(const CSceneArguments& arguments);

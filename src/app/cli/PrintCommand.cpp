@@ -26,8 +26,11 @@ bool RunPrint(const CPrintArguments& arguments) {
             "Printing needs the program velmor-print, which is installed with the window");
         return false;
     }
-    return RunProgram(program,
-                      {arguments.scene.database, arguments.scene.scene, arguments.output, arguments.paper}) == 0;
+    std::vector<std::string> words{arguments.scene.database, arguments.scene.scene, arguments.output,
+                                   arguments.paper};
+    if (arguments.dialogue)
+        words.emplace_back("dialogue");
+    return RunProgram(program, words) == 0;
 }
 
 } // namespace velmor

@@ -1,8 +1,8 @@
 // Prints an xsheet to a PDF file, for the command-line tool:
 //
-//     velmor-print DATABASE SCENE FILE.pdf PAPER
+//     velmor-print DATABASE SCENE FILE.pdf PAPER [dialogue]
 //
-// PAPER is a4, a3 or letter.
+// PAPER is a4, a3 or letter; with "dialogue" what is spoken is printed as well.
 
 #include "app/cli/ConsolePrompter.h"
 #include "app/cli/SceneReader.h"
@@ -26,7 +26,8 @@ QPageSize::PageSizeId PaperNamed(const QString& name) {
 }
 
 // The printer writes to a file of its own, whose bytes then replace the wanted one at once.
-bool Print(const CReadScene& scene, IPrompter& prompter, const QString& paper, const Path& target) {
+bool Print(const CReadScene& scene, IPrompter& prompter, const QString& paper, const Path& target,
+           const CSheetPrintChoices& choices) {
     const std::optional<CClaimedFolder> own = CClaimedFolder::Make(TemporaryFolder());
     if (!own) {
         prompter.ShowMessage(pagesNotWritten);
@@ -39,7 +40,7 @@ bool Print(const CReadScene& scene, IPrompter& prompter, const QString& paper, c
     printer.setPageSize(QPageSize(PaperNamed(paper)));
     printer.setPageOrientation(QPageLayout::Landscape);
     printer.setDocName(ToQt(scene.model.sceneName));
-    if (!PrintXSheet(scene.model, prompter, printer))
+    if (!PrintXSheet(scene.model, prompter, printer, choices))
         return false;
     const std::optional<CFileBytes> bytes = ReadWholeFile(pages);
     if (bytes && WriteFileAtomically(target, bytes->Span()))
@@ -55,9 +56,10 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QGuiApplication application(argc, argv);
     const QStringList arguments = QGuiApplication::arguments();
-    if (arguments.size() != 5)
+    if (arguments.size() < 5)
         return 2;
     CConsolePrompter prompter;
     const auto scene = ReadScene(arguments[1].toStdString(), arguments[2].toStdString(), prompter);
-    return scene && Print(*scene, prompter, arguments[4], PathOf(arguments[3].toStdString())) ? 0 : 1;
+    const CSheetPrintChoices choices{.dialogue = arguments.mid(5).contains("dialogue")};
+    return scene && Print(*scene, prompter, arguments[4], PathOf(arguments[3].toStdString()), choices) ? 0 : 1;
 }

@@ -98,6 +98,11 @@ enum class CommandId {
     ExposureNewDrawing = 33312,
     XsheetSoundEarlier = 33341,
     XsheetSoundLater = 33342,
+    XsheetSoundShape = 33344,
+    XsheetDialogue = 33345,
+    XsheetImportDialogue = 33346,
+    XsheetMouths = 33347,
+    FilePrintDialogue = 33348,
 
     CelZoomIn = 32799,
     CelZoomOut = 32800,
@@ -222,7 +227,7 @@ enum class CommandId {
     ViewColors = 33103,
     ViewBrushes = 33104,
     ViewAssetThumbnails = 33105,
-    ViewSoundWaves = 33340,
+    ViewSoundWaves = 33343,
     ViewAppearance = 33940,
 
     HelpManual = 32923,

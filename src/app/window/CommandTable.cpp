@@ -11,6 +11,7 @@
 #include "scene/CellOperations.h"
 #include "scene/CleanupOperations.h"
 #include "scene/CommandState.h"
+#include "scene/DialogueOperations.h"
 #include "scene/FlipbookOperations.h"
 #include "scene/ImportOperations.h"
 #include "scene/MediaOperations.h"
@@ -192,6 +193,9 @@ bool HasPlacedSounds(const Target& target) {
 
 bool HasSoundAtCursor(const Target& target) {
     return target.doc.Sounds().SoundAtCursor().has_value();
+}
+bool HasDialogue(const Target& target) {
+    return target.doc.Model().sceneOpen && !target.doc.Model().Scene().dialogue.IsEmpty();
 }
 // The cursor goes along, so that the same sound moves on.
 template<int Frames>
@@ -390,6 +394,9 @@ constexpr CCommand commands[] = {
      HasScene, nullptr, Frame<&CMainFrame::PreviewPrint>},
     {CommandId::FilePrintSetup, "P&rint Setup...", "print-setup", "", "Change the printer and printing options",
      "Print Setup", Always, nullptr, Frame<&CMainFrame::SetUpPrinter>},
+    {CommandId::FilePrintDialogue, "Print &Dialogue", "", "", "Prints what is spoken beside the sounds of the xsheet",
+     "Print Dialogue", Always,
+     [](const Target& target) { return target.frame.PrintsDialogue(); }, Frame<&CMainFrame::TogglePrintDialogue>},
     {CommandId::FileExit, "E&xit", "exit", "", "Quit the application; prompts to save documents", "Exit", Always,
      nullptr, Frame<&CMainFrame::Exit>},
     {CommandId::FileImportXsheet, "&Import Xsheet...", "import-xsheet", "",
@@ -651,6 +658,17 @@ constexpr CCommand commands[] = {
     {CommandId::XsheetSoundLater, "Sound La&ter\tCtrl+Down", "", "Ctrl+Down",
      "Has the sound at the cursor start a frame later", "Sound Later", HasSoundAtCursor, nullptr, MoveSound<1>,
      sheet, Focused},
+    {CommandId::XsheetSoundShape, "Sound &Trim and Level...", "sound-shape", "",
+     "Says what of the sound at the cursor is heard, and how loud", "Sound Trim and Level", HasSoundAtCursor,
+     nullptr, Do<&CVelmorltDoc::Sounds, &CSoundOperations::AskSoundShape>, sheet},
+    {CommandId::XsheetDialogue, "&Dialogue...\tCtrl+L", "dialogue", "Ctrl+L",
+     "Writes what is spoken over the selected frames", "Dialogue", HasScene, nullptr,
+     Do<&CVelmorltDoc::Dialogue, &CDialogueOperations::AskLine>, sheet},
+    {CommandId::XsheetImportDialogue, "&Import Dialogue...", "", "", "Takes what is spoken from a text file",
+     "Import Dialogue", HasScene, nullptr, Do<&CVelmorltDoc::Dialogue, &CDialogueOperations::AskAndImport>, sheet},
+    {CommandId::XsheetMouths, "&Mouths from Dialogue...", "mouths", "",
+     "Fills a level with the mouths of what is spoken, by a chart of your own", "Mouths from Dialogue", HasDialogue,
+     nullptr, Do<&CVelmorltDoc::Dialogue, &CDialogueOperations::AskAndFillMouths>, sheet},
 
     // Cel
     {CommandId::CelZoomIn, "Zoom &In\tCTRL +", "zoom-in", "Ctrl++; Ctrl+=", "Zooms One Level In", "Zoom In",

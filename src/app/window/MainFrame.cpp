@@ -209,6 +209,16 @@ void CMainFrame::PreviewGuides() {
     m_printing->PreviewGuides();
 }
 
+bool CMainFrame::PrintsDialogue() const {
+    return m_printing->Choices().dialogue;
+}
+
+void CMainFrame::TogglePrintDialogue() {
+    CSheetPrintChoices choices = m_printing->Choices();
+    choices.dialogue = !choices.dialogue;
+    m_printing->SetChoices(choices);
+}
+
 void CMainFrame::SetUpPrinter() {
     m_printing->Setup();
 }
@@ -336,6 +346,7 @@ void CMainFrame::RestoreLayout() {
     statusBar()->setVisible(settings.Number("Status Bar", 1) != 0);
     m_sourceView->ShowThumbnails(settings.Number("Asset Thumbnails", 0) != 0);
     m_xsheetPane->View().ShowSoundWaves(settings.Number("Sound Waves", 1) != 0);
+    m_printing->SetChoices({.dialogue = settings.Number("Print Dialogue", 0) != 0});
 }
 
 void CMainFrame::SaveLayout() {
@@ -352,6 +363,7 @@ void CMainFrame::SaveLayout() {
     settings.SetNumber("Status Bar", IsStatusBarShown() ? 1 : 0);
     settings.SetNumber("Asset Thumbnails", m_sourceView->ShowsThumbnails() ? 1 : 0);
     settings.SetNumber("Sound Waves", m_xsheetPane->View().ShowsSoundWaves() ? 1 : 0);
+    settings.SetNumber("Print Dialogue", PrintsDialogue() ? 1 : 0);
 }
 
 } // namespace velmor

@@ -60,6 +60,8 @@ public:
     void UpdateCommands();
 
     void PrintXSheet();
+    bool PrintsDialogue() const;
+    void TogglePrintDialogue();
     void PreviewPrint();
     void PreviewGuides();
     void SetUpPrinter();

@@ -6,10 +6,10 @@ namespace {
 
 using enum CommandId;
 
-constexpr CommandId fileMenu[] = {FileNewScene,     FileOpenScene,   FileSceneManager, Separator, FileSceneSettings,
-                                  FileSaveAll,      Separator,       FileSettings,     Separator, FilePrint,
-                                  FilePrintPreview, FilePrintSetup,  Separator,        FileExit,  Separator,
-                                  FileImportXsheet, FileExportXsheet};
+constexpr CommandId fileMenu[] = {
+    FileNewScene, FileOpenScene, FileSceneManager, Separator,        FileSceneSettings, FileSaveAll,
+    Separator,    FileSettings,  Separator,        FilePrint,        FilePrintPreview,  FilePrintSetup,
+    Separator,    FileExit,      Separator,        FileImportXsheet, FileExportXsheet,  FilePrintDialogue};
 constexpr CommandId editMenu[] = {EditUndo,        Separator,    EditCut,    EditCopy,    EditPaste,
                                   Separator,       EditCondense, EditExpand, EditReverse, Separator,
                                   EditRemoveSound, Separator,    EditRedo,   EditHistory};
@@ -44,10 +44,7 @@ constexpr CommandId xsheetMenu[] = {XsheetAddLevel,
                                     Separator,
                                     XsheetOpenDrawing,
                                     XsheetBlur,
-                                    XsheetTransparency,
-                                    Separator,
-                                    XsheetSoundEarlier,
-                                    XsheetSoundLater};
+                                    XsheetTransparency};
 constexpr CommandId exposureMenu[] = {
     ExposureNewDrawing, Separator,     ExposureOnes,       ExposureTwos,       ExposureThrees, ExposureFours,
     Separator,          ExposureSwing, ExposureRandom,     Separator,          ExposureShift,  ExposureRoll,
@@ -55,7 +52,9 @@ constexpr CommandId exposureMenu[] = {
 // What the status bar says of typed drawings, to be chosen there.
 constexpr CommandId typedExposureMenu[] = {CelNewOnOnes, CelNewOnTwos, CelNewOnThrees, Separator, ExposurePush};
 constexpr CMenu typedExposures{"Typed Exposures", typedExposureMenu};
-constexpr CMenu xsheetSubmenus[] = {{"E&xposure", exposureMenu}};
+constexpr CommandId xsheetSoundMenu[] = {XsheetSoundEarlier, XsheetSoundLater,     XsheetSoundShape, Separator,
+                                         XsheetDialogue,     XsheetImportDialogue, Separator,        XsheetMouths};
+constexpr CMenu xsheetSubmenus[] = {{"E&xposure", exposureMenu}, {"So&und and Dialogue", xsheetSoundMenu}};
 constexpr CommandId celMenu[] = {CelZoomIn,       CelZoomOut,   CelZoomOneToOne, CelPan,    Separator,
                                  CelUpdateCamera, Separator,    CelSettings,     Separator, CelFit,
                                  Separator,       CelBucket,    CelPen,          CelEraser, CelLineBrush,
@@ -149,9 +148,12 @@ constexpr CommandId sheetCellMenu[] = {XsheetOpenDrawing, Separator,  EditCut,
 constexpr CommandId sheetLevelMenu[] = {
     XsheetRenameLevel, XsheetAddLevel, XsheetDeleteLevel, XsheetSwapLevels, Separator,
     EditCut,           EditCopy,       EditPaste,         Separator,        XsheetMultipleLevels};
-constexpr CommandId sheetCameraMenu[] = {XsheetEditCameraData, XsheetInbetweenCamera, Separator,
-                                         EditRemoveSound,      XsheetSoundEarlier,    XsheetSoundLater};
-constexpr CMenu sheetMenus[] = {{"Cel", sheetCellMenu}, {"Level", sheetLevelMenu}, {"Camera", sheetCameraMenu}};
+constexpr CommandId sheetCameraMenu[] = {XsheetEditCameraData, XsheetInbetweenCamera, Separator, EditRemoveSound};
+constexpr CommandId sheetSoundMenu[] = {XsheetSoundShape, XsheetSoundEarlier, XsheetSoundLater,
+                                        EditRemoveSound,  Separator,          XsheetDialogue,
+                                        XsheetMouths,     Separator,          AnimationPlayXsheetSound};
+constexpr CMenu sheetMenus[] = {
+    {"Cel", sheetCellMenu}, {"Level", sheetLevelMenu}, {"Camera", sheetCameraMenu}, {"Sound", sheetSoundMenu}};
 
 constexpr CommandId mainToolBar[] = {FileNewScene,
                                      FileOpenScene,
@@ -227,10 +229,12 @@ std::span<const CMenu> Menus() {
 std::span<const CMenu> SubmenusOf(const CMenu& menu) {
     if (menu.commands.data() == celMenu)
         return celSubmenus;
-    if (menu.commands.data() == xsheetMenu || menu.commands.data() == sheetCellMenu)
+    if (menu.commands.data() == xsheetMenu)
         return xsheetSubmenus;
     if (menu.commands.data() == cameraMenu)
         return cameraSubmenus;
+    if (menu.commands.data() == sheetCellMenu)
+        return std::span(xsheetSubmenus).first(1); // what the current cel has to do with
     if (menu.commands.data() == animationMenu)
         return animationSubmenus;
     return {};

@@ -33,12 +33,12 @@ QPrinter& CPrinting::Printer() {
 void CPrinting::Print() {
     QPrintDialog dialog(&Printer(), &m_parent);
     if (dialog.exec() == QDialog::Accepted)
-        static_cast<void>(PrintXSheet(m_doc.Model(), m_prompter, Printer())); // it has shown why not
+        static_cast<void>(PrintXSheet(m_doc.Model(), m_prompter, Printer(), m_choices)); // it has shown why not
 }
 
 void CPrinting::Preview() {
     PreviewPages([this](QPrinter& printer) {
-        static_cast<void>(PrintXSheet(m_doc.Model(), m_prompter, printer)); // as above
+        static_cast<void>(PrintXSheet(m_doc.Model(), m_prompter, printer, m_choices)); // as above
     });
 }
 

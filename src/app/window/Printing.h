@@ -1,5 +1,7 @@
 #pragma once
 
+#include "views/print/XSheetPagePainter.h"
+
 #include <functional>
 #include <memory>
 
@@ -22,6 +24,8 @@ public:
     void Setup();
     /// Shows the page with the guides of the camera view, to be printed from there.
     void PreviewGuides();
+    const CSheetPrintChoices& Choices() const { return m_choices; }
+    void SetChoices(const CSheetPrintChoices& choices) { m_choices = choices; }
 
 private:
     void PreviewPages(const std::function<void(QPrinter&)>& print);
@@ -31,6 +35,7 @@ private:
     QWidget& m_parent;
     CVelmorltDoc& m_doc;
     IPrompter& m_prompter;
+    CSheetPrintChoices m_choices;
     std::unique_ptr<QPrinter> m_printer;
 };
 

@@ -4,6 +4,7 @@
 #include "views/Text.h"
 #include "views/print/PageText.h"
 #include "views/print/XSheetNotation.h"
+#include "xsheet/DialogueText.h"
 
 #include <QLocale>
 #include <QPainter>
@@ -57,10 +58,12 @@ CXSheetExtent ExtentOf(const CSceneModel& model) {
     return {xsheet.LevelCount(), xsheet.FrameCount(), model.Scene().geometry.frameRate, width};
 }
 
-CXSheetPagePainter::CXSheetPagePainter(const CSceneModel& model, const CXSheetPages& pages, const QDate& date)
+CXSheetPagePainter::CXSheetPagePainter(const CSceneModel& model, const CXSheetPages& pages, const QDate& date,
+                                       const CSheetPrintChoices& choices)
     : m_model(model),
       m_pages(pages),
       m_date(date),
+      m_choices(choices),
       m_plainFont(PageFont(cellFont)),
       m_boldFont(PageFont(cellFont, true)),
       m_markFont(PageFont(markFont)) {}
@@ -81,6 +84,8 @@ void CXSheetPagePainter::Paint(QPainter& painter, double dotsPerPoint, int index
         PaintLevel(painter, page, level);
     }
     PaintBeside(painter, page);
+    if (m_choices.dialogue)
+        PaintSpoken(painter, page);
     PaintFoot(painter, page);
     painter.restore();
 }
@@ -251,6 +256,32 @@ void CXSheetPagePainter::PaintBeside(QPainter& painter, const CXSheetPage& page)
         drawCamera(m_pages.Pan(), PanText);
         drawCamera(m_pages.Zoom(), ZoomText);
         drawCamera(m_pages.Rotation(), RotationText);
+    }
+}
+
+// Beside a line along its frames, each frame what is due there; where a line or a page begins, who speaks and all
+// of it stand in the notes, where there are such.
+void CXSheetPagePainter::PaintSpoken(QPainter& painter, const CXSheetPage& page) const {
+    const CPageColumn column = m_pages.Sound();
+    const double edge = column.Right() - markPadding;
+    for (int frame = page.firstFrame; frame <= page.lastFrame; ++frame) {
+        const CSpokenLine* line = m_model.Scene().dialogue.At(frame);
+        if (line == nullptr)
+            continue;
+        const double top = m_pages.RowTop(frame - page.firstFrame);
+        const double height = m_pages.RowHeight();
+        painter.setPen(QPen(Qt::black, 0.6 * pt));
+        painter.drawLine(QLineF(edge, top, edge, top + (line->lastFrame == frame ? height * 0.75 : height)));
+        painter.setPen(Qt::black);
+        painter.setFont(m_plainFont);
+        DrawLine(painter, {column.left + column.width / 2, top, column.width / 2 - 2 * markPadding, height},
+                 Qt::AlignRight, ToQt(SpokenAt(*line, frame)));
+        if ((frame == line->firstFrame || frame == page.firstFrame) && m_pages.Notes().width > 0) {
+            const QString speaker = line->speaker.empty() ? QString() : ToQt(line->speaker) + ": ";
+            const CPageColumn notes = m_pages.Notes();
+            DrawLine(painter, {notes.left + markPadding, top, notes.width - 2 * markPadding, height}, Qt::AlignLeft,
+                     speaker + ToQt(line->text));
+        }
     }
 }
 

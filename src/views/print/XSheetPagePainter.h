@@ -16,10 +16,16 @@ struct CSceneModel;
 /// The scene's xsheet as CXSheetPages wants to know it.
 CXSheetExtent ExtentOf(const CSceneModel& model);
 
+/// What is printed when it is asked for.
+struct CSheetPrintChoices {
+    bool dialogue = false; ///< what is spoken, in the sound column
+};
+
 /// Draws the pages of an xsheet, black on white, on any device. Model and pages outlive the painter.
 class CXSheetPagePainter {
 public:
-    CXSheetPagePainter(const CSceneModel& model, const CXSheetPages& pages, const QDate& date);
+    CXSheetPagePainter(const CSceneModel& model, const CXSheetPages& pages, const QDate& date,
+                       const CSheetPrintChoices& choices = {});
 
     /// Draws a page from the painter's origin on, its paper excepted. `dotsPerPoint` is the device's resolution.
     void Paint(QPainter& painter, double dotsPerPoint, int index) const;
@@ -35,11 +41,13 @@ private:
     void PaintCell(QPainter& painter, const QRectF& cell, int level, int frame, bool first) const;
     void PaintHolds(QPainter& painter, const CXSheetPage& page, int level) const;
     void PaintBeside(QPainter& painter, const CXSheetPage& page) const;
+    void PaintSpoken(QPainter& painter, const CXSheetPage& page) const;
     void PaintFoot(QPainter& painter, const CXSheetPage& page) const;
 
     const CSceneModel& m_model;
     const CXSheetPages& m_pages;
     QDate m_date;
+    CSheetPrintChoices m_choices;
     QFont m_plainFont;
     QFont m_boldFont;
     QFont m_markFont;

@@ -81,7 +81,8 @@ bool IsWritten(const QPrinter& printer, IPrompter& prompter) {
     return false;
 }
 
-bool PrintXSheet(const CSceneModel& model, IPrompter& prompter, QPrinter& printer) {
+bool PrintXSheet(const CSceneModel& model, IPrompter& prompter, QPrinter& printer,
+                 const CSheetPrintChoices& choices) {
     if (!model.sceneOpen)
         return false;
     if (printer.pageLayout().orientation() != QPageLayout::Landscape) {
@@ -94,7 +95,7 @@ bool PrintXSheet(const CSceneModel& model, IPrompter& prompter, QPrinter& printe
     if (printer.docName().isEmpty())
         printer.setDocName(ToQt(model.sceneName) + " xsheet");
 
-    const CXSheetPagePainter pagePainter(model, pages, QDate::currentDate());
+    const CXSheetPagePainter pagePainter(model, pages, QDate::currentDate(), choices);
     const double dotsPerPoint = printer.resolution() / pointsPerInch;
     const QPointF origin = printer.fullPage() ? area.topLeft() * dotsPerPoint : QPointF();
     const std::unique_ptr<IProgress> progress = prompter.BeginProgress("Printing");

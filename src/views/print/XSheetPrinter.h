@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/files/Files.h"
+#include "views/print/XSheetPagePainter.h"
 
 #include <QPrinter>
 
@@ -23,6 +24,7 @@ QRectF PrintableArea(const QPrinter& printer);
 /// Prints the xsheet as an exposure sheet that a camera operator can shoot from. Landscape only: for another
 /// orientation a message is shown and nothing printed; false then, and when there is no scene.
 /// A PDF file that could not be written to its end is removed, after a message.
-[[nodiscard]] bool PrintXSheet(const CSceneModel& model, IPrompter& prompter, QPrinter& printer);
+[[nodiscard]] bool PrintXSheet(const CSceneModel& model, IPrompter& prompter, QPrinter& printer,
+                               const CSheetPrintChoices& choices = {});
 
 } // namespace velmor

@@ -9,12 +9,14 @@
 #include "views/dialogs/ColorKeyDialog.h"
 #include "views/dialogs/CompressorDialog.h"
 #include "views/dialogs/DatabaseFolderDialog.h"
+#include "views/dialogs/DialogueDialog.h"
 #include "views/dialogs/FillSettingsDialog.h"
 #include "views/dialogs/FlipDialog.h"
 #include "views/dialogs/FrameCountDialog.h"
 #include "views/dialogs/GridSettingsDialog.h"
 #include "views/dialogs/ImportSettingsDialog.h"
 #include "views/dialogs/MotionPathDialog.h"
+#include "views/dialogs/MouthDialog.h"
 #include "views/dialogs/NameDialog.h"
 #include "views/dialogs/NewCelDialog.h"
 #include "views/dialogs/OnionSkinDialog.h"
@@ -29,6 +31,7 @@
 #include "views/dialogs/SequenceDialog.h"
 #include "views/dialogs/SheetExportDialog.h"
 #include "views/dialogs/SheetImportDialog.h"
+#include "views/dialogs/SoundShapeDialog.h"
 #include "views/dialogs/SwapLevelsDialog.h"
 #include "views/dialogs/TransparencyDialog.h"
 
@@ -50,17 +53,18 @@ using CDialogTable = CDialogRows<
     CDialogRow<CCameraDataRequest, CCameraDataDialog>, CDialogRow<CCellDataRequest, CCellDataDialog>,
     CDialogRow<CCleanupRequest, CCleanupDialog>, CDialogRow<CColorKeyRequest, CColorKeyDialog>,
     CDialogRow<CColorRequest, CAddColorDialog>, CDialogRow<CCompressorRequest, CCompressorDialog>,
-    CDialogRow<CDatabaseFolderRequest, CDatabaseFolderDialog>,
+    CDialogRow<CDatabaseFolderRequest, CDatabaseFolderDialog>, CDialogRow<CDialogueRequest, CDialogueDialog>,
     CDialogRow<CFillSettingsRequest, CFillSettingsDialog>, CDialogRow<CFlipRequest, CFlipDialog>,
     CDialogRow<CFrameCountRequest, CFrameCountDialog>, CDialogRow<CGridSettingsRequest, CGridSettingsDialog>,
     CDialogRow<CImportSettingsRequest, CImportSettingsDialog>, CDialogRow<CLevelRequest, CSelectLevelDialog>,
-    CDialogRow<CMotionPathRequest, CMotionPathDialog>, CDialogRow<CNameRequest, CNameDialog>,
-    CDialogRow<CNewCelRequest, CNewCelDialog>, CDialogRow<COnionSkinRequest, COnionSkinDialog>,
-    CDialogRow<COpenSceneRequest, COpenSceneDialog>, CDialogRow<CPenSettingsRequest, CPenSettingsDialog>,
-    CDialogRow<CRecoveryRequest, CRecoveryDialog>, CDialogRow<CRenderSetupRequest, CRenderSetupDialog>,
-    CDialogRow<CReplaceColorRequest, CReplaceColorDialog>, CDialogRow<CRotationRequest, CRotateDialog>,
-    CDialogRow<CSceneSettingsRequest, CSceneSettingsDialog>, CDialogRow<CSequenceRequest, CSequenceDialog>,
-    CDialogRow<CSheetExportRequest, CSheetExportDialog>, CDialogRow<CSheetImportRequest, CSheetImportDialog>,
+    CDialogRow<CMotionPathRequest, CMotionPathDialog>, CDialogRow<CMouthRequest, CMouthDialog>,
+    CDialogRow<CNameRequest, CNameDialog>, CDialogRow<CNewCelRequest, CNewCelDialog>,
+    CDialogRow<COnionSkinRequest, COnionSkinDialog>, CDialogRow<COpenSceneRequest, COpenSceneDialog>,
+    CDialogRow<CPenSettingsRequest, CPenSettingsDialog>, CDialogRow<CRecoveryRequest, CRecoveryDialog>,
+    CDialogRow<CRenderSetupRequest, CRenderSetupDialog>, CDialogRow<CReplaceColorRequest, CReplaceColorDialog>,
+    CDialogRow<CRotationRequest, CRotateDialog>, CDialogRow<CSceneSettingsRequest, CSceneSettingsDialog>,
+    CDialogRow<CSequenceRequest, CSequenceDialog>, CDialogRow<CSheetExportRequest, CSheetExportDialog>,
+    CDialogRow<CSheetImportRequest, CSheetImportDialog>, CDialogRow<CSoundShapeRequest, CSoundShapeDialog>,
     CDialogRow<CSwapLevelsRequest, CSwapLevelsDialog>, CDialogRow<CTransparencyRequest, CTransparencyDialog>>;
 
 template<class Request, class Dialog>

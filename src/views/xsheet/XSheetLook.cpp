@@ -2,6 +2,7 @@
 
 #include "scene/SceneModel.h"
 #include "views/xsheet/XSheetSounds.h"
+#include "xsheet/DialogueText.h"
 
 #include <algorithm>
 
@@ -76,6 +77,11 @@ CFrameLook FrameLook(const CSceneModel& model, const CScene& shown, const CXShee
     look.wave = sounds.WaveAt(frame, CXSheetGeometry::rowHeight);
     if (const std::string* name = shown.sounds.NameAt(frame))
         look.sound = *name;
+    if (const CSpokenLine* line = shown.dialogue.At(frame)) {
+        look.isSpoken = true;
+        look.spoken = SpokenAt(*line, frame);
+        look.speechContinues = line->lastFrame > frame;
+    }
     return look;
 }
 

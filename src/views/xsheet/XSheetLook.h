@@ -51,10 +51,13 @@ struct CFrameLook {
     bool cameraHeld = false; ///< the camera stands as at the frame before
     std::string sound;       ///< of the sound that starts here
     bool sounding = false;
-    bool soundGoesOn = false;    ///< from the frame before
-    bool soundContinues = false; ///< at the next frame
-    bool ready = false;          ///< to be played in place
-    std::vector<CPeak> wave;     ///< of what is heard, one for each pixel line; empty where none is shown
+    bool soundGoesOn = false;     ///< from the frame before
+    bool soundContinues = false;  ///< at the next frame
+    bool ready = false;           ///< to be played in place
+    std::vector<CPeak> wave;      ///< of what is heard, one for each pixel line; empty where none is shown
+    std::string spoken;           ///< what of the dialogue is due here
+    bool isSpoken = false;        ///< a line of dialogue is
+    bool speechContinues = false; ///< at the next frame
 
     bool operator==(const CFrameLook&) const = default;
 };

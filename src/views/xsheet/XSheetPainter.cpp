@@ -10,8 +10,9 @@ namespace velmor {
 
 namespace {
 
-constexpr int margin = 4;     ///< beside texts
-constexpr int readyWidth = 3; ///< of the bar beside frames that are ready to be played
+constexpr int margin = 4;       ///< beside texts
+constexpr int readyWidth = 3;   ///< of the bar beside frames that are ready to be played
+constexpr int spokenWidth = 27; ///< of what is spoken, in the sound column
 
 // printf would show a small negative number as "-0".
 double WithoutNegativeZero(double value) {
@@ -246,10 +247,23 @@ void CXSheetPainter::PaintSound(const CFrameLook& frame, const QRect& rect, bool
         PaintWave(frame.wave, bar, rect.y());
         m_painter.fillRect(bar.x(), bar.y(), 3, bar.height(), m_style.soundEdge);
     }
+    if (frame.isSpoken)
+        PaintSpoken(frame, rect);
     if (frame.sound.empty())
         return;
     m_painter.setPen(frame.sounding ? m_style.text : m_style.missingText);
-    DrawText(m_painter, m_style.smallTexts, frame.sound, rect.adjusted(7, 0, -margin, -1));
+    DrawText(m_painter, m_style.smallTexts, frame.sound,
+             rect.adjusted(7, 0, frame.isSpoken ? -spokenWidth : -margin, -1));
+}
+
+// At the right of the column, along a line that runs as long as is spoken.
+void CXSheetPainter::PaintSpoken(const CFrameLook& frame, const QRect& rect) {
+    const QRect text(rect.right() - spokenWidth, rect.y(), spokenWidth - 3, rect.height() - 1);
+    m_painter.fillRect(text, m_style.spokenFill);
+    m_painter.fillRect(rect.right() - 3, rect.y(), 2, rect.height() - (frame.speechContinues ? 0 : 2),
+                       m_style.spokenEdge);
+    m_painter.setPen(m_style.text);
+    DrawText(m_painter, m_style.smallTexts, frame.spoken, text, Qt::AlignHCenter);
 }
 
 // Time runs down, loudness to either side of the bar's middle; silence is a thin line.

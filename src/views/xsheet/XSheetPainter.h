@@ -30,6 +30,7 @@ private:
     void PaintFrameNumber(const CFrameLook& frame, int number, const QRect& rect, bool lastOfSecond);
     void PaintCamera(const CFrameLook& frame, const QRect& rect, bool lastOfSecond);
     void PaintSound(const CFrameLook& frame, const QRect& rect, bool lastOfSecond);
+    void PaintSpoken(const CFrameLook& frame, const QRect& rect);
     void PaintWave(const std::vector<CPeak>& wave, const QRect& bar, int top);
     void PaintDropMark();
     void PaintHeader(const QRegion& region);

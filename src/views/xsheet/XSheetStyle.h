@@ -56,6 +56,8 @@ struct CSheetColors {
     QColor soundFill;
     QColor soundEdge;
     QColor soundWave;
+    QColor spokenFill;
+    QColor spokenEdge;
     QColor dropColor;
     // What camera input moves, in the colours of its buttons.
     QColor movingLevel;

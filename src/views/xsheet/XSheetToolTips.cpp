@@ -2,6 +2,7 @@
 
 #include "scene/SceneModel.h"
 #include "views/Text.h"
+#include "views/xsheet/SoundDrag.h"
 #include "views/xsheet/XSheetSounds.h"
 
 #include <QBuffer>
@@ -105,24 +106,53 @@ QString CameraToolTip(const CSceneModel& model, int frame) {
            Dot() + "rotation " + Degrees(camera.rotation);
 }
 
-QString SoundToolTip(const CXSheetSounds& sounds, int frame) {
+namespace {
+
+QString SpokenToolTip(const CSceneModel& model, int frame) {
+    const CSpokenLine* line = model.Scene().dialogue.At(frame);
+    if (line == nullptr)
+        return {};
+    const QString speaker = line->speaker.empty() ? QString() : ToQt(line->speaker).toHtmlEscaped() + ": ";
+    return speaker + "<i>" + ToQt(line->text).toHtmlEscaped() + "</i>" + Dot() +
+           QString("frames %1 to %2").arg(line->firstFrame + 1).arg(line->lastFrame + 1);
+}
+
+QString ShapeText(const CSoundPlacement& sound) {
+    QString text;
+    if (sound.trimIn > 0 || sound.trimOut > 0)
+        text += Dot() + "trimmed";
+    if (sound.level != 0)
+        text += Dot() + QString("%1%2 dB").arg(sound.level > 0 ? "+" : "").arg(sound.level / 10.0);
+    return text;
+}
+
+} // namespace
+
+QString SoundToolTip(const CSceneModel& model, const CXSheetSounds& sounds, int frame) {
     const auto& placements = sounds.Placements();
     auto sound = std::ranges::find(placements, frame, &CSoundPlacement::frame);
     if (sound == placements.end() && sounds.HeardAt(frame) >= 0)
         sound = placements.begin() + sounds.HeardAt(frame);
+    const QString spoken = SpokenToolTip(model, frame);
     if (sound == placements.end())
-        return {};
+        return spoken;
     const int frames = sounds.FramesOf(*sound);
     return "<b>" + ToQt(sound->name).toHtmlEscaped() + "</b>" + Dot() +
-           QString("frames %1 to %2").arg(sound->frame + 1).arg(sound->frame + frames) +
-           "<br>Drag it with Ctrl held to have it start at another frame";
+           QString("frames %1 to %2").arg(sound->frame + 1).arg(sound->frame + frames) + ShapeText(*sound) +
+           (spoken.isEmpty() ? QString() : "<br>" + spoken) +
+           "<br>Drag it with Ctrl held to have it start at another frame, with Ctrl and Shift to trim its nearer "
+           "end";
 }
 
-QString SoundDragText(const std::string& name, int from, int to) {
-    const QString moved = to == from
-                              ? QString("where it was")
-                              : QString("%1 %2").arg(std::abs(to - from)).arg(to > from ? "later" : "earlier");
-    return ToQt(name) + QString(" from frame %1, ").arg(to + 1) + moved;
+QString SoundDragText(const CSoundDrag& drag) {
+    const CSoundPlacement& placed = drag.Placed();
+    const QString name = ToQt(placed.name);
+    if (drag.Grip() != SoundGrip::Whole)
+        return name + QString(" from frame %1 to %2").arg(placed.frame + 1).arg(placed.frame + drag.Frames());
+    const int moved = placed.frame - drag.From();
+    const QString by = moved == 0 ? QString("where it was")
+                                  : QString("%1 %2").arg(std::abs(moved)).arg(moved > 0 ? "later" : "earlier");
+    return name + QString(" from frame %1, ").arg(placed.frame + 1) + by;
 }
 
 } // namespace velmor

@@ -4,11 +4,11 @@
 
 #include <QPixmap>
 #include <QString>
-#include <string>
 
 namespace velmor {
 
 struct CSceneModel;
+class CSoundDrag;
 class CXSheetSounds;
 
 /// What the asset of a used cell is, where it stands and how it is placed, as rich text. `thumbnail` may be null.
@@ -16,9 +16,9 @@ QString CellToolTip(const CSceneModel& model, CSheetCell place, const QPixmap& t
 QString ButtonToolTip(const CSceneModel& model, const CHeaderHit& hit);
 /// The camera's values of a frame.
 QString CameraToolTip(const CSceneModel& model, int frame);
-/// The sound that is heard at a frame, or starts there; empty when there is none.
-QString SoundToolTip(const CXSheetSounds& sounds, int frame);
-/// What letting a sound go would do that started at a frame (from 0) and is held at another.
-QString SoundDragText(const std::string& name, int from, int to);
+/// The sound that is heard at a frame, or starts there, and what is spoken; empty when there is neither.
+QString SoundToolTip(const CSceneModel& model, const CXSheetSounds& sounds, int frame);
+/// What letting a sound go would do.
+QString SoundDragText(const CSoundDrag& drag);
 
 } // namespace velmor

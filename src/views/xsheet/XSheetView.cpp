@@ -248,7 +248,7 @@ QString CXSheetView::ToolTipAt(QPoint point) {
     if (const std::optional<int> frame = m_geometry.CameraFrameAt(point))
         return CameraToolTip(model, *frame);
     if (const std::optional<int> frame = m_geometry.SoundFrameAt(point))
-        return SoundToolTip(m_sounds, *frame);
+        return SoundToolTip(model, m_sounds, *frame);
     const std::optional<CSheetCell> place = m_geometry.CellAt(point);
     if (!place || !model.Scene().xsheet.HasLevel(place->level) || !model.Scene().xsheet.HasFrame(place->frame))
         return {};
@@ -292,7 +292,8 @@ void CXSheetView::PressSheet(const QMouseEvent& event) {
         m_isScrubbing = true;
         return ScrubTo(point);
     }
-    if (event.modifiers().testFlag(Qt::ControlModifier) && m_soundDrag.Begin(m_sounds, m_geometry, point)) {
+    if (event.modifiers().testFlag(Qt::ControlModifier) &&
+        m_soundDrag.Begin(m_sounds, m_geometry, point, event.modifiers().testFlag(Qt::ShiftModifier))) {
         viewport()->setCursor(Qt::SizeVerCursor);
         return DragSound(point);
     }
@@ -416,8 +417,7 @@ void CXSheetView::DragSound(QPoint point) {
     m_soundDrag.Move(m_geometry, point);
     KeepScrolling(SoundScroll() != 0);
     PointAt({std::nullopt, false, m_soundDrag.Mark()});
-    QToolTip::showText(viewport()->mapToGlobal(point),
-                       SoundDragText(m_soundDrag.Name(), m_soundDrag.From(), m_soundDrag.To()), viewport());
+    QToolTip::showText(viewport()->mapToGlobal(point), SoundDragText(m_soundDrag), viewport());
 }
 
 int CXSheetView::SoundScroll() const {
@@ -441,7 +441,10 @@ void CXSheetView::mouseReleaseEvent(QMouseEvent* event) {
         EndScrubbing();
     if (event->button() == Qt::LeftButton && m_soundDrag.IsActive()) {
         LetSoundGo();
-        m_doc.Sounds().MoveSound(m_soundDrag.From(), m_soundDrag.To());
+        if (m_soundDrag.Grip() == SoundGrip::Whole)
+            m_doc.Sounds().MoveSound(m_soundDrag.From(), m_soundDrag.Placed().frame);
+        else
+            m_doc.Sounds().ShapeSound(m_soundDrag.From(), m_soundDrag.Placed());
         return;
     }
     if (event->button() == Qt::LeftButton && m_grip.IsDragging()) {
@@ -512,6 +515,8 @@ QMenu* CXSheetView::MenuAt(QPoint point) const {
         return m_menus[0];
     if (point.y() < m_geometry.headerHeight && m_geometry.LevelAt(point))
         return m_menus[1];
+    if (m_geometry.SoundFrameAt(point))
+        return m_menus[3];
     return m_geometry.CameraFrameAt(point) ? m_menus[2] : nullptr;
 }
 

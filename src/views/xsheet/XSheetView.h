@@ -28,7 +28,7 @@ class CXSheetStyle;
 class IPrompter;
 
 /// Of cells, level headers and the camera column. They belong to the caller.
-using CSheetMenus = std::array<QMenu*, 3>;
+using CSheetMenus = std::array<QMenu*, 4>;
 
 /// The exposure sheet as a grid, levels across and frames down: sets cursor and selection, opens the dialogs of a
 /// level's header and takes dropped assets.
@@ -138,7 +138,7 @@ private:
     std::function<void()> m_enterPressed;
     bool m_isScrubbing = false;
     bool m_showsPlay = false; ///< the frame that is played is kept in view
-    std::array<QPointer<QMenu>, 3> m_menus;
+    std::array<QPointer<QMenu>, 4> m_menus;
 
     QBasicTimer m_scrollTimer; ///< runs while a drag is held where it scrolls
     QPoint m_dragPoint;
