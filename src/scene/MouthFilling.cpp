@@ -16,18 +16,6 @@ namespace {
 constexpr const char* usualSounds[] = {"a i ah", "e eh",       "o oh oo", "u w q",
                                        "f v",    "l d t n th", "m b p",   "s z c k g"};
 
-// In a setting, where a line break is none.
-std::string InOneLine(std::string chart) {
-    std::ranges::replace(chart, '\n', '|');
-    std::erase(chart, '\r');
-    return chart;
-}
-
-std::string InLines(std::string chart) {
-    std::ranges::replace(chart, '|', '\n');
-    return chart;
-}
-
 std::string RunText(int first, int last, const std::string& drawing) {
     const std::string frames = first == last
                                    ? "Frame " + std::to_string(first + 1)
@@ -102,8 +90,7 @@ bool CDialogueOperations::FillMouths(const CMouthChoices& choices) {
     if (!m_context.Report(PlanMouths(choices, planned)))
         return false;
     // Not being able to keep it is no fault of the filling.
-    static_cast<void>(
-        m_context.profile.WriteString(setting::mouthSection, choices.folder, InOneLine(choices.chart)));
+    static_cast<void>(m_context.profile.WriteString(setting::mouthSection, choices.folder, choices.chart));
     Set(m_context.profile, setting::mouthHold, choices.hold);
     if (planned.changes.empty())
         return false;
@@ -115,7 +102,7 @@ bool CDialogueOperations::FillMouths(const CMouthChoices& choices) {
 std::string CDialogueOperations::ChartOf(const std::string& folder) const {
     const std::string known = m_context.profile.GetString(setting::mouthSection, folder, "");
     if (!known.empty())
-        return InLines(known);
+        return known;
     std::string chart;
     std::size_t next = 0;
     if (!folder.empty())

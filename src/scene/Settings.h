@@ -152,7 +152,7 @@ inline constexpr CIntSetting cleanupErasesPegs{"Remember", "Cleanup Erase Pegs",
 /// 0 if it is not known.
 inline constexpr CIntSetting cleanupDpi{"Remember", "Cleanup Resolution", 0};
 
-/// By folder the chart of its mouths, with "|" for the end of a line.
+/// By folder the chart of its mouths.
 inline constexpr const char* mouthSection = "Mouth Charts";
 inline constexpr CIntSetting mouthHold{"Remember", "Mouth Hold", 1};
 
