@@ -239,7 +239,7 @@ TEST_F(XSheetViewTest, DoubleClicksEditTheCelOrTheCamera) {
 
 TEST_F(XSheetViewTest, ARightClickChoosesWhatItsMenuIsAbout) {
     Open();
-    std::array<QMenu, 3> menus;
+    std::array<QMenu, 4> menus;
     CSheetMenus handed{};
     for (std::size_t i = 0; i < menus.size(); ++i) {
         menus[i].addAction("x");
@@ -275,7 +275,9 @@ TEST_F(XSheetViewTest, ARightClickChoosesWhatItsMenuIsAbout) {
     Click(At(2, 1));
     EXPECT_EQ(open({30 + 5 * 80 + 40, At(0, 7).y()}), 2);
     EXPECT_EQ(Cursor(), (CSheetCell{2, 7}));
-    EXPECT_EQ(open({30 + 4 * 80 + 40, 30}), 3) << "no level there";
+    EXPECT_EQ(open({510, At(0, 8).y()}), 3) << "of the sounds";
+    EXPECT_EQ(Cursor(), (CSheetCell{2, 8}));
+    EXPECT_EQ(open({30 + 4 * 80 + 40, 30}), 4) << "no level there";
 }
 
 TEST_F(XSheetViewTest, KeysMoveTheCursorAndKeepItInView) {

@@ -256,7 +256,7 @@ const CMenu& TypedExposuresMenu() {
     return typedExposures;
 }
 
-std::span<const CMenu, 3> SheetMenus() {
+std::span<const CMenu, 4> SheetMenus() {
     return sheetMenus;
 }
 

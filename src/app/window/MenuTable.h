@@ -18,8 +18,9 @@ std::span<const CMenu> SubmenusOf(const CMenu& menu);
 /// The "&Assets" and "&Camera" menus, which also open under the right mouse button.
 const CMenu& AssetsMenu();
 const CMenu& CameraMenu();
-/// What opens under the right mouse button on cells, level headers and the camera column of the xsheet.
-std::span<const CMenu, 3> SheetMenus();
+/// What opens under the right mouse button on cells, level headers, the camera column and the sound column
+/// of the xsheet.
+std::span<const CMenu, 4> SheetMenus();
 
 /// Opens under the right mouse button in the cel editor.
 const CMenu& CelCanvasMenu();

@@ -27,7 +27,7 @@ class CVelmorltDoc;
 class CXSheetStyle;
 class IPrompter;
 
-/// Of cells, level headers and the camera column. They belong to the caller.
+/// Of cells, level headers, the camera column and the sound column. They belong to the caller.
 using CSheetMenus = std::array<QMenu*, 4>;
 
 /// The exposure sheet as a grid, levels across and frames down: sets cursor and selection, opens the dialogs of a
