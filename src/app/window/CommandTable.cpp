@@ -658,7 +658,7 @@ constexpr CCommand commands[] = {
     {CommandId::XsheetSoundLater, "Sound La&ter\tCtrl+Down", "", "Ctrl+Down",
      "Has the sound at the cursor start a frame later", "Sound Later", HasSoundAtCursor, nullptr, MoveSound<1>,
      sheet, Focused},
-    {CommandId::XsheetSoundShape, "Sound &Trim and Level...", "sound-shape", "",
+    {CommandId::XsheetSoundShape, "Sound Trim and &Level...", "sound-shape", "",
      "Says what of the sound at the cursor is heard, and how loud", "Sound Trim and Level", HasSoundAtCursor,
      nullptr, Do<&CVelmorltDoc::Sounds, &CSoundOperations::AskSoundShape>, sheet},
     {CommandId::XsheetDialogue, "&Dialogue...\tCtrl+L", "dialogue", "Ctrl+L",

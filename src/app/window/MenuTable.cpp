@@ -54,7 +54,7 @@ constexpr CommandId typedExposureMenu[] = {CelNewOnOnes, CelNewOnTwos, CelNewOnT
 constexpr CMenu typedExposures{"Typed Exposures", typedExposureMenu};
 constexpr CommandId xsheetSoundMenu[] = {XsheetSoundEarlier, XsheetSoundLater,     XsheetSoundShape, Separator,
                                          XsheetDialogue,     XsheetImportDialogue, Separator,        XsheetMouths};
-constexpr CMenu xsheetSubmenus[] = {{"E&xposure", exposureMenu}, {"So&und and Dialogue", xsheetSoundMenu}};
+constexpr CMenu xsheetSubmenus[] = {{"E&xposure", exposureMenu}, {"Sou&nd and Dialogue", xsheetSoundMenu}};
 constexpr CommandId celMenu[] = {CelZoomIn,       CelZoomOut,   CelZoomOneToOne, CelPan,    Separator,
                                  CelUpdateCamera, Separator,    CelSettings,     Separator, CelFit,
                                  Separator,       CelBucket,    CelPen,          CelEraser, CelLineBrush,
