@@ -185,7 +185,8 @@ void CCameraView::GiveUpHand() {
 }
 
 void CCameraView::TogglePathDrawing() {
-    GiveUpHand();
+    if (m_hand != nullptr)
+        GiveUpHand();
     m_path.SetOn(!m_path.IsOn());
     RefreshCursor();
 }

@@ -5,11 +5,12 @@
 #include "xsheet/CameraMap.h"
 #include "xsheet/FieldChart.h"
 
+#include <QFontMetricsF>
 #include <QLineF>
 #include <QList>
 #include <QPainter>
 #include <QPainterPath>
-#include <QPolygonF>
+#include <algorithm>
 #include <vector>
 
 namespace velmor {
