@@ -32,7 +32,8 @@ void Expose(CXSheet& xsheet, const CXSheetSelection& cells, const CXSheetCell& c
     for (int level = cells.firstLevel; level <= cells.lastLevel; ++level)
         for (int frame = cells.firstFrame; frame <= cells.lastFrame; ++frame) {
             const bool follows = frame > 0 && !xsheet.Cell(level, frame).IsUsed();
-            xsheet.MutableCell(level, frame) = PlacedLike(xsheet.Cell(level, follows ? frame - 1 : frame), cell);
+            const CXSheetCell placed = PlacedLike(xsheet.Cell(level, follows ? frame - 1 : frame), cell);
+            xsheet.MutableCell(level, frame).Expose(placed);
         }
 }
 

@@ -1,5 +1,5 @@
 #include "xsheet/exposing/SheetEdit.h"
-#include "../SheetPictures.h"
+#include "SheetPictures.h"
 
 #include <array>
 #include <gtest/gtest.h>
@@ -256,9 +256,20 @@ TEST_F(SheetEditTest, TypedExposuresFillAndStopAtTheEnd) {
     Apply(edit, scene);
     EXPECT_EQ(PlainOf(scene.xsheet, 0), (Plain{{'A', 0}, {'X', 1}, {'X', 1}, {'X', 1}, {'X', 4}, {'B', 5}}))
         << "placed like what stood there, or above";
+    scene = SceneOf({"A.A"});
+    for (int frame = 0; frame < 3; ++frame)
+        scene.xsheet.MutableCell(0, frame).SetNote({SheetMark::Key, NoteColor::None, std::to_string(frame)});
     edit.cell.SetSize({20, 10});
     Apply(edit, scene);
     EXPECT_EQ(scene.xsheet.Cell(0, 1).PosX(), 99) << "of another size";
+    for (int frame = 0; frame < 3; ++frame)
+        EXPECT_EQ(scene.xsheet.Cell(0, frame).Note().comment, std::to_string(frame)) << "belongs to its place";
+    edit.cell.SetSize({10, 10});
+    edit.cells = {0, 0, 1, 1};
+    scene.xsheet.MutableCell(0, 1).ClearAsset();
+    Apply(edit, scene);
+    EXPECT_EQ(scene.xsheet.Cell(0, 1).PosX(), 0) << "placed like the one above";
+    EXPECT_EQ(scene.xsheet.Cell(0, 1).Note().comment, "1");
     EXPECT_EQ(After({Clear, {0, 1, 1, 1}, 2}, {"AAAA", "BBBB"}), (Rows{"A..A", "B..B"}));
     EXPECT_EQ(After({HoldAbove, {0, 0, 1, 1}, 2}, {"ABCD"}), Rows{"AAAD"});
     EXPECT_EQ(After({HoldAbove, {0, 0, 0, 0}, 2}, {"ABCD"}), Rows{"ABCD"}) << "there is nothing above";
