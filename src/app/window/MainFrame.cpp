@@ -32,6 +32,7 @@
 #include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QKeyEvent>
 #include <QMenuBar>
 #include <QSplitter>
 #include <QStatusBar>
@@ -47,6 +48,23 @@ constexpr int usualSourceWidth = 160;
 constexpr int mainToolBarIcon = 20; // in buttons of 25 x 25 and a little air
 constexpr std::array<const char*, stackedPanes> paneKeys = {"Camera Height", "XSheet Height", "Cel Editor Height"};
 constexpr const char* halvesKey = "Camera and XSheet Halves";
+
+/// A menu bar has the focus while its menus are open. Actions that are in them count as those of its own, so
+/// letters that are to choose in a menu would be keys of whichever view.
+class CMenuLetters final : public QObject {
+public:
+    using QObject::QObject;
+
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() != QEvent::ShortcutOverride)
+            return false;
+        const auto& key = *static_cast<QKeyEvent*>(event);
+        const bool isLetter = key.key() >= Qt::Key_0 && key.key() <= Qt::Key_Z;
+        const bool isPlain = (key.modifiers() & ~Qt::ShiftModifier) == Qt::NoModifier;
+        event->setAccepted(isLetter && isPlain);
+        return isLetter && isPlain;
+    }
+};
 
 } // namespace
 
@@ -122,6 +140,7 @@ void CMainFrame::CreateViews() {
 void CMainFrame::CreateMenus() {
     for (const CMenu& menu : Menus())
         m_commands.FillMenu(*menuBar()->addMenu(menu.title), menu);
+    menuBar()->installEventFilter(new CMenuLetters(menuBar()));
 
     // The same commands under the right mouse button.
     auto* assets = new QMenu(this);

@@ -18,6 +18,7 @@
 #include "views/xsheet/XsheetFrame.h"
 
 #include <QAbstractItemView>
+#include <QMenuBar>
 #include <algorithm>
 #include <map>
 #include <set>
@@ -220,6 +221,19 @@ TEST_F(CKeysTest, WhatIsChangedIsShownFirst) {
     Run(CommandId::CameraZoomIn);
     EXPECT_TRUE(IsOpen(StackedPane::Camera));
     EXPECT_EQ(Camera().Zoom().Level(), 2);
+}
+
+TEST_F(CKeysTest, LettersInAnOpenMenuAreNoKeysOfAView) {
+    Run(CommandId::ViewCelEditor);
+    const CelTool tool = CelEditor().Tool();
+    ASSERT_NE(tool, CelTool::Curve);
+    Frame().menuBar()->setFocus(Qt::MenuBarFocusReason); // as it has it while its menus are open
+    ASSERT_TRUE(HasFocus(*Frame().menuBar()));
+    Key(Qt::Key_C);
+    EXPECT_EQ(CelEditor().Tool(), tool);
+    CelEditor().setFocus();
+    Key(Qt::Key_C);
+    EXPECT_EQ(CelEditor().Tool(), CelTool::Curve);
 }
 
 TEST_F(CKeysTest, KeysOfAViewRestWhileItIsOutOfSight) {
