@@ -2,12 +2,16 @@
 
 #include "MainFrameFixture.h"
 #include "TestScene.h"
+#include "qt/Patience.h"
 #include "scene/XSheetCursor.h"
 #include "scene/exposing/Exposing.h"
 #include "scene/exposing/SheetTiming.h"
 #include "scene/paper/DrawingSteps.h"
+#include "scene/preview/ScenePreview.h"
 #include "views/camera/CamFrame.h"
 #include "views/camera/CameraView.h"
+#include "views/cel/CelFrame.h"
+#include "views/cel/CelView.h"
 #include "views/xsheet/XSheetView.h"
 #include "views/xsheet/XsheetFrame.h"
 
@@ -150,6 +154,53 @@ TEST_F(ExposureTest, TheMenuShowsWhatACommandWouldDo) {
     menu->hide();
     EXPECT_EQ(doc->Timing().Outcome(), nullptr);
     EXPECT_EQ(Row(), "1111122222");
+}
+
+class FewActionsTest : public CMainFrameFixture {
+protected:
+    ~FewActionsTest() override { EndFrame(); }
+
+    void Stroke() {
+        QWidget& canvas = *Frame().CelPane().View().viewport();
+        QTest::mousePress(&canvas, Qt::LeftButton, {}, canvas.rect().center());
+        QTest::mouseMove(&canvas, canvas.rect().center() + QPoint(8, 8));
+        QTest::mouseRelease(&canvas, Qt::LeftButton, {}, canvas.rect().center() + QPoint(8, 8));
+    }
+};
+
+// Ten actions with one dialog: to choose New Scene, to name it, to give it a length, to confirm, and the six below.
+TEST_F(FewActionsTest, ALoopOfTwoDrawingsIsMadeFromAnEmptyDatabase) {
+    ASSERT_FALSE(doc->Model().sceneOpen);
+    Frame();
+    CSceneSettings settings;
+    settings.name = "Loop";
+    settings.length = 4;
+    settings.geometry.width = 64;
+    settings.geometry.height = 48;
+    settings.preset = customPreset;
+    prompter.Answer(settings);
+    Run(CommandId::FileNewScene);
+    Key(Qt::Key_Return);
+    Run(CommandId::CelPen);
+    Stroke();
+    Key(Qt::Key_N);
+    Stroke();
+    Run(CommandId::PreviewPlay);
+    EXPECT_TRUE(WaitFor([this] { return doc->Preview().Frame() == 2; })) << "it plays";
+    doc->Preview().Stop();
+    const CXSheet& xsheet = doc->Model().Scene().xsheet;
+    for (int frame = 0; frame < 4; ++frame)
+        EXPECT_TRUE(xsheet.Cell(0, frame).Shows("Default", frame < 2 ? "1" : "2")) << frame;
+    for (const char* name : {"1", "2"}) {
+        CCelImg drawing;
+        EXPECT_TRUE(drawing.Load(SceneFolder("Loop") / "Default" / (std::string(name) + ".bit")));
+        bool hasLine = false;
+        for (int y = 0; y < drawing.Height(); ++y)
+            for (int x = 0; x < drawing.Width(); ++x)
+                hasLine = hasLine || drawing.IsLine(x, y);
+        EXPECT_TRUE(hasLine) << name;
+    }
+    EXPECT_TRUE(prompter.TakeMessages().empty());
 }
 
 } // namespace
