@@ -85,6 +85,10 @@ inline constexpr CIntSetting lastSheetFormat{"Remember", "Last Sheet Format", 0}
 inline constexpr CIntSetting lastSequenceHold{"Remember", "Last Sequence Hold", 1};
 /// 1: a longer exposure pushes what follows down; 0: it eats it.
 inline constexpr CIntSetting exposurePushes{"Remember", "Exposure Pushes", 1};
+/// How the sheet is looked at: from 1 on with pictures; cells in the colours of their folders; holds as lines.
+inline constexpr CIntSetting sheetZoom{"Remember", "Sheet Zoom", 0};
+inline constexpr CIntSetting sheetColorsFolders{"Remember", "Sheet Folder Colors", 0};
+inline constexpr CIntSetting sheetDrawsHolds{"Remember", "Sheet Hold Lines", 0};
 
 // The pen of a tablet. Sizes are percentages of the width of the chosen pen or brush, places on the curve those of
 // its box, lengths pixels of the screen.

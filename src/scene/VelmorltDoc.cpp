@@ -39,6 +39,8 @@
 #include "scene/paper/Paper.h"
 #include "scene/preview/ScenePreview.h"
 #include "scene/preview/Scrubbing.h"
+#include "scene/sheet/OtherSheet.h"
+#include "scene/sheet/SheetDisplay.h"
 #include "sound/SoundFile.h"
 
 namespace velmor {
@@ -81,6 +83,8 @@ struct CVelmorltDoc::CParts {
     CXSheetOperations xsheet{context, cursor};
     CSheetTiming timing{context, cursor};
     CExposing exposing{context, cursor, timing};
+    CSheetDisplay sheetDisplay{context};
+    COtherSheet otherSheet{context};
     CCellOperations cells{context};
     CSheetNotes notes{context};
     CCellDragging cellDragging{context};
@@ -140,6 +144,8 @@ CXSheetCursor& CVelmorltDoc::Cursor() { return m_parts->cursor; }
 CXSheetOperations& CVelmorltDoc::XSheet() { return m_parts->xsheet; }
 CSheetTiming& CVelmorltDoc::Timing() { return m_parts->timing; }
 CExposing& CVelmorltDoc::Exposing() { return m_parts->exposing; }
+CSheetDisplay& CVelmorltDoc::SheetDisplay() { return m_parts->sheetDisplay; }
+COtherSheet& CVelmorltDoc::OtherSheet() { return m_parts->otherSheet; }
 CCellOperations& CVelmorltDoc::Cells() { return m_parts->cells; }
 CSheetNotes& CVelmorltDoc::Notes() { return m_parts->notes; }
 CCellDragging& CVelmorltDoc::CellDragging() { return m_parts->cellDragging; }

@@ -29,6 +29,7 @@ class CDrawingSteps;
 class CLightTable;
 class CMediaOperations;
 class COnion;
+class COtherSheet;
 class CPaper;
 class CPaletteOperations;
 class CProfile;
@@ -42,6 +43,7 @@ class CSceneSaving;
 class CSequenceOperations;
 class CSheetExchange;
 class CExposing;
+class CSheetDisplay;
 class CSheetTiming;
 class CSheetNotes;
 class CSoundOperations;
@@ -93,6 +95,10 @@ public:
     CSheetTiming& Timing();
     /// Drawings exposed by typing.
     CExposing& Exposing();
+    /// How the sheet is looked at.
+    CSheetDisplay& SheetDisplay();
+    /// Another scene's sheet, to copy from.
+    COtherSheet& OtherSheet();
     /// The data of single cells.
     CCellOperations& Cells();
     /// Marks and comments in the sheet.

@@ -6,6 +6,7 @@
 #include "scene/NamingRules.h"
 #include "scene/SceneEdit.h"
 #include "scene/XSheetCursor.h"
+#include "xsheet/LevelOrder.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -107,6 +108,40 @@ void CXSheetOperations::SwapLevels() {
     CSceneEdit edit(m_context, "Swap Levels", cellsAndPictureHint);
     model.moveSelection.SwapLevels(levels->first, levels->second);
     edit.XSheet().SwapLevels(levels->first, levels->second);
+}
+
+void CXSheetOperations::MoveLevels(int first, int last, int before) {
+    CSceneModel& model = m_context.model;
+    const CXSheet& xsheet = model.Scene().xsheet;
+    const bool isRange = first <= last && xsheet.HasLevel(first) && xsheet.HasLevel(last);
+    const bool staysThere = before >= first && before <= last + 1;
+    if (!model.sceneOpen || !isRange || staysThere || before < 0 || before > xsheet.LevelCount())
+        return;
+    const std::vector<int> order = MovedLevels(xsheet.LevelCount(), first, last, before);
+    const auto placeOf = [&](int level) {
+        return static_cast<int>(std::ranges::find(order, level) - order.begin());
+    };
+    CSceneEdit edit(m_context, first == last ? "Move Level" : "Move Levels", structureAndPictureHint);
+    model.moveSelection.Arrange(order);
+    edit.XSheet().Arrange(order);
+    model.cursorLevel = placeOf(model.cursorLevel);
+    if (model.selection.firstLevel >= first && model.selection.lastLevel <= last) {
+        const int by = placeOf(first) - first;
+        model.selection.firstLevel += by;
+        model.selection.lastLevel += by;
+    } else {
+        model.selection.firstLevel = model.selection.lastLevel = model.cursorLevel;
+    }
+}
+
+void CXSheetOperations::MoveLevelsLeft() {
+    if (const std::optional<CXSheetSelection> selected = SelectedCells(m_context.model))
+        MoveLevels(selected->firstLevel, selected->lastLevel, selected->firstLevel - 1);
+}
+
+void CXSheetOperations::MoveLevelsRight() {
+    if (const std::optional<CXSheetSelection> selected = SelectedCells(m_context.model))
+        MoveLevels(selected->firstLevel, selected->lastLevel, selected->lastLevel + 2);
 }
 
 void CXSheetOperations::AddFrames() {

@@ -21,6 +21,12 @@ public:
     void DeleteLevel();
     void RenameLevel();
     void SwapLevels();
+    /// Puts the levels from `first` to `last` in front of what is level `before`, behind all for the number of
+    /// levels; cursor and selection go with their levels. Nothing where that is where they are.
+    void MoveLevels(int first, int last, int before);
+    /// The selected levels by one place.
+    void MoveLevelsLeft();
+    void MoveLevelsRight();
     void AddFrames();
     void DeleteFrames();
 

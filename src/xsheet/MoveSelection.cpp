@@ -53,6 +53,12 @@ void CMoveSelection::ClampToLevels(int levelCount) {
     m_camera = m_camera || std::ranges::find(m_levels, true) == m_levels.end();
 }
 
+void CMoveSelection::Arrange(std::span<const int> order) {
+    const std::array<bool, capacity> before = m_levels;
+    for (std::size_t level = 0; level < order.size(); ++level)
+        m_levels[level] = before[static_cast<std::size_t>(order[level])];
+}
+
 void CMoveSelection::SwapLevels(int a, int b) {
     std::swap(m_levels[static_cast<std::size_t>(a)], m_levels[static_cast<std::size_t>(b)]);
 }

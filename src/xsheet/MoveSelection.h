@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <span>
 
 namespace velmor {
 
@@ -31,6 +32,8 @@ public:
     void InsertLevel(int levelCountBefore);
     void DeleteLevel(int level, int levelCountBefore);
     void SwapLevels(int a, int b);
+    /// order[i] is the level that becomes level i.
+    void Arrange(std::span<const int> order);
     /// Forgets the levels from `levelCount` on. The camera is selected when nothing else is left to move.
     void ClampToLevels(int levelCount);
 

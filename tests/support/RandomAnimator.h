@@ -171,6 +171,8 @@ private:
             m_prompter.Answer("Name " + std::to_string(Number(50)));
             return sheet.RenameLevel();
         case 3:
+            if (Number(2) == 0)
+                return sheet.MoveLevels(level, level, Number(model.Scene().xsheet.LevelCount() + 1));
             m_prompter.Answer(std::pair(0, level));
             return sheet.SwapLevels();
         case 4:

@@ -141,5 +141,27 @@ TEST(XSheetSoundsTest, ALaterSoundCoversAnEarlierOneThatGoesOnBehindIt) {
     EXPECT_EQ(HeardSounds(placements, 5, 25, lengthOf), (std::vector<int>{-1, 1, 1, 1, 0}));
 }
 
+// Levels 1 and 3 are strips of 18 pixels: the columns begin at 30, 110, 128, 208, 226, 306.
+TEST(XSheetGeometryTest, FoldedLevelsAreStrips) {
+    CXSheetGeometry sheet = Sheet(8);
+    sheet.folded[1] = sheet.folded[3] = true;
+    EXPECT_EQ(sheet.ColumnX(2), 128);
+    EXPECT_EQ(sheet.CellRect({3, 0}), QRect(208, 40, 18, 20));
+    for (int level = 0; level < 6; ++level) {
+        EXPECT_EQ(sheet.XToLevel(sheet.ColumnX(level)), level);
+        EXPECT_EQ(sheet.XToLevel(sheet.ColumnX(level) + sheet.WidthOf(level) - 1), level);
+    }
+    EXPECT_EQ(sheet.VisibleLevels(), 6);
+    EXPECT_EQ(sheet.EndLevel(), 7);
+    EXPECT_EQ(sheet.MostFirstLevel(), 3) << "18 and four times 80";
+    EXPECT_FALSE(sheet.HeaderButtonAt(115)) << "a strip has no buttons";
+    EXPECT_EQ(sheet.HeaderButtonAt(128 + 21), (CHeaderHit{HeaderButton::Transparency, 2}));
+    EXPECT_EQ(sheet.Showing({6, 0}).firstLevel, 1);
+    sheet.firstLevel = 2;
+    EXPECT_EQ(sheet.ColumnX(0), 30 - 80 - 18);
+    EXPECT_EQ(CursorAfterKey(Qt::Key_Right, {2, 0}, sheet), (CSheetCell{4, 0}));
+    EXPECT_EQ(CursorAfterKey(Qt::Key_Left, {2, 0}, sheet), (CSheetCell{0, 0}));
+}
+
 } // namespace
 } // namespace velmor

@@ -34,6 +34,7 @@
 #include "scene/paper/Onion.h"
 #include "scene/preview/ScenePreview.h"
 #include "scene/preview/Scrubbing.h"
+#include "scene/sheet/SheetDisplay.h"
 #include "views/camera/CameraView.h"
 #include "views/cel/CelView.h"
 #include "views/cel/PieceClipboard.h"
@@ -366,6 +367,30 @@ bool PushesWhatFollows(const Target& target) {
 void TogglePushing(Target& target) {
     target.doc.Timing().SetWhatFollows(PushesWhatFollows(target) ? Following::Eat : Following::Push);
 }
+template<int By>
+bool CanZoomSheet(const Target& target) {
+    const int zoom = target.doc.SheetDisplay().Zoom() + By;
+    return zoom >= 0 && zoom <= CSheetDisplay::mostZoom;
+}
+template<int By>
+void ZoomSheet(Target& target) {
+    target.doc.SheetDisplay().SetZoom(target.doc.SheetDisplay().Zoom() + By);
+}
+bool AreSelectedFolded(const Target& target) {
+    const std::optional<CXSheetSelection> selected = SelectedCells(target.doc.Model());
+    return selected && target.doc.SheetDisplay().AreFolded(selected->firstLevel, selected->lastLevel);
+}
+void FoldSelected(Target& target) {
+    if (const std::optional<CXSheetSelection> selected = SelectedCells(target.doc.Model()))
+        target.doc.SheetDisplay().Fold(selected->firstLevel, selected->lastLevel, !AreSelectedFolded(target));
+}
+// By one place, to the left for -1.
+template<int By>
+bool CanMoveLevels(const Target& target) {
+    const std::optional<CXSheetSelection> selected = SelectedCells(target.doc.Model());
+    return selected && selected->firstLevel + By >= 0 &&
+           selected->lastLevel + By < target.doc.Model().Scene().xsheet.LevelCount();
+}
 void EditFirstSelected(Target& target) {
     // A copy: editing may change the selection.
     const std::string name = target.doc.Model().sourceSelection.front();
@@ -669,6 +694,33 @@ constexpr CCommand commands[] = {
     {CommandId::XsheetMouths, "&Mouths from Dialogue...", "mouths", "",
      "Fills a level with the mouths of what is spoken, by a chart of your own", "Mouths from Dialogue", HasDialogue,
      nullptr, Do<&CVelmorltDoc::Dialogue, &CDialogueOperations::AskAndFillMouths>, sheet},
+
+    {CommandId::LevelMoveLeft, "Move &Left", "level-left", "", "Moves the selected levels by one place to the left",
+     "Move Level Left", CanMoveLevels<-1>, nullptr, Do<&CVelmorltDoc::XSheet, &CXSheetOperations::MoveLevelsLeft>,
+     sheet},
+    {CommandId::LevelMoveRight, "Move &Right", "level-right", "",
+     "Moves the selected levels by one place to the right", "Move Level Right", CanMoveLevels<1>, nullptr,
+     Do<&CVelmorltDoc::XSheet, &CXSheetOperations::MoveLevelsRight>, sheet},
+    {CommandId::LevelFold, "&Fold", "", "", "Shows the selected levels as strips, or as columns again", "Fold Levels",
+     HasScene, AreSelectedFolded, FoldSelected, sheet},
+    {CommandId::LevelUnfoldAll, "&Unfold All", "", "", "Shows all levels as columns again", "Unfold All Levels",
+     [](const Target& target) { return target.doc.SheetDisplay().Folded().any(); }, nullptr,
+     Do<&CVelmorltDoc::SheetDisplay, &CSheetDisplay::UnfoldAll>, sheet},
+    {CommandId::SheetZoomIn, "Zoom &In", "zoom-in", "", "Makes the cells of the xsheet larger, with pictures in them",
+     "Zoom In on the XSheet", CanZoomSheet<1>, nullptr, ZoomSheet<1>, sheet},
+    {CommandId::SheetZoomOut, "Zoom &Out", "zoom-out", "", "Makes the cells of the xsheet smaller",
+     "Zoom Out of the XSheet", CanZoomSheet<-1>, nullptr, ZoomSheet<-1>, sheet},
+    {CommandId::SheetFolderColors, "&Colors by Folder", "", "", "Gives cells the color of their folder",
+     "Colors by Folder", Always, [](const Target& target) { return target.doc.SheetDisplay().ColorsFolders(); },
+     [](Target& target) { target.doc.SheetDisplay().ColorFolders(!target.doc.SheetDisplay().ColorsFolders()); },
+     sheet},
+    {CommandId::SheetHoldLines, "&Holds as Lines", "", "", "Draws held cels as lines in place of ditto marks",
+     "Holds as Lines", Always, [](const Target& target) { return target.doc.SheetDisplay().DrawsHolds(); },
+     [](Target& target) { target.doc.SheetDisplay().DrawHolds(!target.doc.SheetDisplay().DrawsHolds()); }, sheet},
+    {CommandId::SheetOtherScene, "Other &Scene Beside", "", "",
+     "Shows the xsheet of another scene beside the xsheet, to copy cels from", "Other Scene", Always,
+     [](const Target& target) { return target.frame.XsheetPane().ShowsOtherSheet(); },
+     [](Target& target) { target.frame.XsheetPane().ToggleOtherSheet(); }, sheet},
 
     // Cel
     {CommandId::CelZoomIn, "Zoom &In\tCTRL +", "zoom-in", "Ctrl++; Ctrl+=", "Zooms One Level In", "Zoom In",

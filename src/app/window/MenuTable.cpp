@@ -52,9 +52,13 @@ constexpr CommandId exposureMenu[] = {
 // What the status bar says of typed drawings, to be chosen there.
 constexpr CommandId typedExposureMenu[] = {CelNewOnOnes, CelNewOnTwos, CelNewOnThrees, Separator, ExposurePush};
 constexpr CMenu typedExposures{"Typed Exposures", typedExposureMenu};
+constexpr CommandId levelsMenu[] = {LevelMoveLeft, LevelMoveRight, Separator, LevelFold, LevelUnfoldAll};
 constexpr CommandId xsheetSoundMenu[] = {XsheetSoundEarlier, XsheetSoundLater,     XsheetSoundShape, Separator,
                                          XsheetDialogue,     XsheetImportDialogue, Separator,        XsheetMouths};
-constexpr CMenu xsheetSubmenus[] = {{"E&xposure", exposureMenu}, {"Sou&nd and Dialogue", xsheetSoundMenu}};
+constexpr CMenu xsheetSubmenus[] = {
+    {"E&xposure", exposureMenu}, {"Le&vels", levelsMenu}, {"Sou&nd and Dialogue", xsheetSoundMenu}};
+constexpr CMenu cellSubmenus[] = {{"E&xposure", exposureMenu}};
+constexpr CMenu levelSubmenus[] = {{"Le&vels", levelsMenu}};
 constexpr CommandId celMenu[] = {CelZoomIn,       CelZoomOut,   CelZoomOneToOne, CelPan,    Separator,
                                  CelUpdateCamera, Separator,    CelSettings,     Separator, CelFit,
                                  Separator,       CelBucket,    CelPen,          CelEraser, CelLineBrush,
@@ -134,6 +138,9 @@ constexpr CommandId viewMenu[] = {
     ViewCameraAndXsheet, ViewCamera, ViewXsheet,          ViewCelEditor,   Separator,    ViewToolBar,
     ViewStatusBar,       Separator,  ViewCameraTools,     ViewXsheetTools, ViewCelTools, ViewColors,
     ViewBrushes,         Separator,  ViewAssetThumbnails, ViewSoundWaves,  Separator,    ViewAppearance};
+constexpr CommandId sheetViewMenu[] = {SheetZoomIn,       SheetZoomOut,   Separator,
+                                       SheetFolderColors, SheetHoldLines, SheetOtherScene};
+constexpr CMenu viewSubmenus[] = {{"XSheet at a &Glance", sheetViewMenu}};
 constexpr CommandId helpMenu[] = {HelpManual, Separator, HelpAbout, Separator, HelpDemonstration};
 
 constexpr CMenu menus[] = {{"&File", fileMenu},       {"&Edit", editMenu},           {"&Assets", assetsMenu},
@@ -234,7 +241,11 @@ std::span<const CMenu> SubmenusOf(const CMenu& menu) {
     if (menu.commands.data() == cameraMenu)
         return cameraSubmenus;
     if (menu.commands.data() == sheetCellMenu)
-        return std::span(xsheetSubmenus).first(1); // what the current cel has to do with
+        return cellSubmenus;
+    if (menu.commands.data() == sheetLevelMenu)
+        return levelSubmenus;
+    if (menu.commands.data() == viewMenu)
+        return viewSubmenus;
     if (menu.commands.data() == animationMenu)
         return animationSubmenus;
     return {};

@@ -27,7 +27,8 @@ QRect RectOf(const CSheetGrip& grip, const CXSheetGeometry& geometry) {
     const QPoint end = EndOf(grip.cells, geometry);
     if (grip.kind == GripKind::Fill)
         return {end.x() - fillSize + 1, end.y() - fillSize + 2, fillSize, fillSize};
-    return {end.x() - (geometry.levelWidth + edgeWidth) / 2, end.y() - edgeHeight / 2 - 1, edgeWidth, edgeHeight};
+    return {end.x() - (geometry.WidthOf(grip.cells.lastLevel) + edgeWidth) / 2, end.y() - edgeHeight / 2 - 1,
+            edgeWidth, edgeHeight};
 }
 
 QRect Around(const QRect& rect, int distance) {
@@ -63,6 +64,8 @@ std::optional<CSheetGrip> GripNear(const CSceneModel& model, const CXSheetGeomet
     std::optional<CSheetGrip> nearest;
     for (const CSheetGrip& grip : Grips(model)) {
         const QRect rect = RectOf(grip, geometry);
+        if (geometry.IsFolded(grip.cells.lastLevel))
+            continue;
         const bool isNearer = !nearest || DistanceTo(rect, point) < DistanceTo(RectOf(*nearest, geometry), point);
         if (isNearer && Around(rect, seenFrom).contains(point) && geometry.GridArea().intersects(rect))
             nearest = grip;

@@ -17,7 +17,10 @@ int DividedUp(int length, int unit) {
 } // namespace
 
 int CXSheetGeometry::VisibleLevels() const {
-    return std::max(0, (client.width() - frameColumnWidth - cameraColumnWidth) / levelWidth);
+    int visible = 0;
+    for (int width = WidthOf(firstLevel); width <= LevelsRoom(); width += WidthOf(firstLevel + visible))
+        ++visible;
+    return visible;
 }
 
 int CXSheetGeometry::VisibleFrames() const {
@@ -25,7 +28,11 @@ int CXSheetGeometry::VisibleFrames() const {
 }
 
 int CXSheetGeometry::MostFirstLevel() const {
-    return std::max(0, levelCount - VisibleLevels());
+    int first = levelCount;
+    int width = 0;
+    while (first > 0 && width + WidthOf(first - 1) <= LevelsRoom())
+        width += WidthOf(--first);
+    return first;
 }
 
 int CXSheetGeometry::MostFirstFrame() const {
@@ -40,16 +47,35 @@ void CXSheetGeometry::ClampScroll() {
 
 CXSheetGeometry CXSheetGeometry::Showing(CSheetCell cell) const {
     CXSheetGeometry shown = *this;
-    const int levels = std::max(1, VisibleLevels());
     const int frames = std::max(1, VisibleFrames());
-    shown.firstLevel = std::clamp(firstLevel, cell.level - levels + 1, cell.level);
+    shown.firstLevel = std::min(firstLevel, cell.level);
+    while (shown.firstLevel < cell.level && shown.ColumnX(cell.level + 1) - frameColumnWidth > LevelsRoom())
+        ++shown.firstLevel;
     shown.firstFrame = std::clamp(firstFrame, cell.frame - frames + 1, cell.frame);
     shown.ClampScroll();
     return shown;
 }
 
+int CXSheetGeometry::ColumnX(int level) const {
+    int x = frameColumnWidth;
+    for (int passed = firstLevel; passed < level; ++passed)
+        x += WidthOf(passed);
+    for (int passed = level; passed < firstLevel; ++passed)
+        x -= WidthOf(passed);
+    return x;
+}
+
+int CXSheetGeometry::LevelAtX(int x) const {
+    if (x < frameColumnWidth)
+        return (x - frameColumnWidth) / levelWidth + firstLevel;
+    int level = firstLevel;
+    for (int end = frameColumnWidth + WidthOf(level); level < levelCount && x >= end; end += WidthOf(level))
+        ++level;
+    return level;
+}
+
 int CXSheetGeometry::XToLevel(int x) const {
-    return std::max(0, std::min((x - frameColumnWidth) / levelWidth + firstLevel, levelCount - 1));
+    return std::max(0, std::min(LevelAtX(x), levelCount - 1));
 }
 
 int CXSheetGeometry::YToFrame(int y) const {
@@ -57,7 +83,7 @@ int CXSheetGeometry::YToFrame(int y) const {
 }
 
 std::optional<CSheetCell> CXSheetGeometry::DropTarget(QPoint point) const {
-    const int level = (point.x() - frameColumnWidth) / levelWidth + firstLevel;
+    const int level = LevelAtX(point.x());
     const std::optional<int> frame = DropFrame(point.y());
     if (!frame || level < 0 || level >= levelCount)
         return std::nullopt;
@@ -72,11 +98,11 @@ std::optional<int> CXSheetGeometry::DropFrame(int y) const {
 std::optional<CHeaderHit> CXSheetGeometry::HeaderButtonAt(int x) const {
     const int cameraX = client.width() - cameraColumnWidth;
     if (x > frameColumnWidth && x < cameraX) {
-        const int column = (x - frameColumnWidth) / levelWidth;
-        const int button = (x - column * levelWidth - frameColumnWidth) / buttonSize;
-        if (firstLevel + column >= levelCount || button > static_cast<int>(HeaderButton::Move))
+        const int level = LevelAtX(x);
+        const int button = (x - ColumnX(level)) / buttonSize;
+        if (level >= levelCount || IsFolded(level) || button > static_cast<int>(HeaderButton::Move))
             return std::nullopt;
-        return CHeaderHit{static_cast<HeaderButton>(button), firstLevel + column};
+        return CHeaderHit{static_cast<HeaderButton>(button), level};
     }
     if (levelCount > 0 && x > cameraX && x < client.width() - soundWidth && (x - cameraX) / buttonSize == 0)
         return CHeaderHit{HeaderButton::Camera, 0};
@@ -84,7 +110,7 @@ std::optional<CHeaderHit> CXSheetGeometry::HeaderButtonAt(int x) const {
 }
 
 std::optional<int> CXSheetGeometry::LevelAt(QPoint point) const {
-    const int level = (point.x() - frameColumnWidth) / levelWidth + firstLevel;
+    const int level = LevelAtX(point.x());
     const bool seen = point.x() >= frameColumnWidth && point.x() < client.width() - cameraColumnWidth &&
                       point.y() >= 0 && point.y() < client.height();
     return seen && level < levelCount ? std::optional(level) : std::nullopt;
@@ -129,8 +155,10 @@ QRect CXSheetGeometry::SoundRect(int frame) const {
 }
 
 int CXSheetGeometry::EndLevel() const {
-    return std::clamp(firstLevel + DividedUp(GridArea().width(), levelWidth), firstLevel,
-                      std::max(firstLevel, levelCount));
+    int end = firstLevel;
+    for (int x = 0; end < levelCount && x < GridArea().width(); ++end)
+        x += WidthOf(end);
+    return end;
 }
 
 int CXSheetGeometry::EndFrame() const {

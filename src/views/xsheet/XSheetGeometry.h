@@ -1,10 +1,12 @@
 #pragma once
 
 #include "xsheet/SheetCell.h"
+#include "xsheet/XSheet.h"
 
 #include <QPoint>
 #include <QRect>
 #include <QSize>
+#include <bitset>
 #include <optional>
 
 namespace velmor {
@@ -25,9 +27,9 @@ struct CHeaderHit {
 struct CXSheetGeometry {
     static constexpr int frameColumnWidth = 30;
     static constexpr int headerHeight = 40;
-    static constexpr int buttonSize = 20; ///< also the height of either header row
-    static constexpr int levelWidth = 80;
-    static constexpr int rowHeight = 20;
+    static constexpr int buttonSize = 20;  ///< also the height of either header row
+    static constexpr int foldedWidth = 18; ///< of a level that is folded
+    static constexpr int textHeight = 20;  ///< of the line of text in a cell that has a picture below it
     static constexpr int cameraColumnWidth = 140;
     static constexpr int soundWidth = 60; ///< the right part of the camera column
 
@@ -36,6 +38,15 @@ struct CXSheetGeometry {
     int frameCount = 0;
     int firstLevel = 0; ///< the scroll positions
     int firstFrame = 0;
+    // How large cells are shown.
+    int levelWidth = 80;
+    int rowHeight = 20;
+    std::bitset<CXSheet::mostLevelsInFile> folded; ///< levels that are no more than a strip
+
+    bool IsFolded(int level) const {
+        return level >= 0 && level < CXSheet::mostLevelsInFile && folded[static_cast<std::size_t>(level)];
+    }
+    int WidthOf(int level) const { return IsFolded(level) ? foldedWidth : levelWidth; }
 
     // Whole columns and rows on the client area.
     int VisibleLevels() const;
@@ -71,10 +82,14 @@ struct CXSheetGeometry {
 
     QRect GridArea() const;
     QRect CameraColumn() const; ///< header included
-    int ColumnX(int level) const { return frameColumnWidth + levelWidth * (level - firstLevel); }
+    int ColumnX(int level) const;
     int RowY(int frame) const { return headerHeight + rowHeight * (frame - firstFrame); }
-    QRect CellRect(CSheetCell cell) const { return {ColumnX(cell.level), RowY(cell.frame), levelWidth, rowHeight}; }
-    QRect LevelHeaderRect(int level) const { return {ColumnX(level), 0, levelWidth, headerHeight}; }
+    QRect CellRect(CSheetCell cell) const {
+        return {ColumnX(cell.level), RowY(cell.frame), WidthOf(cell.level), rowHeight};
+    }
+    /// Where the picture of a cell goes, below its text; empty in low rows.
+    static QRect PictureRect(const QRect& cell) { return cell.adjusted(4, textHeight, -4, -4); }
+    QRect LevelHeaderRect(int level) const { return {ColumnX(level), 0, WidthOf(level), headerHeight}; }
     QRect ButtonRect(const CHeaderHit& hit) const;
     QRect FrameNumberRect(int frame) const { return {0, RowY(frame), frameColumnWidth, rowHeight}; }
     QRect CameraRect(int frame) const;
@@ -89,6 +104,11 @@ struct CXSheetGeometry {
     QPoint DropScroll(QPoint point) const;
 
     bool operator==(const CXSheetGeometry&) const = default;
+
+private:
+    int LevelsRoom() const { return client.width() - frameColumnWidth - cameraColumnWidth; }
+    /// The level of a column, which need not be there.
+    int LevelAtX(int x) const;
 };
 
 } // namespace velmor

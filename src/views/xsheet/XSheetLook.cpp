@@ -115,6 +115,13 @@ CXSheetLook LookAt(const CSceneModel& model, const CXSheetSounds& sounds, const 
     return look;
 }
 
+QRect TargetRect(const CXSheetGeometry& geometry, int level) {
+    constexpr int width = 4;
+    const int x = std::clamp(geometry.ColumnX(level) - width / 2, geometry.GridArea().left(),
+                             std::max(geometry.GridArea().left(), geometry.GridArea().right() + 1 - width));
+    return {x, 0, width, geometry.client.height()};
+}
+
 QRect RectOf(const CXSheetGeometry& geometry, const CDropMark& mark) {
     const int bottom = geometry.RowY(mark.start.frame + mark.frames) - 1;
     QRect rect = mark.sound ? geometry.SoundRect(mark.start.frame) : geometry.CellRect(mark.start);
@@ -141,6 +148,16 @@ QRegion ChangedPointer(const CXSheetGeometry& geometry, const CPointerLook& befo
             if (grip)
                 changed += grip->rect;
     }
+    return changed;
+}
+
+QRegion ChangedTarget(const CXSheetGeometry& geometry, const CPointerLook& before, const CPointerLook& after) {
+    QRegion changed;
+    if (before.levelTarget == after.levelTarget)
+        return changed;
+    for (const std::optional<int>& level : {before.levelTarget, after.levelTarget})
+        if (level)
+            changed += TargetRect(geometry, *level);
     return changed;
 }
 
@@ -197,6 +214,7 @@ QRegion Difference(const CXSheetLook& before, const CXSheetLook& after) {
         return QRect({0, 0}, after.geometry.client);
     return ChangedHeader(before, after) + ChangedRows(before, after) +
            ChangedPointer(after.geometry, before.pointer, after.pointer) +
+           ChangedTarget(after.geometry, before.pointer, after.pointer) +
            ChangedEntry(after.geometry, before.entry, after.entry);
 }
 

@@ -4,6 +4,7 @@
 #include "views/xsheet/XSheetGeometry.h"
 #include "xsheet/CameraTrack.h"
 
+#include <QPixmap>
 #include <QRegion>
 #include <functional>
 #include <optional>
@@ -18,6 +19,16 @@ struct CSceneModel;
 
 enum class CellFill { Plain, Selected, Cursor };
 
+/// A held cell as a part of a line.
+enum class HoldLine { None, Through, End };
+
+/// A picture in a cell; the same as long as nobody has painted it anew.
+struct CCellPicture {
+    QPixmap pixmap;
+
+    bool operator==(const CCellPicture& other) const { return pixmap.cacheKey() == other.pixmap.cacheKey(); }
+};
+
 /// What one cell shows.
 struct CCellLook {
     std::string text;
@@ -26,7 +37,10 @@ struct CCellLook {
     bool missing = false; ///< its image could not be read when it was put there
     bool blurred = false;
     bool transparent = false;
-    bool outcome = false; ///< it is not so yet: an edit would make it so
+    bool outcome = false;           ///< it is not so yet: an edit would make it so
+    int hue = -1;                   ///< of its folder, 0 to 359; below 0 for none
+    HoldLine hold = HoldLine::None; ///< in place of the ditto mark
+    CCellPicture picture = {};
 
     bool operator==(const CCellLook&) const = default;
 };
@@ -94,6 +108,7 @@ struct CPointerLook {
     bool pressed = false;          ///< and it is down
     std::optional<CDropMark> drop;
     std::optional<CGripLook> grip = {};
+    std::optional<int> levelTarget = {}; ///< the level in front of which those that are dragged would be put
 
     bool operator==(const CPointerLook&) const = default;
 };
@@ -127,6 +142,8 @@ struct CPlayLook {
 CXSheetLook LookAt(const CSceneModel& model, const CXSheetSounds& sounds, const CXSheetGeometry& geometry,
                    const CPointerLook& pointer, const CPlayLook& play = {}, const CScene* outcome = nullptr);
 
+/// The bar where levels that are dragged would be put: in front of a level.
+QRect TargetRect(const CXSheetGeometry& geometry, int level);
 /// The part of the client area that a drop mark covers.
 QRect RectOf(const CXSheetGeometry& geometry, const CDropMark& mark);
 

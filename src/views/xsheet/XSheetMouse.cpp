@@ -124,14 +124,26 @@ void MoveCursor(CVelmorltDoc& doc, CSheetCell cell, bool extend) {
     doc.Cursor().SetCursorY(cell.frame);
 }
 
+namespace {
+
+// The nearest level in a direction that is not folded, or the one itself.
+int Beside(const CXSheetGeometry& geometry, int level, int by) {
+    for (int next = level + by; next >= 0 && next < geometry.levelCount; next += by)
+        if (!geometry.IsFolded(next))
+            return next;
+    return level;
+}
+
+} // namespace
+
 std::optional<CSheetCell> CursorAfterKey(int key, CSheetCell cursor, const CXSheetGeometry& geometry) {
     const int page = std::max(1, geometry.VisibleFrames() - 1);
     switch (key) {
     case Qt::Key_Left:
-        --cursor.level;
+        cursor.level = Beside(geometry, cursor.level, -1);
         break;
     case Qt::Key_Right:
-        ++cursor.level;
+        cursor.level = Beside(geometry, cursor.level, 1);
         break;
     case Qt::Key_Up:
         --cursor.frame;

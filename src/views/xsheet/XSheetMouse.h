@@ -46,8 +46,8 @@ void SelectForMenu(CVelmorltDoc& doc, const CXSheetGeometry& geometry, QPoint po
 /// Selects one cell and puts the cursor there; with `extend` the selection's corner at the cursor moves along
 /// instead and the opposite one stays.
 void MoveCursor(CVelmorltDoc& doc, CSheetCell cell, bool extend);
-/// Where a key takes the cursor: arrows, page up and down, home and end (the first and last frame); nothing for
-/// any other key.
+/// Where a key takes the cursor: arrows, which pass folded levels by, page up and down, home and end (the first and
+/// last frame); nothing for any other key.
 std::optional<CSheetCell> CursorAfterKey(int key, CSheetCell cursor, const CXSheetGeometry& geometry);
 
 } // namespace velmor

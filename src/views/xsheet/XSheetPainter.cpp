@@ -62,6 +62,8 @@ void CXSheetPainter::Paint(const QRegion& region) {
     const QRect header(0, 0, m_geometry.client.width(), m_geometry.headerHeight);
     if (region.intersects(header))
         PaintHeader(region & header);
+    if (m_look.pointer.levelTarget)
+        m_painter.fillRect(TargetRect(m_geometry, *m_look.pointer.levelTarget), m_style.dropColor);
 }
 
 void CXSheetPainter::PaintBackground(const QRegion& region) {
@@ -98,7 +100,9 @@ void CXSheetPainter::PaintCells(const QRegion& region) {
                 continue;
             if (cell.fill == CellFill::Cursor && m_look.focused)
                 PaintCursorFrame(rect.adjusted(0, 0, -1, -1));
-            if (!cell.text.empty())
+            if (m_geometry.IsFolded(m_geometry.firstLevel + static_cast<int>(column)))
+                PaintFoldedCell(cell, rect);
+            else if (!cell.text.empty())
                 PaintCell(cell, rect);
         }
     }
@@ -109,11 +113,13 @@ void CXSheetPainter::PaintCells(const QRegion& region) {
     m_painter.restore();
 }
 
-// What would be is seen through a veil of the accent.
+// A folder's colour tints the ground of its cells. What would be is seen through a veil of the accent.
 QColor CXSheetPainter::FillOf(const CCellLook& cell) const {
-    const QColor fill = cell.fill == CellFill::Cursor     ? m_style.cursorFill
-                        : cell.fill == CellFill::Selected ? m_style.selectedFill
-                                                          : m_style.plainFill;
+    QColor fill = cell.fill == CellFill::Cursor     ? m_style.cursorFill
+                  : cell.fill == CellFill::Selected ? m_style.selectedFill
+                                                    : m_style.plainFill;
+    if (cell.hue >= 0 && cell.fill != CellFill::Cursor)
+        fill = Mixed(fill, QColor::fromHsl(cell.hue, 200, 128), cell.fill == CellFill::Plain ? 0.3 : 0.15);
     return cell.outcome ? Mixed(fill, m_style.accent, 0.2) : fill;
 }
 
@@ -145,7 +151,8 @@ void CXSheetPainter::PaintGrid(const QRegion& visible) {
         for (std::size_t column = 0; column < m_look.levels.size(); ++column) {
             const CCellLook& cell = m_look.CellAt(row, column);
             const QRect rect = CellRect(row, column);
-            if ((cell.fill != CellFill::Plain || cell.outcome) && visible.intersects(rect))
+            const bool isPlain = cell.fill == CellFill::Plain && !cell.outcome && cell.hue < 0;
+            if (!isPlain && visible.intersects(rect))
                 m_painter.fillRect(rect, FillOf(cell));
         }
     }
@@ -164,7 +171,46 @@ void CXSheetPainter::PaintCursorFrame(const QRect& rect) {
     m_painter.drawRect(rect.adjusted(0, 0, -1, -1));
 }
 
-void CXSheetPainter::PaintCell(const CCellLook& cell, const QRect& rect) {
+// That something is exposed, and where another drawing begins.
+void CXSheetPainter::PaintFoldedCell(const CCellLook& cell, const QRect& rect) {
+    if (cell.text.empty())
+        return;
+    const QColor color = cell.missing ? m_style.missingText : Mixed(FillOf(cell), m_style.text, 0.55);
+    m_painter.fillRect(rect.adjusted(rect.width() / 3, cell.held ? 0 : 3, -rect.width() / 3, 0), color);
+}
+
+void CXSheetPainter::PaintHoldLine(HoldLine line, const QRect& rect, const QColor& color) {
+    constexpr int width = 2;
+    const int x = rect.center().x();
+    const int end = line == HoldLine::End ? rect.bottom() - 4 : rect.bottom() + 1;
+    m_painter.fillRect(x, rect.y() - 1, width, end - rect.y() + 1, color);
+    if (line == HoldLine::End)
+        m_painter.fillRect(x - 4, end, 8 + width, width, color);
+}
+
+void CXSheetPainter::PaintPicture(const QPixmap& picture, const QRect& room) {
+    if (picture.isNull() || room.height() < 1 || room.width() < 1)
+        return;
+    QSize size = picture.deviceIndependentSize().toSize();
+    if (size.width() > room.width() || size.height() > room.height())
+        size = size.scaled(room.size(), Qt::KeepAspectRatio).expandedTo({1, 1});
+    QRect place({}, size);
+    place.moveCenter(room.center());
+    m_painter.save();
+    m_painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    m_painter.drawPixmap(place, picture);
+    m_painter.restore();
+}
+
+void CXSheetPainter::PaintCell(const CCellLook& cell, const QRect& whole) {
+    const QColor line = cell.missing ? m_style.missingText : m_style.fadedText;
+    if (cell.hold != HoldLine::None)
+        PaintHoldLine(cell.hold, whole, cell.outcome ? Mixed(line, FillOf(cell), 0.35) : line);
+    QRect rect = whole;
+    if (whole.height() > m_geometry.textHeight && !cell.held) {
+        rect.setHeight(m_geometry.textHeight);
+        PaintPicture(cell.picture.pixmap, m_geometry.PictureRect(whole));
+    }
     QRect inner = rect.adjusted(margin, 0, -margin + 1, -1);
     const int markY = rect.y() + (rect.height() - CXSheetStyle::markSize) / 2;
     for (const auto& [shown, mark] :
@@ -174,6 +220,8 @@ void CXSheetPainter::PaintCell(const CCellLook& cell, const QRect& rect) {
         m_painter.drawPixmap(inner.right() + 1 - CXSheetStyle::markSize, markY, *mark);
         inner.setRight(inner.right() - CXSheetStyle::markSize - 1);
     }
+    if (cell.hold != HoldLine::None)
+        return;
     const QColor text = cell.missing ? m_style.missingText : cell.held ? m_style.fadedText : m_style.text;
     m_painter.setPen(cell.outcome ? Mixed(text, FillOf(cell), 0.35) : text);
     const bool fits = m_style.cellTexts.WidthOf(cell.text) <= inner.width();
@@ -320,7 +368,9 @@ void CXSheetPainter::PaintHeader(const QRegion& region) {
     for (std::size_t column = 0; column < m_look.levels.size(); ++column) {
         const int x = m_geometry.ColumnX(m_geometry.firstLevel + static_cast<int>(column));
         if (m_look.levels[column].moves)
-            PaintMoveBar(x, std::min(m_geometry.levelWidth, m_geometry.CameraColumn().x() - x),
+            PaintMoveBar(x,
+                         std::min(m_look.geometry.WidthOf(m_geometry.firstLevel + static_cast<int>(column)),
+                                  m_geometry.CameraColumn().x() - x),
                          m_style.movingLevel);
     }
 }
@@ -329,7 +379,21 @@ void CXSheetPainter::PaintMoveBar(int x, int width, const QColor& color) {
     m_painter.fillRect(x, m_geometry.headerHeight - 3, width - 1, 3, color);
 }
 
+void CXSheetPainter::PaintFoldedHeader(const CLevelLook& level, int number, const QRect& rect) {
+    if (level.current)
+        m_painter.fillRect(rect, m_style.currentHeader);
+    m_painter.fillRect(rect.right(), rect.y(), 1, rect.height(), m_style.headerLine);
+    m_painter.setPen(m_style.fadedHeaderText);
+    DrawText(m_painter, m_style.smallTexts, std::to_string(number + 1),
+             {rect.x(), 0, rect.width() - 1, m_geometry.buttonSize}, Qt::AlignHCenter);
+    m_painter.setPen(m_style.headerText);
+    DrawText(m_painter, m_style.levelNames, "\u203a",
+             {rect.x(), m_geometry.buttonSize, rect.width() - 1, m_geometry.buttonSize - 2}, Qt::AlignHCenter);
+}
+
 void CXSheetPainter::PaintLevelHeader(const CLevelLook& level, int number, const QRect& rect) {
+    if (m_geometry.IsFolded(number))
+        return PaintFoldedHeader(level, number, rect);
     if (level.current)
         m_painter.fillRect(rect, m_style.currentHeader);
     m_painter.fillRect(rect.right(), rect.y(), 1, rect.height(), m_style.headerLine);

@@ -23,6 +23,9 @@ private:
     void PaintGrid(const QRegion& visible);
     void PaintCursorFrame(const QRect& rect);
     void PaintCell(const CCellLook& cell, const QRect& rect);
+    void PaintFoldedCell(const CCellLook& cell, const QRect& rect);
+    void PaintHoldLine(HoldLine line, const QRect& rect, const QColor& color);
+    void PaintPicture(const QPixmap& picture, const QRect& room);
     void PaintEntry(const CEntryLook& entry);
     void PaintGrip(const CGripLook& grip);
     QColor FillOf(const CCellLook& cell) const;
@@ -34,6 +37,7 @@ private:
     void PaintWave(const std::vector<CPeak>& wave, const QRect& bar, int top);
     void PaintDropMark();
     void PaintHeader(const QRegion& region);
+    void PaintFoldedHeader(const CLevelLook& level, int number, const QRect& rect);
     void PaintLevelHeader(const CLevelLook& level, int number, const QRect& rect);
     void PaintCameraHeader();
     void PaintButton(const CHeaderHit& hit, bool on, bool enabled);

@@ -99,6 +99,10 @@ QString ButtonToolTip(const CSceneModel& model, const CHeaderHit& hit) {
     }
 }
 
+QString FoldedToolTip(const CSceneModel& model, int level) {
+    return LevelTitle(model, level) + "<br>Folded: a click on the number opens it";
+}
+
 QString CameraToolTip(const CSceneModel& model, int frame) {
     const CCameraFrame& camera = model.Scene().camera.At(frame);
     return QString("<b>Camera</b>") + Dot() + QString("frame %1").arg(frame + 1) + "<br>Pan " +

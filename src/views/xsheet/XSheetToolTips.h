@@ -14,6 +14,8 @@ class CXSheetSounds;
 /// What the asset of a used cell is, where it stands and how it is placed, as rich text. `thumbnail` may be null.
 QString CellToolTip(const CSceneModel& model, CSheetCell place, const QPixmap& thumbnail);
 QString ButtonToolTip(const CSceneModel& model, const CHeaderHit& hit);
+/// Which level it is, and how it is opened.
+QString FoldedToolTip(const CSceneModel& model, int level);
 /// The camera's values of a frame.
 QString CameraToolTip(const CSceneModel& model, int frame);
 /// The sound that is heard at a frame, or starts there, and what is spoken; empty when there is neither.

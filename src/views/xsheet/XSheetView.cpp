@@ -10,6 +10,7 @@
 #include "scene/exposing/SheetTiming.h"
 #include "scene/preview/ScenePreview.h"
 #include "scene/preview/Scrubbing.h"
+#include "scene/sheet/SheetDisplay.h"
 #include "views/source/SourceView.h"
 #include "views/xsheet/XSheetPainter.h"
 #include "views/xsheet/XSheetStyle.h"
@@ -37,6 +38,10 @@ constexpr int wheelStep = 120; ///< of angle delta for one notch
 constexpr UpdateHint shownHints =
     UpdateHint::CameraRedraw | UpdateHint::Cells | UpdateHint::Levels | UpdateHint::AssetLists;
 
+/// Of a cell, by the zoom of the sheet. The pictures of a frame of 4:3 fit.
+constexpr std::array<QSize, CSheetDisplay::mostZoom + 1> cellSizes = {QSize(80, 20), QSize(80, 48), QSize(80, 74),
+                                                                      QSize(124, 108)};
+
 } // namespace
 
 CXSheetView::CXSheetView(CVelmorltDoc& doc, IPrompter&, QWidget* parent)
@@ -45,7 +50,9 @@ CXSheetView::CXSheetView(CVelmorltDoc& doc, IPrompter&, QWidget* parent)
       m_waves([this] { Refresh(); }),
       m_mouse(doc),
       m_grip(doc),
+      m_levelDrag(doc),
       m_thumbnails(qGuiApp->devicePixelRatio()),
+      m_pictures(qGuiApp->devicePixelRatio(), [this] { Refresh(); }),
       m_typing(doc, *this, m_thumbnails) {
     setObjectName("xsheet");
     setAccessibleName("XSheet");
@@ -71,6 +78,7 @@ void CXSheetView::OnUpdate(UpdateHint hint) {
         return;
     const CSceneModel& model = m_doc.Model();
     m_sounds.Update(model, Holds(hint, UpdateHint::AssetLists));
+    m_pictures.Recheck();
     m_typing.Follow();
     SetScrolls();
     const std::string scene = model.databaseFolder + model.sceneName;
@@ -82,16 +90,37 @@ void CXSheetView::OnUpdate(UpdateHint hint) {
     Refresh();
 }
 
+bool CXSheetView::SetCellSizes() {
+    const QSize cell = cellSizes[static_cast<std::size_t>(m_doc.SheetDisplay().Zoom())];
+    const bool isZoomed = cell.height() != m_geometry.rowHeight;
+    m_geometry.levelWidth = cell.width();
+    m_geometry.rowHeight = cell.height();
+    m_geometry.folded = m_doc.SheetDisplay().Folded();
+    m_pictures.SetSize(m_geometry.PictureRect({{0, 0}, cell}).size());
+    if (isZoomed)
+        m_geometry = m_geometry.Showing(m_shownCursor);
+    return isZoomed;
+}
+
+void CXSheetView::ZoomAt(int y, int by) {
+    const int frame = m_geometry.YToFrame(y);
+    m_doc.SheetDisplay().SetZoom(m_doc.SheetDisplay().Zoom() + by);
+    ScrollTo(m_geometry.firstLevel, frame - std::max(0, y - m_geometry.headerHeight) / m_geometry.rowHeight);
+}
+
 void CXSheetView::SetScrolls() {
     const CSceneModel& model = m_doc.Model();
     m_geometry.client = viewport()->size();
     m_geometry.levelCount = model.sceneOpen ? model.Scene().xsheet.LevelCount() : 0;
     m_geometry.frameCount = model.sceneOpen ? model.Scene().xsheet.FrameCount() : 0;
+    const bool isZoomed = SetCellSizes();
     // A bar that clamps its value scrolls by itself.
     verticalScrollBar()->setPageStep(std::max(1, m_geometry.VisibleFrames()));
     verticalScrollBar()->setRange(0, m_geometry.MostFirstFrame());
     horizontalScrollBar()->setPageStep(std::max(1, m_geometry.VisibleLevels()));
     horizontalScrollBar()->setRange(0, m_geometry.MostFirstLevel());
+    if (isZoomed)
+        ScrollTo(m_geometry.firstLevel, m_geometry.firstFrame);
 }
 
 void CXSheetView::ScrollTo(int firstLevel, int firstFrame) {
@@ -113,6 +142,7 @@ void CXSheetView::MovePainted(const CXSheetGeometry& scrolled) {
     Refresh();
     const int levels = m_geometry.firstLevel - scrolled.firstLevel;
     const int frames = m_geometry.firstFrame - scrolled.firstFrame;
+    const int moved = m_geometry.frameColumnWidth - m_geometry.ColumnX(scrolled.firstLevel);
     m_geometry = scrolled;
     const double scale = devicePixelRatioF();
     if ((levels != 0 && frames != 0) || scale != std::floor(scale)) {
@@ -123,7 +153,7 @@ void CXSheetView::MovePainted(const CXSheetGeometry& scrolled) {
     if (frames != 0)
         viewport()->scroll(0, frames * m_geometry.rowHeight, {0, grid.y(), viewport()->width(), grid.height()});
     else
-        viewport()->scroll(levels * m_geometry.levelWidth, 0, {grid.x(), 0, grid.width(), viewport()->height()});
+        viewport()->scroll(moved, 0, {grid.x(), 0, grid.width(), viewport()->height()});
     m_look = Look();
 }
 
@@ -156,15 +186,27 @@ void CXSheetView::ShowSoundWaves(bool shown) {
     Refresh();
 }
 
-CXSheetLook CXSheetView::Look() const {
+CXSheetLook CXSheetView::Look() {
     CScenePreview& preview = m_doc.Preview();
     CPlayLook play{preview.Frame(), {}};
     if (preview.HoldsFrames())
         play.ready = [&preview](int frame) { return preview.IsReady(frame); };
-    CXSheetLook look = LookAt(m_doc.Model(), m_sounds, m_geometry, m_pointer, play, m_doc.Timing().Outcome());
+    const CScene* outcome = m_doc.Timing().Outcome();
+    CXSheetLook look = LookAt(m_doc.Model(), m_sounds, m_geometry, m_pointer, play, outcome);
+    AddGlance(look, outcome != nullptr ? *outcome : m_doc.Model().Scene(), Glance());
     look.focused = hasFocus();
     look.entry = m_typing.Look();
     return look;
+}
+
+CSheetGlance CXSheetView::Glance() {
+    const CSheetDisplay& display = m_doc.SheetDisplay();
+    CSheetGlance glance{display.ColorsFolders(), display.DrawsHolds(), {}};
+    if (display.Zoom() > 0)
+        glance.picture = [this, folder = m_doc.Model().Paths().SceneFolder()](const CXSheetCell& cell) {
+            return m_pictures.Find(AssetFilePath(folder, cell.FolderName(), cell.CelName()));
+        };
+    return glance;
 }
 
 void CXSheetView::Refresh() {
@@ -179,7 +221,7 @@ void CXSheetView::Refresh() {
 bool CXSheetView::event(QEvent* event) {
     if (event->type() == QEvent::ShortcutOverride) {
         const auto& key = *static_cast<QKeyEvent*>(event);
-        const bool endsDrag = m_grip.IsDragging() && key.key() == Qt::Key_Escape;
+        const bool endsDrag = (m_grip.IsDragging() || m_levelDrag.IsDragging()) && key.key() == Qt::Key_Escape;
         if (endsDrag || (m_look.sceneOpen && !IsMouseBusy() && m_typing.Takes(key))) {
             event->accept();
             return true;
@@ -217,6 +259,7 @@ void CXSheetView::focusOutEvent(QFocusEvent* event) {
     if (event->reason() != Qt::PopupFocusReason)
         m_typing.GiveUp();
     EndGripDrag(false);
+    EndLevelDrag(false);
     Refresh();
 }
 
@@ -241,6 +284,9 @@ bool CXSheetView::viewportEvent(QEvent* event) {
 
 QString CXSheetView::ToolTipAt(QPoint point) {
     const CSceneModel& model = m_doc.Model();
+    const std::optional<int> level = point.y() < m_geometry.headerHeight ? m_geometry.LevelAt(point) : std::nullopt;
+    if (level && m_geometry.IsFolded(*level))
+        return FoldedToolTip(model, *level);
     if (point.y() < m_geometry.buttonSize) {
         const std::optional<CHeaderHit> hit = m_geometry.HeaderButtonAt(point.x());
         return hit ? ButtonToolTip(model, *hit) : QString();
@@ -272,7 +318,8 @@ void CXSheetView::ShowHotButton(QPoint point, bool pressed) {
     const bool pointsAtGrip = !IsMouseBusy() && m_look.sceneOpen && m_geometry.GridArea().contains(point);
     const auto grip = pointsAtGrip ? GripNear(m_doc.Model(), m_geometry, point) : std::nullopt;
     viewport()->setCursor(grip ? ShapeOver(*grip, m_geometry, point) : Qt::ArrowCursor);
-    PointAt({hit, pressed && hit, std::nullopt, grip ? std::optional(LookOf(*grip, m_geometry)) : std::nullopt});
+    PointAt(
+        {hit, pressed && hit, std::nullopt, grip ? std::optional(LookOf(*grip, m_geometry)) : std::nullopt, {}});
 }
 
 void CXSheetView::mousePressEvent(QMouseEvent* event) {
@@ -281,9 +328,20 @@ void CXSheetView::mousePressEvent(QMouseEvent* event) {
         return;
     }
     m_typing.GiveUp();
-    if (!m_grip.Press(m_geometry, event->position().toPoint()))
+    if (!PressHeader(*event) && !m_grip.Press(m_geometry, event->position().toPoint()))
         PressSheet(*event);
     Refresh();
+}
+
+// A folded level opens at a click on its number; with Ctrl levels are taken by their names.
+bool CXSheetView::PressHeader(const QMouseEvent& event) {
+    const QPoint point = event.position().toPoint();
+    const std::optional<int> level = m_geometry.LevelAt(point);
+    if (level && point.y() < m_geometry.buttonSize && m_geometry.IsFolded(*level)) {
+        m_doc.SheetDisplay().Fold(*level, *level, false);
+        return true;
+    }
+    return event.modifiers().testFlag(Qt::ControlModifier) && m_levelDrag.Press(m_geometry, point);
 }
 
 void CXSheetView::PressSheet(const QMouseEvent& event) {
@@ -321,9 +379,12 @@ void CXSheetView::mouseMoveEvent(QMouseEvent* event) {
     if (IsMouseBusy() && !event->buttons().testFlag(Qt::LeftButton)) {
         m_mouse.Cancel(); // let go where no event could be seen, over a message for instance
         EndGripDrag(false);
+        EndLevelDrag(false);
         EndDrag();
     }
-    if (m_grip.IsDragging())
+    if (m_levelDrag.IsDragging())
+        DragLevels(point);
+    else if (m_grip.IsDragging())
         DragGrip(point, event->modifiers());
     else if (m_mouse.IsSelecting())
         DragSelection(point, true);
@@ -390,6 +451,35 @@ void CXSheetView::EndGripDrag(bool released) {
         m_selectionChanged();
 }
 
+void CXSheetView::DragLevels(QPoint point) {
+    m_dragPoint = point;
+    m_levelDrag.Drag(m_geometry, point);
+    const int steps = m_geometry.DropScroll({point.x(), m_geometry.GridArea().center().y()}).x();
+    KeepScrolling(steps != 0);
+    ScrollTo(m_geometry.firstLevel + steps, m_geometry.firstFrame);
+    CPointerLook pointer;
+    pointer.levelTarget = m_levelDrag.Target();
+    PointAt(pointer);
+}
+
+void CXSheetView::EndLevelDrag(bool released) {
+    if (!m_levelDrag.IsDragging())
+        return;
+    m_scrollTimer.stop();
+    PointAt({});
+    if (!released)
+        m_levelDrag.Cancel();
+    else if (const std::optional<QPoint> clicked = m_levelDrag.Release()) {
+        // Names that are not dragged are clicked on.
+        m_mouse.Press(m_geometry, *clicked, false);
+        m_mouse.Release(m_geometry, *clicked);
+    }
+    ShowMovedCursor();
+    Refresh();
+    if (released && m_selectionChanged)
+        m_selectionChanged();
+}
+
 void CXSheetView::timerEvent(QTimerEvent* event) {
     if (event->timerId() != m_scrollTimer.timerId())
         QAbstractScrollArea::timerEvent(event);
@@ -397,6 +487,8 @@ void CXSheetView::timerEvent(QTimerEvent* event) {
         ScrubTo(m_dragPoint);
     else if (m_soundDrag.IsActive())
         ScrollUnderSound();
+    else if (m_levelDrag.IsDragging())
+        DragLevels(m_dragPoint);
     else if (m_grip.IsDragging())
         DragGrip(m_dragPoint, QGuiApplication::keyboardModifiers());
     else if (m_mouse.IsSelecting())
@@ -447,7 +539,8 @@ void CXSheetView::mouseReleaseEvent(QMouseEvent* event) {
             m_doc.Sounds().ShapeSound(m_soundDrag.From(), m_soundDrag.Placed());
         return;
     }
-    if (event->button() == Qt::LeftButton && m_grip.IsDragging()) {
+    if (event->button() == Qt::LeftButton && (m_grip.IsDragging() || m_levelDrag.IsDragging())) {
+        EndLevelDrag(true);
         EndGripDrag(true);
         ShowHotButton(event->position().toPoint(), false);
         return;
@@ -478,6 +571,11 @@ void CXSheetView::mouseDoubleClickEvent(QMouseEvent* event) {
     if (!m_mouse.IsSelecting())
         return;
     const QPoint point = event->position().toPoint();
+    if (const std::optional<int> level = m_geometry.LevelAt(point); level && m_mouse.IsSelectingColumns()) {
+        m_mouse.Cancel();
+        m_doc.SheetDisplay().Fold(*level, *level, !m_geometry.IsFolded(*level));
+        return;
+    }
     const bool onCell = m_geometry.CellAt(point).has_value();
     const bool onCamera = m_geometry.CameraFrameAt(point).has_value();
     if (!onCell && !onCamera)
@@ -494,6 +592,15 @@ void CXSheetView::mouseDoubleClickEvent(QMouseEvent* event) {
 
 void CXSheetView::wheelEvent(QWheelEvent* event) {
     const QPoint angle = event->angleDelta();
+    if (event->modifiers().testFlag(Qt::ControlModifier)) {
+        m_zoomWheel += angle.y();
+        const int steps = m_zoomWheel / wheelStep;
+        m_zoomWheel -= steps * wheelStep;
+        if (steps != 0)
+            ZoomAt(event->position().toPoint().y(), steps);
+        event->accept();
+        return;
+    }
     const bool sideways = std::abs(angle.x()) > std::abs(angle.y());
     if (!sideways && !event->modifiers().testFlag(Qt::ShiftModifier)) {
         QAbstractScrollArea::wheelEvent(event);
@@ -546,8 +653,10 @@ void CXSheetView::keyPressEvent(QKeyEvent* event) {
         return;
     }
     event->ignore();
-    if (m_grip.IsDragging() && event->key() == Qt::Key_Escape)
+    if (event->key() == Qt::Key_Escape) {
         EndGripDrag(false);
+        EndLevelDrag(false);
+    }
     if (m_look.sceneOpen && !IsMouseBusy() && m_typing.Press(*event)) {
         event->accept();
         const CXSheetGeometry shown = m_geometry.Showing(m_shownCursor);

@@ -2,7 +2,10 @@
 
 #include "scene/ViewList.h"
 #include "views/AssetThumbnails.h"
+#include "views/xsheet/LevelDrag.h"
+#include "views/xsheet/SheetGlance.h"
 #include "views/xsheet/SheetGrip.h"
+#include "views/xsheet/SheetPictures.h"
 #include "views/xsheet/SheetTyping.h"
 #include "views/xsheet/SoundDrag.h"
 #include "views/xsheet/XSheetLook.h"
@@ -97,14 +100,24 @@ private:
     bool EnterCell(const QKeyEvent& key);
     /// Space plays and stops, Escape goes back. False for any other key.
     bool PlayByKey(const QKeyEvent& key);
-    CXSheetLook Look() const;
+    CXSheetLook Look();
+    CSheetGlance Glance();
     /// Takes what is to be shown from the document and has painted what differs.
     void Refresh();
     void PressSheet(const QMouseEvent& event);
     void DragSelection(QPoint point, bool mouseMoved);
     void DragGrip(QPoint point, Qt::KeyboardModifiers keys);
     void EndGripDrag(bool released);
-    bool IsMouseBusy() const { return m_mouse.IsPressed() || m_grip.IsDragging() || m_soundDrag.IsActive(); }
+    bool IsMouseBusy() const {
+        return m_mouse.IsPressed() || m_grip.IsDragging() || m_soundDrag.IsActive() || m_levelDrag.IsDragging();
+    }
+    /// Cells as large as they are wanted now, with the cursor's in view. Returns whether rows have another height.
+    bool SetCellSizes();
+    /// Keeps the frame at a height of the client area where it is.
+    void ZoomAt(int y, int by);
+    bool PressHeader(const QMouseEvent& event);
+    void DragLevels(QPoint point);
+    void EndLevelDrag(bool released);
     void DragAssets(QPoint point);
     void ScrollUnderAssets();
     /// The sound that has been taken hold of follows the mouse.
@@ -131,7 +144,9 @@ private:
     std::unique_ptr<CXSheetStyle> m_style;
     CXSheetMouse m_mouse;
     CGripDrag m_grip;
+    CLevelDrag m_levelDrag;
     CAssetThumbnails m_thumbnails;
+    CSheetPictures m_pictures;
     CSheetTyping m_typing;
     std::function<void()> m_selectionChanged;
     std::function<void()> m_spacePressed;
@@ -143,6 +158,7 @@ private:
     QBasicTimer m_scrollTimer; ///< runs while a drag is held where it scrolls
     QPoint m_dragPoint;
     int m_levelWheel = 0; ///< wheel motion not yet scrolled
+    int m_zoomWheel = 0;  ///< the same, not yet zoomed by
     std::string m_scene;
     CSheetCell m_shownCursor;
 };
