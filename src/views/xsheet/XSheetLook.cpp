@@ -64,7 +64,7 @@ CLevelLook LevelLook(const CSceneModel& model, int level, int cursorFrame) {
 }
 
 CFrameLook FrameLook(const CSceneModel& model, const CScene& shown, const CXSheetSounds& sounds, int frame,
-                     int cursorFrame) {
+                     int cursorFrame, int rowHeight) {
     CFrameLook look;
     look.current = frame == cursorFrame;
     look.selected = frame >= model.selection.firstFrame && frame <= model.selection.lastFrame;
@@ -74,7 +74,7 @@ CFrameLook FrameLook(const CSceneModel& model, const CScene& shown, const CXShee
     look.sounding = heard >= 0;
     look.soundGoesOn = look.sounding && sounds.HeardAt(frame - 1) == heard;
     look.soundContinues = look.sounding && sounds.HeardAt(frame + 1) == heard;
-    look.wave = sounds.WaveAt(frame, CXSheetGeometry::rowHeight);
+    look.wave = sounds.WaveAt(frame, rowHeight);
     if (const std::string* name = shown.sounds.NameAt(frame))
         look.sound = *name;
     if (const CSpokenLine* line = shown.dialogue.At(frame)) {
@@ -107,7 +107,7 @@ CXSheetLook LookAt(const CSceneModel& model, const CXSheetSounds& sounds, const 
     for (int level = geometry.firstLevel; level < endLevel; ++level)
         look.levels.push_back(LevelLook(model, level, cursorFrame));
     for (int frame = geometry.firstFrame; frame < endFrame; ++frame) {
-        look.frames.push_back(FrameLook(model, shown, sounds, frame, cursorFrame));
+        look.frames.push_back(FrameLook(model, shown, sounds, frame, cursorFrame, look.geometry.rowHeight));
         look.frames.back().ready = play.ready && play.ready(frame);
         for (int level = geometry.firstLevel; level < endLevel; ++level)
             look.cells.push_back(CellLook(model, shown, level, frame, cursorFrame));
