@@ -40,14 +40,6 @@ bool IsMarked(const CSheetNote& note) {
     return note.mark != SheetMark::None || note.color != NoteColor::None;
 }
 
-std::string_view WordOf(SheetMark mark) {
-    return markWords[static_cast<std::size_t>(mark)];
-}
-
-std::string_view WordOf(NoteColor color) {
-    return colorWords[static_cast<std::size_t>(color)];
-}
-
 // Frames and levels count from 1, as users see them.
 
 template<class Visit>
@@ -208,6 +200,14 @@ std::string_view TextOf(std::span<const std::uint8_t> bytes) {
 }
 
 } // namespace
+
+std::string_view WordOf(SheetMark mark) {
+    return markWords[static_cast<std::size_t>(mark)];
+}
+
+std::string_view WordOf(NoteColor color) {
+    return colorWords[static_cast<std::size_t>(color)];
+}
 
 bool HoldsSheetNotes(std::span<const std::uint8_t> bytes) {
     std::string_view text = TextOf(bytes);

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <string_view>
 #include <vector>
 
 namespace velmor {
@@ -17,6 +18,10 @@ namespace velmor {
 
 /// The bytes of the notes. `xsheet` is the hash of the xsheet that they go with.
 std::vector<std::uint8_t> EncodeSheetNotes(const CScene& scene, std::uint64_t xsheet);
+
+/// "key", "stop-hold"; "red". "none" for none.
+std::string_view WordOf(SheetMark mark);
+std::string_view WordOf(NoteColor color);
 
 /// Whether such bytes hold anything: without it no file is needed.
 bool HoldsSheetNotes(std::span<const std::uint8_t> bytes);

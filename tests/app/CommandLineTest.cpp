@@ -113,6 +113,14 @@ TEST_F(CommandLine, InfoTellsWhatTheSheetHolds) {
                   "scaleY": 1, "rotation": 0, "transparency": 0, "blurX": 1, "blurY": 1, "width": 20, "height": 20})"));
     EXPECT_EQ(info["camera"][2]["panX"], 3.0);
     EXPECT_EQ(info["sounds"], nlohmann::json::parse(R"([{"frame": 3, "name": "tick"}])"));
+    EXPECT_FALSE(info.contains("notes")) << "as long as there are none";
+    scene.data.xsheet.MutableCell(1, 4).SetNote({SheetMark::StopHold, NoteColor::Blue, "wait\n\"here\""});
+    scene.data.frameNotes.Set(1, {SheetMark::None, NoteColor::None, "Cut"});
+    scene.Save();
+    EXPECT_EQ(nlohmann::json::parse(Run("info --json " + Database() + "Test").output)["notes"],
+              nlohmann::json::parse(R"([{"frame": 2, "comment": "Cut"},
+                                        {"frame": 5, "level": 2, "mark": "stop-hold", "color": "blue",
+                                         "comment": "wait\n\"here\""}])"));
 }
 
 TEST_F(CommandLine, ProgressIsReportedInLines) {

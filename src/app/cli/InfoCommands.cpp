@@ -2,6 +2,8 @@
 #include "app/cli/ConsolePrompter.h"
 #include "app/cli/JsonWriter.h"
 #include "app/cli/SceneReader.h"
+#include "xsheet/NotedPlaces.h"
+#include "xsheet/SheetNotesFile.h"
 
 #include <array>
 #include <cstdio>
@@ -56,6 +58,31 @@ void DescribeCamera(const CCameraFrame& camera, int frame, CJsonWriter& json) {
     json.EndObject();
 }
 
+void DescribeNote(const CNotedPlace& place, const CSheetNote& note, CJsonWriter& json) {
+    json.BeginObject();
+    json.Write("frame", place.frame + 1);
+    if (place.level)
+        json.Write("level", *place.level + 1);
+    if (note.mark != SheetMark::None)
+        json.Write("mark", std::string(WordOf(note.mark)));
+    if (note.color != NoteColor::None)
+        json.Write("color", std::string(WordOf(note.color)));
+    if (!note.comment.empty())
+        json.Write("comment", note.comment);
+    json.EndObject();
+}
+
+// Only where something is noted: what reads the others has never seen it.
+void DescribeNotes(const CScene& scene, CJsonWriter& json) {
+    const std::vector<CNotedPlace> places = NotedPlaces(scene);
+    if (places.empty())
+        return;
+    json.Key("notes").BeginArray();
+    for (const CNotedPlace& place : places)
+        DescribeNote(place, NoteAt(scene, place), json);
+    json.EndArray();
+}
+
 void Describe(const CSceneModel& model, CJsonWriter&& json) {
     json.BeginObject();
     json.Write("scene", model.sceneName);
@@ -80,6 +107,7 @@ void Describe(const CSceneModel& model, CJsonWriter&& json) {
         json.EndObject();
     }
     json.EndArray();
+    DescribeNotes(model.Scene(), json);
     json.EndObject();
 }
 

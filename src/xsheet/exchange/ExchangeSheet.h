@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -13,6 +14,7 @@ enum class ExchangeFormat { Xdts, Csv };
 struct CExchangeTrack {
     std::string name;
     std::vector<std::string> cells; ///< the drawing that shows at each frame, empty for none
+    std::set<int> inbetweens = {};  ///< frames with an inbetween mark, where no drawing begins
 
     bool operator==(const CExchangeTrack&) const = default;
 };

@@ -31,6 +31,24 @@ bool Any(const CXSheet& xsheet, int level, Condition condition) {
     return false;
 }
 
+// Where a drawing begins stands its number, and there is no place for a mark.
+bool IsExchangedMark(const CXSheet& xsheet, int level, int frame) {
+    const CXSheetCell& cell = xsheet.Cell(level, frame);
+    const bool goesOn = frame > 0 ? cell.ShowsSameAs(xsheet.Cell(level, frame - 1)) : !cell.IsUsed();
+    return cell.Note().mark == SheetMark::Inbetween && goesOn;
+}
+
+bool LosesNotes(const CXSheet& xsheet, int level) {
+    for (int frame = 0; frame < xsheet.FrameCount(); ++frame) {
+        CSheetNote note = xsheet.Cell(level, frame).Note();
+        if (IsExchangedMark(xsheet, level, frame))
+            note.mark = SheetMark::None;
+        if (!note.IsEmpty())
+            return true;
+    }
+    return false;
+}
+
 bool CameraMoves(const CXSheet& xsheet, const CCameraTrack& camera) {
     for (int frame = 0; frame < xsheet.FrameCount(); ++frame)
         if (!(camera.At(frame) == CCameraFrame{}))
@@ -70,8 +88,11 @@ CExchangeSheet ExportSheet(const std::string& scene, const CXSheet& xsheet,
         const std::string folder = FolderOfLevel(xsheet, level).value_or(std::string());
         CExchangeTrack& track = sheet.tracks.emplace_back();
         track.name = xsheet.LevelName(level);
-        for (int frame = 0; frame < xsheet.FrameCount(); ++frame)
+        for (int frame = 0; frame < xsheet.FrameCount(); ++frame) {
             track.cells.push_back(ExchangeName(xsheet.Cell(level, frame), folder));
+            if (IsExchangedMark(xsheet, level, frame))
+                track.inbetweens.insert(frame);
+        }
     }
     for (const CSoundPlacement& sound : sounds)
         sheet.lines.push_back({sound.frame,
@@ -106,6 +127,10 @@ std::vector<std::string> LossesOfExport(const CXSheet& xsheet, const CCameraTrac
         const std::string folder = FolderOfLevel(xsheet, level).value_or(std::string());
         if (Any(xsheet, level, [&fresh](const CXSheetCell& cell) { return !(cell.Transform() == fresh); }))
             losses.push_back(LevelText(xsheet, level) + "positions, scales and rotations are not in the file");
+        if (LosesNotes(xsheet, level))
+            losses.push_back(LevelText(xsheet, level) +
+                             "marks, their colors and comments are not in the file, but for "
+                             "inbetweens in a digital time sheet");
         if (Any(xsheet, level, HasEffects))
             losses.push_back(LevelText(xsheet, level) + "transparency and blur are not in the file");
         if (Any(xsheet, level, [&folder](const CXSheetCell& cell) {

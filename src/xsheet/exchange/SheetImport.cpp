@@ -70,10 +70,20 @@ public:
             m_import.xsheet.MutableCell(level, frame).Expose(cell);
             ++m_result.changedCells;
         }
+        for (const int frame : m_track.inbetweens)
+            if (frame < frames && m_import.xsheet.Cell(level, frame).Note().mark == SheetMark::None)
+                MarkInbetween(m_import.xsheet.MutableCell(level, frame));
         Tell();
     }
 
 private:
+    void MarkInbetween(CXSheetCell& cell) {
+        CSheetNote note = cell.Note();
+        note.mark = SheetMark::Inbetween;
+        cell.SetNote(std::move(note));
+        ++m_result.changedCells;
+    }
+
     void Tell() {
         const std::string level = "Level \"" + m_result.level + "\": ";
         if (m_result.changedCells > 0)

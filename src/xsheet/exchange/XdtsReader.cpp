@@ -66,18 +66,25 @@ bool IsMark(const std::string& value) {
     return value.empty() || value == xdts::unchanged || value == xdts::inbetween || value == xdts::reverseInbetween;
 }
 
-std::vector<std::string> CellsOf(const Json& track, int frameCount) {
-    std::vector<std::string> cells(static_cast<std::size_t>(frameCount));
+void ReadCells(const Json& track, int frameCount, CExchangeTrack& read) {
+    read.cells.clear();
+    read.inbetweens.clear();
     const std::vector<CEntry> entries = EntriesOf(track, frameCount);
     auto next = entries.begin();
     std::string shown;
     for (int frame = 0; frame < frameCount; ++frame) {
-        for (; next != entries.end() && next->frame <= frame; ++next)
-            if (const std::string& value = next->values.front(); !IsMark(value))
+        const std::string before = shown;
+        bool isMarked = false;
+        for (; next != entries.end() && next->frame <= frame; ++next) {
+            const std::string& value = next->values.front();
+            if (!IsMark(value))
                 shown = value == xdts::noCell ? std::string() : value;
-        cells[static_cast<std::size_t>(frame)] = shown;
+            isMarked = next->frame == frame && (value == xdts::inbetween || value == xdts::reverseInbetween);
+        }
+        if (isMarked && shown == before)
+            read.inbetweens.insert(frame);
+        read.cells.push_back(shown);
     }
-    return cells;
 }
 
 std::vector<CExchangeLine> LinesOf(const Json& track, int frameCount) {
@@ -163,7 +170,7 @@ private:
                 return CStatus::Failure(tooLarge);
             const auto index = static_cast<std::size_t>(*number);
             AddTracksUpTo(index + 1);
-            m_sheet.tracks[index].cells = CellsOf(track, m_sheet.frameCount);
+            ReadCells(track, m_sheet.frameCount, m_sheet.tracks[index]);
         }
         return {};
     }

@@ -16,13 +16,17 @@ Json Entry(int frame, Json values) {
     return {{"frame", frame}, {"data", Json::array({{{"id", 0}, {"values", std::move(values)}}})}};
 }
 
-// A value stands until the next one, so only changes are written.
-Json CellFrames(const std::vector<std::string>& cells) {
+// A value stands until the next one, so only changes are written; a mark changes nothing.
+Json CellFrames(const CExchangeTrack& track) {
+    const std::vector<std::string>& cells = track.cells;
     Json frames = Json::array();
     std::string shown;
     for (std::size_t frame = 0; frame < cells.size(); ++frame) {
-        if (cells[frame] == shown)
+        if (cells[frame] == shown) {
+            if (track.inbetweens.contains(static_cast<int>(frame)))
+                frames.push_back(Entry(static_cast<int>(frame), {std::string(xdts::inbetween)}));
             continue;
+        }
         shown = cells[frame];
         frames.push_back(Entry(static_cast<int>(frame), {shown.empty() ? std::string(xdts::noCell) : shown}));
     }
@@ -33,7 +37,7 @@ Json CellField(const CExchangeSheet& sheet) {
     Json tracks = Json::array();
     for (std::size_t track = 0; track < sheet.tracks.size(); ++track) // the bottom one is number 0
         tracks.push_back(
-            {{"trackNo", track}, {"frames", CellFrames(sheet.tracks[sheet.tracks.size() - 1 - track].cells)}});
+            {{"trackNo", track}, {"frames", CellFrames(sheet.tracks[sheet.tracks.size() - 1 - track])}});
     return {{"fieldId", xdts::cellField}, {"tracks", std::move(tracks)}};
 }
 

@@ -3,6 +3,7 @@
 #include "xsheet/exchange/SheetImport.h"
 #include "xsheet/exchange/Xdts.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace velmor {
@@ -114,6 +115,33 @@ TEST_F(SheetExchange, DialogueGoesThereAndBackBesideTheSounds) {
     EXPECT_EQ(import.sounds, sounds) << "of which a table with dialogue says nothing";
 }
 
+TEST_F(SheetExchange, InbetweenMarksTravelInADigitalTimeSheet) {
+    const CXSheet bare = sheet;
+    const CSheetNote inbetween{SheetMark::Inbetween, NoteColor::None, {}};
+    for (const int frame : {0, 3, 7}) // empty, held, and where a drawing begins
+        sheet.MutableCell(0, frame).SetNote(inbetween);
+    sheet.MutableCell(2, 4).SetNote({SheetMark::Key, NoteColor::Red, "Sun"});
+    const CExchangeSheet exported = Exported();
+    EXPECT_EQ(exported.tracks[0].inbetweens, (std::set<int>{0, 3}));
+    CExchangeSheet xdts;
+    ASSERT_TRUE(ReadXdts(BytesOf(WriteXdts(exported)), xdts));
+    EXPECT_EQ(xdts, exported);
+    const CSheetImport same = Imported(xdts);
+    EXPECT_EQ(same.changes, Texts());
+    EXPECT_EQ(same.xsheet, sheet) << "what the file does not know stays";
+    const Texts losses = LossesOfExport(sheet, {}, {64, 48});
+    EXPECT_EQ(
+        std::ranges::count_if(losses, [](const std::string& loss) { return loss.find("marks") != loss.npos; }), 2);
+    sheet = bare;
+    const CSheetImport import = Imported(xdts);
+    EXPECT_EQ(import.changes, Texts{"Level \"Fox\": 2 cells change"});
+    EXPECT_EQ(import.xsheet.Cell(0, 0).Note(), inbetween);
+    EXPECT_EQ(import.xsheet.Cell(0, 3).Note(), inbetween);
+    EXPECT_TRUE(import.xsheet.Cell(0, 7).Note().IsEmpty());
+    for (const CExchangeTrack& track : Exported().tracks)
+        EXPECT_TRUE(track.inbetweens.empty());
+}
+
 TEST_F(SheetExchange, WhatStaysKeepsItsPlaceAndTheRestIsSaid) {
     CExchangeSheet from = Exported();
     from.tracks[0].cells = {"1", "01", "1", "2", "3", "9", "", "1"};
@@ -200,7 +228,7 @@ TEST(Xdts, ReadsWhatOtherProgramsWrite) {
     EXPECT_EQ(sheet.frameCount, 8);
     ASSERT_EQ(sheet.tracks.size(), 4U);
     EXPECT_EQ(sheet.tracks[0].name, "Track 4");
-    EXPECT_EQ(sheet.tracks[1], (CExchangeTrack{"A", {"2", "2", "2", "2", "12a", "12a", "", ""}}));
+    EXPECT_EQ(sheet.tracks[1], (CExchangeTrack{"A", {"2", "2", "2", "2", "12a", "12a", "", ""}, {3}}));
     EXPECT_EQ(sheet.tracks[2].name, " A ");
     EXPECT_EQ(sheet.tracks[3], (CExchangeTrack{"BG", {"", "", "5", "5", "5", "5", "5", "5"}}));
     EXPECT_EQ(sheet.lines, (std::vector<CExchangeLine>{{1, 3, "Fox", "Meow"}, {5, 8, "", "Tick"}}));
