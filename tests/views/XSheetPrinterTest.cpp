@@ -206,6 +206,30 @@ TEST_F(XSheetPrinterTest, CellsShowInTheirColumnsOnly) {
     EXPECT_GT(inside, 5) << "the cell's text is printed";
 }
 
+TEST_F(XSheetPrinterTest, MarksShowInTheirCellsAndCommentsBesideThem) {
+    const CXSheetPages pages = A4Pages(ExtentOf(model));
+    const QImage plain = PaintPage(pages, 0);
+    const auto inkIn = [&](const CPageColumn& column, int frame) {
+        const QRectF place(column.left / pagePoint, pages.RowTop(frame) / pagePoint, column.width / pagePoint,
+                           pages.RowHeight() / pagePoint);
+        const QImage now = PaintPage(pages, 0);
+        int inside = 0;
+        int outside = 0;
+        for (int y = 0; y < plain.height(); ++y)
+            for (int x = 0; x < plain.width(); ++x)
+                if (plain.pixel(x, y) != now.pixel(x, y))
+                    ++(place.adjusted(-1, -1, 1, 1).contains(QPointF(x, y)) ? inside : outside);
+        EXPECT_EQ(outside, 0);
+        return inside;
+    };
+    sheet.xsheet.MutableCell(1, 4).SetNote({SheetMark::Key, NoteColor::Red, {}});
+    EXPECT_GT(inkIn(pages.Level(1), 4), 5) << "at an empty cell as well";
+    sheet.xsheet.MutableCell(1, 4).SetNote({});
+    sheet.xsheet.MutableCell(0, 6).SetNote({{}, {}, "Blink"});
+    sheet.frameNotes.Set(6, {{}, {}, "Cut"});
+    EXPECT_GT(inkIn(pages.Notes(), 6), 5);
+}
+
 TEST_F(XSheetPrinterTest, IsTheSameInEveryTheme) {
     const CXSheetPages pages = A4Pages(ExtentOf(model));
     const QImage light = PaintPage(pages, 0);

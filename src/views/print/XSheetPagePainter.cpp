@@ -4,6 +4,7 @@
 #include "views/Text.h"
 #include "views/print/PageText.h"
 #include "views/print/XSheetNotation.h"
+#include "views/xsheet/NoteSigns.h"
 #include "xsheet/DialogueText.h"
 
 #include <QLocale>
@@ -20,6 +21,8 @@ constexpr double cellPadding = 3 * pt;
 constexpr double holdLine = 4.5 * pt;    ///< from a column's left edge
 constexpr double heldPadding = 7.5 * pt; ///< of the rows beside the line
 constexpr double markPadding = 2 * pt;
+constexpr double markShare = 0.7; ///< of a row's height
+constexpr double colorBar = 1.6 * pt;
 
 const QColor darkGrey(70, 70, 70);
 const QColor middleGrey(120, 120, 120);
@@ -189,10 +192,39 @@ void CXSheetPagePainter::PaintLevel(QPainter& painter, const CXSheetPage& page, 
     }
 }
 
+// At the right of the cell; what is left of it.
+QRectF CXSheetPagePainter::PaintMarkOf(QPainter& painter, const QRectF& cell, const CSheetNote& note) const {
+    if (note.mark == SheetMark::None && note.color == NoteColor::None)
+        return cell;
+    const QColor color = ColorOf(note.color, false, Qt::black);
+    const double side = cell.height() * markShare;
+    QRectF left = cell;
+    if (note.color != NoteColor::None)
+        painter.fillRect(QRectF(cell.left() + pt * 0.5, cell.top(), colorBar, cell.height()), color);
+    if (note.mark != SheetMark::None) {
+        left.setRight(cell.right() - side - markPadding);
+        PaintMark(painter, note.mark, {left.right(), cell.top() + (cell.height() - side) / 2, side, side}, color);
+    }
+    return left;
+}
+
+// What is noted at a frame and at its cells on the page.
+QString CXSheetPagePainter::CommentsOf(const CXSheetPage& page, int frame) const {
+    const CScene& scene = m_model.Scene();
+    QStringList comments;
+    if (const std::string& comment = scene.frameNotes.At(frame).comment; !comment.empty())
+        comments << ToQt(comment).simplified();
+    for (int level = page.firstLevel; level <= page.lastLevel; ++level)
+        if (const std::string& comment = scene.xsheet.Cell(level, frame).Note().comment; !comment.empty())
+            comments << QString::number(level + 1) + ": " + ToQt(comment).simplified();
+    return comments.join("; ");
+}
+
 // Tells all of a cell in the first row of a page: a hold that comes from an earlier one is named again, in
 // brackets.
 void CXSheetPagePainter::PaintCell(QPainter& painter, const QRectF& cell, int level, int frame, bool first) const {
     const CXSheet& xsheet = m_model.Scene().xsheet;
+    const QRectF asset = PaintMarkOf(painter, cell, xsheet.Cell(level, frame).Note());
     if (!xsheet.Cell(level, frame).IsUsed())
         return;
     const std::string held = HeldName(xsheet, level, frame);
@@ -200,7 +232,7 @@ void CXSheetPagePainter::PaintCell(QPainter& painter, const QRectF& cell, int le
     if (first && !held.empty())
         text += " (" + ToQt(held) + ")";
     const QString marks = ToQt(first ? CellMarks(xsheet.Cell(level, frame)) : ChangedMarks(xsheet, level, frame));
-    QRectF place = cell.adjusted(held.empty() ? cellPadding : heldPadding, 0, -markPadding, 0);
+    QRectF place = asset.adjusted(held.empty() ? cellPadding : heldPadding, 0, -markPadding, 0);
     if (!marks.isEmpty()) {
         const double width = std::min(TextWidth(m_markFont, marks), place.width() * 0.62);
         painter.setFont(m_markFont);
@@ -256,6 +288,8 @@ void CXSheetPagePainter::PaintBeside(QPainter& painter, const CXSheetPage& page)
         drawCamera(m_pages.Pan(), PanText);
         drawCamera(m_pages.Zoom(), ZoomText);
         drawCamera(m_pages.Rotation(), RotationText);
+        if (const QString comments = CommentsOf(page, frame); !comments.isEmpty())
+            draw(m_pages.Notes(), Qt::AlignLeft, comments);
     }
 }
 

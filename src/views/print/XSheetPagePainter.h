@@ -12,6 +12,7 @@ class QString;
 namespace velmor {
 
 struct CSceneModel;
+struct CSheetNote;
 
 /// The scene's xsheet as CXSheetPages wants to know it.
 CXSheetExtent ExtentOf(const CSceneModel& model);
@@ -39,6 +40,8 @@ private:
     void PaintColumnRules(QPainter& painter, const CXSheetPage& page) const;
     void PaintLevel(QPainter& painter, const CXSheetPage& page, int level) const;
     void PaintCell(QPainter& painter, const QRectF& cell, int level, int frame, bool first) const;
+    QRectF PaintMarkOf(QPainter& painter, const QRectF& cell, const CSheetNote& note) const;
+    QString CommentsOf(const CXSheetPage& page, int frame) const;
     void PaintHolds(QPainter& painter, const CXSheetPage& page, int level) const;
     void PaintBeside(QPainter& painter, const CXSheetPage& page) const;
     void PaintSpoken(QPainter& painter, const CXSheetPage& page) const;
