@@ -20,6 +20,7 @@
 #include "xsheet/CellForms.h"
 #include "xsheet/Dialogue.h"
 #include "xsheet/Inbetween.h"
+#include "xsheet/SheetNote.h"
 #include "xsheet/exchange/ExchangeSheet.h"
 #include "xsheet/exchange/SheetImport.h"
 
@@ -150,6 +151,29 @@ struct CCameraDataRequest {
 };
 
 /// Chosen source and type of an inbetween dialog, as indices of its radio groups.
+/// The note at a cell or a frame.
+struct CNoteRequest {
+    using Answer = std::optional<CSheetNote>;
+
+    std::string place;   ///< "Fox, frame 12"
+    bool hasMark = true; ///< frames have none
+    CSheetNote initial;
+    AcceptRule<CSheetNote> accept;
+};
+
+struct CListedNote {
+    std::string place;
+    CSheetNote note;
+};
+
+/// All that is noted in the sheet; the answer is the one to go to.
+struct CNoteListRequest {
+    using Answer = std::optional<std::size_t>;
+
+    std::vector<CListedNote> notes;
+    std::size_t current = 0;
+};
+
 struct CInbetweenChoice {
     int source = 0;
     int type = 0;

@@ -27,6 +27,8 @@ struct CMotionPathRequest;
 struct CMouthRequest;
 struct CNameRequest;
 struct CNewCelRequest;
+struct CNoteListRequest;
+struct CNoteRequest;
 struct COnionSkinRequest;
 struct COpenFilesRequest;
 struct COpenSceneRequest;
@@ -59,12 +61,12 @@ using CAnyDialog =
                  CDialogOf<CGridSettingsRequest>*, CDialogOf<CImportSettingsRequest>*,
                  CDialogOf<CInbetweenRequest>*, CDialogOf<CLevelRequest>*, CDialogOf<CMotionPathRequest>*,
                  CDialogOf<CMouthRequest>*, CDialogOf<CNameRequest>*, CDialogOf<CNewCelRequest>*,
-                 CDialogOf<COnionSkinRequest>*, CDialogOf<COpenFilesRequest>*, CDialogOf<COpenSceneRequest>*,
-                 CDialogOf<CPenSettingsRequest>*, CDialogOf<CRecoveryRequest>*, CDialogOf<CRenderSetupRequest>*,
-                 CDialogOf<CReplaceColorRequest>*, CDialogOf<CRotationRequest>*, CDialogOf<CSaveFileRequest>*,
-                 CDialogOf<CSceneSettingsRequest>*, CDialogOf<CSequenceRequest>*, CDialogOf<CSheetExportRequest>*,
-                 CDialogOf<CSheetImportRequest>*, CDialogOf<CSoundShapeRequest>*, CDialogOf<CSwapLevelsRequest>*,
-                 CDialogOf<CTransparencyRequest>*>;
+                 CDialogOf<CNoteListRequest>*, CDialogOf<CNoteRequest>*, CDialogOf<COnionSkinRequest>*,
+                 CDialogOf<COpenFilesRequest>*, CDialogOf<COpenSceneRequest>*, CDialogOf<CPenSettingsRequest>*,
+                 CDialogOf<CRecoveryRequest>*, CDialogOf<CRenderSetupRequest>*, CDialogOf<CReplaceColorRequest>*,
+                 CDialogOf<CRotationRequest>*, CDialogOf<CSaveFileRequest>*, CDialogOf<CSceneSettingsRequest>*,
+                 CDialogOf<CSequenceRequest>*, CDialogOf<CSheetExportRequest>*, CDialogOf<CSheetImportRequest>*,
+                 CDialogOf<CSoundShapeRequest>*, CDialogOf<CSwapLevelsRequest>*, CDialogOf<CTransparencyRequest>*>;
 
 /// The one door through which dialogs are shown. A new dialog is its request, its widget, and a row in the table of
 /// the widgets (views/prompter/DialogTable.h).

@@ -86,7 +86,7 @@ struct CVelmorltDoc::CParts {
     CSheetDisplay sheetDisplay{context};
     COtherSheet otherSheet{context};
     CCellOperations cells{context};
-    CSheetNotes notes{context};
+    CSheetNotes notes{context, cursor};
     CCellDragging cellDragging{context};
     CCameraAids cameraAids{context};
     CCameraOperations camera{context, cursor};

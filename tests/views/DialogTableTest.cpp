@@ -54,6 +54,18 @@ const CDialogRow dialogs[] = {
      [](CStage& s) {
          s.prompter.Ask(CNewCelRequest{{"1", {768, 576}}, {}});
      }},
+    {"note",
+     [](CStage& s) {
+         s.prompter.Ask(CNoteRequest{"Fox, frame 12", true, {}, {}});
+     }},
+    {"frame note",
+     [](CStage& s) {
+         s.prompter.Ask(CNoteRequest{"Frame 12", false, {}, {}});
+     }},
+    {"note list",
+     [](CStage& s) {
+         s.prompter.Ask(CNoteListRequest{{{"Frame 12", {SheetMark::Key, NoteColor::Red, "Cut"}}}, 0});
+     }},
     {"level",
      [](CStage& s) {
          s.prompter.Ask(CLevelRequest{"Delete which level?", levels});

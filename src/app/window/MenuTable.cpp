@@ -52,12 +52,18 @@ constexpr CommandId exposureMenu[] = {
 // What the status bar says of typed drawings, to be chosen there.
 constexpr CommandId typedExposureMenu[] = {CelNewOnOnes, CelNewOnTwos, CelNewOnThrees, Separator, ExposurePush};
 constexpr CMenu typedExposures{"Typed Exposures", typedExposureMenu};
+constexpr CommandId noteMenu[] = {NoteKey,    NoteBreakdown, NoteInbetween, NoteStopHold, Separator,  NoteRed,
+                                  NoteOrange, NoteYellow,    NoteGreen,     NoteBlue,     NoteViolet, Separator,
+                                  NoteCell,   NoteFrame,     NoteClear,     Separator,    NoteNext,   NotePrevious,
+                                  NoteList,   Separator,     NoteEndHold};
 constexpr CommandId levelsMenu[] = {LevelMoveLeft, LevelMoveRight, Separator, LevelFold, LevelUnfoldAll};
 constexpr CommandId xsheetSoundMenu[] = {XsheetSoundEarlier, XsheetSoundLater,     XsheetSoundShape, Separator,
                                          XsheetDialogue,     XsheetImportDialogue, Separator,        XsheetMouths};
-constexpr CMenu xsheetSubmenus[] = {
-    {"E&xposure", exposureMenu}, {"Le&vels", levelsMenu}, {"Sou&nd and Dialogue", xsheetSoundMenu}};
-constexpr CMenu cellSubmenus[] = {{"E&xposure", exposureMenu}};
+constexpr CMenu xsheetSubmenus[] = {{"E&xposure", exposureMenu},
+                                    {"Le&vels", levelsMenu},
+                                    {"Sou&nd and Dialogue", xsheetSoundMenu},
+                                    {"Mar&ks and Notes", noteMenu}};
+constexpr CMenu cellSubmenus[] = {{"E&xposure", exposureMenu}, {"Mar&ks and Notes", noteMenu}};
 constexpr CMenu levelSubmenus[] = {{"Le&vels", levelsMenu}};
 constexpr CommandId celMenu[] = {CelZoomIn,       CelZoomOut,   CelZoomOneToOne, CelPan,    Separator,
                                  CelUpdateCamera, Separator,    CelSettings,     Separator, CelFit,

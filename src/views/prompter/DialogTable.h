@@ -19,6 +19,8 @@
 #include "views/dialogs/MouthDialog.h"
 #include "views/dialogs/NameDialog.h"
 #include "views/dialogs/NewCelDialog.h"
+#include "views/dialogs/NoteDialog.h"
+#include "views/dialogs/NoteListDialog.h"
 #include "views/dialogs/OnionSkinDialog.h"
 #include "views/dialogs/OpenSceneDialog.h"
 #include "views/dialogs/PenSettingsDialog.h"
@@ -59,6 +61,7 @@ using CDialogTable = CDialogRows<
     CDialogRow<CImportSettingsRequest, CImportSettingsDialog>, CDialogRow<CLevelRequest, CSelectLevelDialog>,
     CDialogRow<CMotionPathRequest, CMotionPathDialog>, CDialogRow<CMouthRequest, CMouthDialog>,
     CDialogRow<CNameRequest, CNameDialog>, CDialogRow<CNewCelRequest, CNewCelDialog>,
+    CDialogRow<CNoteListRequest, CNoteListDialog>, CDialogRow<CNoteRequest, CNoteDialog>,
     CDialogRow<COnionSkinRequest, COnionSkinDialog>, CDialogRow<COpenSceneRequest, COpenSceneDialog>,
     CDialogRow<CPenSettingsRequest, CPenSettingsDialog>, CDialogRow<CRecoveryRequest, CRecoveryDialog>,
     CDialogRow<CRenderSetupRequest, CRenderSetupDialog>, CDialogRow<CReplaceColorRequest, CReplaceColorDialog>,

@@ -39,6 +39,7 @@ CCellLook CellLook(const CSceneModel& model, const CScene& shown, int level, int
     CCellLook look;
     look.fill = FillOf(model, level, frame, cursorFrame);
     look.outcome = &shown != &model.Scene() && IsChanged(model.Scene().xsheet, shown.xsheet, level, frame);
+    look.note = CNoteLook::Of(cell.Note());
     if (!cell.IsUsed())
         return look;
     look.text = shown.xsheet.CellText(level, frame);
@@ -66,6 +67,7 @@ CLevelLook LevelLook(const CSceneModel& model, int level, int cursorFrame) {
 CFrameLook FrameLook(const CSceneModel& model, const CScene& shown, const CXSheetSounds& sounds, int frame,
                      int cursorFrame, int rowHeight) {
     CFrameLook look;
+    look.note = CNoteLook::Of(shown.frameNotes.At(frame));
     look.current = frame == cursorFrame;
     look.selected = frame >= model.selection.firstFrame && frame <= model.selection.lastFrame;
     look.camera = shown.camera.At(frame);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "sound/SoundPeaks.h"
+#include "views/xsheet/NoteSigns.h"
 #include "views/xsheet/XSheetGeometry.h"
 #include "xsheet/CameraTrack.h"
 
@@ -37,6 +38,7 @@ struct CCellLook {
     bool missing = false; ///< its image could not be read when it was put there
     bool blurred = false;
     bool transparent = false;
+    CNoteLook note;
     bool outcome = false;           ///< it is not so yet: an edit would make it so
     int hue = -1;                   ///< of its folder, 0 to 359; below 0 for none
     HoldLine hold = HoldLine::None; ///< in place of the ditto mark
@@ -72,6 +74,7 @@ struct CFrameLook {
     std::string spoken;           ///< what of the dialogue is due here
     bool isSpoken = false;        ///< a line of dialogue is
     bool speechContinues = false; ///< at the next frame
+    CNoteLook note;
 
     bool operator==(const CFrameLook&) const = default;
 };

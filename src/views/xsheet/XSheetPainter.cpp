@@ -11,6 +11,7 @@ namespace velmor {
 namespace {
 
 constexpr int margin = 4;       ///< beside texts
+constexpr int noteWidth = 3;    ///< of the bar in a note's color
 constexpr int readyWidth = 3;   ///< of the bar beside frames that are ready to be played
 constexpr int spokenWidth = 27; ///< of what is spoken, in the sound column
 
@@ -102,7 +103,7 @@ void CXSheetPainter::PaintCells(const QRegion& region) {
                 PaintCursorFrame(rect.adjusted(0, 0, -1, -1));
             if (m_geometry.IsFolded(m_geometry.firstLevel + static_cast<int>(column)))
                 PaintFoldedCell(cell, rect);
-            else if (!cell.text.empty())
+            else if (!cell.text.empty() || !cell.note.IsEmpty())
                 PaintCell(cell, rect);
         }
     }
@@ -211,7 +212,7 @@ void CXSheetPainter::PaintCell(const CCellLook& cell, const QRect& whole) {
         rect.setHeight(m_geometry.textHeight);
         PaintPicture(cell.picture.pixmap, m_geometry.PictureRect(whole));
     }
-    QRect inner = rect.adjusted(margin, 0, -margin + 1, -1);
+    QRect inner = PaintNote(cell.note, rect).adjusted(margin, 0, -margin + 1, -1);
     const int markY = rect.y() + (rect.height() - CXSheetStyle::markSize) / 2;
     for (const auto& [shown, mark] :
          {std::pair(cell.blurred, &m_style.BlurMark()), std::pair(cell.transparent, &m_style.TransparencyMark())}) {
@@ -227,6 +228,23 @@ void CXSheetPainter::PaintCell(const CCellLook& cell, const QRect& whole) {
     const bool fits = m_style.cellTexts.WidthOf(cell.text) <= inner.width();
     DrawText(m_painter, fits ? m_style.cellTexts : m_style.smallTexts, cell.text, inner,
              cell.held ? Qt::AlignHCenter : Qt::AlignLeft);
+}
+
+// The color stands at the left, where text begins, the mark at the right.
+QRect CXSheetPainter::PaintNote(const CNoteLook& note, const QRect& rect) {
+    QRect left = rect;
+    const QColor color = ColorOf(note.color, m_style.isDark, m_style.text);
+    if (note.color != NoteColor::None)
+        m_painter.fillRect(rect.x(), rect.y(), noteWidth, rect.height() - 1, color);
+    if (note.mark != SheetMark::None) {
+        const int y = rect.y() + (rect.height() - CXSheetStyle::markSize) / 2;
+        left.setRight(rect.right() - CXSheetStyle::markSize - margin);
+        PaintMark(m_painter, note.mark, QRect(left.right(), y, CXSheetStyle::markSize, CXSheetStyle::markSize),
+                  color);
+    }
+    if (note.hasComment)
+        PaintCommentCorner(m_painter, rect.adjusted(0, 0, -1, 0), m_style.commentCorner);
+    return left;
 }
 
 void CXSheetPainter::PaintRows(const QRegion& region) {
@@ -252,6 +270,11 @@ void CXSheetPainter::PaintFrameNumber(const CFrameLook& frame, int number, const
         m_painter.fillRect(rect.right() - 2, rect.y(), 3, rect.height() - 1, m_style.accent);
     if (frame.ready)
         m_painter.fillRect(rect.x(), rect.y(), readyWidth, rect.height(), m_style.readyFrame);
+    if (frame.note.color != NoteColor::None)
+        m_painter.fillRect(rect.x() + readyWidth, rect.bottom() - noteWidth, rect.width() - readyWidth - noteWidth,
+                           noteWidth, ColorOf(frame.note.color, m_style.isDark, m_style.headerText));
+    if (frame.note.hasComment)
+        PaintCommentCorner(m_painter, rect, m_style.commentCorner);
     m_painter.setPen(frame.current || lastOfSecond ? m_style.headerText : m_style.fadedHeaderText);
     DrawText(m_painter, m_style.smallTexts, std::to_string(number), rect.adjusted(0, 0, -margin, -1),
              Qt::AlignRight);

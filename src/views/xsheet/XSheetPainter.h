@@ -26,6 +26,8 @@ private:
     void PaintFoldedCell(const CCellLook& cell, const QRect& rect);
     void PaintHoldLine(HoldLine line, const QRect& rect, const QColor& color);
     void PaintPicture(const QPixmap& picture, const QRect& room);
+    /// What is left of the cell for its text.
+    QRect PaintNote(const CNoteLook& note, const QRect& rect);
     void PaintEntry(const CEntryLook& entry);
     void PaintGrip(const CGripLook& grip);
     QColor FillOf(const CCellLook& cell) const;

@@ -133,7 +133,9 @@ CSheetColors SheetColors(bool dark) {
                                         .dropColor{20, 96, 208},
                                         .movingLevel{31, 111, 212},
                                         .movingCamera{207, 107, 18},
-                                        .readyFrame{46, 160, 67}};
+                                        .readyFrame{46, 160, 67},
+                                        .commentCorner{214, 40, 24},
+                                        .isDark = false};
     static constexpr CSheetColors dimmed{.background{30, 31, 33},
                                          .cursorFill{38, 108, 46},
                                          .cursorFrame{112, 216, 122},
@@ -153,7 +155,9 @@ CSheetColors SheetColors(bool dark) {
                                          .dropColor{96, 164, 255},
                                          .movingLevel{78, 150, 240},
                                          .movingCamera{230, 134, 48},
-                                         .readyFrame{86, 196, 104}};
+                                         .readyFrame{86, 196, 104},
+                                         .commentCorner{255, 112, 92},
+                                         .isDark = true};
     return dark ? dimmed : light;
 }
 

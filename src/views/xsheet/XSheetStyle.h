@@ -63,6 +63,8 @@ struct CSheetColors {
     QColor movingLevel;
     QColor movingCamera;
     QColor readyFrame; ///< the bar beside frames that are ready to be played
+    QColor commentCorner;
+    bool isDark = false;
 };
 CSheetColors SheetColors(bool dark);
 

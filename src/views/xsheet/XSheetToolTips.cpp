@@ -2,6 +2,7 @@
 
 #include "scene/SceneModel.h"
 #include "views/Text.h"
+#include "views/xsheet/NoteSigns.h"
 #include "views/xsheet/SoundDrag.h"
 #include "views/xsheet/XSheetSounds.h"
 
@@ -71,8 +72,51 @@ QString Effects(const CXSheetCell& cell) {
 
 } // namespace
 
+namespace {
+
+QString NoteText(const CSheetNote& note) {
+    QStringList words;
+    if (note.mark != SheetMark::None)
+        words << ToQt(TextOf(note.mark));
+    if (note.color != NoteColor::None)
+        words << ToQt(TextOf(note.color)).toLower();
+    QString text = words.isEmpty() ? QString() : "<b>" + words.join(Dot()) + "</b>";
+    if (!note.comment.empty())
+        text += (text.isEmpty() ? "" : "<br>") + ToQt(note.comment).toHtmlEscaped().replace('\n', "<br>");
+    return text;
+}
+
+} // namespace
+
+QString FrameToolTip(const CSceneModel& model, int frame) {
+    const CSheetNote& note = model.Scene().frameNotes.At(frame);
+    return note.IsEmpty() ? QString() : QString("Frame %1<br>").arg(frame + 1) + NoteText(note);
+}
+
+std::string NoteStatus(const CSceneModel& model) {
+    const CScene& scene = model.Scene();
+    QStringList texts;
+    const auto add = [&texts](const CSheetNote& note) {
+        QStringList parts;
+        if (note.mark != SheetMark::None)
+            parts << ToQt(TextOf(note.mark));
+        if (!note.comment.empty())
+            parts << ToQt(note.comment).simplified();
+        if (!parts.isEmpty())
+            texts << parts.join(": ");
+    };
+    if (scene.xsheet.HasLevel(model.cursorLevel) && scene.xsheet.HasFrame(model.cursorFrame))
+        add(scene.xsheet.Cell(model.cursorLevel, model.cursorFrame).Note());
+    if (scene.xsheet.HasFrame(model.cursorFrame))
+        add(scene.frameNotes.At(model.cursorFrame));
+    return FromQt(texts.join(Dot()));
+}
+
 QString CellToolTip(const CSceneModel& model, CSheetCell place, const QPixmap& thumbnail) {
     const CXSheetCell& cell = model.Scene().xsheet.Cell(place.level, place.frame);
+    const QString note = NoteText(cell.Note());
+    if (!cell.IsUsed())
+        return note;
     QString text =
         "<b>" + ToQt(cell.CelName()).toHtmlEscaped() + "</b>" + Dot() +
         (cell.IsPicture() ? QString("picture") : "folder \"" + ToQt(cell.FolderName()).toHtmlEscaped() + '"');
@@ -82,7 +126,8 @@ QString CellToolTip(const CSceneModel& model, CSheetCell place, const QPixmap& t
     text += "<br>" + Placement(cell);
     if (const QString effects = Effects(cell); !effects.isEmpty())
         text += "<br>" + effects;
-    return "<div style=\"white-space:nowrap\">" + text + "</div>" + ImageTag(thumbnail);
+    text = "<div style=\"white-space:nowrap\">" + text + "</div>";
+    return (note.isEmpty() ? text : text + "<hr>" + note) + ImageTag(thumbnail);
 }
 
 QString ButtonToolTip(const CSceneModel& model, const CHeaderHit& hit) {

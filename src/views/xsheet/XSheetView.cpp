@@ -44,9 +44,10 @@ constexpr std::array<QSize, CSheetDisplay::mostZoom + 1> cellSizes = {QSize(80, 
 
 } // namespace
 
-CXSheetView::CXSheetView(CVelmorltDoc& doc, IPrompter&, QWidget* parent)
+CXSheetView::CXSheetView(CVelmorltDoc& doc, IPrompter& prompter, QWidget* parent)
     : QAbstractScrollArea(parent),
       m_doc(doc),
+      m_prompter(prompter),
       m_waves([this] { Refresh(); }),
       m_mouse(doc),
       m_grip(doc),
@@ -162,11 +163,21 @@ void CXSheetView::ShowMovedCursor() {
     const CSheetCell cursor{model.cursorLevel, model.cursorFrame};
     const bool moved = m_shownCursor != cursor;
     m_shownCursor = cursor;
+    if (moved)
+        TellNote();
     // Under the mouse the sheet stands still.
     if (!moved || IsMouseBusy() || !model.sceneOpen)
         return;
     const CXSheetGeometry shown = m_geometry.Showing(cursor);
     ScrollTo(shown.firstLevel, shown.firstFrame);
+}
+
+// The status bar has what is noted at the cursor, until it goes on.
+void CXSheetView::TellNote() {
+    const std::string note = m_doc.Model().sceneOpen ? NoteStatus(m_doc.Model()) : std::string();
+    if (!note.empty() || m_tellsNote)
+        m_prompter.ShowStatus(note);
+    m_tellsNote = !note.empty();
 }
 
 void CXSheetView::ShowPlayedFrame() {
@@ -295,12 +306,16 @@ QString CXSheetView::ToolTipAt(QPoint point) {
         return CameraToolTip(model, *frame);
     if (const std::optional<int> frame = m_geometry.SoundFrameAt(point))
         return SoundToolTip(model, m_sounds, *frame);
+    if (point.x() < m_geometry.frameColumnWidth && point.y() >= m_geometry.headerHeight) {
+        const int frame = m_geometry.YToFrame(point.y());
+        return model.Scene().xsheet.HasFrame(frame) ? FrameToolTip(model, frame) : QString();
+    }
     const std::optional<CSheetCell> place = m_geometry.CellAt(point);
     if (!place || !model.Scene().xsheet.HasLevel(place->level) || !model.Scene().xsheet.HasFrame(place->frame))
         return {};
     const CXSheetCell& cell = model.Scene().xsheet.Cell(place->level, place->frame);
     if (!cell.IsUsed())
-        return {};
+        return CellToolTip(model, *place, {});
     const Path file = AssetFilePath(model.Paths().SceneFolder(), cell.FolderName(), cell.CelName());
     return CellToolTip(model, *place, m_thumbnails.Find(file));
 }

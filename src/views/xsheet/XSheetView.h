@@ -90,6 +90,7 @@ private:
     /// Takes over a geometry that is scrolled differently, moving what is painted along where that can be done.
     void MovePainted(const CXSheetGeometry& scrolled);
     void ShowMovedCursor();
+    void TellNote();
     /// Brings the frame that is played into view, a page at a time.
     void ShowPlayedFrame();
     /// Whether a press there begins to scrub.
@@ -135,6 +136,8 @@ private:
     QMenu* MenuAt(QPoint point) const;
 
     CVelmorltDoc& m_doc;
+    IPrompter& m_prompter;
+    bool m_tellsNote = false;
     CXSheetGeometry m_geometry;
     CXSheetWaves m_waves;
     CXSheetSounds m_sounds;
