@@ -161,7 +161,7 @@ TEST_F(SoundImport, TheMixHasTheOriginalAsLongAsItIsTheSounds) {
     EXPECT_FALSE(Mixed());
     ASSERT_TRUE(RemoveFile(Sound("Boo")));
     std::optional<CMixedSound> none;
-    EXPECT_FALSE(MixSceneSound(model, none));
+    EXPECT_FALSE(MixSceneSound(model.Scene(), model.Paths(), none));
     EXPECT_FALSE(none);
 }
 

@@ -122,7 +122,7 @@ TEST_F(CSoundOperationsTest, WhatIsHeardOfAPlacedSoundIsAskedAndIsAStep) {
     ASSERT_TRUE(scene.sounds.Place(3, "Long"));
     ASSERT_TRUE(scene.sounds.Place(20, "Long"));
     model.cursorFrame = 5;
-    const Bytes file = ReadBytes(model.Paths().SoundFile("Long"));
+    const Bytes file = velmor::testing::ReadBytes(model.Paths().SoundFile("Long"));
     prompter.Answer(CSoundShape{6, 4, 0}); // nothing would be left
     prompter.Answer(CSoundShape{-1, 0, 0});
     prompter.Answer(CSoundShape{0, 0, 12.1});
@@ -132,7 +132,7 @@ TEST_F(CSoundOperationsTest, WhatIsHeardOfAPlacedSoundIsAskedAndIsAStep) {
     EXPECT_EQ(std::any_cast<CSoundShapeRequest>(prompter.lastRequest).frames, 10);
     EXPECT_EQ(*scene.sounds.At(3), (CSoundPlacement{3, "Long", 2 * 882, 441, -60}));
     EXPECT_EQ(*scene.sounds.At(20), (CSoundPlacement{20, "Long"}));
-    EXPECT_EQ(ReadBytes(model.Paths().SoundFile("Long")), file);
+    EXPECT_EQ(velmor::testing::ReadBytes(model.Paths().SoundFile("Long")), file);
     const auto track = *sounds.GetSoundBuffer();
     EXPECT_EQ(track[3 * 882], 178) << "half as loud";
     EXPECT_EQ(track[3 * 882 + 882 * 15 / 2 - 1], 178);

@@ -81,7 +81,7 @@ TEST_F(OriginalSound, OfAMovieKeepsTheSoundAlone) {
         track.push_back(static_cast<std::uint8_t>(128 + std::lround(64 * Tone(440, i, 48000))));
     }
     const auto check = [&](const CMovieFormat& format, const CMovieSoundTrack& sound, const char* extension) {
-        const Path movie = folder / ("m" + std::string(extension));
+        const Path movie = folder / std::string("m").append(extension);
         CMovieWriter writer;
         ASSERT_EQ(writer.Open(movie, format, sound), MovieWriteError::None);
         const Bytes picture(64 * 48 * 3, 90);

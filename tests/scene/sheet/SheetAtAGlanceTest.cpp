@@ -29,10 +29,10 @@ protected:
         EXPECT_TRUE(cel.SaveCel());
     }
     /// Another scene of the database, with one level.
-    void MakeScene(const std::string& name, CScene other) {
+    void MakeScene(const std::string& name, const CScene& made) {
         const CScenePaths paths(model.databaseFolder, name);
         static_cast<void>(CreateFolder(paths.SceneFolder()));
-        EXPECT_TRUE(SaveXSheet(paths.XSheetFile(), other));
+        EXPECT_TRUE(SaveXSheet(paths.XSheetFile(), made));
     }
 
     CSheetDisplay display{Context()};
