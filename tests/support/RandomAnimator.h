@@ -41,6 +41,12 @@ struct CSceneState {
 
     static CSceneState Of(const CSceneModel& model) {
         CSceneState state{model.Scene(), {}};
+        // Behind the sheet's end nothing is seen, and a file has nothing.
+        for (int frame = state.scene.xsheet.FrameCount(); frame < CFrameNotes::capacity; ++frame) {
+            state.scene.frameNotes.Set(frame, {});
+            if (!state.scene.camera.At(frame).IsIdenticalTo({}))
+                state.scene.camera.MutableAt(frame) = {};
+        }
         const Path folder = model.Paths().SceneFolder();
         std::error_code error;
         for (const auto& entry : std::filesystem::recursive_directory_iterator(folder, error)) {
@@ -58,7 +64,15 @@ struct CSceneState {
     }
     /// What differs, for a message.
     std::string DifferenceTo(const CSceneState& other) const {
-        std::string text = scene == other.scene ? "" : "scene ";
+        std::string text;
+        const auto tell = [&text](bool isSame, const char* part) { text += isSame ? "" : part; };
+        tell(scene.geometry == other.scene.geometry, "geometry ");
+        tell(scene.xsheet == other.scene.xsheet, "xsheet ");
+        tell(scene.camera == other.scene.camera, "camera ");
+        tell(scene.sounds == other.scene.sounds, "sounds ");
+        tell(scene.dialogue == other.scene.dialogue, "dialogue ");
+        tell(scene.frameNotes == other.scene.frameNotes, "notes ");
+        tell(scene == other.scene, "scene ");
         for (const auto& [name, bytes] : files)
             if (const auto mine = other.files.find(name); mine == other.files.end() || mine->second != bytes)
                 text += name + " ";
