@@ -46,6 +46,7 @@ private:
     /// The selected frames, where several are, or all.
     CFrames Chosen() const;
     bool AcceptLine(const CSpokenLine& line) const;
+    std::vector<std::string> Mouths(const CMouthChoices& choices, const CFrames& frames) const;
     CMouthPreview Preview(const CMouthChoices& choices) const;
 
     CSceneContext m_context;

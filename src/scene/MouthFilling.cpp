@@ -25,6 +25,13 @@ std::string RunText(int first, int last, const std::string& drawing) {
 
 } // namespace
 
+// At the frames, of a chart that has been read before.
+std::vector<std::string> CDialogueOperations::Mouths(const CMouthChoices& choices, const CFrames& frames) const {
+    CMouthChart chart;
+    static_cast<void>(CMouthChart::Parse(choices.chart, chart));
+    return MouthsOf(m_context.model.Scene().dialogue, chart, frames.first, frames.last, std::max(1, choices.hold));
+}
+
 CStatus CDialogueOperations::PlanMouths(const CMouthChoices& choices, CSheetImport& planned) const {
     const CSceneModel& model = m_context.model;
     const CScene& scene = model.Scene();
@@ -38,8 +45,7 @@ CStatus CDialogueOperations::PlanMouths(const CMouthChoices& choices, CSheetImpo
     // The whole sheet as it is, of which the mouths are the only thing that another program would have changed.
     CExchangeSheet sheet = ExportSheet(model.sceneName, scene.xsheet, {}, {});
     const CFrames frames = Chosen();
-    const std::vector<std::string> mouths =
-        MouthsOf(scene.dialogue, chart, frames.first, frames.last, std::max(1, choices.hold));
+    const std::vector<std::string> mouths = Mouths(choices, frames);
     std::vector<std::string>& cells = sheet.tracks[static_cast<std::size_t>(choices.level)].cells;
     for (std::size_t i = 0; i < mouths.size(); ++i)
         if (!mouths[i].empty())
@@ -56,13 +62,18 @@ CMouthPreview CDialogueOperations::Preview(const CMouthChoices& choices) const {
     preview.changes = !planned.changes.empty();
     preview.losses = planned.losses;
     const CFrames frames = Chosen();
+    const std::vector<std::string> mouths = Mouths(choices, frames);
+    const auto cell = [&](int frame) -> const CXSheetCell& { return planned.xsheet.Cell(choices.level, frame); };
+    const auto isFilled = [&](int frame) {
+        return !mouths[static_cast<std::size_t>(frame - frames.first)].empty() && cell(frame).IsUsed();
+    };
     for (int frame = frames.first; frame <= frames.last; ++frame) {
         const int first = frame;
-        while (frame < frames.last &&
-               planned.xsheet.Cell(choices.level, frame + 1).ShowsSameAs(planned.xsheet.Cell(choices.level, first)))
+        if (!isFilled(first))
+            continue;
+        while (frame < frames.last && isFilled(frame + 1) && cell(frame + 1).ShowsSameAs(cell(first)))
             ++frame;
-        if (planned.xsheet.Cell(choices.level, first).IsUsed())
-            preview.lines.push_back(RunText(first, frame, planned.xsheet.Cell(choices.level, first).CelName()));
+        preview.lines.push_back(RunText(first, frame, cell(first).CelName()));
     }
     return preview;
 }

@@ -153,8 +153,9 @@ std::string SpokenAt(const CSpokenLine& line, int frame) {
     const auto frames = static_cast<std::size_t>(line.lastFrame - line.firstFrame + 1);
     const auto at = static_cast<std::size_t>(frame - line.firstFrame);
     const std::size_t length = LengthOf(line.text);
-    const std::size_t begin = at * length / frames;
-    const std::size_t end = (at + 1) * length / frames;
+    // A character stands where its time begins, so that the first one stands at the first frame.
+    const std::size_t begin = (at * length + frames - 1) / frames;
+    const std::size_t end = ((at + 1) * length + frames - 1) / frames;
     std::string spoken;
     std::size_t character = 0;
     for (const char c : line.text) {

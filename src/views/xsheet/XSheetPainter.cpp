@@ -10,9 +10,10 @@ namespace velmor {
 
 namespace {
 
-constexpr int margin = 4;       ///< beside texts
-constexpr int noteWidth = 3;    ///< of the bar in a note's color
-constexpr int readyWidth = 3;   ///< of the bar beside frames that are ready to be played
+constexpr int margin = 4;     ///< beside texts
+constexpr int noteWidth = 3;  ///< of the bar in a note's color
+constexpr int readyWidth = 3; ///< of the bar beside frames that are ready to be played
+constexpr int spokenAlpha = 190;
 constexpr int spokenWidth = 27; ///< of what is spoken, in the sound column
 
 // printf would show a small negative number as "-0".
@@ -330,7 +331,9 @@ void CXSheetPainter::PaintSound(const CFrameLook& frame, const QRect& rect, bool
 // At the right of the column, along a line that runs as long as is spoken.
 void CXSheetPainter::PaintSpoken(const CFrameLook& frame, const QRect& rect) {
     const QRect text(rect.right() - spokenWidth, rect.y(), spokenWidth - 3, rect.height() - 1);
-    m_painter.fillRect(text, m_style.spokenFill);
+    QColor ground = m_style.spokenFill;
+    ground.setAlpha(spokenAlpha); // the wave goes on under it
+    m_painter.fillRect(text, ground);
     m_painter.fillRect(rect.right() - 3, rect.y(), 2, rect.height() - (frame.speechContinues ? 0 : 2),
                        m_style.spokenEdge);
     m_painter.setPen(m_style.text);
