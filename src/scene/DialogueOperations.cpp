@@ -98,7 +98,8 @@ bool CDialogueOperations::Import(const Path& file) {
                                            frames.last, changed)))
         return false;
     const bool isWithin = std::ranges::all_of(changed.Lines(), [&scene](const CSpokenLine& line) {
-        return scene.xsheet.HasFrame(line.lastFrame) || scene.dialogue.At(line.firstFrame) != nullptr;
+        const CSpokenLine* known = scene.dialogue.At(line.firstFrame); // from when the sheet was longer
+        return scene.xsheet.HasFrame(line.lastFrame) || (known != nullptr && *known == line);
     });
     if (!m_context.Require(isWithin, "The dialogue has frames that the xsheet has not"))
         return false;

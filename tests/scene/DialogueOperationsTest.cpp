@@ -52,7 +52,7 @@ TEST_F(DialogueOperations, ATextIsImportedWholeOrNotAtAll) {
     EXPECT_TRUE(dialogue.Import(Write("1-3 Ann: Hello\n5 you\n")));
     EXPECT_EQ(Lines(), (std::vector<CSpokenLine>{{0, 2, "Ann", "Hello"}, {4, 4, "", "you"}}));
     TakeHints();
-    for (const std::string text : {"1-3 a\nb\n", "11-13 a\n"}) {
+    for (const std::string text : {"1-3 a\nb\n", "11-13 a\n", "5-13 a\n"}) {
         EXPECT_FALSE(dialogue.Import(Write(text)));
         EXPECT_EQ(prompter.TakeMessages().size(), 1U) << text;
     }

@@ -462,10 +462,10 @@ TEST_F(XSheetViewTest, WhatIsSpokenStandsBesideTheSound) {
     const QImage without = Port()->grab().toImage();
     ASSERT_TRUE(doc->Dialogue().PutLine({1, 4, "Ann", "abcd"}));
     const QImage with = Port()->grab().toImage();
-    const auto row = [](int frame) { return QRect(480, 40 + 20 * frame, 60, 20); };
+    const auto row = [](int frame) { return QRect(510, 40 + 20 * frame, 60, 20); };
     for (int frame = 0; frame < 6; ++frame)
         EXPECT_EQ(with.copy(row(frame)) != without.copy(row(frame)), frame >= 1 && frame <= 4) << frame;
-    EXPECT_EQ(with.copy(0, 0, 480, 240), without.copy(0, 0, 480, 240));
+    EXPECT_EQ(with.copy(0, 0, 510, 240), without.copy(0, 0, 510, 240));
     EXPECT_NE(with.copy(row(1)), with.copy(row(2))) << "each its own letters";
     ASSERT_TRUE(doc->Dialogue().PutLine({1, 4, "", ""}));
     EXPECT_EQ(Port()->grab().toImage(), without);
