@@ -115,8 +115,9 @@ TEST_F(CSheetExchangeTest, ThePreviewTellsLevelsDrawingsAndTheFolderThatIsAskedF
     EXPECT_EQ(added.changedCells, 1);
     EXPECT_FALSE(import.tracks[1].isNew || import.tracks[1].usesGivenFolder);
     EXPECT_EQ(import.tracks[1].changedCells, 2);
-    EXPECT_EQ(import.sheetChanges, Texts{"Length: 6 frames before, 3 after"});
-    EXPECT_EQ(import.sheetLosses, Texts{"Frame 1: there is no sound called \"Hello\""});
+    EXPECT_EQ(import.sheetChanges,
+              (Texts{"Length: 6 frames before, 3 after", "Dialogue: 0 lines before, 1 after"}));
+    EXPECT_EQ(import.sheetLosses, Texts());
 }
 
 TEST_F(CSheetExchangeTest, WhatCannotBeReadOrHasNoRoomChangesNothing) {
