@@ -51,7 +51,7 @@ CNoteDialog::CNoteDialog(QWidget* parent, const CNoteRequest& request)
     form.addRow("&Mark :", m_mark);
     form.setRowVisible(m_mark, request.hasMark);
     form.addRow("&Color :", m_color);
-    form.addRow("Co&mment :", m_comment);
+    form.addRow("Comm&ent :", m_comment);
     m_comment->setFocus(Qt::TabFocusReason);
     resize(380, 260);
 }
