@@ -1,22 +1,15 @@
 #include "WalkCycle.h"
 #include "MainFrameFixture.h"
+#include "qt/CelCanvas.h"
 
-#include "app/window/Theme.h"
 #include "render/FrameComposer.h"
 #include "scene/AssetOperations.h"
 #include "scene/FillChoices.h"
 #include "scene/PaletteOperations.h"
 #include "scene/SceneHistory.h"
 #include "scene/SceneModel.h"
-#include "views/ViewMapping.h"
 #include "views/cel/CelFrame.h"
 #include "views/cel/CelView.h"
-
-#include <QPointingDevice>
-#include <QScrollBar>
-#include <QTabletEvent>
-
-#include <cstdlib>
 
 namespace velmor::testing {
 namespace {
@@ -35,39 +28,11 @@ protected:
     const CCelImg& Image() { return doc->Model().celImg; }
     const CXSheet& Sheet() { return doc->Model().Scene().xsheet; }
 
-    QPointF Shown(CRealPoint point) {
-        const CViewMapping mapping{{pageWidth, pageHeight},
-                                   {Canvas().width(), Canvas().height()},
-                                   View().Zoom(),
-                                   {View().horizontalScrollBar()->value(), View().verticalScrollBar()->value()},
-                                   View().Turn()};
-        const CRealPoint client = mapping.ToClient(point);
-        return {client.x, client.y};
-    }
-
-    void Pen(QEvent::Type type, CRealPoint point, double pressure) {
-        static const QPointingDevice pen(
-            "pen", 7, QInputDevice::DeviceType::Stylus, QPointingDevice::PointerType::Pen,
-            QInputDevice::Capability::Position | QInputDevice::Capability::Pressure, 1, 2);
-        const QPointF at = Shown(point);
-        const bool isDown = type != QEvent::TabletRelease;
-        const bool isMotion = type == QEvent::TabletMove;
-        QTabletEvent event(type, &pen, at, Canvas().mapToGlobal(at), pressure, 0, 0, 0, 0, 0, Qt::NoModifier,
-                           isMotion ? Qt::NoButton : Qt::LeftButton, isDown ? Qt::LeftButton : Qt::NoButton);
-        QApplication::sendEvent(&Canvas(), &event);
-    }
-
-    void Stroke(const std::vector<CRealPoint>& way) {
-        Pen(QEvent::TabletPress, way.front(), 0.6);
-        for (std::size_t i = 3; i < way.size(); i += 3)
-            Pen(QEvent::TabletMove, way[i], 0.6);
-        Pen(QEvent::TabletRelease, way.back(), 0);
-    }
+    CCelCanvas Hand() { return {View(), {pageWidth, pageHeight}}; }
 
     void Pour(const CHandDrawing::CPour& pour) {
         doc->Palette().SetFGColorValue(pour.color);
-        const QPoint at = Shown(pour.at).toPoint();
-        QTest::mouseClick(&Canvas(), Qt::LeftButton, {}, at);
+        Hand().Click(pour.at);
     }
 
     ColorRef ColorAt(CRealPoint point) {
@@ -76,24 +41,6 @@ protected:
     }
 
     bool IsLine(CRealPoint point) { return Image().IsLine(static_cast<int>(point.x), static_cast<int>(point.y)); }
-
-    void Picture(const char* name) {
-        const char* const pictures = std::getenv("VELMOR_PICTURES");
-        if (pictures == nullptr)
-            return;
-        QTest::qWait(400); // gaps and the camera's picture are found on threads of their own
-        Frame().UpdateCommands();
-        EXPECT_TRUE(Frame().grab().save(QString("%1/%2.png").arg(pictures, name)));
-    }
-
-    void BeginPictures() {
-        if (std::getenv("VELMOR_PICTURES") == nullptr)
-            return;
-        const char* const theme = std::getenv("VELMOR_DARK") != nullptr ? "dark" : "light";
-        EXPECT_TRUE(profile.WriteString("Window", "Theme", theme));
-        ApplyTheme(profile);
-        Frame().resize(1180, 760);
-    }
 };
 
 TEST_F(CWalkCycleTest, TwelveDrawingsFromAnEmptyDatabaseWalk) {
@@ -114,7 +61,7 @@ TEST_F(CWalkCycleTest, TwelveDrawingsFromAnEmptyDatabaseWalk) {
         QApplication::processEvents();
         const CHandDrawing drawing = CWalkCycle::Drawing(index);
         for (const std::vector<CRealPoint>& stroke : drawing.strokes)
-            Stroke(stroke);
+            Hand().Stroke(stroke, 3);
         if (index == 0)
             Picture("walk-first");
         if (index == 4)
