@@ -86,7 +86,7 @@ TEST_F(SheetGlanceTest, TheWheelZoomsAndPicturesAppear) {
     const QImage picture = Picture();
     const double scale = picture.devicePixelRatio();
     EXPECT_EQ(picture.pixelColor(QPointF(cell.center().x() * scale, (cell.y() + 46) * scale).toPoint()),
-              QColor(0, 0, 255))
+              QColor(255, 0, 0))
         << "the square of paint of cel 1";
     Wheel({100, 100}, -9);
     EXPECT_EQ(doc->SheetDisplay().Zoom(), 0);
