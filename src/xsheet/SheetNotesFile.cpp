@@ -52,7 +52,7 @@ void ForEachNotedCell(const CXSheet& xsheet, Visit visit) {
 
 template<class Visit>
 void ForEachNotedFrame(const CScene& scene, Visit visit) {
-    for (int frame = 0; frame < std::min(scene.xsheet.FrameCount(), CFrameNotes::capacity); ++frame)
+    for (int frame = 0; frame < CFrameNotes::capacity; ++frame) // behind the end as well: frames come back
         if (const CSheetNote& note = scene.frameNotes.At(frame); !note.IsEmpty())
             visit(frame, note);
 }
@@ -118,7 +118,7 @@ void ReadCellLine(CNoteFields& fields, CReadNotes& read) {
 template<ReadNote Read>
 void ReadFrameLine(CNoteFields& fields, CReadNotes& read) {
     const int frame = fields.TakeNumber() - 1;
-    const bool isThere = read.scene.xsheet.HasFrame(frame) && frame < CFrameNotes::capacity;
+    const bool isThere = frame >= 0 && frame < CFrameNotes::capacity;
     CSheetNote note = isThere ? read.scene.frameNotes.At(frame) : CSheetNote();
     Read(fields, note);
     if (isThere)

@@ -26,7 +26,7 @@ std::string_view WordOf(NoteColor color);
 /// Whether such bytes hold anything: without it no file is needed.
 bool HoldsSheetNotes(std::span<const std::uint8_t> bytes);
 
-/// Gives a scene its notes. Those of cells, frames and sounds that it has not are passed over, and lines of kinds
+/// Gives a scene its notes. Those of cells and sounds that it has not are passed over, and lines of kinds
 /// that are not known are kept. Fails for bytes that are no notes; `scene` is then unchanged.
 CStatus DecodeSheetNotes(std::span<const std::uint8_t> bytes, CScene& scene);
 

@@ -120,7 +120,7 @@ TEST_F(SheetNotes, SurviveAnXSheetOfAProgramThatDoesNotKnowThem) {
     const CScene read = Load();
     EXPECT_EQ(WithoutNotes(read), theirs);
     EXPECT_EQ(read.xsheet.Cell(0, 1).Note(), scene.xsheet.Cell(0, 1).Note());
-    EXPECT_EQ(read.frameNotes, CFrameNotes()) << "there are no such frames";
+    EXPECT_EQ(read.frameNotes, scene.frameNotes) << "they are there again with their frames";
     EXPECT_TRUE(read.sounds.All().front().IsPlain()) << "it is another sound";
 }
 
@@ -155,9 +155,9 @@ TEST_F(SheetNotes, ThatAreDamagedCostNothingElse) {
 
 TEST(SheetNotesFile, TakesWhatMakesSenseAndKeepsWhatANewerVersionHasWritten) {
     const CScene bare = WithoutNotes(NotedScene());
-    for (const char* nowhere :
-         {"mark\t3\t1\tkey\tred\n", "mark\t0\t1\tkey\tred\n", "comment\t1\t5\tgone\n", "frame mark\t5\tkey\tred\n",
-          "frame comment\t-1000000000\tgone\n", "sound\t2\tMeow\t1\t1\t1\n", "dialogue\t4\t2\tFox\tbackwards\n"})
+    for (const char* nowhere : {"mark\t3\t1\tkey\tred\n", "mark\t0\t1\tkey\tred\n", "comment\t1\t5\tgone\n",
+                                "frame mark\t2001\tkey\tred\n", "frame comment\t-1000000000\tgone\n",
+                                "sound\t2\tMeow\t1\t1\t1\n", "dialogue\t4\t2\tFox\tbackwards\n"})
         EXPECT_EQ(Read(nowhere), bare) << nowhere;
     EXPECT_EQ(Read("mark\t1\t1\tsmear\tred\n").xsheet.Cell(0, 0).Note(),
               (CSheetNote{SheetMark::None, NoteColor::Red, {}}));
