@@ -4,6 +4,7 @@
 #include "scene/SceneLifecycle.h"
 #include "scene/SceneModel.h"
 #include "scene/XSheetCursor.h"
+#include "views/camera/CamFrame.h"
 #include "views/camera/CameraView.h"
 
 namespace velmor::testing {
@@ -19,7 +20,7 @@ protected:
         Frame().UpdateCommands();
         return Frame().Action(id)->isEnabled();
     }
-    CCameraView& Camera() { return *Frame().findChild<CCameraView*>(); }
+    CCameraView& Camera() { return Frame().CameraPane().View(); }
 
     CTestScene scene{Database()};
 };
