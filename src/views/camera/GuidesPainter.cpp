@@ -132,18 +132,20 @@ void CGuides::PaintRect(const CRealRect& rect, const QColor& color, Qt::PenStyle
 }
 
 void CGuides::PaintSafeAreas(const CRealRect& frame) {
-    const auto paint = [&](int percent, const char* name) {
+    // One name at the top and one at the bottom: in a small picture they would lie on each other.
+    const auto paint = [&](int percent, const char* name, bool isAbove) {
         const CRealRect area = SafeArea(frame, percent);
         PaintRect(area, m_ink.safe, Qt::SolidLine);
         const QRectF shown = Shown(area);
-        PaintText(shown.topLeft() +
-                      QPointF(QFontMetricsF(m_painter.font()).horizontalAdvance(name) / 2 + 4, m_ink.textHeight),
+        const double right = QFontMetricsF(m_painter.font()).horizontalAdvance(name) / 2 + 4;
+        PaintText(isAbove ? shown.topLeft() + QPointF(right, m_ink.textHeight)
+                          : shown.bottomLeft() + QPointF(right, -m_ink.textHeight),
                   name, m_ink.safe);
     };
     if (m_choices.actionSafe)
-        paint(m_choices.actionPercent, "Action");
+        paint(m_choices.actionPercent, "Action", true);
     if (m_choices.titleSafe)
-        paint(m_choices.titlePercent, "Title");
+        paint(m_choices.titlePercent, "Title", false);
 }
 
 void CGuides::PaintFrames() {
@@ -190,9 +192,9 @@ void PaintGuides(QPainter& painter, const CCameraAidChoices& choices, const CGui
     painter.setClipRect(QRectF(mapping.origin, QSizeF(frame.size.width, frame.size.height) * mapping.factor),
                         Qt::IntersectClip);
     CGuides guides(painter, choices, frame, mapping, ink);
+    guides.PaintFrames(); // whose shade is not to lie over the numbers
     if (choices.fields > 0)
         guides.PaintChart();
-    guides.PaintFrames();
     painter.restore();
 }
 
