@@ -101,8 +101,7 @@ TEST_F(SheetExchange, DialogueGoesThereAndBackBesideTheSounds) {
     EXPECT_EQ(cut, std::string(cut.size(), 'a'));
     dialogue.Set({{0, 1, "Ann: a", "Hello"}, {7, 7, "", cut}});
     CSheetImport import = Imported(xdts);
-    EXPECT_EQ(import.changes, Texts{"Dialogue: 2 lines before, 3 after"})
-        << "though one is called like a sound";
+    EXPECT_EQ(import.changes, Texts{"Dialogue: 2 lines before, 3 after"}) << "though one is called like a sound";
     EXPECT_EQ(import.sounds, sounds) << "as they were trimmed";
     dialogue = import.dialogue;
     EXPECT_EQ(Imported(xdts).changes, Texts());
