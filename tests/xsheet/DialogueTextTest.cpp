@@ -59,7 +59,7 @@ TEST(DialogueText, EachFrameHasItsLetters) {
         return all;
     };
     EXPECT_EQ(spoken({3, 6, "", "abcdefgh"}), "ab|cd|ef|gh|");
-    EXPECT_EQ(spoken({3, 7, "", "\xC3\xA4\xC3\xB6"}), "\xC3\xA4|||\xC3\xB6||");
+    EXPECT_EQ(spoken({3, 7, "", "\xC3\xA4\xC3\xB6"}), "\xC3\xA4||\xC3\xB6|||");
     EXPECT_EQ(spoken({0, 0, "", "all of it"}), "all of it|");
     EXPECT_EQ(SpokenText("  a\tb\n" + std::string(400, 'c')).size(), CDialogue::mostText - 2);
     const std::string umlauts = "a" + std::string(CDialogue::mostText, '\xC3');
