@@ -49,8 +49,8 @@ constexpr int mainToolBarIcon = 20; // in buttons of 25 x 25 and a little air
 constexpr std::array<const char*, stackedPanes> paneKeys = {"Camera Height", "XSheet Height", "Cel Editor Height"};
 constexpr const char* halvesKey = "Camera and XSheet Halves";
 
-/// A menu bar has the focus while its menus are open. Actions that are in them count as those of its own, so
-/// letters that are to choose in a menu would be keys of whichever view.
+/// Actions that are in a menu count as those of the menu, and of the menu bar, so letters that are to choose there
+/// would be keys of whichever view.
 class CMenuLetters final : public QObject {
 public:
     using QObject::QObject;
@@ -140,7 +140,8 @@ void CMainFrame::CreateViews() {
 void CMainFrame::CreateMenus() {
     for (const CMenu& menu : Menus())
         m_commands.FillMenu(*menuBar()->addMenu(menu.title), menu);
-    menuBar()->installEventFilter(new CMenuLetters(menuBar()));
+    auto* letters = new CMenuLetters(menuBar());
+    menuBar()->installEventFilter(letters);
 
     // The same commands under the right mouse button.
     auto* assets = new QMenu(this);
@@ -162,6 +163,8 @@ void CMainFrame::CreateMenus() {
     exposing->setObjectName("exposing menu");
     m_commands.FillMenu(*exposing, TypedExposuresMenu());
     m_statusPanes.SetExposingMenu(*exposing);
+    for (QMenu* menu : findChildren<QMenu*>())
+        menu->installEventFilter(letters); // the one that is open gets the keys
 }
 
 void CMainFrame::CreateToolBar() {

@@ -231,9 +231,30 @@ TEST_F(CKeysTest, LettersInAnOpenMenuAreNoKeysOfAView) {
     ASSERT_TRUE(HasFocus(*Frame().menuBar()));
     Key(Qt::Key_C);
     EXPECT_EQ(CelEditor().Tool(), tool);
+    ASSERT_NE(QApplication::activePopupWidget(), nullptr) << "it has opened Camera";
+    QApplication::activePopupWidget()->close();
     CelEditor().setFocus();
     Key(Qt::Key_C);
     EXPECT_EQ(CelEditor().Tool(), CelTool::Curve);
+}
+
+// The menu that is open gets the keys, whatever has the focus.
+TEST_F(CKeysTest, LettersInAnOpenMenuChooseInIt) {
+    Run(CommandId::ViewCameraAndXsheet);
+    Frame().XsheetPane().View().setFocus();
+    QAction* const xsheet = Frame().menuBar()->actions().at(4);
+    QMenu& menu = *xsheet->menu();
+    menu.popup(Frame().mapToGlobal(QPoint(100, 40)));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&menu));
+    Key(Qt::Key_K);
+    EXPECT_TRUE(
+        doc->Model().Scene().xsheet.Cell(doc->Model().cursorLevel, doc->Model().cursorFrame).Note().IsEmpty());
+    ASSERT_NE(menu.activeAction(), nullptr);
+    EXPECT_EQ(menu.activeAction()->text(), "Mar&ks and Notes");
+    menu.close();
+    Key(Qt::Key_K);
+    EXPECT_EQ(doc->Model().Scene().xsheet.Cell(doc->Model().cursorLevel, doc->Model().cursorFrame).Note().mark,
+              SheetMark::Key);
 }
 
 TEST_F(CKeysTest, KeysOfAViewRestWhileItIsOutOfSight) {
