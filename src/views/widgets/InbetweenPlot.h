@@ -1,11 +1,9 @@
 #pragma once
 
+#include "views/widgets/CurvePlot.h"
 #include "xsheet/Inbetween.h"
 
-#include <QWidget>
 #include <vector>
-
-class QPainter;
 
 namespace velmor {
 
@@ -13,9 +11,9 @@ namespace velmor {
 /// key to the last.
 std::vector<double> InbetweenShape(const CInbetweenPace& pace, CInbetweenKeys keys);
 
-/// Draws the curve of an inbetween type with its two keys and a dot for each frame between them. A drawn curve has
-/// two handles, to be dragged or moved with the arrow keys; Home and End choose the handle.
-class CInbetweenPlot final : public QWidget {
+/// Draws the curve of an inbetween type with its two keys and a dot for each frame between them. Only a
+/// drawn curve has handles.
+class CInbetweenPlot final : public CCurvePlot {
 public:
     explicit CInbetweenPlot(CInbetweenKeys keys);
 
@@ -26,16 +24,13 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override;
-    void mouseMoveEvent(QMouseEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
+    QPointF ShownAt(CRealPoint point) const override;
+    CRealPoint PointAt(QPointF shown) const override;
+    bool HasHandles() const override { return m_pace.type == InbetweenType::Drawn; }
+    CRealPoint HandlePlace(bool second) const override { return second ? m_pace.curve.second : m_pace.curve.first; }
+    void PlaceHandle(bool second, CRealPoint to) override;
 
 private:
-    bool IsDrawn() const { return m_pace.type == InbetweenType::Drawn; }
-    QPointF PointAt(double part, double value) const;
-    CRealPoint PlaceAt(QPointF shown) const;
-    CRealPoint& Handle() { return m_isSecond ? m_pace.curve.second : m_pace.curve.first; }
-    void MoveHandle(CRealPoint to);
     void DrawGround(QPainter& painter) const;
     void DrawCurve(QPainter& painter) const;
     void DrawFrames(QPainter& painter) const;
@@ -44,7 +39,6 @@ private:
 
     CInbetweenKeys m_keys;
     CInbetweenPace m_pace = InbetweenType::Linear;
-    bool m_isSecond = false; ///< which handle is worked with
 };
 
 } // namespace velmor

@@ -1,7 +1,5 @@
 #include "views/widgets/PressurePlot.h"
 
-#include <QKeyEvent>
-#include <QMouseEvent>
 #include <QPainter>
 #include <QPolygonF>
 #include <algorithm>
@@ -14,8 +12,6 @@ constexpr int margin = 12;
 constexpr double handleRadius = 5;
 constexpr double markRadius = 3.5;
 constexpr int curvePoints = 64;
-constexpr double keyStep = 0.01;
-constexpr double largeKeyStep = 0.1;
 
 } // namespace
 
@@ -48,45 +44,11 @@ CRealPoint CPressurePlot::PointAt(QPointF shown) const {
     return {(shown.x() - area.left()) / area.width(), (area.bottom() - shown.y()) / area.height()};
 }
 
-void CPressurePlot::MoveHandle(CRealPoint to) {
-    Handle() = {std::clamp(to.x, 0.0, 1.0), std::clamp(to.y, 0.0, 1.0)};
-    update();
+void CPressurePlot::PlaceHandle(bool second, CRealPoint to) {
+    CRealPoint& handle = second ? m_curve.second : m_curve.first;
+    handle = {std::clamp(to.x, 0.0, 1.0), std::clamp(to.y, 0.0, 1.0)};
     if (changed)
         changed();
-}
-
-void CPressurePlot::mousePressEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton)
-        return;
-    const auto away = [&](CRealPoint handle) { return (ShownAt(handle) - event->position()).manhattanLength(); };
-    m_isSecond = away(m_curve.second) < away(m_curve.first);
-    MoveHandle(PointAt(event->position()));
-}
-
-void CPressurePlot::mouseMoveEvent(QMouseEvent* event) {
-    if (event->buttons().testFlag(Qt::LeftButton))
-        MoveHandle(PointAt(event->position()));
-}
-
-void CPressurePlot::keyPressEvent(QKeyEvent* event) {
-    const double step = event->modifiers().testFlag(Qt::ShiftModifier) ? largeKeyStep : keyStep;
-    const CRealPoint at = Handle();
-    switch (event->key()) {
-    case Qt::Key_Left:
-        return MoveHandle({at.x - step, at.y});
-    case Qt::Key_Right:
-        return MoveHandle({at.x + step, at.y});
-    case Qt::Key_Down:
-        return MoveHandle({at.x, at.y - step});
-    case Qt::Key_Up:
-        return MoveHandle({at.x, at.y + step});
-    case Qt::Key_Home:
-    case Qt::Key_End:
-        m_isSecond = event->key() == Qt::Key_End;
-        return update();
-    default:
-        QWidget::keyPressEvent(event);
-    }
 }
 
 void CPressurePlot::paintEvent(QPaintEvent*) {
@@ -103,9 +65,7 @@ void CPressurePlot::paintEvent(QPaintEvent*) {
 }
 
 void CPressurePlot::DrawGround(QPainter& painter) const {
-    painter.setPen(QPen(palette().color(hasFocus() ? QPalette::Highlight : QPalette::Mid), 1));
-    painter.setBrush(palette().base());
-    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 4, 4);
+    DrawPaper(painter);
     painter.setPen(QPen(palette().color(QPalette::Mid), 1, Qt::DotLine));
     for (const double share : {0.0, 0.25, 0.5, 0.75, 1.0}) {
         painter.drawLine(ShownAt({share, 0}), ShownAt({share, 1}));
@@ -125,12 +85,10 @@ void CPressurePlot::DrawCurve(QPainter& painter) const {
 }
 
 void CPressurePlot::DrawHandles(QPainter& painter) const {
-    painter.setPen(QPen(palette().color(QPalette::Text), 1));
-    painter.drawLine(ShownAt({0, 0}), ShownAt(m_curve.first));
-    painter.drawLine(ShownAt({1, 1}), ShownAt(m_curve.second));
+    DrawLevers(painter);
     for (const bool isSecond : {false, true}) {
-        painter.setBrush(isSecond == m_isSecond ? palette().highlight() : palette().base());
-        painter.drawEllipse(ShownAt(isSecond ? m_curve.second : m_curve.first), handleRadius, handleRadius);
+        painter.setBrush(isSecond == IsSecondChosen() ? palette().highlight() : palette().base());
+        painter.drawEllipse(ShownAt(HandlePlace(isSecond)), handleRadius, handleRadius);
     }
 }
 

@@ -1,17 +1,14 @@
 #pragma once
 
 #include "image/stroke/PressureCurve.h"
+#include "views/widgets/CurvePlot.h"
 
-#include <QWidget>
 #include <functional>
-
-class QPainter;
 
 namespace velmor {
 
-/// A pressure curve with its two handles, to be dragged or moved with the arrow keys; Home and End choose the
-/// handle.
-class CPressurePlot final : public QWidget {
+/// A pressure curve with its two handles.
+class CPressurePlot final : public CCurvePlot {
 public:
     explicit CPressurePlot(const CPressureCurve& curve);
 
@@ -26,21 +23,17 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override;
-    void mouseMoveEvent(QMouseEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
+    QPointF ShownAt(CRealPoint point) const override;
+    CRealPoint PointAt(QPointF shown) const override;
+    CRealPoint HandlePlace(bool second) const override { return second ? m_curve.second : m_curve.first; }
+    void PlaceHandle(bool second, CRealPoint to) override;
 
 private:
-    QPointF ShownAt(CRealPoint point) const;
-    CRealPoint PointAt(QPointF shown) const;
-    CRealPoint& Handle() { return m_isSecond ? m_curve.second : m_curve.first; }
-    void MoveHandle(CRealPoint to);
     void DrawGround(QPainter& painter) const;
     void DrawCurve(QPainter& painter) const;
     void DrawHandles(QPainter& painter) const;
 
     CPressureCurve m_curve;
-    bool m_isSecond = false; ///< which handle is worked with
     double m_pressure = -1;
 };
 
