@@ -210,7 +210,7 @@ TEST_F(CScenePreviewTest, WhatIsNotReadyIsDroppedAndCounted) {
     choices.loops = false;
     Preview().SetChoices(choices);
     PlayFirst();
-    WaitForReady({9});
+    WaitForReady({5, 9});
     Advance(42 * 5);
     EXPECT_EQ(Preview().Dropped(), 4);
     Advance(42 * 5);
