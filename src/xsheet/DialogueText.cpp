@@ -53,8 +53,15 @@ bool TakeFrames(std::string_view& text, CSpokenLine& line) {
     return true;
 }
 
-void ReadSpoken(std::string_view text, CSpokenLine& line) {
-    text = Trimmed(text);
+void BlankControls(std::string& text) {
+    std::ranges::replace_if(
+        text, [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
+}
+
+void ReadSpoken(std::string_view read, CSpokenLine& line) {
+    std::string blanked(read); // what becomes a blank may end the speaker
+    BlankControls(blanked);
+    std::string_view text = Trimmed(blanked);
     if (const std::size_t end = text.find(colon); end != std::string_view::npos) {
         line.speaker = SpokenText(text.substr(0, end));
         text.remove_prefix(end + colon.size());
@@ -110,8 +117,7 @@ CStatus ReadLines(std::string_view text, std::vector<CSpokenLine>& lines, std::s
 
 std::string SpokenText(std::string_view text) {
     std::string kept(text.substr(0, CDialogue::mostText));
-    std::ranges::replace_if(
-        kept, [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
+    BlankControls(kept);
     while (!kept.empty() && !IsUtf8(kept))
         kept.pop_back();
     return std::string(Trimmed(kept));

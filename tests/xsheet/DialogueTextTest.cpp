@@ -51,6 +51,15 @@ TEST(DialogueText, SaysWhichLineIsNoneAndTakesNothing) {
     }
 }
 
+TEST(DialogueText, TheFirstColonEndsTheSpeakerWhateverItsBlankIs) {
+    CDialogue dialogue;
+    ASSERT_TRUE(ReadDialogueText(std::string_view("1-4 An:\0n: it was\n", 18), 0, 9, dialogue));
+    EXPECT_EQ(dialogue.Lines(), (std::vector<CSpokenLine>{{0, 3, "An", "n: it was"}}));
+    CDialogue again;
+    ASSERT_TRUE(ReadDialogueText(WriteDialogueText(dialogue), 0, 9, again));
+    EXPECT_EQ(again, dialogue);
+}
+
 TEST(DialogueText, EachFrameHasItsLetters) {
     const auto spoken = [](const CSpokenLine& line) {
         std::string all;
