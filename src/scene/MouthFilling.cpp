@@ -111,7 +111,7 @@ bool CDialogueOperations::FillMouths(const CMouthChoices& choices) {
 }
 
 std::string CDialogueOperations::ChartOf(const std::string& folder) const {
-    const std::string known = m_context.profile.GetString(setting::mouthSection, folder, "");
+    std::string known = m_context.profile.GetString(setting::mouthSection, folder, "");
     if (!known.empty())
         return known;
     std::string chart;

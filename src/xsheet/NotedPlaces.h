@@ -3,6 +3,7 @@
 #include "xsheet/Scene.h"
 
 #include <optional>
+#include <tuple>
 #include <vector>
 
 namespace velmor {
@@ -12,7 +13,10 @@ struct CNotedPlace {
     int frame = 0;
     std::optional<int> level;
 
-    auto operator<=>(const CNotedPlace&) const = default;
+    bool operator==(const CNotedPlace&) const = default;
+    bool operator<(const CNotedPlace& other) const {
+        return std::tie(frame, level) < std::tie(other.frame, other.level);
+    }
 };
 
 /// All places of the sheet at which something is noted, by frames; what belongs to a frame itself comes before its

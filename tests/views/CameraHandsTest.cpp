@@ -272,8 +272,10 @@ TEST_F(CameraHands, OneToOneTheCameraStaysUnderThePointer) {
     const CRealPoint stage =
         CCameraMap(doc->Model().Scene().camera.At(0), {frameWidth, frameHeight}).ToStage({200, 100});
     Press(At(200, 100));
-    for (int x = 201; x <= 233; ++x)
-        Mouse(QEvent::MouseMove, At(x, 100 + (x - 200) / 3));
+    for (int x = 201; x <= 233; ++x) {
+        const int y = 100 + (x - 200) / 3;
+        Mouse(QEvent::MouseMove, At(x, y));
+    }
     Release(At(233, 111));
     EXPECT_NEAR(shown(stage).x, 233, 1e-6);
     EXPECT_NEAR(shown(stage).y, 111, 1e-6);

@@ -10,10 +10,12 @@
 #include "views/print/XSheetPagePainter.h"
 #include "views/print/XSheetPages.h"
 
+#include <QApplication>
 #include <QFile>
 #include <QImage>
 #include <QPageRanges>
 #include <QPainter>
+#include <QPalette>
 #include <QPrinter>
 #include <algorithm>
 #include <numbers>

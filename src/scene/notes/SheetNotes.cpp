@@ -170,7 +170,7 @@ void CSheetNotes::ShowList() {
     CNoteListRequest request;
     const CSheetCell cursor = m_context.model.CursorCell();
     for (const CNotedPlace& place : places) {
-        if (CNotedPlace{cursor.frame, cursor.level} >= place)
+        if (!(CNotedPlace{cursor.frame, cursor.level} < place))
             request.current = request.notes.size();
         request.notes.push_back({PlaceText(place), NoteAt(m_context.model.Scene(), place)});
     }

@@ -25,8 +25,9 @@ std::string Told(const std::set<std::string>& missing) {
 
 // As far from the middle of the frame as it was in another one.
 void MoveToFrame(CXSheetCell& cell, CSize from, CSize to) {
-    static_cast<void>(
-        cell.SetPos(cell.PosX() + to.width / 2 - from.width / 2, cell.PosY() + to.height / 2 - from.height / 2));
+    const int dx = to.width / 2 - from.width / 2;
+    const int dy = to.height / 2 - from.height / 2;
+    static_cast<void>(cell.SetPos(cell.PosX() + dx, cell.PosY() + dy));
 }
 
 } // namespace

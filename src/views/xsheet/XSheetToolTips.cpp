@@ -114,7 +114,7 @@ std::string NoteStatus(const CSceneModel& model) {
 
 QString CellToolTip(const CSceneModel& model, CSheetCell place, const QPixmap& thumbnail) {
     const CXSheetCell& cell = model.Scene().xsheet.Cell(place.level, place.frame);
-    const QString note = NoteText(cell.Note());
+    QString note = NoteText(cell.Note());
     if (!cell.IsUsed())
         return note;
     QString text =
@@ -182,7 +182,7 @@ QString SoundToolTip(const CSceneModel& model, const CXSheetSounds& sounds, int 
     auto sound = std::ranges::find(placements, frame, &CSoundPlacement::frame);
     if (sound == placements.end() && sounds.HeardAt(frame) >= 0)
         sound = placements.begin() + sounds.HeardAt(frame);
-    const QString spoken = SpokenToolTip(model, frame);
+    QString spoken = SpokenToolTip(model, frame);
     if (sound == placements.end())
         return spoken;
     const int frames = sounds.FramesOf(*sound);

@@ -119,9 +119,8 @@ void AddDialogue(const CDialogue& dialogue, CExchangeSheet& sheet) {
 }
 
 std::vector<std::string> LossesOfExport(const CXSheet& xsheet, const CCameraTrack& camera, CSize frame) {
-    const double centreX = frame.width / 2; // where a new cell stands
-    const double centreY = frame.height / 2;
-    const CCellTransform fresh{centreX, centreY, 1, 1, 0};
+    const CPoint centre{frame.width / 2, frame.height / 2}; // where a new cell stands
+    const CCellTransform fresh{static_cast<double>(centre.x), static_cast<double>(centre.y), 1, 1, 0};
     std::vector<std::string> losses;
     for (int level = 0; level < xsheet.LevelCount(); ++level) {
         const std::string folder = FolderOfLevel(xsheet, level).value_or(std::string());

@@ -89,8 +89,12 @@ private:
         if (m_result.changedCells > 0)
             m_import.changes.push_back(level + Counted(m_result.changedCells, "cell changes", "cells change"));
         for (const auto& [name, count] : m_result.missing)
-            m_import.losses.push_back(level + "there is no drawing " + name + ", " +
-                                      Counted(count, "cell stays", "cells stay") + " empty");
+            m_import.losses.push_back(std::string(level)
+                                          .append("there is no drawing ")
+                                          .append(name)
+                                          .append(", ")
+                                          .append(Counted(count, "cell stays", "cells stay"))
+                                          .append(" empty"));
         m_import.tracks.push_back(std::move(m_result));
     }
 

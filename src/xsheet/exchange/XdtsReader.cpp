@@ -122,7 +122,7 @@ public:
             return CStatus::Failure(tooLarge);
         m_sheet.frameCount = static_cast<int>(*duration);
         for (const Json& field : Member(table, "fields"))
-            if (const CStatus read = ReadField(field); !read)
+            if (CStatus read = ReadField(field); !read)
                 return read;
         ReadNames(Member(table, "timeTableHeaders"));
         std::ranges::reverse(m_sheet.tracks);
