@@ -3,6 +3,7 @@
 #include "image/PaletteNames.h"
 #include "image/import/GimpPalette.h"
 #include "image/paint/GapFill.h"
+#include "platform/files/DamagedFile.h"
 #include "scene/DialogRequests.h"
 #include "scene/SceneEdit.h"
 #include "scene/Settings.h"
@@ -54,18 +55,6 @@ bool Holds(const CPalette& palette, const CNamedColor& wanted) {
         if (palette.At(i) == wanted)
             return true;
     return false;
-}
-
-// Where a damaged file can be kept: "Fox.colors.damaged", "Fox.colors.damaged2" and so on.
-Path FreeNameFor(const Path& damaged) {
-    Path name = damaged;
-    name += ".damaged";
-    const Path first = name;
-    for (int number = 2; FileExists(name) || FolderExists(name); ++number) {
-        name = first;
-        name += std::to_string(number);
-    }
-    return name;
 }
 
 } // namespace
@@ -352,7 +341,7 @@ bool CPaletteOperations::SetDamagedFileAside(const Path& file) const {
 }
 
 bool CPaletteOperations::KeepAside(const Path& file, const char* what) const {
-    const Path kept = FreeNameFor(file);
+    const Path kept = FreeNameForDamaged(file);
     if (!MoveFile(file, kept))
         return false;
     m_context.Show(what + Utf8Of(kept.filename()));

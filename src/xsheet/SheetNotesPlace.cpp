@@ -1,6 +1,7 @@
 #include "xsheet/SheetNotesPlace.h"
 
 #include "platform/files/ContentHash.h"
+#include "platform/files/DamagedFile.h"
 #include "xsheet/SheetNotesFile.h"
 
 namespace velmor {
@@ -18,18 +19,6 @@ bool GoWith(const Path& notesFile, std::uint64_t xsheet) {
         return false;
     const std::optional<CFileBytes> bytes = ReadWholeFile(notesFile);
     return bytes && XSheetOfNotes(bytes->Span()) == xsheet;
-}
-
-// Where a damaged file can be kept: "Walk.xsheet.notes.damaged", "Walk.xsheet.notes.damaged2" and so on.
-Path FreeNameFor(const Path& damaged) {
-    Path name = damaged;
-    name += ".damaged";
-    const Path first = name;
-    for (int number = 2; FileExists(name) || FolderExists(name); ++number) {
-        name = first;
-        name += std::to_string(number);
-    }
-    return name;
 }
 
 } // namespace
@@ -53,7 +42,7 @@ Path SheetNotesInForce(const Path& xsheetFile) {
 }
 
 bool SetSheetNotesAside(const Path& xsheetFile, Path& kept) {
-    kept = FreeNameFor(SheetNotesFile(xsheetFile));
+    kept = FreeNameForDamaged(SheetNotesFile(xsheetFile));
     return MoveIfAbsent(SheetNotesInForce(xsheetFile), kept);
 }
 
