@@ -138,16 +138,17 @@ void DrawExactGroup(const CRowWork& work, int column, int count, std::uint32_t* 
 
 enum class Sampling { Nearest, Interpolated, InterpolatedOpaque };
 
-/// Draws areas of one colour and group after group while they are whole and without a doubt. Returns the first
-/// column that is not drawn. A function without calls, so that its constants stay in registers.
+/// Draws areas of one colour and group after group from column `first` on, while they are without a doubt. Returns
+/// the first column that is not drawn; those before `first` are drawn already. A function without calls, so that
+/// its constants stay in registers.
 template<Sampling sampling, class Points>
-HWY_NOINLINE int DrawPlainGroups(const CRowWork& work, const Points& points, CColumnSpan columns, bool isExact,
-                                 std::uint32_t* pixels) {
+HWY_NOINLINE int DrawPlainGroups(const CRowWork& work, const Points& points, CColumnSpan columns, int first,
+                                 bool isExact, std::uint32_t* pixels) {
     const CUniformMap& areas = work.source.UniformAreas();
     const CRunSettings runs = work.runs;
     const MU32 whole = hn::Not(hn::FirstN(du32, 0));
     const int group = GroupSize();
-    int column = columns.begin;
+    int column = first;
     while (column < columns.end) {
         const int x = points.XAt(column);
         const int y = points.YAt(column);
@@ -159,25 +160,28 @@ HWY_NOINLINE int DrawPlainGroups(const CRowWork& work, const Points& points, CCo
             column += run;
             continue;
         }
-        if (column + group > columns.end)
+        // What is left of less than a group is drawn as the end of a whole one.
+        const int at = std::min(column, columns.end - group);
+        if (at < columns.begin)
             break;
+        const MU32 lanes = at == column ? whole : hn::Not(hn::FirstN(du32, static_cast<std::size_t>(column - at)));
         VU32 sample;
         MU32 doubtful;
         if constexpr (sampling == Sampling::Nearest)
-            points.Nearest(column, sample, doubtful);
+            points.Nearest(at, sample, doubtful);
         else {
-            const CCorners corners = points.Corners(column);
+            const CCorners corners = points.Corners(at);
             if (sampling == Sampling::Interpolated && IsUniform(corners)) {
-                DrawSamples(work.alphas, corners.p, whole, pixels + column);
-                column += group;
+                DrawSamples(work.alphas, corners.p, lanes, pixels + at);
+                column = at + group;
                 continue;
             }
             sample = RoughGroup<sampling == Sampling::InterpolatedOpaque>(corners, isExact, doubtful);
         }
         if (!hn::AllFalse(du32, doubtful))
             break;
-        DrawSamples(work.alphas, sample, whole, pixels + column);
-        column += group;
+        DrawSamples(work.alphas, sample, lanes, pixels + at);
+        column = at + group;
     }
     return column;
 }
@@ -185,13 +189,14 @@ HWY_NOINLINE int DrawPlainGroups(const CRowWork& work, const Points& points, CCo
 template<Sampling sampling, class Points>
 void DrawColumns(const CRowWork& work, const Points& points, CColumnSpan columns, bool isExact,
                  std::uint32_t* pixels) {
+    int column = columns.begin;
     while (true) {
-        columns.begin = DrawPlainGroups<sampling>(work, points, columns, isExact, pixels);
-        if (columns.IsEmpty())
+        column = DrawPlainGroups<sampling>(work, points, columns, column, isExact, pixels);
+        if (column >= columns.end)
             return;
-        const int count = std::min(columns.end - columns.begin, GroupSize());
-        DrawExactGroup<sampling != Sampling::Nearest>(work, columns.begin, count, pixels);
-        columns.begin += count;
+        const int count = std::min(columns.end - column, GroupSize());
+        DrawExactGroup<sampling != Sampling::Nearest>(work, column, count, pixels);
+        column += count;
     }
 }
 
