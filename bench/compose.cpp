@@ -20,7 +20,10 @@ struct CFrameKind {
     CSize size;
     int levels;
 };
+constexpr CFrameKind tiny{{32, 24}, 3}; // what a frame, a level and a second thread cost before there is a pixel
+constexpr CFrameKind tinyOfMany{{32, 24}, 48};
 constexpr CFrameKind pal{{768, 576}, 3};
+constexpr CFrameKind palOfMany{{768, 576}, 48};
 constexpr CFrameKind hd{{1920, 1080}, 5};
 
 /// The image files of the benchmark, each made when it is first asked for.
@@ -100,8 +103,11 @@ void AllWays(benchmark::internal::Benchmark* benchmark) {
         ->UseRealTime();
 }
 
+BENCHMARK_CAPTURE(Compose, TinyCels, tiny, Scene::Cels)->Apply(AllWays);
+BENCHMARK_CAPTURE(Compose, TinyCelsOfMany, tinyOfMany, Scene::Cels)->Apply(AllWays);
 BENCHMARK_CAPTURE(Compose, PalCels, pal, Scene::Cels)->Apply(AllWays);
 BENCHMARK_CAPTURE(Compose, PalBusy, pal, Scene::Busy)->Apply(AllWays);
+BENCHMARK_CAPTURE(Compose, PalCelsOfMany, palOfMany, Scene::Cels)->Apply(AllWays);
 BENCHMARK_CAPTURE(Compose, HdCels, hd, Scene::Cels)->Apply(AllWays);
 BENCHMARK_CAPTURE(Compose, HdBusy, hd, Scene::Busy)->Apply(AllWays);
 
