@@ -1,8 +1,7 @@
 #include "render/FrameComposer.h"
 
-#include "image/render/PixelRow.h"
-#include "image/render/PlacedImage.h"
 #include "platform/process/Parallel.h"
+#include "render/FrameStrip.h"
 
 #include <algorithm>
 #include <atomic>
@@ -17,8 +16,6 @@ namespace {
 
 /// Prepared images of a frame that are held at once; a frame of more is drawn in several passes.
 constexpr std::size_t mostBytesHeld = std::size_t{32} << 20;
-/// Rows that a thread takes at a time: few enough to divide the work evenly and to stay in the processor's caches.
-constexpr int stripRows = 16;
 
 /// A file read for a layer.
 struct CReadLayer {
@@ -38,7 +35,7 @@ public:
           m_cache(cache),
           m_frame(SizedFor(request, frame)),
           m_parts(parallel ? ProcessorCount() : 1),
-          m_rows(static_cast<std::size_t>(m_parts) * stripRows, CPixelRow(request.bufferWidth)) {}
+          m_strips(static_cast<std::size_t>(m_parts), CFrameStrip(request.bufferWidth)) {}
 
     CStatus Run() {
         CStatus status;
@@ -103,52 +100,38 @@ private:
     void DrawRead(bool onBackground) {
         if (!onBackground && m_placed.empty())
             return;
+        for (CFrameStrip& strip : m_strips)
+            strip.Reserve(m_placed.size());
+        constexpr int most = CFrameStrip::mostRows;
         std::atomic<int> nextRow{0};
         ParallelFor(m_parts, 1, [&](int begin, int) {
-            const std::span<CPixelRow> rows =
-                std::span(m_rows).subspan(static_cast<std::size_t>(begin) * stripRows);
-            for (int row = nextRow.fetch_add(stripRows); row < m_request.height; row = nextRow.fetch_add(stripRows))
-                DrawStrip(row, rows.first(static_cast<std::size_t>(std::min(stripRows, m_request.height - row))),
-                          onBackground);
+            CFrameStrip& strip = m_strips[static_cast<std::size_t>(begin)];
+            for (int row = nextRow.fetch_add(most); row < m_request.height; row = nextRow.fetch_add(most)) {
+                strip.Begin(row, std::min(most, m_request.height - row));
+                DrawStrip(strip, row, onBackground);
+            }
         });
     }
 
-    /// Draws all layers over the rows from firstRow on, layer by layer, so that neighbouring rows find each other's
-    /// source pixels in the processor's caches.
-    void DrawStrip(int firstRow, std::span<CPixelRow> rows, bool onBackground) {
-        const int width = m_request.bufferWidth;
-        const auto bytesOf = [&](std::size_t i) {
-            return std::span(m_frame.pixels)
-                .subspan((static_cast<std::size_t>(firstRow) + i) * RowBytes(), RowBytes());
-        };
-        for (std::size_t i = 0; i < rows.size(); ++i)
-            if (onBackground)
-                FillBackground(rows[i]);
-            else
-                rows[i].Unpack(bytesOf(i), 0, width);
-        for (const CPlacedImage& placed : m_placed)
-            for (std::size_t i = 0; i < rows.size(); ++i) {
-                const int row = firstRow + static_cast<int>(i);
-                placed.Draw(row, placed.SpansOf(row), rows[i]);
-            }
-        for (std::size_t i = 0; i < rows.size(); ++i)
-            rows[i].Pack(bytesOf(i), 0, width);
-    }
-
-    void FillBackground(CPixelRow& row) const {
-        const std::uint32_t background = static_cast<std::uint32_t>(BlueOf(m_request.background)) |
-                                         static_cast<std::uint32_t>(GreenOf(m_request.background)) << 8 |
-                                         static_cast<std::uint32_t>(RedOf(m_request.background)) << 16;
-        const int filled = std::clamp(m_request.backgroundWidth, 0, row.Width());
-        row.Fill(0, filled, background);
-        row.Fill(filled, row.Width(), 0);
+    void DrawStrip(CFrameStrip& strip, int firstRow, bool onBackground) {
+        const std::span<std::uint8_t> bytes =
+            std::span(m_frame.pixels).subspan(static_cast<std::size_t>(firstRow) * RowBytes());
+        if (onBackground)
+            strip.FillBackground(m_request.backgroundWidth,
+                                 static_cast<std::uint32_t>(BlueOf(m_request.background)) |
+                                     static_cast<std::uint32_t>(GreenOf(m_request.background)) << 8 |
+                                     static_cast<std::uint32_t>(RedOf(m_request.background)) << 16);
+        else
+            strip.Unpack(bytes);
+        strip.Draw(m_placed);
+        strip.Pack(bytes);
     }
 
     const CFrameRequest& m_request;
     CImageCache& m_cache;
     CFrameBuffer& m_frame;
     int m_parts;
-    std::vector<CPixelRow> m_rows; ///< a strip for each thread
+    std::vector<CFrameStrip> m_strips; ///< one for each thread
     std::vector<std::shared_ptr<const CRenderSource>> m_sources;
     std::vector<CPlacedImage> m_placed;
 };

@@ -2,7 +2,9 @@
 
 #include "PlainRender.h"
 #include "TempFolder.h"
+#include "image/render/RowKernels.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <limits>
 #include <random>
@@ -75,6 +77,38 @@ TEST_F(CComposerTest, DrawsAllLayersBottomFirstOverTheBackground) {
             EXPECT_EQ(m_frame.pixels, plain);
         }
     }
+}
+
+// What is hidden is not drawn: every edge of what hides must be where it is.
+TEST_F(CComposerTest, LayersThatHideOthersLeaveThePlainFrame) {
+    constexpr int layerCount = 6;
+    std::vector<Path> paths;
+    for (const Texture texture : {Texture::OpaqueNoise, Texture::Painted, Texture::Gradient, Texture::Speck})
+        for (const LoadState kind : {LoadState::Cel, LoadState::Picture})
+            for (const int side : {60, 130, 300})
+                paths.push_back(SaveImage(std::to_string(paths.size()), side, side * 3 / 4, kind, texture));
+    CImageCache cache(std::size_t{1} << 28);
+    const auto between = [&](double low, double high) {
+        return std::uniform_real_distribution<double>(low, high)(m_random);
+    };
+    const std::vector<std::string_view> targets = KernelTargets();
+    for (int round = 0; round < 60; ++round) {
+        CFrameRequest request{PaddedWidthOf(210), 210, 75, MakeColorRef(1, 2, 3), {}};
+        for (int layer = 0; layer < layerCount; ++layer) {
+            CPlacement at{between(20, 190), between(10, 65), between(-4, 4), between(0.3, 3), between(0.3, 3)};
+            at.angle = m_random() % 3 == 0 ? 0 : at.angle;
+            at.transparency = m_random() % 5 == 0 ? 40 : 0;
+            at.antialias = m_random() % 2 == 0;
+            request.layers.push_back({paths[m_random() % paths.size()], at});
+        }
+        UseKernelTarget(targets[static_cast<std::size_t>(round) % targets.size()]);
+        ASSERT_TRUE(ComposeFrame(request, cache, m_frame, round % 2 == 0));
+        const std::vector<std::uint8_t> plain = PlainFrame(request, layerCount);
+        const auto different = std::ranges::mismatch(m_frame.pixels, plain).in1 - m_frame.pixels.begin();
+        ASSERT_EQ(different, std::ssize(plain)) << "round " << round << " column " << different / 3 % m_frame.width
+                                                << " row " << different / 3 / m_frame.width;
+    }
+    UseKernelTarget("");
 }
 
 TEST_F(CComposerTest, FrameWithoutLayersIsBackground) {

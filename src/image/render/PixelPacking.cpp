@@ -78,10 +78,19 @@ void Pack(const std::uint32_t* pixels, int count, std::uint8_t* bytes) {
             *(bytes + 3 * at + shift / 8) = static_cast<std::uint8_t>(pixels[at] >> shift);
 }
 
-/// A whole tile: all bits that differ from its first pixel, and all that occur.
+/// All bits of a tile that differ from its first pixel, that occur, and that all its pixels have.
 struct CTileBits {
     std::uint32_t differing = 0;
     std::uint32_t occurring = 0;
+    std::uint32_t common = ~std::uint32_t{0};
+
+    TileColor ColorOf(std::uint32_t firstPixel) const {
+        if (occurring >> 24 == 0)
+            return 0;
+        if (differing == 0)
+            return firstPixel;
+        return common >> 24 == 255 ? mixedOpaqueColors : mixedColors;
+    }
 };
 
 CTileBits BitsOfWholeTile(const std::uint32_t* pixels, int width, int rows) {
@@ -89,20 +98,25 @@ CTileBits BitsOfWholeTile(const std::uint32_t* pixels, int width, int rows) {
     const auto first = hn::Set(d, pixels[0]);
     auto differing = hn::Zero(d);
     auto occurring = hn::Zero(d);
+    auto common = hn::Set(d, ~std::uint32_t{0});
     for (int y = 0; y < rows; ++y)
         for (std::size_t x = 0; x < CUniformMap::tileSide; x += hn::Lanes(d)) {
             const auto some = hn::LoadU(d, pixels + std::ptrdiff_t{y} * width + static_cast<std::ptrdiff_t>(x));
             differing = hn::Or(differing, hn::Xor(some, first));
             occurring = hn::Or(occurring, some);
+            common = hn::And(common, some);
         }
     HWY_ALIGN std::uint32_t differ[CUniformMap::tileSide];
     HWY_ALIGN std::uint32_t occur[CUniformMap::tileSide];
+    HWY_ALIGN std::uint32_t shared[CUniformMap::tileSide];
     hn::Store(differing, d, differ);
     hn::Store(occurring, d, occur);
+    hn::Store(common, d, shared);
     CTileBits bits;
     for (std::size_t lane = 0; lane < hn::Lanes(d); ++lane) {
         bits.differing |= differ[lane];
         bits.occurring |= occur[lane];
+        bits.common &= shared[lane];
     }
     return bits;
 }
@@ -119,11 +133,9 @@ void TileColors(const std::uint32_t* pixels, int width, int rows, TileColor* col
                     const std::uint32_t pixel = tile[std::ptrdiff_t{y} * width + column];
                     bits.differing |= pixel ^ tile[0];
                     bits.occurring |= pixel;
+                    bits.common &= pixel;
                 }
-        if (bits.occurring >> 24 == 0)
-            *colors = 0;
-        else
-            *colors = bits.differing == 0 ? tile[0] : mixedColors;
+        *colors = bits.ColorOf(tile[0]);
     }
 }
 

@@ -24,6 +24,18 @@ std::ptrdiff_t BytesAhead(const CSourceMapping& mapping) {
     return std::abs(bytes) < most ? static_cast<std::ptrdiff_t>(bytes) : 0;
 }
 
+/// The columns that are open, up to a whole group of them, as far as there are more: groups are drawn faster than
+/// pixels, and what is hidden may be drawn.
+CColumnSpan Within(const CColumnSpan& open, const CColumnSpan& columns) {
+    static_assert(CPixelRow::slack <= CStripCover::blockColumns, "open columns would be drawn twice");
+    const int begin = std::max(open.begin, columns.begin);
+    const int count = std::min(open.end, columns.end) - begin;
+    if (count <= 0)
+        return {};
+    const int groups = (count + CPixelRow::slack - 1) / CPixelRow::slack;
+    return {begin, std::min(begin + groups * CPixelRow::slack, columns.end)};
+}
+
 } // namespace
 
 CPlacedImage::CPlacedImage(const CRenderSource& source, const CPlacement& placement, CSize destination)
@@ -108,9 +120,7 @@ CRowSpans CPlacedImage::SpansOf(int row) const {
     return {all, interpolated};
 }
 
-void CPlacedImage::Draw(int row, const CRowSpans& spans, CPixelRow& pixels) const {
-    if (spans.all.IsEmpty())
-        return;
+CRowWork CPlacedImage::WorkOf(int row) const {
     CRowWork work{*m_source, m_mapping};
     work.laneSteps = &m_laneSteps;
     work.alphas = m_alphas ? &*m_alphas : nullptr;
@@ -118,19 +128,56 @@ void CPlacedImage::Draw(int row, const CRowSpans& spans, CPixelRow& pixels) cons
     work.aheadBytes = m_aheadBytes;
     work.start = m_mapping.PointOf(0, row);
     work.row = row;
-    CColumnSpan interpolated = spans.interpolated;
     if (m_columns) {
-        const double y = work.start.y;
         work.columns = &*m_columns;
-        work.sourceY = static_cast<int>(y);
-        work.sourceFraction = y - work.sourceY;
-        // Interpolation at whole coordinates gives the pixel itself.
-        if (m_columns->isIntegral && work.sourceFraction == 0)
-            interpolated = {spans.all.end, spans.all.end};
+        work.sourceY = static_cast<int>(work.start.y);
+        work.sourceFraction = work.start.y - work.sourceY;
     }
-    DrawNearest(work, {spans.all.begin, interpolated.begin}, pixels.Pixels());
-    DrawInterpolated(work, interpolated, pixels.Pixels());
-    DrawNearest(work, {interpolated.end, spans.all.end}, pixels.Pixels());
+    return work;
+}
+
+void CPlacedImage::Draw(int row, const CRowSpans& spans, std::span<const CColumnSpan> open,
+                        CPixelRow& pixels) const {
+    if (spans.all.IsEmpty() || open.empty())
+        return;
+    const CRowWork work = WorkOf(row);
+    CColumnSpan interpolated = spans.interpolated;
+    // Interpolation at whole coordinates gives the pixel itself.
+    if (m_columns && m_columns->isIntegral && work.sourceFraction == 0)
+        interpolated = {spans.all.end, spans.all.end};
+    for (const CColumnSpan& span : open) {
+        DrawNearest(work, Within(span, {spans.all.begin, interpolated.begin}), pixels.Pixels());
+        DrawInterpolated(work, Within(span, interpolated), pixels.Pixels());
+        DrawNearest(work, Within(span, {interpolated.end, spans.all.end}), pixels.Pixels());
+    }
+}
+
+void CPlacedImage::Cover(int firstRow, int rowCount, CStripCover& cover) const {
+    const COpaqueMap& opaque = m_source->OpaqueAreas();
+    if (opaque.IsEmpty() || m_alphas || !m_mapping.IsEstimable())
+        return;
+    constexpr double halfColumns = (CStripCover::blockColumns - 1) / 2.0;
+    const double halfRows = (rowCount - 1) / 2.0;
+    const CSourcePoint start = m_mapping.PointOf(0, firstRow);
+    const CSourcePoint above = m_mapping.PointOf(0, firstRow + 1);
+    const double acrossX = above.x - start.x;
+    const double acrossY = above.y - start.y;
+    // Beside the farthest point of a block there is the pixel that it is interpolated with; another one is for what
+    // is rounded here.
+    constexpr double beside = 2;
+    const double fromMiddle =
+        beside + std::max(halfColumns * std::abs(m_mapping.StepX()) + halfRows * std::abs(acrossX),
+                          halfColumns * std::abs(m_mapping.StepY()) + halfRows * std::abs(acrossY));
+    const CColumnSpan inside = m_mapping.ColumnsInside(firstRow + rowCount / 2, m_source->PaintedArea());
+    const int endBlock = std::min(inside.end / CStripCover::blockColumns, cover.BlockCount());
+    for (int block = inside.begin / CStripCover::blockColumns; block < endBlock; ++block) {
+        const double middle = block * CStripCover::blockColumns + halfColumns;
+        const double x = start.x + middle * m_mapping.StepX() + halfRows * acrossX;
+        const double y = start.y + middle * m_mapping.StepY() + halfRows * acrossY;
+        const bool isInside = x >= 0 && x < m_source->Width() && y >= 0 && y < m_source->Height();
+        if (isInside && opaque.ReachAt(static_cast<int>(x), static_cast<int>(y)) >= fromMiddle)
+            cover.Cover(block);
+    }
 }
 
 } // namespace velmor

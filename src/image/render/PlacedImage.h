@@ -4,8 +4,10 @@
 #include "image/render/RenderSource.h"
 #include "image/render/RowKernels.h"
 #include "image/render/SourceMapping.h"
+#include "image/render/StripCover.h"
 
 #include <optional>
+#include <span>
 
 namespace velmor {
 
@@ -24,13 +26,17 @@ public:
     CPlacedImage(const CRenderSource& source, const CPlacement& placement, CSize destination);
 
     CRowSpans SpansOf(int row) const;
-    /// Draws over what stands in `pixels`, row `row` of the frame; nothing outside the spans is changed.
-    void Draw(int row, const CRowSpans& spans, CPixelRow& pixels) const;
+    /// Draws over what stands in `pixels`, row `row` of the frame, those columns of its spans that are `open`, from
+    /// left to right; some between them may be drawn as well. Nothing outside the spans is changed.
+    void Draw(int row, const CRowSpans& spans, std::span<const CColumnSpan> open, CPixelRow& pixels) const;
+    /// Adds what the image hides of the strip of rows from firstRow on.
+    void Cover(int firstRow, int rowCount, CStripCover& cover) const;
 
 private:
     void MakeAlphaTable(double transparency);
     void MakeColumnTable(int columnCount);
     void MakeLaneSteps();
+    CRowWork WorkOf(int row) const;
 
     const CRenderSource* m_source;
     CSourceMapping m_mapping;

@@ -131,10 +131,11 @@ void CRenderSource::PackPlanes(const CCelImg& image) {
             m_pixels.SetRow(y + row, pixels.subspan(width * static_cast<std::size_t>(row), width));
     }
     m_uniformAreas = CUniformMap(colors, m_width, m_height);
+    m_opaqueAreas = COpaqueMap(colors, m_width, m_height);
 }
 
 std::size_t CRenderSource::ByteCount() const {
-    return sizeof(*this) + m_pixels.ByteCount() + m_uniformAreas.ByteCount();
+    return sizeof(*this) + m_pixels.ByteCount() + m_uniformAreas.ByteCount() + m_opaqueAreas.ByteCount();
 }
 
 void CRenderSource::DrawRows(const CPlacement& placement, CFrameView destination, int firstRow, int endRow) const {
@@ -147,7 +148,7 @@ void CRenderSource::DrawRows(const CPlacement& placement, CFrameView destination
             continue;
         const auto bytes = destination.pixels.subspan(static_cast<std::size_t>(row) * rowBytes, rowBytes);
         pixels.Unpack(bytes, spans.all.begin, spans.all.end);
-        placed.Draw(row, spans, pixels);
+        placed.Draw(row, spans, {&spans.all, 1}, pixels);
         pixels.Pack(bytes, spans.all.begin, spans.all.end);
     }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "image/CelImg.h"
+#include "image/render/OpaqueMap.h"
 #include "image/render/Render.h"
 #include "image/render/StripedPixels.h"
 #include "image/render/UniformMap.h"
@@ -46,6 +47,7 @@ public:
     /// when a cel holds a single figure. Their pixels are not kept.
     const CRect& PaintedArea() const { return m_paintedArea; }
     const CUniformMap& UniformAreas() const { return m_uniformAreas; }
+    const COpaqueMap& OpaqueAreas() const { return m_opaqueAreas; }
     /// Whether every alpha is 255.
     bool IsOpaque() const { return m_isOpaque; }
 
@@ -59,6 +61,7 @@ private:
     CRect m_paintedArea;
     CStripedPixels m_pixels;
     CUniformMap m_uniformAreas;
+    COpaqueMap m_opaqueAreas;
 };
 
 } // namespace velmor

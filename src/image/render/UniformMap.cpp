@@ -1,5 +1,7 @@
 #include "image/render/UniformMap.h"
 
+#include "image/render/TileDistances.h"
+
 #include <algorithm>
 #include <iterator>
 
@@ -8,22 +10,6 @@ namespace velmor {
 namespace {
 
 constexpr int farthest = 255;
-
-/// A grid of tiles with a border of one, so that every tile has eight neighbours.
-template<class Value>
-class CTileGrid {
-public:
-    CTileGrid(int columns, int rows, Value value)
-        : m_stride(static_cast<std::size_t>(columns) + 2),
-          m_values(m_stride * (static_cast<std::size_t>(rows) + 2), value) {}
-
-    Value* Row(int y) { return m_values.data() + (static_cast<std::size_t>(y) + 1) * m_stride + 1; }
-    const Value* Row(int y) const { return m_values.data() + (static_cast<std::size_t>(y) + 1) * m_stride + 1; }
-
-private:
-    std::size_t m_stride;
-    std::vector<Value> m_values;
-};
 
 bool DiffersFromNeighbour(const CTileGrid<TileColor>& colors, int x, int y) {
     const TileColor own = colors.Row(y)[x];
@@ -34,22 +20,6 @@ bool DiffersFromNeighbour(const CTileGrid<TileColor>& colors, int x, int y) {
             differs |= other != own && other != beyondImage;
         }
     return differs;
-}
-
-/// Distance by two passes, each looking at the neighbours that it has passed.
-void SpreadDistances(CTileGrid<int>& distances, int columns, int rows) {
-    for (int y = 0; y < rows; ++y) {
-        const int* below = distances.Row(y - 1);
-        int* own = distances.Row(y);
-        for (int x = 0; x < columns; ++x)
-            own[x] = std::min(own[x], 1 + std::min({below[x - 1], below[x], below[x + 1], own[x - 1]}));
-    }
-    for (int y = rows - 1; y >= 0; --y) {
-        const int* above = distances.Row(y + 1);
-        int* own = distances.Row(y);
-        for (int x = columns - 1; x >= 0; --x)
-            own[x] = std::min(own[x], 1 + std::min({above[x - 1], above[x], above[x + 1], own[x + 1]}));
-    }
 }
 
 } // namespace
@@ -65,11 +35,11 @@ CUniformMap::CUniformMap(std::span<const TileColor> tileColors, int width, int h
     CTileGrid<int> distances(columns, rows, farthest);
     for (int y = 0; y < rows; ++y)
         for (int x = 0; x < columns; ++x)
-            if (colors.Row(y)[x] == mixedColors)
+            if (IsMixedTile(colors.Row(y)[x]))
                 distances.Row(y)[x] = 0;
             else if (DiffersFromNeighbour(colors, x, y))
                 distances.Row(y)[x] = 1;
-    SpreadDistances(distances, columns, rows);
+    SpreadDistances(distances);
 
     m_colors.reserve(tileColors.size());
     std::ranges::transform(tileColors, std::back_inserter(m_colors),

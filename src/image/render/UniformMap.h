@@ -11,6 +11,15 @@ namespace velmor {
 using TileColor = std::uint64_t;
 constexpr TileColor mixedColors = TileColor{1} << 32;
 constexpr TileColor beyondImage = TileColor{2} << 32;
+constexpr TileColor mixedOpaqueColors = TileColor{3} << 32; ///< mixed, and none is transparent at all
+
+/// Whether a tile of the image is of more than one colour.
+constexpr bool IsMixedTile(TileColor color) {
+    return color == mixedColors || color == mixedOpaqueColors;
+}
+constexpr bool IsOpaqueTile(TileColor color) {
+    return color >> 24 == 255 || color == mixedOpaqueColors;
+}
 
 /// Where an image is the same over large areas: all transparent, or all of one colour, as most of a painted cel is.
 ///
