@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <utility>
 
 namespace velmor {
 
@@ -19,6 +20,7 @@ constexpr int qualityUnits = 100; // of the stream's 0 to 10000 a percent
 struct CMadeFrame {
     CFrameBuffer frame;
     std::vector<std::uint8_t> encoded;
+    bool isHeld = false; ///< looks like the frame before, and is not made again
     CStatus status;
 };
 
@@ -67,7 +69,12 @@ private:
     }
 
     void MakeFrameOrThrow(int frame, CMadeFrame& made) {
-        made.status = ComposeFrame(RequestFlipbookFrame(m_job, frame), m_cache, made.frame, false);
+        const CFrameRequest request = RequestFlipbookFrame(m_job, frame);
+        made.status = {};
+        made.isHeld = frame > m_first && request == RequestFlipbookFrame(m_job, frame - m_job.settings.step);
+        if (made.isHeld)
+            return;
+        made.status = ComposeFrame(request, m_cache, made.frame, false);
         if (made.status)
             EncodeMsVideo1(made.frame.pixels, made.frame.width, made.frame.height,
                            m_job.settings.quality * qualityUnits, m_job.shot.scene.geometry.background,
@@ -87,7 +94,9 @@ private:
             progress.Report((frame - m_first + 1) * 100 / range, "Preparing Frame : " + number);
             if (!made->status)
                 return Failed({made->status.Message()});
-            if (const CStatus written = m_writer.WriteEncodedFrame(frame - m_first, made->encoded); !written)
+            if (!made->isHeld)
+                std::swap(m_shown, made->encoded);
+            if (const CStatus written = m_writer.WriteEncodedFrame(frame - m_first, m_shown); !written)
                 return Failed({written.Message(), "Problem Writing flipbook to disk"});
             progress.FrameDone(frame + 1);
             if (progress.TakeStopRequest() && askStop())
@@ -102,6 +111,7 @@ private:
     const int m_first;
     const int m_last;
     CAviWriter m_writer;
+    std::vector<std::uint8_t> m_shown; ///< the frame written last
 };
 
 } // namespace

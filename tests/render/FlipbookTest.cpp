@@ -127,6 +127,24 @@ TEST_F(Flipbook, HoldsTheComposedFramesAndTheSound) {
     EXPECT_EQ(movie->sound, CutSound(track, 24, 1, 8));
 }
 
+TEST_F(Flipbook, HeldDrawingsStandAsLongAsTheyAreExposed) {
+    // On twos, then one held for three frames, and back to the first.
+    const int held[CTestScene::frames] = {0, 0, 1, 1, 2, 2, 2, 0, 0, 3};
+    for (int frame = 0; frame < CTestScene::frames; ++frame) {
+        scene.Expose(0, frame, "A", "1", 12 + 10 * held[frame], 24);
+        scene.data.camera.MutableAt(frame) = {0, 0, 0.1, 1.2};
+    }
+    ASSERT_EQ(Generate(Job()).end, FlipbookEnd::Complete);
+    const auto movie = DecodeMovie(output);
+    ASSERT_TRUE(movie);
+    ASSERT_EQ(movie->frames.size(), std::size(held));
+    for (std::size_t i = 0; i < std::size(held); ++i) {
+        EXPECT_LT(DistanceFrom(Job(), *movie, i, static_cast<int>(i)), 4.0) << i;
+        const std::size_t before = i > 0 ? i - 1 : i;
+        EXPECT_EQ(movie->frames[i].pixels == movie->frames[before].pixels, held[i] == held[before]) << i;
+    }
+}
+
 TEST_F(Flipbook, StepsLeaveEmptySamplesAndLowerTheRate) {
     CFlipbookJob job = Job();
     job.settings.step = 4;
