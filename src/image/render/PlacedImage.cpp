@@ -113,7 +113,7 @@ CRowSpans CPlacedImage::SpansOf(int row) const {
         // The last column and row of an image have no neighbour to be interpolated with.
         const CRect inner{area.x, area.y, std::min(area.endX, m_source->Width() - 1),
                           std::min(area.endY, m_source->Height() - 1)};
-        const CColumnSpan span = m_mapping.ColumnsInside(row, inner);
+        const CColumnSpan span = inner == area ? all : m_mapping.ColumnsInside(row, inner);
         if (!span.IsEmpty())
             interpolated = span;
     }
