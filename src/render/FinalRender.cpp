@@ -4,6 +4,7 @@
 #include "platform/movie/MovieWriter.h"
 #include "platform/process/Parallel.h"
 #include "render/Flipbook.h"
+#include "render/FrameComposers.h"
 #include "render/FrameReader.h"
 #include "render/OrderedProducer.h"
 #include "render/RenderMovie.h"
@@ -43,7 +44,8 @@ public:
     CRenderRun(const CRenderJob& job, CImageCache& cache)
         : m_job(job),
           m_settings(job.settings),
-          m_cache(cache),
+          m_composers(cache),
+          m_composersOverWhite(cache),
           m_geometry(RenderGeometryOf(job.settings, job.shot.scene.geometry.Frame())),
           m_frames(job.settings.frames) {
         if (!IsMovie(m_settings.format) && m_settings.resume)
@@ -101,21 +103,21 @@ private:
     // An AVI ends with its last frame.
     int LastStands() const { return m_settings.format == RenderFormat::Mp4 ? m_settings.step : 1; }
 
-    CStatus Compose(int frame, ColorRef background, CFrameBuffer& buffer) {
+    CStatus Compose(int frame, ColorRef background, CFrameComposers& composers, CFrameBuffer& buffer) {
         CFrameRequest request =
             RequestFrame(m_job.shot, m_settings.levels, frame, m_job.shot.scene.camera.At(frame), m_geometry);
         request.background = background;
-        return ComposeFrame(request, m_cache, buffer, false);
+        return composers.Compose(request, buffer);
     }
 
     // The frame to be encoded or written, from its layers or, finished, from its file.
     [[nodiscard]] bool MakePixels(int frame, CMadeFrame& made) {
-        made.status =
-            m_job.finished
-                ? ReadFinished(frame, made.frame)
-                : Compose(frame, IsTransparent() ? ColorRef{0} : m_job.shot.scene.geometry.background, made.frame);
+        made.status = m_job.finished
+                          ? ReadFinished(frame, made.frame)
+                          : Compose(frame, IsTransparent() ? ColorRef{0} : m_job.shot.scene.geometry.background,
+                                    m_composers, made.frame);
         if (made.status && IsTransparent())
-            made.status = Compose(frame, MakeColorRef(255, 255, 255), made.overWhite);
+            made.status = Compose(frame, MakeColorRef(255, 255, 255), m_composersOverWhite, made.overWhite);
         if (!made.status)
             made.fault = IsInputMissing(frame) ? RenderFault::Input : RenderFault::Frame;
         return static_cast<bool>(made.status);
@@ -212,7 +214,8 @@ private:
 
     const CRenderJob& m_job;
     const CRenderSettings& m_settings;
-    CImageCache& m_cache;
+    CFrameComposers m_composers;
+    CFrameComposers m_composersOverWhite; ///< of transparent frames, which are composed twice
     const COutputGeometry m_geometry;
     std::vector<int> m_frames;
     std::unique_ptr<IRenderMovie> m_movie; ///< null for numbered frames

@@ -1,6 +1,7 @@
 #include "render/Flipbook.h"
 
 #include "platform/files/ClaimedFile.h"
+#include "render/FrameComposers.h"
 #include "render/OrderedProducer.h"
 #include "render/avi/AviWriter.h"
 #include "render/avi/MsVideo1.h"
@@ -33,7 +34,7 @@ class CFlipbookRun {
 public:
     CFlipbookRun(const CFlipbookJob& job, CImageCache& cache)
         : m_job(job),
-          m_cache(cache),
+          m_composers(cache),
           m_geometry(FlipbookGeometryOf(job.shot.scene.geometry.Frame(), job.settings.scaling)),
           m_first(job.settings.firstFrame - 1),
           m_last(job.settings.lastFrame - 1) {}
@@ -74,7 +75,7 @@ private:
         made.isHeld = frame > m_first && request == RequestFlipbookFrame(m_job, frame - m_job.settings.step);
         if (made.isHeld)
             return;
-        made.status = ComposeFrame(request, m_cache, made.frame, false);
+        made.status = m_composers.Compose(request, made.frame);
         if (made.status)
             EncodeMsVideo1(made.frame.pixels, made.frame.width, made.frame.height,
                            m_job.settings.quality * qualityUnits, m_job.shot.scene.geometry.background,
@@ -106,7 +107,7 @@ private:
     }
 
     const CFlipbookJob& m_job;
-    CImageCache& m_cache;
+    CFrameComposers m_composers;
     const CFlipbookGeometry m_geometry;
     const int m_first;
     const int m_last;

@@ -37,19 +37,27 @@ public:
           m_parts(parallel ? ProcessorCount() : 1),
           m_strips(static_cast<std::size_t>(m_parts), CFrameStrip(request.bufferWidth)) {}
 
-    CStatus Run() {
+    /// Begins with the lowest `layers`, which are drawn in `kept`.
+    void BeginWith(const CFrameBuffer& kept, std::size_t layers) {
+        m_kept = &kept;
+        m_ground = Ground::Kept;
+        m_next = layers;
+    }
+
+    /// Draws the layers up to `end` - 1 that are not drawn yet, over the background that there is.
+    CStatus DrawTo(std::size_t end) {
         CStatus status;
-        std::size_t next = 0;
-        bool first = true;
-        while (first || (status && next < m_request.layers.size())) {
-            status = ReadLayers(next);
-            DrawRead(first);
-            first = false;
-        }
+        do {
+            status = ReadLayers(end);
+            DrawRead();
+        } while (status && m_next < end);
         return status;
     }
 
 private:
+    /// What the next layers are drawn over.
+    enum class Ground { Background, Kept, Frame };
+
     /// Gives the frame its size once it has the pixels for it.
     static CFrameBuffer& SizedFor(const CFrameRequest& request, CFrameBuffer& frame) {
         frame.pixels.resize(static_cast<std::size_t>(request.bufferWidth) *
@@ -61,22 +69,21 @@ private:
 
     std::size_t RowBytes() const { return static_cast<std::size_t>(m_request.bufferWidth) * 3; }
 
-    /// Reads layers from `next` on, as many as there are threads at a time.
-    CStatus ReadLayers(std::size_t& next) {
+    /// Reads layers up to `end` - 1, as many as there are threads at a time, until enough are held.
+    CStatus ReadLayers(std::size_t end) {
         m_sources.clear();
         m_placed.clear();
         std::size_t held = 0;
-        while (next < m_request.layers.size() && held < mostBytesHeld) {
-            std::vector<CReadLayer> read(
-                std::min(static_cast<std::size_t>(m_parts), m_request.layers.size() - next));
-            ParallelFor(static_cast<int>(read.size()), 1, [&](int begin, int end) {
-                for (auto i = static_cast<std::size_t>(begin); i < static_cast<std::size_t>(end); ++i) {
-                    const CFrameLayer& layer = m_request.layers[next + i];
+        while (m_next < end && held < mostBytesHeld) {
+            std::vector<CReadLayer> read(std::min(static_cast<std::size_t>(m_parts), end - m_next));
+            ParallelFor(static_cast<int>(read.size()), 1, [&](int first, int behind) {
+                for (auto i = static_cast<std::size_t>(first); i < static_cast<std::size_t>(behind); ++i) {
+                    const CFrameLayer& layer = m_request.layers[m_next + i];
                     read[i].status = m_cache.Get(layer.path, layer.placement, read[i].source);
                 }
             });
             for (CReadLayer& one : read) {
-                const CFrameLayer& layer = m_request.layers[next++];
+                const CFrameLayer& layer = m_request.layers[m_next++];
                 if (!one.status)
                     return Failed(one.status, " :: Reading file ->", layer.path);
                 if (CStatus placed = Place(layer, *one.source); !placed)
@@ -97,8 +104,8 @@ private:
         return {};
     }
 
-    void DrawRead(bool onBackground) {
-        if (!onBackground && m_placed.empty())
+    void DrawRead() {
+        if (m_ground == Ground::Frame && m_placed.empty())
             return;
         for (CFrameStrip& strip : m_strips)
             strip.Reserve(m_placed.size());
@@ -108,21 +115,22 @@ private:
             CFrameStrip& strip = m_strips[static_cast<std::size_t>(begin)];
             for (int row = nextRow.fetch_add(most); row < m_request.height; row = nextRow.fetch_add(most)) {
                 strip.Begin(row, std::min(most, m_request.height - row));
-                DrawStrip(strip, row, onBackground);
+                DrawStrip(strip, row);
             }
         });
+        m_ground = Ground::Frame;
     }
 
-    void DrawStrip(CFrameStrip& strip, int firstRow, bool onBackground) {
-        const std::span<std::uint8_t> bytes =
-            std::span(m_frame.pixels).subspan(static_cast<std::size_t>(firstRow) * RowBytes());
-        if (onBackground)
+    void DrawStrip(CFrameStrip& strip, int firstRow) {
+        const std::size_t begin = static_cast<std::size_t>(firstRow) * RowBytes();
+        const std::span<std::uint8_t> bytes = std::span(m_frame.pixels).subspan(begin);
+        if (m_ground == Ground::Background)
             strip.FillBackground(m_request.backgroundWidth,
                                  static_cast<std::uint32_t>(BlueOf(m_request.background)) |
                                      static_cast<std::uint32_t>(GreenOf(m_request.background)) << 8 |
                                      static_cast<std::uint32_t>(RedOf(m_request.background)) << 16);
         else
-            strip.Unpack(bytes);
+            strip.Unpack(m_ground == Ground::Kept ? std::span(m_kept->pixels).subspan(begin) : bytes);
         strip.Draw(m_placed);
         strip.Pack(bytes);
     }
@@ -130,6 +138,9 @@ private:
     const CFrameRequest& m_request;
     CImageCache& m_cache;
     CFrameBuffer& m_frame;
+    const CFrameBuffer* m_kept = nullptr;
+    Ground m_ground = Ground::Background;
+    std::size_t m_next = 0; ///< the first layer that is not read yet
     int m_parts;
     std::vector<CFrameStrip> m_strips; ///< one for each thread
     std::vector<std::shared_ptr<const CRenderSource>> m_sources;
@@ -163,17 +174,31 @@ CPlacement PlaceCell(const CXSheetCell& cell, const CCameraFrame& camera, const 
     return placement;
 }
 
-CStatus ComposeFrame(const CFrameRequest& request, CImageCache& cache, CFrameBuffer& frame, bool parallel) {
+CStatus CFrameComposer::Compose(const CFrameRequest& request, CFrameBuffer& frame, bool parallel) {
     if (request.bufferWidth <= 0 || request.height <= 0) {
         frame = CFrameBuffer{};
         return {};
     }
     try {
-        return CComposition(request, cache, frame, parallel).Run();
+        CComposition composition(request, *m_cache, frame, parallel);
+        const std::size_t kept = m_held.Begin(request);
+        if (kept > 0)
+            composition.BeginWith(m_held.Kept(), kept);
+        if (m_held.WorthKeeping() > kept) {
+            if (CStatus drawn = composition.DrawTo(m_held.WorthKeeping()); !drawn)
+                return drawn;
+            m_held.Keep(frame, m_held.WorthKeeping());
+        }
+        return composition.DrawTo(request.layers.size());
     } catch (const std::exception&) {
+        m_held = CHeldLayers{};
         frame = CFrameBuffer{};
         return CStatus::Failure("Not enough memory to compose the frame");
     }
+}
+
+CStatus ComposeFrame(const CFrameRequest& request, CImageCache& cache, CFrameBuffer& frame, bool parallel) {
+    return CFrameComposer(cache).Compose(request, frame, parallel);
 }
 
 } // namespace velmor

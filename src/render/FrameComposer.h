@@ -1,54 +1,14 @@
 #pragma once
 
-#include "image/Color.h"
 #include "image/Geometry.h"
-#include "image/render/Render.h"
 #include "platform/Status.h"
-#include "platform/files/Files.h"
+#include "render/FrameLayers.h"
+#include "render/HeldLayers.h"
 #include "render/ImageCache.h"
 #include "xsheet/CameraTrack.h"
 #include "xsheet/XSheetCell.h"
 
-#include <cstdint>
-#include <vector>
-
 namespace velmor {
-
-/// Width of a frame buffer: w - w mod 4 + 4, so that every row is a multiple of 4 bytes.
-constexpr int PaddedWidthOf(int width) {
-    return width - width % 4 + 4;
-}
-
-/// A composed frame: rows of width x 3 bytes (blue, green, red), bottom row first.
-struct CFrameBuffer {
-    int width = 0;
-    int height = 0;
-    std::vector<std::uint8_t> pixels;
-
-    CFrameView View() { return {pixels, width, height}; }
-};
-
-/// One image of a frame.
-struct CFrameLayer {
-    Path path;
-    CPlacement placement;
-
-    bool operator==(const CFrameLayer& other) const {
-        return path.native() == other.path.native() && placement == other.placement;
-    }
-};
-
-/// Everything that one frame needs: a value, independent of the document, so that a worker can compose it while the
-/// document goes on.
-struct CFrameRequest {
-    int bufferWidth = 0;     ///< pixels in a row of the buffer
-    int backgroundWidth = 0; ///< columns filled with the background; those beyond are 0
-    int height = 0;
-    ColorRef background = 0;
-    std::vector<CFrameLayer> layers; ///< bottom first
-
-    bool operator==(const CFrameRequest&) const = default;
-};
 
 /// How a scene's frame is mapped to an output of another size. The camera view's frame is {W, H, W, H, 1}.
 struct COutputGeometry {
@@ -66,5 +26,19 @@ CPlacement PlaceCell(const CXSheetCell& cell, const CCameraFrame& camera, const 
 /// loader's text + " :: Reading file ->" + path or the renderer's + " :: Rendering image ->" + path; `frame` then
 /// holds the layers drawn before. Without memory for the frame it is empty.
 CStatus ComposeFrame(const CFrameRequest& request, CImageCache& cache, CFrameBuffer& frame, bool parallel);
+
+/// Composes frame after frame, which often differ in their upper levels alone: what lies below is not composed
+/// again. Used by one thread at a time. `cache` outlives it.
+class CFrameComposer {
+public:
+    explicit CFrameComposer(CImageCache& cache) : m_cache(&cache) {}
+
+    /// As ComposeFrame().
+    CStatus Compose(const CFrameRequest& request, CFrameBuffer& frame, bool parallel);
+
+private:
+    CImageCache* m_cache;
+    CHeldLayers m_held;
+};
 
 } // namespace velmor

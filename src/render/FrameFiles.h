@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/files/PngFile.h"
-#include "render/FrameComposer.h"
+#include "render/FrameLayers.h"
 
 #include <cstdint>
 #include <vector>

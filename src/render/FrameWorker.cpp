@@ -1,6 +1,7 @@
 #include "render/FrameWorker.h"
 
 #include "platform/process/Threads.h"
+#include "render/FrameComposer.h"
 
 #include <system_error>
 
@@ -37,6 +38,7 @@ std::shared_ptr<const CCameraPicture> CFrameWorker::Picture() const {
 
 void CFrameWorker::Work() {
     LowerThreadPriority();
+    CFrameComposer composer(m_cache);
     std::unique_lock lock(m_mutex);
     for (;;) {
         m_ordered.wait(lock, [this] { return m_ending || m_order; });
@@ -45,7 +47,7 @@ void CFrameWorker::Work() {
         const COrder order = *std::exchange(m_order, std::nullopt);
         lock.unlock();
         const auto picture = std::make_shared<CCameraPicture>();
-        const CStatus composed = ComposeFrame(order.request, m_cache, picture->frame, true);
+        const CStatus composed = composer.Compose(order.request, picture->frame, true);
         picture->number = order.number;
         picture->error = composed.Message();
         lock.lock();

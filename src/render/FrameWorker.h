@@ -1,6 +1,7 @@
 #pragma once
 
-#include "render/FrameComposer.h"
+#include "render/FrameLayers.h"
+#include "render/ImageCache.h"
 
 #include <condition_variable>
 #include <functional>

@@ -158,6 +158,67 @@ TEST_F(CComposerTest, WithoutMemoryForTheFrameThereIsNone) {
     EXPECT_TRUE(m_frame.pixels.empty());
 }
 
+// As frames of a shot follow each other: levels are held, change, come and go, drawings are painted on.
+TEST_F(CComposerTest, FramesInARowAreWhatEachIsByItself) {
+    constexpr std::size_t mostLayers = 5;
+    std::vector<Path> paths;
+    for (const Texture texture : {Texture::Painted, Texture::OpaqueNoise, Texture::Speck, Texture::Gradient})
+        paths.push_back(SaveImage(std::to_string(paths.size()), 60, 50, LoadState::Cel, texture));
+    const auto anyLayer = [&] {
+        const auto upTo = [&](unsigned most) { return static_cast<double>(m_random() % most); };
+        CPlacement at{20 + upTo(50), 20 + upTo(30), 0.2 * upTo(4), 1.3, 0.9};
+        at.antialias = m_random() % 2 == 0;
+        return CFrameLayer{paths[m_random() % paths.size()], at};
+    };
+    CImageCache cache(1 << 20);
+    CFrameComposer composer(cache);
+    CFrameRequest request{PaddedWidthOf(90), 90, 70, MakeColorRef(1, 2, 3), {}};
+    for (int frame = 0; frame < 400; ++frame) {
+        const std::size_t count = request.layers.size();
+        if (count < mostLayers && m_random() % 4 == 0)
+            request.layers.push_back(anyLayer());
+        else if (count > 0 && m_random() % 2 == 0)
+            request.layers[count - 1 - m_random() % std::min<std::size_t>(count, 2)] = anyLayer();
+        else if (m_random() % 20 == 0)
+            request.layers.resize(count / 2);
+        else if (m_random() % 20 == 0)
+            request.background = MakeColorRef(static_cast<std::uint8_t>(frame), 2, 3);
+        else if (m_random() % 20 == 0)
+            SaveImage(std::to_string(m_random() % paths.size()), 60, 50, LoadState::Cel, Texture::Noise);
+        ASSERT_TRUE(composer.Compose(request, m_frame, frame % 2 == 0));
+        ASSERT_EQ(m_frame.pixels, PlainFrame(request, request.layers.size())) << "frame " << frame;
+    }
+}
+
+TEST_F(CComposerTest, LevelsThatAreHeldAreKeptFromTheThirdFrameOn) {
+    CFrameRequest request = SomeFrame(4);
+    CHeldLayers held;
+    // How many layers are kept, and how many are worth it, when the one with that number moves.
+    const auto move = [&](std::size_t layer) {
+        request.layers[layer].placement.centreX += 1;
+        const std::size_t kept = held.Begin(request);
+        const std::size_t worth = held.WorthKeeping();
+        if (worth > kept)
+            held.Keep(m_frame, worth);
+        return std::pair(kept, worth);
+    };
+    using Pair = std::pair<std::size_t, std::size_t>;
+    EXPECT_EQ(move(3), Pair(0, 0));
+    EXPECT_EQ(move(3), Pair(0, 0));
+    EXPECT_EQ(move(3), Pair(0, 3));
+    EXPECT_EQ(move(3), Pair(3, 3));
+    EXPECT_EQ(move(2), Pair(0, 2)); // two that change in turns
+    EXPECT_EQ(move(3), Pair(2, 2));
+    EXPECT_EQ(move(2), Pair(2, 2));
+    EXPECT_EQ(move(0), Pair(0, 0));
+    EXPECT_EQ(move(3), Pair(0, 0));
+    EXPECT_EQ(move(3), Pair(0, 3));
+    SaveImage("layer1", 60, 50, LoadState::Cel, Texture::Noise); // painted on
+    EXPECT_EQ(move(3), Pair(0, 1));
+    request.background = MakeColorRef(9, 9, 9);
+    EXPECT_EQ(move(3), Pair(0, 0));
+}
+
 CXSheetCell Cell(double x, double y, double rotation) {
     return CXSheetCell::FromFile("A", "1", {x, y, 2, 0.5, rotation}, 25, 3, 1, {10, 10});
 }

@@ -1,4 +1,5 @@
 #include "TempFolder.h"
+#include "render/FrameComposer.h"
 #include "render/preview/PreviewComposer.h"
 
 #include <gtest/gtest.h>

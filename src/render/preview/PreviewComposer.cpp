@@ -1,6 +1,7 @@
 #include "render/preview/PreviewComposer.h"
 
 #include "platform/process/Threads.h"
+#include "render/FrameComposer.h"
 
 #include <algorithm>
 #include <exception>
@@ -85,6 +86,7 @@ void CPreviewComposer::NoteTime(Clock::duration taken) {
 
 void CPreviewComposer::Work() {
     LowerThreadPriority();
+    CFrameComposer composer(m_cache);
     std::unique_lock lock(m_mutex);
     for (;;) {
         std::optional<CPreviewPictures::COrder> order;
@@ -95,7 +97,7 @@ void CPreviewComposer::Work() {
         const auto begun = Clock::now();
         const auto picture = std::make_shared<CFrameBuffer>();
         // An image that cannot be read leaves what lies below it, as in the camera view.
-        static_cast<void>(ComposeFrame(order->content->Request(), m_cache, *picture, order->isUrgent));
+        static_cast<void>(composer.Compose(order->content->Request(), *picture, order->isUrgent));
         const auto taken = Clock::now() - begun;
         lock.lock();
         NoteTime(taken);

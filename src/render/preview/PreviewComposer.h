@@ -1,5 +1,6 @@
 #pragma once
 
+#include "render/ImageCache.h"
 #include "render/preview/PreviewPictures.h"
 
 #include <chrono>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "render/FrameComposer.h"
+#include "render/FrameLayers.h"
 
 #include <cstddef>
 #include <memory>
