@@ -96,6 +96,23 @@ void Compose(benchmark::State& state, const CFrameKind& kind, Scene scene) {
     }
 }
 
+// Frames in a row of which the topmost level alone moves: a mouth, or a level that is dragged.
+void ComposeHeld(benchmark::State& state, const CFrameKind& kind) {
+    static CImageFiles files;
+    CFrameRequest request = MakeRequest(files, kind, Scene::Cels, true);
+    CImageCache cache(std::size_t{256} << 20);
+    CFrameComposer composer(cache);
+    CFrameBuffer frame;
+    for (auto _ : state) {
+        request.layers.back().placement.centreX += 0.01;
+        if (const CStatus composed = composer.Compose(request, frame, false); !composed)
+            state.SkipWithError(composed.Message().c_str());
+        benchmark::DoNotOptimize(frame.pixels.data());
+    }
+}
+BENCHMARK_CAPTURE(ComposeHeld, PalCels, pal)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(ComposeHeld, HdCels, hd)->Unit(benchmark::kMillisecond);
+
 void AllWays(benchmark::internal::Benchmark* benchmark) {
     benchmark->ArgNames({"antialias", "cached", "parallel"})
         ->ArgsProduct({{0, 1}, {0, 1}, {0, 1}})
