@@ -2,7 +2,10 @@
 
 #include "render/avi/AviWriter.h"
 
+#include "image/render/RowKernels.h"
+
 #include "DecodedMovie.h"
+#include "PlainMsVideo1.h"
 #include "TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -14,6 +17,7 @@
 #include <random>
 
 using namespace velmor;
+using velmor::testing::CPlainMsVideo1;
 using velmor::testing::CTempFolder;
 using velmor::testing::DecodeMovie;
 
@@ -221,6 +225,72 @@ TEST(MsVideo1, CompletesOddSizesWithTheBackground) {
             }
         EXPECT_EQ(decoded.bytes, expected.bytes) << width << " x " << height;
     }
+}
+
+// Fills a block with colours of one of the kinds that the encoder tells apart.
+void PaintBlock(CPicture& picture, int left, int bottom, std::mt19937& random) {
+    const auto upTo = [&](int last) { return static_cast<int>(random() % static_cast<unsigned>(last + 1)); };
+    const int kind = upTo(6);
+    const int grain = kind == 0 ? 0 : upTo(3) == 0 ? upTo(255) : upTo(20);
+    const int pattern = upTo(0xffff);
+    for (int channel = 0; channel < 3; ++channel) {
+        const int first = upTo(5) == 0 ? upTo(1) * 255 : upTo(255);
+        const int second = kind < 2 ? first : upTo(255);
+        const int slopeX = kind == 3 ? upTo(16) - 8 : 0;
+        const int slopeY = kind == 3 ? upTo(16) - 8 : 0;
+        for (int y = bottom; y < std::min(bottom + 4, picture.height); ++y)
+            for (int x = left; x < std::min(left + 4, picture.width); ++x) {
+                const bool isFirst = kind == 3 || (pattern >> (y - bottom) * 4 >> (x - left) & 1) != 0;
+                int value = (isFirst ? first : second) + slopeX * (x - left) + slopeY * (y - bottom);
+                if (kind != 2)
+                    value += upTo(grain) - grain / 2;
+                picture.At(x, y)[channel] = static_cast<std::uint8_t>(std::clamp(value, 0, 255));
+            }
+    }
+}
+
+class CEncoderOnTarget : public ::testing::TestWithParam<std::string_view> {
+protected:
+    void SetUp() override { UseKernelTarget(GetParam()); }
+    void TearDown() override { UseKernelTarget(""); }
+
+    static void ExpectPlainBytes(const CPicture& picture, int quality, ColorRef background = 0) {
+        std::vector<std::uint8_t> encoded{1, 2, 3};
+        EncodeMsVideo1(picture.bytes, picture.width, picture.height, quality, background, encoded);
+        CPlainMsVideo1 plain(picture.bytes, picture.width, picture.height, quality, background);
+        EXPECT_EQ(encoded, plain.Encode()) << picture.width << " x " << picture.height << ", quality " << quality;
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(Targets, CEncoderOnTarget, ::testing::ValuesIn(KernelTargets()),
+                         [](const auto& target) { return std::string(target.param); });
+
+constexpr int qualities[] = {0, 500, 2000, 4000, 5000, 6500, 7500, 8500, 9300, 9700, 9900, 9999, 10000};
+
+TEST_P(CEncoderOnTarget, WritesTheBytesOfThePlainEncoder) {
+    std::mt19937 random(23);
+    for (const int quality : qualities) {
+        ExpectPlainBytes(MakeNoise(388, 20), quality);
+        ExpectPlainBytes(MakeDrawing(260, 140), quality);
+        CPicture blocks(640, 128);
+        for (int y = 0; y < blocks.height; y += 4)
+            for (int x = 0; x < blocks.width; x += 4)
+                PaintBlock(blocks, x, y, random);
+        ExpectPlainBytes(blocks, quality);
+    }
+}
+
+// Few blocks of a kind, and rows that no vector fits into.
+TEST_P(CEncoderOnTarget, WritesTheBytesOfThePlainEncoderInEverySize) {
+    std::mt19937 random(29);
+    for (int width = 1; width <= 140; width += width < 70 ? 1 : 7)
+        for (const int height : {1, 4, 6, 11}) {
+            CPicture blocks(width, height);
+            for (int y = 0; y < height; y += 4)
+                for (int x = 0; x < width; x += 4)
+                    PaintBlock(blocks, x, y, random);
+            ExpectPlainBytes(blocks, qualities[random() % std::size(qualities)], random() & 0xffffff);
+        }
 }
 
 } // namespace
