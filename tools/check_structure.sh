@@ -35,7 +35,7 @@ sqlite3(ext)?\.h;src/platform/journal/|tests/platform/journal/;SQLite is used ou
 zstd(_errors)?\.h|zdict\.h;src/platform/journal/;zstd is used outside src/platform/journal
 SDL\.h|SDL2/|SDL_;src/platform/sdl/;SDL is used outside its module, src/platform/sdl
 SimpleIni;src/platform/;SimpleIni is used outside src/platform
-hwy/;src/image/;Highway is used outside src/image
+hwy/;src/image/|src/render/avi/;Highway is used outside src/image and src/render/avi
 CLI/|CLI11;src/app/;CLI11 is used outside src/app
 nlohmann/;src/app/|src/xsheet/exchange/|tests/app/;The JSON library is used outside src/app and src/xsheet/exchange
 libav[a-z]+/|libsw[a-z]+/;src/platform/ffmpeg/|tests/;The FFmpeg libraries are used outside their module, src/platform/ffmpeg
