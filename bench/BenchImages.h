@@ -3,6 +3,7 @@
 #include "image/CelImg.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdint>
 #include <filesystem>
@@ -61,15 +62,22 @@ inline void PaintLandscape(CCelImg& image) {
 /// A body of overlapping discs over a third of the image, with lines around each and paint of one colour inside, on
 /// transparent paint.
 inline void PaintCharacter(CCelImg& image, int number) {
+    constexpr int discs = 9;
     const double side = std::min(image.Width(), image.Height());
+    const double reach = side * 0.16 + 2;
+    std::array<double, discs> centreX{}, centreY{};
+    for (std::size_t disc = 0; disc < discs; ++disc) {
+        const double turn = static_cast<double>(disc) * 2 * std::numbers::pi / discs + number;
+        centreX[disc] = image.Width() / 2.0 + side * 0.25 * std::cos(turn);
+        centreY[disc] = image.Height() / 2.0 + side * 0.25 * std::sin(turn);
+    }
     for (int y = 0; y < image.Height(); ++y)
         for (int x = 0; x < image.Width(); ++x) {
             CColor color{255, 255, 255, 0};
-            for (int disc = 0; disc < 9; ++disc) {
-                const double turn = disc * 2 * std::numbers::pi / 9 + number;
-                const double centreX = image.Width() / 2.0 + side * 0.25 * std::cos(turn);
-                const double centreY = image.Height() / 2.0 + side * 0.25 * std::sin(turn);
-                const double distance = std::hypot(x - centreX, y - centreY) - side * 0.16;
+            for (std::size_t disc = 0; disc < discs; ++disc) {
+                if (std::abs(x - centreX[disc]) > reach || std::abs(y - centreY[disc]) > reach)
+                    continue;
+                const double distance = std::hypot(x - centreX[disc], y - centreY[disc]) - side * 0.16;
                 const bool isLine = std::abs(distance) < 1.2;
                 if (isLine)
                     image.SetLine(x, y, true);

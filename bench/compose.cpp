@@ -25,6 +25,8 @@ constexpr CFrameKind tinyOfMany{{32, 24}, 48};
 constexpr CFrameKind pal{{768, 576}, 3};
 constexpr CFrameKind palOfMany{{768, 576}, 48};
 constexpr CFrameKind hd{{1920, 1080}, 5};
+constexpr CFrameKind twoK{{2048, 1556}, 5};
+constexpr CFrameKind fourK{{3840, 2160}, 5};
 
 /// The image files of the benchmark, each made when it is first asked for.
 class CImageFiles {
@@ -86,7 +88,7 @@ void Compose(benchmark::State& state, const CFrameKind& kind, Scene scene) {
     const bool cached = state.range(1) != 0;
     const bool parallel = state.range(2) != 0;
     const CFrameRequest request = MakeRequest(files, kind, scene, antialias);
-    CImageCache cache(cached ? std::size_t{256} << 20 : 0);
+    CImageCache cache(cached ? std::size_t{512} << 20 : 0);
     CFrameBuffer frame;
     static_cast<void>(ComposeFrame(request, cache, frame, parallel)); // fills the cache
     for (auto _ : state) {
@@ -127,6 +129,9 @@ BENCHMARK_CAPTURE(Compose, PalBusy, pal, Scene::Busy)->Apply(AllWays);
 BENCHMARK_CAPTURE(Compose, PalCelsOfMany, palOfMany, Scene::Cels)->Apply(AllWays);
 BENCHMARK_CAPTURE(Compose, HdCels, hd, Scene::Cels)->Apply(AllWays);
 BENCHMARK_CAPTURE(Compose, HdBusy, hd, Scene::Busy)->Apply(AllWays);
+BENCHMARK_CAPTURE(Compose, TwoKCels, twoK, Scene::Cels)->Apply(AllWays);
+BENCHMARK_CAPTURE(Compose, FourKCels, fourK, Scene::Cels)->Apply(AllWays);
+BENCHMARK_CAPTURE(Compose, FourKBusy, fourK, Scene::Busy)->Apply(AllWays);
 
 } // namespace
 } // namespace velmor

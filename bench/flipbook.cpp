@@ -5,20 +5,19 @@
 
 #include <benchmark/benchmark.h>
 
-// A whole flipbook: 100 frames of a panned picture under three cel levels of eight drawings each, held on twos,
-// turning and growing, with a sound.
+// A whole flipbook: a panned picture under three cel levels of eight drawings each, held on twos, turning and
+// growing, with a sound.
 
 namespace velmor {
 namespace {
 
-constexpr int frameCount = 100;
 constexpr int drawings = 8;
 constexpr int celLevels = 3;
 
 /// The scene on disk, and its sheet in memory.
 class CFlipbookScene {
 public:
-    explicit CFlipbookScene(CSize size) {
+    CFlipbookScene(CSize size, int frameCount) {
         data.geometry.width = size.width;
         data.geometry.height = size.height;
         data.xsheet = CXSheet(celLevels + 1, frameCount);
@@ -66,8 +65,8 @@ private:
     }
 };
 
-void MakeFlipbook(benchmark::State& state, CSize size) {
-    const CFlipbookScene scene(size);
+void MakeFlipbook(benchmark::State& state, CSize size, int frameCount) {
+    const CFlipbookScene scene(size, frameCount);
     const std::vector<std::uint8_t> track(static_cast<std::size_t>(frameCount * SamplesPerFrame(25)), 100);
     CFlipbookJob job{scene.folder.Path() / "flipbook.avi",
                      {scene.data, scene.folder.Path(), state.range(1) != 0},
@@ -93,8 +92,9 @@ void FlipbookArguments(benchmark::internal::Benchmark* benchmark) {
         ->UseRealTime()
         ->Unit(benchmark::kMillisecond);
 }
-BENCHMARK_CAPTURE(MakeFlipbook, Pal, CSize{768, 576})->Apply(FlipbookArguments);
-BENCHMARK_CAPTURE(MakeFlipbook, Hd, CSize{1920, 1080})->Apply(FlipbookArguments);
+BENCHMARK_CAPTURE(MakeFlipbook, Pal, CSize{768, 576}, 100)->Apply(FlipbookArguments);
+BENCHMARK_CAPTURE(MakeFlipbook, Hd, CSize{1920, 1080}, 100)->Apply(FlipbookArguments);
+BENCHMARK_CAPTURE(MakeFlipbook, FourK, CSize{3840, 2160}, 24)->Apply(FlipbookArguments);
 
 } // namespace
 } // namespace velmor
