@@ -130,6 +130,47 @@ TEST(RunLengthTest, ReadsEmptyRunsAndCutsLongOnes) {
     EXPECT_FALSE(DecodeRuns(rest, plane)); // one pixel is there, 20 are asked
 }
 
+TEST(RunLengthTest, ReadsAndSkipsInPiecesOfAnyLength) {
+    std::mt19937 random(3);
+    for (int round = 0; round < 200; ++round) {
+        Bytes coded;
+        Bytes values;
+        for (std::size_t runs = 1 + random() % 300; runs > 0; --runs) {
+            const auto value = static_cast<std::uint8_t>(random());
+            const auto count = static_cast<std::uint8_t>(random() % 3 == 0 ? random() : random() % 3);
+            coded.insert(coded.end(), {value, count});
+            values.insert(values.end(), count, value);
+        }
+        CRunReader reader(coded);
+        std::size_t at = 0;
+        while (at < values.size()) {
+            const std::size_t length =
+                std::min<std::size_t>(random() % (random() % 4 == 0 ? 20000 : 60), values.size() - at);
+            if (random() % 2 == 0) {
+                ASSERT_TRUE(reader.Skip(length));
+            } else {
+                Bytes read(length);
+                ASSERT_TRUE(reader.Read(read));
+                ASSERT_TRUE(std::ranges::equal(read, std::span(values).subspan(at, length)));
+            }
+            at += length;
+        }
+        Bytes oneMore(1);
+        CRunReader copy = reader;
+        ASSERT_FALSE(copy.Read(oneMore));
+        ASSERT_FALSE(reader.Skip(1));
+
+        // Skipping ends at the same run as reading, of which empty ones follow.
+        CRunReader skipping(coded);
+        std::span<const std::uint8_t> rest = coded;
+        const std::size_t part = random() % (values.size() + 1);
+        Bytes read(part);
+        ASSERT_TRUE(DecodeRuns(rest, read));
+        ASSERT_TRUE(skipping.Skip(part));
+        ASSERT_EQ(skipping.Rest().data(), rest.data());
+    }
+}
+
 TEST_F(CelFileTest, WritesACelToTheByte) {
     CCelImg cel;
     ASSERT_TRUE(cel.CreateCel(3, 2, file));
