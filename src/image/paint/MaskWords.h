@@ -31,8 +31,21 @@ constexpr MaskWord ReversedBytes(MaskWord word) {
            (word >> 8 & 0xff000000) | (word >> 24 & 0xff0000) | (word >> 40 & 0xff00) | word >> 56;
 }
 
+/// The line mask of a cel, in the layout of CCelImg. A view.
+struct CLineMask {
+    std::span<const std::uint8_t> bytes;
+    CSize size; ///< of the cel
+};
+
+inline CLineMask LineMaskOf(const CCelImg& cel) {
+    return {cel.LineMask(), {cel.Width(), cel.Height()}};
+}
+
 /// Reads row y of a cel into MaskWordsOf(width) words; bits beyond the last pixel are clear.
-void LoadMaskRow(const CCelImg& cel, int y, std::span<MaskWord> words);
+void LoadMaskRow(const CLineMask& mask, int y, std::span<MaskWord> words);
+inline void LoadMaskRow(const CCelImg& cel, int y, std::span<MaskWord> words) {
+    LoadMaskRow(LineMaskOf(cel), y, words);
+}
 /// Writes words as LoadMaskRow() reads them; the padding of the mask keeps its bits.
 void StoreMaskRow(CCelImg& cel, int y, std::span<const MaskWord> words);
 
