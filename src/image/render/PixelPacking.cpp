@@ -30,6 +30,15 @@ bool Interleave(const std::uint8_t* blue, const std::uint8_t* green, const std::
                               alphas, du8, bytes + 4 * at);
     }
     bool opaque = hn::AllTrue(du8, hn::Eq(commonAlpha, hn::Set(du8, std::uint8_t{255})));
+#if HWY_TARGET != HWY_SCALAR
+    const hn::CappedTag<std::uint8_t, 16> few;
+    for (; at + hn::Lanes(few) <= count; at += hn::Lanes(few)) {
+        const auto alphas = hn::LoadU(few, alpha + at);
+        opaque &= hn::AllTrue(few, hn::Eq(alphas, hn::Set(few, std::uint8_t{255})));
+        hn::StoreInterleaved4(hn::LoadU(few, blue + at), hn::LoadU(few, green + at), hn::LoadU(few, red + at),
+                              alphas, few, bytes + 4 * at);
+    }
+#endif
     for (; at < count; ++at) {
         opaque &= alpha[at] == 255;
         pixels[at] = static_cast<std::uint32_t>(blue[at]) | static_cast<std::uint32_t>(green[at]) << 8 |
@@ -78,22 +87,9 @@ void Pack(const std::uint32_t* pixels, int count, std::uint8_t* bytes) {
             *(bytes + 3 * at + shift / 8) = static_cast<std::uint8_t>(pixels[at] >> shift);
 }
 
-/// All bits of a tile that differ from its first pixel, that occur, and that all its pixels have.
-struct CTileBits {
-    std::uint32_t differing = 0;
-    std::uint32_t occurring = 0;
-    std::uint32_t common = ~std::uint32_t{0};
+// Of a tile is looked at which bits differ from its first pixel anywhere, which occur, and which all pixels have.
 
-    TileColor ColorOf(std::uint32_t firstPixel) const {
-        if (occurring >> 24 == 0)
-            return 0;
-        if (differing == 0)
-            return firstPixel;
-        return common >> 24 == 255 ? mixedOpaqueColors : mixedColors;
-    }
-};
-
-CTileBits BitsOfWholeTile(const std::uint32_t* pixels, int width, int rows) {
+TileColor ColorOfWholeTile(const std::uint32_t* pixels, std::ptrdiff_t pitch, int rows) {
     const hn::CappedTag<std::uint32_t, CUniformMap::tileSide> d;
     const auto first = hn::Set(d, pixels[0]);
     auto differing = hn::Zero(d);
@@ -101,42 +97,40 @@ CTileBits BitsOfWholeTile(const std::uint32_t* pixels, int width, int rows) {
     auto common = hn::Set(d, ~std::uint32_t{0});
     for (int y = 0; y < rows; ++y)
         for (std::size_t x = 0; x < CUniformMap::tileSide; x += hn::Lanes(d)) {
-            const auto some = hn::LoadU(d, pixels + std::ptrdiff_t{y} * width + static_cast<std::ptrdiff_t>(x));
+            const auto some = hn::LoadU(d, pixels + y * pitch + static_cast<std::ptrdiff_t>(x));
             differing = hn::Or(differing, hn::Xor(some, first));
             occurring = hn::Or(occurring, some);
             common = hn::And(common, some);
         }
-    HWY_ALIGN std::uint32_t differ[CUniformMap::tileSide];
-    HWY_ALIGN std::uint32_t occur[CUniformMap::tileSide];
-    HWY_ALIGN std::uint32_t shared[CUniformMap::tileSide];
-    hn::Store(differing, d, differ);
-    hn::Store(occurring, d, occur);
-    hn::Store(common, d, shared);
-    CTileBits bits;
-    for (std::size_t lane = 0; lane < hn::Lanes(d); ++lane) {
-        bits.differing |= differ[lane];
-        bits.occurring |= occur[lane];
-        bits.common &= shared[lane];
-    }
-    return bits;
+    const auto alpha = hn::Set(d, std::uint32_t{0xff000000});
+    if (hn::AllTrue(d, hn::Eq(hn::And(occurring, alpha), hn::Zero(d))))
+        return 0;
+    if (hn::AllTrue(d, hn::Eq(differing, hn::Zero(d))))
+        return pixels[0];
+    return hn::AllTrue(d, hn::Eq(hn::And(common, alpha), alpha)) ? mixedOpaqueColors : mixedColors;
 }
 
-void TileColors(const std::uint32_t* pixels, int width, int rows, TileColor* colors) {
-    for (int x = 0; x < width; x += CUniformMap::tileSide, ++colors) {
-        const std::uint32_t* tile = pixels + x;
-        CTileBits bits;
-        if (x + CUniformMap::tileSide <= width)
-            bits = BitsOfWholeTile(tile, width, rows);
-        else
-            for (int y = 0; y < rows; ++y)
-                for (int column = 0; column < width - x; ++column) {
-                    const std::uint32_t pixel = tile[std::ptrdiff_t{y} * width + column];
-                    bits.differing |= pixel ^ tile[0];
-                    bits.occurring |= pixel;
-                    bits.common &= pixel;
-                }
-        *colors = bits.ColorOf(tile[0]);
-    }
+TileColor ColorOfCutTile(const std::uint32_t* pixels, std::ptrdiff_t pitch, int columns, int rows) {
+    std::uint32_t differing = 0, occurring = 0, common = ~std::uint32_t{0};
+    for (int y = 0; y < rows; ++y)
+        for (int x = 0; x < columns; ++x) {
+            const std::uint32_t pixel = pixels[y * pitch + x];
+            differing |= pixel ^ pixels[0];
+            occurring |= pixel;
+            common &= pixel;
+        }
+    if (occurring >> 24 == 0)
+        return 0;
+    if (differing == 0)
+        return pixels[0];
+    return common >> 24 == 255 ? mixedOpaqueColors : mixedColors;
+}
+
+void TileColors(const std::uint32_t* pixels, std::ptrdiff_t pitch, int width, int rows, TileColor* colors) {
+    constexpr int side = CUniformMap::tileSide;
+    for (int x = 0; x < width; x += side, ++colors)
+        *colors = x + side <= width ? ColorOfWholeTile(pixels + x, pitch, rows)
+                                    : ColorOfCutTile(pixels + x, pitch, width - x, rows);
 }
 
 } // namespace
@@ -152,11 +146,9 @@ HWY_EXPORT(Unpack);
 HWY_EXPORT(Pack);
 HWY_EXPORT(TileColors);
 
-bool InterleavePlanes(std::span<const std::uint8_t> blue, std::span<const std::uint8_t> green,
-                      std::span<const std::uint8_t> red, std::span<const std::uint8_t> alpha,
-                      std::span<std::uint32_t> pixels) {
-    return HWY_DYNAMIC_DISPATCH(Interleave)(blue.data(), green.data(), red.data(), alpha.data(), pixels.size(),
-                                            pixels.data());
+bool InterleaveChannels(const CChannelRows& channels, std::size_t count, std::uint32_t* pixels) {
+    const auto& [red, green, blue, alpha] = channels;
+    return HWY_DYNAMIC_DISPATCH(Interleave)(blue, green, red, alpha, count, pixels);
 }
 
 void UnpackPixels(std::span<const std::uint8_t> bytes, std::uint32_t* pixels) {
@@ -167,9 +159,8 @@ void PackPixels(const std::uint32_t* pixels, std::span<std::uint8_t> bytes) {
     HWY_DYNAMIC_DISPATCH(Pack)(pixels, static_cast<int>(bytes.size() / 3), bytes.data());
 }
 
-void FindTileColors(std::span<const std::uint32_t> pixels, int width, TileColor* colors) {
-    const auto rows = static_cast<int>(pixels.size() / static_cast<std::size_t>(width));
-    HWY_DYNAMIC_DISPATCH(TileColors)(pixels.data(), width, rows, colors);
+void FindTileColors(const std::uint32_t* pixels, std::ptrdiff_t pitch, CSize size, TileColor* colors) {
+    HWY_DYNAMIC_DISPATCH(TileColors)(pixels, pitch, size.width, size.height, colors);
 }
 
 } // namespace velmor

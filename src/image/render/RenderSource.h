@@ -1,6 +1,7 @@
 #pragma once
 
 #include "image/CelImg.h"
+#include "image/render/ImagePacker.h"
 #include "image/render/OpaqueMap.h"
 #include "image/render/Render.h"
 #include "image/render/StripedPixels.h"
@@ -31,6 +32,8 @@ public:
     CRenderSource(const CCelImg& image, const CRenderPreparation& preparation);
     /// Prepares the image in place instead of a copy, and takes it: its memory is given back at the end.
     CRenderSource(CCelImg&& image, const CRenderPreparation& preparation);
+    /// Takes what was packed.
+    explicit CRenderSource(CImagePacker&& packed);
 
     int Width() const { return m_width; }
     int Height() const { return m_height; }
@@ -52,8 +55,6 @@ public:
     bool IsOpaque() const { return m_isOpaque; }
 
 private:
-    void PackPlanes(const CCelImg& image);
-
     int m_width = 0;
     int m_height = 0;
     LoadState m_kind = LoadState::Nothing;

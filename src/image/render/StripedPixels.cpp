@@ -15,18 +15,29 @@ CStripedPixels::CStripedPixels(const CRect& area)
     m_storage = std::make_unique_for_overwrite<std::uint32_t[]>(m_size);
 }
 
-void CStripedPixels::SetRow(int y, std::span<const std::uint32_t> pixels) {
-    const int width = static_cast<int>(pixels.size());
-    for (int stripe = 0; stripe < m_stripes; ++stripe) {
+bool CStripedPixels::SetRow(int y, const CChannelRows& channels, int width) {
+    bool isOpaque = true;
+    std::uint32_t* row = m_storage.get() + margin + std::ptrdiff_t{y - m_area.y} * rowPitch;
+    for (int stripe = 0; stripe < m_stripes; ++stripe, row += std::ptrdiff_t{m_stripeJump} + stripeSide) {
         const int left = (m_firstStripe + stripe) * stripeSide - shift; // the stripe's first pixel
         const int first = std::max(left, 0);
         const int end = std::min(left + rowPitch, width);
         if (first >= end)
             continue;
-        const std::ptrdiff_t row =
-            stripe * (std::ptrdiff_t{m_stripeJump} + stripeSide) + std::ptrdiff_t{y - m_area.y} * rowPitch;
-        std::copy_n(pixels.data() + first, end - first, m_storage.get() + margin + row + (first - left));
+        CChannelRows part = channels;
+        for (const std::uint8_t*& channel : part)
+            channel += first;
+        isOpaque &= InterleaveChannels(part, static_cast<std::size_t>(end - first), row + (first - left));
     }
+    return isOpaque;
+}
+
+void CStripedPixels::Set(int x, int y, std::uint32_t pixel) {
+    std::uint32_t* const place = m_storage.get() + m_origin + OffsetOf(x, y);
+    *place = pixel;
+    const int stored = x + shift;
+    if (stored % stripeSide < rowPitch - stripeSide && stored / stripeSide > m_firstStripe)
+        *(place - m_stripeJump) = pixel; // the copy at the end of the stripe before
 }
 
 } // namespace velmor

@@ -1,12 +1,12 @@
 #pragma once
 
 #include "image/Geometry.h"
+#include "image/render/PixelPacking.h"
 #include "image/render/PixelRow.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <span>
 
 namespace velmor {
 
@@ -28,8 +28,11 @@ public:
 
     /// What is kept of the image.
     const CRect& Area() const { return m_area; }
-    /// `pixels` is the image's whole row, one of the area's.
-    void SetRow(int y, std::span<const std::uint32_t> pixels);
+    /// Sets a row of the area from the image's whole row of `width` pixels. Returns whether all of it that is kept
+    /// is opaque.
+    bool SetRow(int y, const CChannelRows& channels, int width);
+    /// For a pixel of the area.
+    void Set(int x, int y, std::uint32_t pixel);
 
     /// Blue in the low byte, then green, red, alpha; 0 outside the area.
     std::uint32_t At(int x, int y) const {
