@@ -1,30 +1,13 @@
 #include "render/ImageCache.h"
 
+#include "image/render/SourceReader.h"
+
 #include <algorithm>
 #include <exception>
 #include <optional>
 #include <utility>
 
 namespace velmor {
-
-namespace {
-
-/// Reads an image and makes it ready. No exception leaves.
-CStatus LoadSource(const Path& path, const CPlacement& placement, CRenderPreparation& preparation,
-                   std::shared_ptr<const CRenderSource>& source) {
-    try {
-        CCelImg image;
-        if (CStatus loaded = image.Load(path); !loaded)
-            return loaded;
-        preparation = PreparationFor(placement, image.GetLoadState());
-        source = std::make_shared<const CRenderSource>(std::move(image), preparation);
-    } catch (const std::exception&) {
-        return CStatus::Failure("Unable to allocate memory for cel!");
-    }
-    return {};
-}
-
-} // namespace
 
 CStatus CImageCache::Get(const Path& path, const CPlacement& placement,
                          std::shared_ptr<const CRenderSource>& source) {
@@ -34,7 +17,7 @@ CStatus CImageCache::Get(const Path& path, const CPlacement& placement,
     if (source)
         return {};
     CEntry entry;
-    CStatus loaded = LoadSource(path, placement, entry.preparation, source);
+    CStatus loaded = ReadRenderSource(path, placement, entry.preparation, source);
     if (loaded && identity) {
         entry.identity = *identity;
         entry.source = source;
