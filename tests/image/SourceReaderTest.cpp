@@ -45,20 +45,22 @@ TileColor ColorOfTile(const CCelImg& image, int left, int bottom) {
     const std::uint32_t first = PixelOf(image, left, bottom);
     bool isTransparent = true;
     bool isUniform = true;
+    bool isOpaque = true;
     for (int y = bottom; y < std::min(bottom + tileSide, image.Height()); ++y)
         for (int x = left; x < std::min(left + tileSide, image.Width()); ++x) {
             isTransparent &= PixelOf(image, x, y) >> 24 == 0;
             isUniform &= PixelOf(image, x, y) == first;
+            isOpaque &= PixelOf(image, x, y) >> 24 == 255;
         }
-    return isTransparent ? 0 : isUniform ? first : mixedColors;
+    return isTransparent ? 0 : isUniform ? first : isOpaque ? mixedOpaqueColors : mixedColors;
 }
 
-CUniformMap UniformAreasOf(const CCelImg& image) {
+std::vector<TileColor> TileColorsOf(const CCelImg& image) {
     std::vector<TileColor> colors;
     for (int y = 0; y < image.Height(); y += tileSide)
         for (int x = 0; x < image.Width(); x += tileSide)
             colors.push_back(ColorOfTile(image, x, y));
-    return {colors, image.Width(), image.Height()};
+    return colors;
 }
 
 void ExpectPixels(const CStripedPixels& pixels, const CCelImg& image, const CRect& visible) {
@@ -84,12 +86,18 @@ void ExpectHolds(const CRenderSource& source, const CCelImg& image) {
     const CRect painted{std::max(visible.x - 1, 0), std::max(visible.y - 1, 0), visible.endX, visible.endY};
     ASSERT_EQ(source.PaintedArea(), painted);
     ASSERT_NO_FATAL_FAILURE(ExpectPixels(source.Pixels(), image, visible));
-    const CUniformMap areas = UniformAreasOf(image);
+    const std::vector<TileColor> colors = TileColorsOf(image);
+    const CUniformMap areas(colors, image.Width(), image.Height());
+    const COpaqueMap opaque(colors, image.Width(), image.Height());
+    ASSERT_EQ(source.OpaqueAreas().IsEmpty(), opaque.IsEmpty());
     for (int y = 0; y < image.Height(); y += tileSide)
         for (int x = 0; x < image.Width(); x += tileSide) {
             ASSERT_EQ(source.UniformAreas().DistanceAt(x, y), areas.DistanceAt(x, y)) << x << ", " << y;
             if (areas.DistanceAt(x, y) > 0) {
                 ASSERT_EQ(source.UniformAreas().ColorAt(x, y), areas.ColorAt(x, y)) << x << ", " << y;
+            }
+            if (!opaque.IsEmpty()) {
+                ASSERT_EQ(source.OpaqueAreas().ReachAt(x, y), opaque.ReachAt(x, y)) << x << ", " << y;
             }
         }
 }
