@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <utility>
 
 namespace velmor {
 
@@ -23,6 +24,8 @@ struct CMadeFrame {
     CFrameBuffer frame;
     CFrameBuffer overWhite;
     std::vector<std::uint8_t> encoded;
+    std::optional<CFileIdentity> file; ///< of a numbered frame, as it was written
+    bool isHeld = false;               ///< looks like the frame before, and is not made again
     CStatus status;
     RenderFault fault = RenderFault::None;
 
@@ -103,9 +106,12 @@ private:
     // An AVI ends with its last frame.
     int LastStands() const { return m_settings.format == RenderFormat::Mp4 ? m_settings.step : 1; }
 
+    CFrameRequest RequestOf(int frame) const {
+        return RequestFrame(m_job.shot, m_settings.levels, frame, m_job.shot.scene.camera.At(frame), m_geometry);
+    }
+
     CStatus Compose(int frame, ColorRef background, CFrameComposers& composers, CFrameBuffer& buffer) {
-        CFrameRequest request =
-            RequestFrame(m_job.shot, m_settings.levels, frame, m_job.shot.scene.camera.At(frame), m_geometry);
+        CFrameRequest request = RequestOf(frame);
         request.background = background;
         return composers.Compose(request, buffer);
     }
@@ -131,9 +137,17 @@ private:
     bool IsInputMissing(int frame) const {
         if (m_job.finished)
             return !FileExists(RenderFrameFile(m_job.finished->target, m_job.finished->format, frame));
-        const CFrameRequest request =
-            RequestFrame(m_job.shot, m_settings.levels, frame, m_job.shot.scene.camera.At(frame), m_geometry);
+        const CFrameRequest request = RequestOf(frame);
         return !std::ranges::all_of(request.layers, FileExists, &CFrameLayer::path);
+    }
+
+    // Whether a frame looks like the one before; what cannot be told is made.
+    bool IsHeld(std::size_t index) const noexcept {
+        try {
+            return !m_job.finished && index > 0 && RequestOf(m_frames[index]) == RequestOf(m_frames[index - 1]);
+        } catch (const std::exception&) {
+            return false;
+        }
     }
 
     // A frame becomes a file here, on the producing thread: numbered files do not depend on one another.
@@ -155,15 +169,40 @@ private:
         AlphaPlane alpha;
         if (IsTransparent())
             alpha = SeparateBackground(made.frame, made.overWhite);
-        if (!WriteFrameFile(RenderFrameFile(m_settings, frame), static_cast<FrameFormat>(m_settings.format),
-                            made.frame, alpha, m_settings.compression))
+        const Path path = RenderFrameFile(m_settings, frame);
+        if (!WriteFrameFile(path, static_cast<FrameFormat>(m_settings.format), made.frame, alpha,
+                            m_settings.compression))
             made.Fail(RenderFault::Output, unwritable);
+        made.file = IdentifyFile(path);
+    }
+
+    // A numbered frame that looks like the last is a copy of its file, unless somebody has taken or changed that
+    // since.
+    [[nodiscard]] bool CopyShown(int frame) const {
+        const Path from = RenderFrameFile(m_settings, m_shownFrame);
+        const std::optional<CFileBytes> bytes = ReadWholeFile(from);
+        return bytes && m_shown.file && IdentifyFile(from) == m_shown.file &&
+               WriteFileAtomically(RenderFrameFile(m_settings, frame), bytes->Span());
+    }
+
+    // The frame as it was made, or as the one before it that it looks like.
+    const CMadeFrame& Show(int frame, CMadeFrame& made) {
+        if (made.isHeld && (m_movie || !m_shown.status || CopyShown(frame)))
+            return m_shown;
+        if (made.isHeld)
+            MakeFrame(frame, made);
+        std::swap(m_shown, made);
+        m_shownFrame = frame;
+        return m_shown;
     }
 
     void WriteFrames(IProgress& progress, const std::function<bool()>& askStop) {
         const int count = static_cast<int>(m_frames.size());
-        COrderedProducer<CMadeFrame> made(count, [this](int index, CMadeFrame& item) {
-            MakeFrame(m_frames[static_cast<std::size_t>(index)], item);
+        COrderedProducer<CMadeFrame> made(count, [this](int number, CMadeFrame& item) {
+            const auto index = static_cast<std::size_t>(number);
+            item.isHeld = IsHeld(index);
+            if (!item.isHeld)
+                MakeFrame(m_frames[index], item);
         });
         if (made.Failed()) {
             Failed(RenderFault::Machine, noRenderThread);
@@ -171,7 +210,7 @@ private:
         }
         for (int done = 0; done < count; ++done) {
             const int frame = m_frames[static_cast<std::size_t>(done)];
-            const CMadeFrame& item = *made.Next();
+            const CMadeFrame& item = Show(frame, *made.Next());
             if (!(item.status ? Take(frame, item) : GoOnWithout(frame, item, progress)))
                 return;
             progress.Report((done + 1) * 100 / count, "Preparing Frame : " + std::to_string(frame + 1));
@@ -219,7 +258,9 @@ private:
     const COutputGeometry m_geometry;
     std::vector<int> m_frames;
     std::unique_ptr<IRenderMovie> m_movie; ///< null for numbered frames
-    int m_length = 0;                      ///< of the movie so far, frames
+    CMadeFrame m_shown;                    ///< the last one that was made
+    int m_shownFrame = 0;
+    int m_length = 0; ///< of the movie so far, frames
     CRenderOutcome m_outcome;
 };
 

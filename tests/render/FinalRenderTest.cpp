@@ -181,6 +181,51 @@ TEST_F(FinalRender, OfTheFramesThereOnlyWholeOnesAreKept) {
     }
 }
 
+TEST_F(FinalRender, HeldFramesAreWhatEachIsByItself) {
+    const int held[CTestScene::frames] = {0, 0, 1, 1, 2, 2, 2, 0, 0, 3};
+    for (int frame = 0; frame < CTestScene::frames; ++frame) {
+        scene.Expose(0, frame, "A", held[frame] == 3 ? "2" : "1", 12 + 10 * held[frame], 24);
+        scene.data.camera.MutableAt(frame) = {0, 0, 0.1, 1.2};
+    }
+    // Takes files away as they appear, as a program might that sends them on.
+    class CTaking : public IProgress {
+    public:
+        explicit CTaking(const CRenderJob& of) : job(of) {}
+        void Report(int, const std::string&) override {}
+        void FrameDone(int frame) override {
+            const Path path = RenderFrameFile(job.settings, frame - 1);
+            taken.push_back(ReadBytes(path));
+            if (frame % 3 == 0)
+                static_cast<void>(RemoveFile(path));
+            else if (frame % 3 == 1)
+                WriteBytes(path, std::vector<std::uint8_t>{1, 2, 3});
+        }
+        bool TakeStopRequest() override { return false; }
+        const CRenderJob& job;
+        std::vector<std::vector<std::uint8_t>> taken;
+    };
+    for (const bool transparent : {false, true}) {
+        CRenderJob job = Job(RenderFormat::Png);
+        job.settings.transparentBackground = transparent;
+        CTaking taking(job);
+        ASSERT_EQ(RenderToDisk(job, cache, taking, [] { return true; }).end, RenderEnd::Complete);
+        for (int frame = 0; frame < CTestScene::frames; ++frame) {
+            CRenderJob one = job;
+            one.settings.frames = {frame};
+            ASSERT_EQ(Render(one).end, RenderEnd::Complete);
+            EXPECT_EQ(taking.taken[static_cast<std::size_t>(frame)],
+                      ReadBytes(RenderFrameFile(job.settings, frame)))
+                << frame;
+        }
+    }
+
+    scene.Expose(0, 8, "A", "2", 42, 24);
+    WriteBytes(scene.folder / "A" / "2.bit", std::vector<std::uint8_t>{1, 2, 3});
+    CRenderJob broken = Job(RenderFormat::Bitmap);
+    broken.settings.keepGoing = true;
+    EXPECT_EQ(Render(broken).framesFailed, 2);
+}
+
 TEST_F(FinalRender, ABrokenCelFailsItsFramesAlone) {
     WriteBytes(scene.folder / "A" / "2.bit", std::vector<std::uint8_t>{1, 2, 3});
     CRenderJob job = Job(RenderFormat::Bitmap);
