@@ -1,13 +1,11 @@
 #include "app/window/CommandTable.h"
 
 #include "app/window/Capturing.h"
-#include "app/window/MainFrame.h"
+#include "app/window/commands/CommandRows.h"
+#include "app/window/commands/MenuCommands.h"
 #include "scene/AssetOperations.h"
-#include "scene/AssetTransforms.h"
 #include "scene/CameraAids.h"
 #include "scene/CameraOperations.h"
-#include "scene/CelPainting.h"
-#include "scene/CelSelection.h"
 #include "scene/CellOperations.h"
 #include "scene/CleanupOperations.h"
 #include "scene/CommandState.h"
@@ -18,18 +16,13 @@
 #include "scene/PaletteOperations.h"
 #include "scene/RecolorOperations.h"
 #include "scene/RenderOperations.h"
-#include "scene/SceneHistory.h"
-#include "scene/SceneLifecycle.h"
-#include "scene/SceneModel.h"
-#include "scene/SceneSaving.h"
 #include "scene/SequenceOperations.h"
-#include "scene/SheetExchange.h"
 #include "scene/SoundOperations.h"
-#include "scene/VelmorltDoc.h"
 #include "scene/XSheetCursor.h"
 #include "scene/XSheetOperations.h"
 #include "scene/exposing/SheetTiming.h"
 #include "scene/notes/SheetNotes.h"
+#include "scene/paper/Drawing.h"
 #include "scene/paper/DrawingSteps.h"
 #include "scene/paper/LightTable.h"
 #include "scene/paper/Onion.h"
@@ -37,7 +30,6 @@
 #include "scene/preview/Scrubbing.h"
 #include "scene/sheet/SheetDisplay.h"
 #include "views/camera/CameraView.h"
-#include "views/cel/CelView.h"
 #include "views/cel/PieceClipboard.h"
 #include "views/cel/SelectHand.h"
 #include "views/source/SourceView.h"
@@ -45,81 +37,34 @@
 #include "views/xsheet/XsheetFrame.h"
 
 #include <algorithm>
+#include <vector>
 
 namespace velmor {
 
 namespace {
 
-using Target = CCommandTarget;
-using enum KeyReach;
-using enum CommandGroup;
-constexpr auto camera = StackedPane::Camera;
-constexpr auto sheet = StackedPane::Xsheet;
-constexpr auto celEditor = StackedPane::CelEditor;
+using namespace commands;
 
-bool Always(const Target&) {
-    return true;
-}
-
-bool HasScene(const Target& target) {
-    return target.doc.Model().sceneOpen;
-}
-bool HasFolder(const Target& target) {
-    return target.doc.Model().HasFolder();
-}
-
-template<bool (*State)(const CSceneModel&)>
-bool When(const Target& target) {
-    return State(target.doc.Model());
-}
-
-// A command of one of the document's parts.
-template<auto Part, auto Operation>
-void Do(Target& target) {
-    static_cast<void>(((target.doc.*Part)().*Operation)()); // it has said what went wrong
-}
-template<void (CMainFrame::*Operation)()>
-void Frame(Target& target) {
-    (target.frame.*Operation)();
-}
 template<auto Operation>
 void Camera(Target& target) {
     (target.camera.*Operation)();
 }
-template<auto Operation>
-void Cel(Target& target) {
-    (target.cel.*Operation)();
-}
-
-template<PaneBar Bar>
-void ToggleBar(Target& target) {
-    target.frame.TogglePaneBar(Bar);
-}
-template<PaneBar Bar>
-bool HasBar(const Target& target) {
-    return target.frame.IsPaneBarShown(Bar);
-}
-
 template<bool Camera, bool Xsheet, bool CelEditor>
 bool ShowsOnly(const Target& target) {
     return target.frame.Panes().IsArrangement(Camera, Xsheet, CelEditor);
 }
-
 template<SourceMode Kind>
 void Capture(Target& target) {
     target.frame.Capturing().Capture(Kind);
 }
-
 template<InputMode Mode>
 bool IsMode(const Target& target) {
     return target.doc.Model().sceneOpen && target.doc.Model().inputMode == Mode;
 }
-
 template<InputMode Mode>
 void SetMode(Target& target) {
     target.doc.Camera().SetMode(Mode);
 }
-
 template<bool CCameraAidChoices::*Choice>
 bool HasAid(const Target& target) {
     return target.doc.CameraAids().Choices().*Choice;
@@ -143,11 +88,9 @@ void ToggleChart(Target& target) {
 bool CanDrawPath(const Target& target) {
     return CanInbetween(target.doc.Model()) || target.camera.IsDrawingPath();
 }
-
 bool HasLastFlipbook(const Target& target) {
     return target.doc.Flipbooks().HasLastFlipbook();
 }
-
 bool HasFrames(const Target& target) {
     return target.doc.Model().sceneOpen && target.doc.Model().Scene().xsheet.FrameCount() > 0;
 }
@@ -185,14 +128,9 @@ void ChangeSpeed(Target& target) {
     choices.speed = (choices.*Next)();
     target.doc.Preview().SetChoices(choices);
 }
-
-bool HasSelectedImages(const Target& target) {
-    return CanChangeImages(target.doc.Model());
-}
 bool HasPlacedSounds(const Target& target) {
     return target.doc.Model().sceneOpen && target.doc.Model().Scene().sounds.Count() > 0;
 }
-
 bool HasSoundAtCursor(const Target& target) {
     return target.doc.Sounds().SoundAtCursor().has_value();
 }
@@ -206,25 +144,6 @@ void MoveSound(Target& target) {
     if (from && target.doc.Sounds().MoveSound(*from, *from + Frames))
         target.doc.Cursor().GoTo({target.doc.Model().cursorLevel, *from + Frames});
 }
-
-template<CelTool Tool>
-bool CanUseTool(const Target& target) {
-    return CanUse(Tool, target.doc.Model().celImg);
-}
-template<CelTool Tool>
-bool IsTool(const Target& target) {
-    return target.cel.Tool() == Tool;
-}
-template<CelTool Tool>
-void SetTool(Target& target) {
-    target.cel.SetTool(Tool);
-}
-template<CommandId Id, CelTool Tool>
-constexpr CCommand ToolCommand() {
-    constexpr const CPaintTool& tool = ToolOf(Tool);
-    return {Id,           tool.text,     tool.icon, tool.key, tool.status, tool.toolTip, CanUseTool<Tool>,
-            IsTool<Tool>, SetTool<Tool>, celEditor, Focused,  CelTools};
-}
 template<CelPick Kind>
 bool IsPicking(const Target& target) {
     return target.cel.PendingPick() == Kind;
@@ -236,46 +155,6 @@ void TogglePick(Target& target) {
         target.cel.CancelPick();
     else
         (target.cel.*Start)();
-}
-
-// What is painted on is seen in the cel editor, everything else in the sheet, and of the current frame in the
-// camera view as well.
-void ShowWhatMoves(Target& target, const CHistory::CStep* step) {
-    if (step == nullptr)
-        return;
-    if (!step->heading.image.empty())
-        target.frame.ShowPane(celEditor);
-    else if (!target.frame.Panes().IsOpen(camera) || !IsInPicture(step, target.doc.Model().cursorFrame))
-        target.frame.ShowPane(sheet);
-}
-std::int64_t LastDone(const Target& target) {
-    const CHistory::CStep* step = target.doc.Model().history.NextUndo();
-    return step != nullptr ? step->id : 0;
-}
-// What floats becomes a step, which is taken back: what it was lifted from is selected again.
-void Undo(Target& target) {
-    CCelSelection& selection = target.doc.Selection();
-    const bool floats = selection.IsFloating();
-    const std::int64_t before = LastDone(target);
-    selection.Drop();
-    if (!floats || LastDone(target) != before) {
-        ShowWhatMoves(target, target.doc.Model().history.NextUndo());
-        target.doc.History().Undo();
-    }
-    if (floats) {
-        selection.SelectAgain();
-        target.cel.ShowEdit({});
-    }
-}
-void Redo(Target& target) {
-    ShowWhatMoves(target, target.doc.Model().history.NextRedo());
-    target.doc.History().Redo();
-}
-std::string UndoText(const Target& target) {
-    return target.doc.History().UndoText();
-}
-std::string RedoText(const Target& target) {
-    return target.doc.History().RedoText();
 }
 template<int Frames>
 bool IsNewDrawingHold(const Target& target) {
@@ -290,9 +169,6 @@ bool HasPins(const Target& target) {
 }
 bool HasShownPins(const Target& target) {
     return HasPins(target) && target.doc.LightTable().IsShown();
-}
-bool HasSelection(const Target& target) {
-    return target.doc.Selection().HasSelection();
 }
 template<auto Operation>
 void Selection(Target& target) {
@@ -331,16 +207,6 @@ void PastePiece(Target& target) {
     if (!CSelectHand::Holds(target.cel.Tool()))
         target.cel.SetTool(CelTool::SelectRect); // whose handles it gets
     target.cel.ShowEdit(target.doc.Selection().Paste(std::move(*piece)));
-}
-// In the cel editor the menu's cut, copy and paste mean pixels, elsewhere cells.
-template<CommandId Id>
-CommandId OfSelection(const Target& target) {
-    return target.cel.hasFocus() && HasSelection(target) ? Id : CommandId::Separator;
-}
-CommandId PasteOfSelection(const Target& target) {
-    const bool pastesPixels = target.cel.hasFocus() && HasEditedImage(target.doc.Model()) &&
-                              (!CanPaste(target.doc.Model()) || HasPieceOnClipboard());
-    return pastesPixels ? CommandId::CelPaste : CommandId::Separator;
 }
 bool CanReplaceColor(const Target& target) {
     return HasEditedImage(target.doc.Model()) || CanChangeImages(target.doc.Model());
@@ -417,140 +283,8 @@ template<NoteColor Color>
 void ColorMark(Target& target) {
     target.doc.Notes().SetColor(Color);
 }
-void EditFirstSelected(Target& target) {
-    // A copy: editing may change the selection.
-    const std::string name = target.doc.Model().sourceSelection.front();
-    target.doc.Assets().EditCel(name);
-}
 
-constexpr CCommand commands[] = {
-    // File
-    {CommandId::FileNewScene, "New Scene", "new-scene", "Ctrl+N", "Creates a new scene in the database",
-     "New Scene", Always, nullptr, Do<&CVelmorltDoc::Scenes, &CSceneLifecycle::NewScene>},
-    {CommandId::FileOpenScene, "&Open Scene", "open-scene", "Ctrl+O",
-     "Opens an existing scene from default database", "Open Scene", Always, nullptr,
-     Do<&CVelmorltDoc::Scenes, &CSceneLifecycle::AskAndOpenScene>},
-    {CommandId::FileSceneManager, "Scene &Manager", "scene-manager", "", "Shows the scene manager", "Scene Manager",
-     Always, nullptr, Do<&CVelmorltDoc::Scenes, &CSceneLifecycle::ManageScenes>},
-    {CommandId::FileSceneSettings, "Scene Se&ttings", "scene-settings", "",
-     "Changed the global parameters of the current scene", "Scene Settings", HasScene, nullptr,
-     Do<&CVelmorltDoc::Scenes, &CSceneLifecycle::EditSceneSettings>},
-    {CommandId::FileSaveAll, "Save All", "save-all", "Ctrl+S", "Saves all unsaved in memory data to the database",
-     "Save All", HasScene, nullptr, Do<&CVelmorltDoc::Saving, &CSceneSaving::SaveAll>},
-    {CommandId::FileSettings, "&Settings", "settings", "", "General Settings", "", Always, nullptr,
-     Do<&CVelmorltDoc::Scenes, &CSceneLifecycle::ChooseDatabase>},
-    {CommandId::FilePrint, "&Print XSheet\tCtrl+P", "print", "Ctrl+P", "Print the active document", "Print",
-     HasScene, nullptr, Frame<&CMainFrame::PrintXSheet>},
-    {CommandId::FilePrintPreview, "Print Pre&view", "print-preview", "", "Display full pages", "Print Preview",
-     HasScene, nullptr, Frame<&CMainFrame::PreviewPrint>},
-    {CommandId::FilePrintSetup, "P&rint Setup...", "print-setup", "", "Change the printer and printing options",
-     "Print Setup", Always, nullptr, Frame<&CMainFrame::SetUpPrinter>},
-    {CommandId::FilePrintDialogue, "Print &Dialogue", "", "", "Prints what is spoken beside the sounds of the xsheet",
-     "Print Dialogue", Always,
-     [](const Target& target) { return target.frame.PrintsDialogue(); }, Frame<&CMainFrame::TogglePrintDialogue>},
-    {CommandId::FileExit, "E&xit", "exit", "", "Quit the application; prompts to save documents", "Exit", Always,
-     nullptr, Frame<&CMainFrame::Exit>},
-    {CommandId::FileImportXsheet, "&Import Xsheet...", "import-xsheet", "",
-     "Brings in the xsheet of another program and shows first what changes", "Import Xsheet", HasScene, nullptr,
-     Do<&CVelmorltDoc::Exchange, &CSheetExchange::AskAndImport>, sheet},
-    {CommandId::FileExportXsheet, "&Export Xsheet...", "export-xsheet", "",
-     "Writes the xsheet to a file for other programs", "Export Xsheet", HasScene, nullptr,
-     Do<&CVelmorltDoc::Exchange, &CSheetExchange::AskAndExport>},
-
-    // Edit
-    {CommandId::EditUndo,
-     "&Undo\tCtrl+Z",
-     "undo",
-     "Ctrl+Z; Alt+Backspace",
-     "Undo the last action",
-     "Undo",
-     When<CanUndo>,
-     nullptr,
-     Undo,
-     {},
-     Everywhere,
-     CommandGroup::None,
-     "",
-     UndoText},
-    {CommandId::EditRedo,
-     "&Redo\tCtrl+Shift+Z",
-     "redo",
-     "Ctrl+Shift+Z; Ctrl+Y",
-     "Does again what was undone last",
-     "Redo",
-     When<CanRedo>,
-     nullptr,
-     Redo,
-     {},
-     Everywhere,
-     CommandGroup::None,
-     "",
-     RedoText},
-    {CommandId::EditHistory, "&History...", "history", "",
-     "Shows everything that was done to the scene, to go to any step of it", "History", HasScene, nullptr,
-     Do<&CVelmorltDoc::History, &CSceneHistory::Show>},
-    {CommandId::EditCut, "Cu&t\tCtrl+X,DEL", "cut", "Ctrl+X; Del; Shift+Del",
-     "Cut the selection and put it on the Clipboard", "Cut", HasScene, nullptr,
-     Do<&CVelmorltDoc::XSheet, &CXSheetOperations::Cut>, sheet, Focused, CommandGroup::None, "", nullptr,
-     OfSelection<CommandId::CelCut>},
-    {CommandId::EditCopy, "&Copy\tCtrl+C", "copy", "Ctrl+C; Ctrl+Ins",
-     "Copy the selection and put it on the Clipboard", "Copy", HasScene, nullptr,
-     Do<&CVelmorltDoc::XSheet, &CXSheetOperations::Copy>, sheet, Focused, CommandGroup::None, "", nullptr,
-     OfSelection<CommandId::CelCopy>},
-    {CommandId::EditPaste, "&Paste\tCtrl+V", "paste", "Ctrl+V; Shift+Ins", "Insert Clipboard contents", "Paste",
-     When<CanPaste>, nullptr, Do<&CVelmorltDoc::XSheet, &CXSheetOperations::Paste>, sheet, Focused,
-     CommandGroup::None, "", nullptr, PasteOfSelection},
-    {CommandId::EditCondense, "Con&dense Cels", "condense", "",
-     "Condenses the selection in xsheet by removing one duplicate from each repetition of cels", "Condense",
-     When<CanEditRange>, nullptr, Do<&CVelmorltDoc::XSheet, &CXSheetOperations::Condense>, sheet},
-    {CommandId::EditExpand, "&Expand Cels", "expand", "",
-     "Expands the selection in xsheet by putting one extra frame for each cel", "Expand", When<CanEditRange>,
-     nullptr, Do<&CVelmorltDoc::XSheet, &CXSheetOperations::Expand>, sheet},
-    {CommandId::EditReverse, "&Reverse Cels", "reverse", "", "Reverses the order of selected cels on the xsheet",
-     "Reverse", When<CanEditRange>, nullptr, Do<&CVelmorltDoc::XSheet, &CXSheetOperations::Reverse>, sheet},
-    {CommandId::EditRemoveSound, "Remove &Sound", "remove-sound", "", "Removes the sound at cursor from xsheet",
-     "Remove Sound", HasScene, nullptr, Do<&CVelmorltDoc::Sounds, &CSoundOperations::RemoveSelectedSounds>, sheet},
-
-    // Assets
-    {CommandId::AssetsNewFolder, "New &Folder", "new-folder", "", "Creates a new cel folder in the scene",
-     "New Folder in Scene", HasScene, nullptr, Do<&CVelmorltDoc::Assets, &CAssetOperations::NewFolder>},
-    {CommandId::AssetsNewCel, "New &Cel", "new-cel", "", "Creates a new cel", "New Cel", HasFolder, nullptr,
-     Do<&CVelmorltDoc::Assets, &CAssetOperations::NewCel>},
-    {CommandId::AssetsDelete, "&Delete Asset(s)", "delete-asset", "",
-     "Deletes the selected assets from the folder and xsheet", "", When<CanChangeAssets>, nullptr,
-     Do<&CVelmorltDoc::Assets, &CAssetOperations::DeleteSelected>},
-    {CommandId::AssetsDeleteFolder, "De&lete Folder", "delete-folder", "",
-     "Deletes the selected folder from the scene and all cels inside it and their references on the xsheet",
-     "Delete Folder In Scene", HasFolder, nullptr, Do<&CVelmorltDoc::Assets, &CAssetOperations::DeleteFolder>},
-    {CommandId::AssetsEdit, "&Edit Cel/Picture\tDBL CLK", "edit-asset", "",
-     "Edits the selected cel in the cel editor", "Edit Cel", HasSelectedImages, nullptr, EditFirstSelected,
-     celEditor},
-    {CommandId::AssetsPlaySound, "Play &Sound\tDBL CLK", "play-sound", "", "Plays the selected sound", "",
-     When<CanPlaySelectedSound>, nullptr, Do<&CVelmorltDoc::Media, &CMediaOperations::PlaySoundAssets>},
-    {CommandId::AssetsRename, "Re&name Asset", "rename", "", "Renames the selected cel, picture or sound", "",
-     When<CanChangeAssets>, nullptr, Do<&CVelmorltDoc::Assets, &CAssetOperations::RenameSelected>},
-    {CommandId::AssetsDuplicate, "Du&plicate Asset", "duplicate", "",
-     "Duplicates the selected sound, picture or cel asset", "Duplicate Asset", When<CanChangeAssets>, nullptr,
-     Do<&CVelmorltDoc::Assets, &CAssetOperations::DuplicateSelected>},
-    {CommandId::AssetsRotate, "&Rotate Cel(s)/Picture(s)", "rotate", "", "Rotates the selected cels or pictures",
-     "", HasSelectedImages, nullptr, Do<&CVelmorltDoc::Transforms, &CAssetTransforms::RotateSelected>},
-    {CommandId::AssetsFlip, "Fli&p Cel(s)/Picture(s)", "flip", "",
-     "Flips horizontally or vertically the selected cels or pictures", "", HasSelectedImages, nullptr,
-     Do<&CVelmorltDoc::Transforms, &CAssetTransforms::FlipSelected>},
-    {CommandId::AssetsColorKey, "Color &Key Picture(s)", "color-key", "",
-     "Color Keys the selected picture assets with the given key color and tolerance", "Color Key Picture(s)",
-     When<CanColorKey>, nullptr, Do<&CVelmorltDoc::Transforms, &CAssetTransforms::ColorKeySelected>},
-    {CommandId::AssetsCleanUp, "Clean &Up Cel(s)/Picture(s)", "clean-up", "",
-     "Takes specks off scanned drawings, makes lines thicker or thinner and puts drawings on their peg holes",
-     "Clean Up Scanned Drawings", When<CanCleanUp>, nullptr,
-     Do<&CVelmorltDoc::Cleanups, &CCleanupOperations::AskAndCleanUp>},
-
-    {CommandId::AssetsPin, "Pin to Light &Table", "pin", "",
-     "Pins the selected cels or pictures under the drawing in the cel editor, or takes them away", "",
-     HasSelectedImages, [](const Target& target) { return target.doc.LightTable().AreSelectedPinned(); },
-     Do<&CVelmorltDoc::LightTable, &CLightTable::PinSelected>},
-
-    // Camera
+constexpr CCommand otherRows[] = {
     {CommandId::CameraMoveMode, "&Move Mode\tF5", "move-mode", "F5",
      "Selects the move mode for the selected level(s) and camera", "Move/Pan", HasScene, IsMode<InputMode::Move>,
      SetMode<InputMode::Move>, camera, Shown, InputModes},
@@ -1207,14 +941,24 @@ constexpr CCommand commands[] = {
      nullptr, Frame<&CMainFrame::OpenDemonstration>},
 };
 
+std::vector<CCommand> AllRows() {
+    using namespace commands;
+    std::vector<CCommand> all;
+    for (const std::span<const CCommand> menu :
+         {FileCommands(), EditCommands(), AssetCommands(), std::span<const CCommand>(otherRows)})
+        all.insert(all.end(), menu.begin(), menu.end());
+    return all;
+}
+
 } // namespace
 
 std::span<const CCommand> Commands() {
-    return commands;
+    static const std::vector<CCommand> all = AllRows(); // actions keep the address of their row
+    return all;
 }
 
 const CCommand& CommandOf(CommandId id) {
-    return *std::ranges::find(commands, id, &CCommand::id);
+    return *std::ranges::find(Commands(), id, &CCommand::id);
 }
 
 } // namespace velmor
