@@ -12,5 +12,6 @@ namespace velmor::commands {
 std::span<const CCommand> FileCommands();
 std::span<const CCommand> EditCommands();
 std::span<const CCommand> AssetCommands();
+std::span<const CCommand> CameraCommands();
 
 } // namespace velmor::commands
