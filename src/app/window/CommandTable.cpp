@@ -5,10 +5,8 @@
 #include "app/window/commands/MenuCommands.h"
 #include "scene/AssetOperations.h"
 #include "scene/CameraOperations.h"
-#include "scene/CellOperations.h"
 #include "scene/CleanupOperations.h"
 #include "scene/CommandState.h"
-#include "scene/DialogueOperations.h"
 #include "scene/FlipbookOperations.h"
 #include "scene/ImportOperations.h"
 #include "scene/MediaOperations.h"
@@ -17,17 +15,12 @@
 #include "scene/RenderOperations.h"
 #include "scene/SequenceOperations.h"
 #include "scene/SoundOperations.h"
-#include "scene/XSheetCursor.h"
-#include "scene/XSheetOperations.h"
-#include "scene/exposing/SheetTiming.h"
-#include "scene/notes/SheetNotes.h"
 #include "scene/paper/Drawing.h"
 #include "scene/paper/DrawingSteps.h"
 #include "scene/paper/LightTable.h"
 #include "scene/paper/Onion.h"
 #include "scene/preview/ScenePreview.h"
 #include "scene/preview/Scrubbing.h"
-#include "scene/sheet/SheetDisplay.h"
 #include "views/cel/PieceClipboard.h"
 #include "views/cel/SelectHand.h"
 #include "views/source/SourceView.h"
@@ -93,19 +86,6 @@ void ChangeSpeed(Target& target) {
 }
 bool HasPlacedSounds(const Target& target) {
     return target.doc.Model().sceneOpen && target.doc.Model().Scene().sounds.Count() > 0;
-}
-bool HasSoundAtCursor(const Target& target) {
-    return target.doc.Sounds().SoundAtCursor().has_value();
-}
-bool HasDialogue(const Target& target) {
-    return target.doc.Model().sceneOpen && !target.doc.Model().Scene().dialogue.IsEmpty();
-}
-// The cursor goes along, so that the same sound moves on.
-template<int Frames>
-void MoveSound(Target& target) {
-    const std::optional<int> from = target.doc.Sounds().SoundAtCursor();
-    if (from && target.doc.Sounds().MoveSound(*from, *from + Frames))
-        target.doc.Cursor().GoTo({target.doc.Model().cursorLevel, *from + Frames});
 }
 template<CelPick Kind>
 bool IsPicking(const Target& target) {
@@ -174,246 +154,8 @@ void PastePiece(Target& target) {
 bool CanReplaceColor(const Target& target) {
     return HasEditedImage(target.doc.Model()) || CanChangeImages(target.doc.Model());
 }
-bool IsCursorOnEmptyCell(const Target& target) {
-    return target.doc.Model().sceneOpen && !CanEditCellData(target.doc.Model());
-}
-template<SheetEditKind Kind, int Count>
-std::optional<CSheetEdit> OutcomeOf(const Target& target) {
-    return target.doc.Timing().EditOfSelection(Kind, Count);
-}
-// A row of a command whose outcome the sheet shows.
-template<SheetEditKind Kind, int Count = 1>
-constexpr CCommand WithOutcome(CCommand command) {
-    command.outcome = OutcomeOf<Kind, Count>;
-    return command;
-}
-template<int Step>
-void ExposeOn(Target& target) {
-    target.doc.Timing().ExposeOn(Step);
-}
-bool PushesWhatFollows(const Target& target) {
-    return target.doc.Timing().WhatFollows() == Following::Push;
-}
-void TogglePushing(Target& target) {
-    target.doc.Timing().SetWhatFollows(PushesWhatFollows(target) ? Following::Eat : Following::Push);
-}
-template<int By>
-bool CanZoomSheet(const Target& target) {
-    const int zoom = target.doc.SheetDisplay().Zoom() + By;
-    return zoom >= 0 && zoom <= CSheetDisplay::mostZoom;
-}
-template<int By>
-void ZoomSheet(Target& target) {
-    target.doc.SheetDisplay().SetZoom(target.doc.SheetDisplay().Zoom() + By);
-}
-bool AreSelectedFolded(const Target& target) {
-    const std::optional<CXSheetSelection> selected = SelectedCells(target.doc.Model());
-    return selected && target.doc.SheetDisplay().AreFolded(selected->firstLevel, selected->lastLevel);
-}
-void FoldSelected(Target& target) {
-    if (const std::optional<CXSheetSelection> selected = SelectedCells(target.doc.Model()))
-        target.doc.SheetDisplay().Fold(selected->firstLevel, selected->lastLevel, !AreSelectedFolded(target));
-}
-// By one place, to the left for -1.
-template<int By>
-bool CanMoveLevels(const Target& target) {
-    const std::optional<CXSheetSelection> selected = SelectedCells(target.doc.Model());
-    return selected && selected->firstLevel + By >= 0 &&
-           selected->lastLevel + By < target.doc.Model().Scene().xsheet.LevelCount();
-}
-// Of the cell at the cursor; null without one.
-const CSheetNote* CursorNote(const Target& target) {
-    const CSceneModel& model = target.doc.Model();
-    const CXSheet& xsheet = model.Scene().xsheet;
-    const bool isCell = model.sceneOpen && xsheet.HasLevel(model.cursorLevel) && xsheet.HasFrame(model.cursorFrame);
-    return isCell ? &xsheet.Cell(model.cursorLevel, model.cursorFrame).Note() : nullptr;
-}
-template<SheetMark Kind>
-bool IsMarked(const Target& target) {
-    const CSheetNote* note = CursorNote(target);
-    return note != nullptr && note->mark == Kind;
-}
-template<SheetMark Kind>
-void Mark(Target& target) {
-    target.doc.Notes().Mark(Kind);
-}
-template<NoteColor Color>
-bool IsColored(const Target& target) {
-    const CSheetNote* note = CursorNote(target);
-    return note != nullptr && note->color == Color;
-}
-template<NoteColor Color>
-void ColorMark(Target& target) {
-    target.doc.Notes().SetColor(Color);
-}
 
 constexpr CCommand otherRows[] = {
-    {CommandId::XsheetAddLevel, "&Add Level\tINS", "add-level", "Ins", "Adds another level to the xsheet",
-     "Add Level", HasScene, nullptr, Do<&CVelmorltDoc::XSheet, &CXSheetOperations::AddLevel>, sheet, Focused},
-    {CommandId::XsheetDeleteLevel, "&Delete Level", "delete-level", "",
-     "Delete one level from the current xsheet of the scene", "Delete Level", When<CanDeleteLevel>, nullptr,
-     Do<&CVelmorltDoc::XSheet, &CXSheetOperations::DeleteLevel>, sheet},
-    {CommandId::XsheetRenameLevel, "&Rename Level", "rename-level", "", "Renames a level", "Rename Level", HasScene,
-     nullptr, Do<&CVelmorltDoc::XSheet, &CXSheetOperations::RenameLevel>, sheet},
-    {CommandId::XsheetSwapLevels, "&Swap Levels", "swap-levels", "", "Swaps two given layers", "Swap levels",
-     When<CanSwapLevels>, nullptr, Do<&CVelmorltDoc::XSheet, &CXSheetOperations::SwapLevels>, sheet},
-    {CommandId::XsheetAddFrames, "Add &Frames", "add-frames", "", "Adds frames to the xsheet", "Add Frames",
-     HasScene, nullptr, Do<&CVelmorltDoc::XSheet, &CXSheetOperations::AddFrames>, sheet},
-    {CommandId::XsheetDeleteFrames, "&Delete Frames", "delete-frames", "",
-     "Deletes frames from the end of the xsheet", "Delete Frames", HasScene, nullptr,
-     Do<&CVelmorltDoc::XSheet, &CXSheetOperations::DeleteFrames>, sheet},
-    {CommandId::XsheetEditCelData, "Edit &Cel Data\tDBL CLK", "edit-cel-data", "",
-     "Edits the current position/scale/rotate and fx of the current cel in Xsheet", "Edit Transformations",
-     When<CanEditCellData>, nullptr, Do<&CVelmorltDoc::Cells, &CCellOperations::EditCellData>, sheet},
-    {CommandId::XsheetEditCameraData, "Edit Ca&mera Data\tDBL CLK", "edit-camera-data", "",
-     "Edits the current camera data on the current camera cel", "Edit Cam Data", HasScene, nullptr,
-     Do<&CVelmorltDoc::Camera, &CCameraOperations::EditCameraData>, sheet},
-    {CommandId::XsheetInbetweenLevel, "&Inbetween Level Data\tF9", "inbetween-level", "F9",
-     "Shows Inbetween dialog with the current level and selected frames", "Inbetween Level", When<CanInbetween>,
-     nullptr, Do<&CVelmorltDoc::Cells, &CCellOperations::Inbetween>, sheet, Shown},
-    {CommandId::XsheetInbetweenCamera, "In&between Camera Data\tF10", "inbetween-camera", "F10",
-     "Shows Inbetween dialog for camera with selected frames", "Inbetween Camera", When<CanInbetween>, nullptr,
-     Do<&CVelmorltDoc::Camera, &CCameraOperations::Inbetween>, sheet, Shown},
-    {CommandId::XsheetMultipleLevels, "Multiple &Level Move Selections", "multiple-levels", "",
-     "Sets either single or multiple level movement selections", "Multiple Level Move Selections", Always,
-     [](const Target& target) { return target.doc.Model().moveSelection.IsMultiple(); },
-     Do<&CVelmorltDoc::Cursor, &CXSheetCursor::ToggleMultipleMoveSelection>, sheet},
-    {CommandId::XsheetOpenDrawing, "&Open Drawing\tENTER", "edit-asset", "Return; Enter",
-     "Opens the drawing of the current cel in the cel editor", "Open Drawing", When<CanEditCellData>, nullptr,
-     [](Target& target) { target.doc.Assets().EditDrawing(target.doc.Model().CursorCell()); }, sheet, Focused},
-    {CommandId::XsheetBlur, "Bl&ur", "header-blur", "", "Edits the blur of the current cel", "Blur",
-     When<CanEditCellData>, nullptr,
-     [](Target& target) { target.doc.Cells().OnXSheetDoBlur(target.doc.Model().cursorLevel); }, sheet},
-    {CommandId::XsheetTransparency, "&Transparency", "header-transparency", "",
-     "Edits the transparency of the current cel", "Transparency", When<CanEditCellData>, nullptr,
-     [](Target& target) { target.doc.Cells().OnXSheetDoTrans(target.doc.Model().cursorLevel); }, sheet},
-    {CommandId::ExposureNewDrawing, "&New Drawing Here\tENTER", "new-cel", "",
-     "Makes a blank cel, exposes it at the cursor and opens it", "New Drawing Here", IsCursorOnEmptyCell, nullptr,
-     Do<&CVelmorltDoc::Drawings, &CDrawingSteps::NewDrawingAtCursor>, sheet},
-    WithOutcome<SheetEditKind::OnFrames, 1>({CommandId::ExposureOnes, "On &Ones", "on-ones", "",
-                                             "Exposes every drawing of the selection for one frame", "On Ones",
-                                             HasScene, nullptr, ExposeOn<1>, sheet}),
-    WithOutcome<SheetEditKind::OnFrames, 2>({CommandId::ExposureTwos, "On &Twos", "on-twos", "",
-                                             "Exposes every drawing of the selection for two frames", "On Twos",
-                                             HasScene, nullptr, ExposeOn<2>, sheet}),
-    WithOutcome<SheetEditKind::OnFrames, 3>({CommandId::ExposureThrees, "On T&hrees", "on-threes", "",
-                                             "Exposes every drawing of the selection for three frames", "On Threes",
-                                             HasScene, nullptr, ExposeOn<3>, sheet}),
-    WithOutcome<SheetEditKind::OnFrames, 4>({CommandId::ExposureFours, "On &Fours", "on-fours", "",
-                                             "Exposes every drawing of the selection for four frames", "On Fours",
-                                             HasScene, nullptr, ExposeOn<4>, sheet}),
-    WithOutcome<SheetEditKind::Swing>({CommandId::ExposureSwing, "S&wing", "swing", "",
-                                       "Has the selection go there and back again, so that it can be repeated",
-                                       "Swing", When<CanEditRange>, nullptr,
-                                       Do<&CVelmorltDoc::Timing, &CSheetTiming::Swing>, sheet}),
-    WithOutcome<SheetEditKind::Random>({CommandId::ExposureRandom, "R&andom", "random", "",
-                                        "Shows the drawings of the selection in any order, none twice in a row",
-                                        "Random Order", When<CanEditRange>, nullptr,
-                                        Do<&CVelmorltDoc::Timing, &CSheetTiming::Random>, sheet}),
-    {CommandId::ExposureShift, "&Shift...", "shift", "", "Moves the selected cels to other frames", "Shift Cels",
-     HasScene, nullptr, Do<&CVelmorltDoc::Timing, &CSheetTiming::AskAndShift>, sheet},
-    {CommandId::ExposureRoll, "&Roll...", "roll", "",
-     "Moves cels within the selection: what leaves at one end comes in at the other", "Roll Cels",
-     When<CanEditRange>, nullptr, Do<&CVelmorltDoc::Timing, &CSheetTiming::AskAndRoll>, sheet},
-    {CommandId::ExposureStretch, "Stret&ch...", "stretch", "", "Has the selection take more or fewer frames",
-     "Stretch Time", HasScene, nullptr, Do<&CVelmorltDoc::Timing, &CSheetTiming::AskAndStretch>, sheet},
-    {CommandId::ExposureInsertTime, "&Insert Time...", "insert-time", "",
-     "Inserts frames at the cursor on all levels, with camera and sounds", "Insert Time", HasScene, nullptr,
-     Do<&CVelmorltDoc::Timing, &CSheetTiming::AskAndInsertTime>, sheet},
-    {CommandId::ExposureDeleteTime, "&Delete Time...", "delete-time", "",
-     "Deletes frames from the cursor on, on all levels, with camera and sounds", "Delete Time", HasScene, nullptr,
-     Do<&CVelmorltDoc::Timing, &CSheetTiming::AskAndDeleteTime>, sheet},
-    {CommandId::ExposurePush, "&Push What Follows", "", "",
-     "Exposures that change their length push what follows, and do not eat it", "Push What Follows", Always,
-     PushesWhatFollows, TogglePushing, sheet},
-    {CommandId::XsheetSoundEarlier, "Sound &Earlier\tCtrl+Up", "", "Ctrl+Up",
-     "Has the sound at the cursor start a frame earlier", "Sound Earlier", HasSoundAtCursor, nullptr, MoveSound<-1>,
-     sheet, Focused},
-    {CommandId::XsheetSoundLater, "Sound La&ter\tCtrl+Down", "", "Ctrl+Down",
-     "Has the sound at the cursor start a frame later", "Sound Later", HasSoundAtCursor, nullptr, MoveSound<1>,
-     sheet, Focused},
-    {CommandId::XsheetSoundShape, "Sound Trim and &Level...", "sound-shape", "",
-     "Says what of the sound at the cursor is heard, and how loud", "Sound Trim and Level", HasSoundAtCursor,
-     nullptr, Do<&CVelmorltDoc::Sounds, &CSoundOperations::AskSoundShape>, sheet},
-    {CommandId::XsheetDialogue, "&Dialogue...\tCtrl+L", "dialogue", "Ctrl+L",
-     "Writes what is spoken over the selected frames", "Dialogue", HasScene, nullptr,
-     Do<&CVelmorltDoc::Dialogue, &CDialogueOperations::AskLine>, sheet},
-    {CommandId::XsheetImportDialogue, "&Import Dialogue...", "", "", "Takes what is spoken from a text file",
-     "Import Dialogue", HasScene, nullptr, Do<&CVelmorltDoc::Dialogue, &CDialogueOperations::AskAndImport>, sheet},
-    {CommandId::XsheetMouths, "&Mouths from Dialogue...", "mouths", "",
-     "Fills a level with the mouths of what is spoken, by a chart of your own", "Mouths from Dialogue", HasDialogue,
-     nullptr, Do<&CVelmorltDoc::Dialogue, &CDialogueOperations::AskAndFillMouths>, sheet},
-
-    {CommandId::LevelMoveLeft, "Move &Left", "level-left", "", "Moves the selected levels by one place to the left",
-     "Move Level Left", CanMoveLevels<-1>, nullptr, Do<&CVelmorltDoc::XSheet, &CXSheetOperations::MoveLevelsLeft>,
-     sheet},
-    {CommandId::LevelMoveRight, "Move &Right", "level-right", "",
-     "Moves the selected levels by one place to the right", "Move Level Right", CanMoveLevels<1>, nullptr,
-     Do<&CVelmorltDoc::XSheet, &CXSheetOperations::MoveLevelsRight>, sheet},
-    {CommandId::LevelFold, "&Fold", "", "", "Shows the selected levels as strips, or as columns again", "Fold Levels",
-     HasScene, AreSelectedFolded, FoldSelected, sheet},
-    {CommandId::LevelUnfoldAll, "&Unfold All", "", "", "Shows all levels as columns again", "Unfold All Levels",
-     [](const Target& target) { return target.doc.SheetDisplay().Folded().any(); }, nullptr,
-     Do<&CVelmorltDoc::SheetDisplay, &CSheetDisplay::UnfoldAll>, sheet},
-    {CommandId::SheetZoomIn, "Zoom &In", "zoom-in", "", "Makes the cells of the xsheet larger, with pictures in them",
-     "Zoom In on the XSheet", CanZoomSheet<1>, nullptr, ZoomSheet<1>, sheet},
-    {CommandId::SheetZoomOut, "Zoom &Out", "zoom-out", "", "Makes the cells of the xsheet smaller",
-     "Zoom Out of the XSheet", CanZoomSheet<-1>, nullptr, ZoomSheet<-1>, sheet},
-    {CommandId::SheetFolderColors, "&Colors by Folder", "", "", "Gives cells the color of their folder",
-     "Colors by Folder", Always, [](const Target& target) { return target.doc.SheetDisplay().ColorsFolders(); },
-     [](Target& target) { target.doc.SheetDisplay().ColorFolders(!target.doc.SheetDisplay().ColorsFolders()); },
-     sheet},
-    {CommandId::SheetHoldLines, "&Holds as Lines", "", "", "Draws held cels as lines in place of ditto marks",
-     "Holds as Lines", Always, [](const Target& target) { return target.doc.SheetDisplay().DrawsHolds(); },
-     [](Target& target) { target.doc.SheetDisplay().DrawHolds(!target.doc.SheetDisplay().DrawsHolds()); }, sheet},
-    {CommandId::SheetOtherScene, "Other &Scene Beside", "", "",
-     "Shows the xsheet of another scene beside the xsheet, to copy cels from", "Other Scene", Always,
-     [](const Target& target) { return target.frame.XsheetPane().ShowsOtherSheet(); },
-     [](Target& target) { target.frame.XsheetPane().ToggleOtherSheet(); }, sheet},
-
-    // Marks and notes
-    {CommandId::NoteKey, "&Key\tK", "mark-key", "K", "Marks the selected cels as keys, or takes the mark off",
-     "Mark as Key", HasScene, IsMarked<SheetMark::Key>, Mark<SheetMark::Key>, sheet, Focused},
-    {CommandId::NoteBreakdown, "&Breakdown\tB", "mark-breakdown", "B",
-     "Marks the selected cels as breakdowns, or takes the mark off", "Mark as Breakdown", HasScene,
-     IsMarked<SheetMark::Breakdown>, Mark<SheetMark::Breakdown>, sheet, Focused},
-    {CommandId::NoteInbetween, "&Inbetween\tI", "mark-inbetween", "I",
-     "Marks the selected cels as inbetweens, or takes the mark off", "Mark as Inbetween", HasScene,
-     IsMarked<SheetMark::Inbetween>, Mark<SheetMark::Inbetween>, sheet, Focused},
-    {CommandId::NoteStopHold, "&Stop-hold\tX", "mark-stop-hold", "X",
-     "Marks where the movement stands still, or takes the mark off", "Mark as Stop-hold", HasScene,
-     IsMarked<SheetMark::StopHold>, Mark<SheetMark::StopHold>, sheet, Focused},
-    {CommandId::NoteRed, "&Red", "", "", "Gives the marks of the selected cels a color, or takes it off",
-     "Red Mark", HasScene, IsColored<NoteColor::Red>, ColorMark<NoteColor::Red>, sheet},
-    {CommandId::NoteOrange, "&Orange", "", "", "Gives the marks of the selected cels a color, or takes it off",
-     "Orange Mark", HasScene, IsColored<NoteColor::Orange>, ColorMark<NoteColor::Orange>, sheet},
-    {CommandId::NoteYellow, "&Yellow", "", "", "Gives the marks of the selected cels a color, or takes it off",
-     "Yellow Mark", HasScene, IsColored<NoteColor::Yellow>, ColorMark<NoteColor::Yellow>, sheet},
-    {CommandId::NoteGreen, "&Green", "", "", "Gives the marks of the selected cels a color, or takes it off",
-     "Green Mark", HasScene, IsColored<NoteColor::Green>, ColorMark<NoteColor::Green>, sheet},
-    {CommandId::NoteBlue, "B&lue", "", "", "Gives the marks of the selected cels a color, or takes it off",
-     "Blue Mark", HasScene, IsColored<NoteColor::Blue>, ColorMark<NoteColor::Blue>, sheet},
-    {CommandId::NoteViolet, "&Violet", "", "", "Gives the marks of the selected cels a color, or takes it off",
-     "Violet Mark", HasScene, IsColored<NoteColor::Violet>, ColorMark<NoteColor::Violet>, sheet},
-    {CommandId::NoteCell, "&Comment...\tN", "note", "N", "Edits mark, color and comment of the current cel", "Comment",
-     HasScene, nullptr, Do<&CVelmorltDoc::Notes, &CSheetNotes::EditAtCursor>, sheet, Focused},
-    {CommandId::NoteFrame, "&Frame Comment...\tSHIFT N", "note-frame", "Shift+N",
-     "Edits color and comment of the current frame", "Frame Comment", HasScene, nullptr,
-     Do<&CVelmorltDoc::Notes, &CSheetNotes::EditAtFrame>, sheet, Focused},
-    {CommandId::NoteClear, "Cl&ear", "", "", "Takes marks, colors and comments off the selected cels",
-     "Clear Marks", HasScene, nullptr, Do<&CVelmorltDoc::Notes, &CSheetNotes::Clear>, sheet},
-    {CommandId::NoteNext, "Ne&xt Note\tALT DOWN", "", "Alt+Down", "Goes to the next place that is marked or commented",
-     "Next Note", HasScene, nullptr, Do<&CVelmorltDoc::Notes, &CSheetNotes::GoToNext>, sheet, Focused},
-    {CommandId::NotePrevious, "&Previous Note\tALT UP", "", "Alt+Up",
-     "Goes to the place before that is marked or commented", "Previous Note", HasScene, nullptr,
-     Do<&CVelmorltDoc::Notes, &CSheetNotes::GoToPrevious>, sheet, Focused},
-    {CommandId::NoteList, "&All Marks and Notes...", "", "", "Lists all that is marked or commented, to go there",
-     "All Marks and Notes", HasScene, nullptr, Do<&CVelmorltDoc::Notes, &CSheetNotes::ShowList>, sheet},
-    {CommandId::NoteEndHold, "End &Hold Here\tSHIFT X", "end-hold", "Shift+X",
-     "Empties the current cel and those behind it that hold its drawing", "End Hold Here", When<CanEditCellData>,
-     nullptr, Do<&CVelmorltDoc::Notes, &CSheetNotes::StopHold>, sheet, Focused},
-
-    // Cel
     {CommandId::CelZoomIn, "Zoom &In\tCTRL +", "zoom-in", "Ctrl++; Ctrl+=", "Zooms One Level In", "Zoom In",
      When<HasEditedImage>, nullptr, Cel<&CCelView::ZoomIn>, celEditor, Shown},
     {CommandId::CelZoomOut, "Zoom &Out\tCTRL -", "zoom-out", "Ctrl+-", "Zooms one level out", "Zoom Out",
@@ -834,7 +576,9 @@ std::vector<CCommand> AllRows() {
     using namespace commands;
     std::vector<CCommand> all;
     for (const std::span<const CCommand> menu :
-         {FileCommands(), EditCommands(), AssetCommands(), CameraCommands(), std::span<const CCommand>(otherRows)})
+         {FileCommands(), EditCommands(), AssetCommands(), CameraCommands(), SheetCommands(), ExposureCommands(),
+          SheetSoundCommands(), LevelCommands(), SheetViewCommands(), NoteCommands(),
+          std::span<const CCommand>(otherRows)})
         all.insert(all.end(), menu.begin(), menu.end());
     return all;
 }

@@ -13,5 +13,11 @@ std::span<const CCommand> FileCommands();
 std::span<const CCommand> EditCommands();
 std::span<const CCommand> AssetCommands();
 std::span<const CCommand> CameraCommands();
+std::span<const CCommand> SheetCommands(); ///< the Xsheet menu but for its submenus
+std::span<const CCommand> ExposureCommands();
+std::span<const CCommand> SheetSoundCommands(); ///< Sound and Dialogue
+std::span<const CCommand> LevelCommands();
+std::span<const CCommand> SheetViewCommands(); ///< XSheet at a Glance
+std::span<const CCommand> NoteCommands();      ///< Marks and Notes
 
 } // namespace velmor::commands
