@@ -19,5 +19,9 @@ std::span<const CCommand> SheetSoundCommands(); ///< Sound and Dialogue
 std::span<const CCommand> LevelCommands();
 std::span<const CCommand> SheetViewCommands(); ///< XSheet at a Glance
 std::span<const CCommand> NoteCommands();      ///< Marks and Notes
+std::span<const CCommand> CelViewCommands();   ///< how the cel editor shows its image
+std::span<const CCommand> CelPaperCommands();  ///< the drawings around the one under edit
+std::span<const CCommand> CelPaintCommands();  ///< tools and colors, and cleaning up
+std::span<const CCommand> CelSelectionCommands();
 
 } // namespace velmor::commands
