@@ -60,7 +60,7 @@ struct CCommand {
     std::optional<CSheetEdit> (*outcome)(const CCommandTarget&) = nullptr;
 };
 
-/// All commands, menu by menu.
+/// All commands, menu by menu. A new one is a row in the file of its menu, in commands/.
 std::span<const CCommand> Commands();
 /// Every id but Separator is in the table.
 const CCommand& CommandOf(CommandId id);

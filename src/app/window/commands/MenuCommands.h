@@ -23,5 +23,10 @@ std::span<const CCommand> CelViewCommands();   ///< how the cel editor shows its
 std::span<const CCommand> CelPaperCommands();  ///< the drawings around the one under edit
 std::span<const CCommand> CelPaintCommands();  ///< tools and colors, and cleaning up
 std::span<const CCommand> CelSelectionCommands();
+std::span<const CCommand> SourceCommands();
+std::span<const CCommand> AnimationCommands();
+std::span<const CCommand> PreviewCommands(); ///< Play in Place
+std::span<const CCommand> ViewCommands();
+std::span<const CCommand> HelpCommands();
 
 } // namespace velmor::commands
