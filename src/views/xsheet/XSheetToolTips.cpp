@@ -1,6 +1,7 @@
 #include "views/xsheet/XSheetToolTips.h"
 
 #include "scene/SceneModel.h"
+#include "views/AssetThumbnails.h"
 #include "views/Text.h"
 #include "views/xsheet/NoteSigns.h"
 #include "views/xsheet/SoundDrag.h"
@@ -9,6 +10,7 @@
 #include <QBuffer>
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 namespace velmor {
 
@@ -70,10 +72,6 @@ QString Effects(const CXSheetCell& cell) {
     return effects.join(Dot());
 }
 
-} // namespace
-
-namespace {
-
 QString NoteText(const CSheetNote& note) {
     QStringList words;
     if (note.mark != SheetMark::None)
@@ -86,12 +84,73 @@ QString NoteText(const CSheetNote& note) {
     return text;
 }
 
-} // namespace
-
+// What is noted at a frame; empty for nothing.
 QString FrameToolTip(const CSceneModel& model, int frame) {
     const CSheetNote& note = model.Scene().frameNotes.At(frame);
     return note.IsEmpty() ? QString() : QString("Frame %1<br>").arg(frame + 1) + NoteText(note);
 }
+
+QString ButtonToolTip(const CSceneModel& model, const CHeaderHit& hit) {
+    if (hit.button == HeaderButton::Camera)
+        return "Move the camera in the camera view";
+    const QString level = LevelTitle(model, hit.level);
+    switch (hit.button) {
+    case HeaderButton::Blur:
+        return "Blur of the cel at the current frame<br>" + level;
+    case HeaderButton::Transparency:
+        return "Transparency of the cel at the current frame<br>" + level;
+    default:
+        return "Move this level's cels in the camera view<br>" + level;
+    }
+}
+
+QString FoldedToolTip(const CSceneModel& model, int level) {
+    return LevelTitle(model, level) + "<br>Folded: a click on the number opens it";
+}
+
+QString CameraToolTip(const CSceneModel& model, int frame) {
+    const CCameraFrame& camera = model.Scene().camera.At(frame);
+    return QString("<b>Camera</b>") + Dot() + QString("frame %1").arg(frame + 1) + "<br>Pan " +
+           Number(camera.panX) + ", " + Number(camera.panY) + Dot() + "zoom " + Number(camera.zoom * 100) + '%' +
+           Dot() + "rotation " + Degrees(camera.rotation);
+}
+
+QString SpokenToolTip(const CSceneModel& model, int frame) {
+    const CSpokenLine* line = model.Scene().dialogue.At(frame);
+    if (line == nullptr)
+        return {};
+    const QString speaker = line->speaker.empty() ? QString() : ToQt(line->speaker).toHtmlEscaped() + ": ";
+    return speaker + "<i>" + ToQt(line->text).toHtmlEscaped() + "</i>" + Dot() +
+           QString("frames %1 to %2").arg(line->firstFrame + 1).arg(line->lastFrame + 1);
+}
+
+QString ShapeText(const CSoundPlacement& sound) {
+    QString text;
+    if (sound.trimIn > 0 || sound.trimOut > 0)
+        text += Dot() + "trimmed";
+    if (sound.level != 0)
+        text += Dot() + QString("%1%2 dB").arg(sound.level > 0 ? "+" : "").arg(sound.level / 10.0);
+    return text;
+}
+
+// The sound that is heard at a frame, or starts there, and what is spoken; empty when there is neither.
+QString SoundToolTip(const CSceneModel& model, const CXSheetSounds& sounds, int frame) {
+    const auto& placements = sounds.Placements();
+    auto sound = std::ranges::find(placements, frame, &CSoundPlacement::frame);
+    if (sound == placements.end() && sounds.HeardAt(frame) >= 0)
+        sound = placements.begin() + sounds.HeardAt(frame);
+    QString spoken = SpokenToolTip(model, frame);
+    if (sound == placements.end())
+        return spoken;
+    const int frames = sounds.FramesOf(*sound);
+    return "<b>" + ToQt(sound->name).toHtmlEscaped() + "</b>" + Dot() +
+           QString("frames %1 to %2").arg(sound->frame + 1).arg(sound->frame + frames) + ShapeText(*sound) +
+           (spoken.isEmpty() ? QString() : "<br>" + spoken) +
+           "<br>Drag it with Ctrl held to have it start at another frame, with Ctrl and Shift to trim its nearer "
+           "end";
+}
+
+} // namespace
 
 std::string NoteStatus(const CSceneModel& model) {
     const CScene& scene = model.Scene();
@@ -130,67 +189,32 @@ QString CellToolTip(const CSceneModel& model, CSheetCell place, const QPixmap& t
     return (note.isEmpty() ? text : text + "<hr>" + note) + ImageTag(thumbnail);
 }
 
-QString ButtonToolTip(const CSceneModel& model, const CHeaderHit& hit) {
-    if (hit.button == HeaderButton::Camera)
-        return "Move the camera in the camera view";
-    const QString level = LevelTitle(model, hit.level);
-    switch (hit.button) {
-    case HeaderButton::Blur:
-        return "Blur of the cel at the current frame<br>" + level;
-    case HeaderButton::Transparency:
-        return "Transparency of the cel at the current frame<br>" + level;
-    default:
-        return "Move this level's cels in the camera view<br>" + level;
+QString SheetToolTip(const CSceneModel& model, const CXSheetGeometry& geometry, const CXSheetSounds& sounds,
+                     CAssetThumbnails& thumbnails, QPoint point) {
+    const std::optional<int> level = point.y() < geometry.headerHeight ? geometry.LevelAt(point) : std::nullopt;
+    if (level && geometry.IsFolded(*level))
+        return FoldedToolTip(model, *level);
+    if (point.y() < geometry.buttonSize) {
+        const std::optional<CHeaderHit> hit = geometry.HeaderButtonAt(point.x());
+        return hit ? ButtonToolTip(model, *hit) : QString();
     }
-}
-
-QString FoldedToolTip(const CSceneModel& model, int level) {
-    return LevelTitle(model, level) + "<br>Folded: a click on the number opens it";
-}
-
-QString CameraToolTip(const CSceneModel& model, int frame) {
-    const CCameraFrame& camera = model.Scene().camera.At(frame);
-    return QString("<b>Camera</b>") + Dot() + QString("frame %1").arg(frame + 1) + "<br>Pan " +
-           Number(camera.panX) + ", " + Number(camera.panY) + Dot() + "zoom " + Number(camera.zoom * 100) + '%' +
-           Dot() + "rotation " + Degrees(camera.rotation);
-}
-
-namespace {
-
-QString SpokenToolTip(const CSceneModel& model, int frame) {
-    const CSpokenLine* line = model.Scene().dialogue.At(frame);
-    if (line == nullptr)
+    if (const std::optional<int> frame = geometry.CameraFrameAt(point))
+        return CameraToolTip(model, *frame);
+    if (const std::optional<int> frame = geometry.SoundFrameAt(point))
+        return SoundToolTip(model, sounds, *frame);
+    const CXSheet& xsheet = model.Scene().xsheet;
+    if (point.x() < geometry.frameColumnWidth && point.y() >= geometry.headerHeight) {
+        const int frame = geometry.YToFrame(point.y());
+        return xsheet.HasFrame(frame) ? FrameToolTip(model, frame) : QString();
+    }
+    const std::optional<CSheetCell> place = geometry.CellAt(point);
+    if (!place || !xsheet.HasLevel(place->level) || !xsheet.HasFrame(place->frame))
         return {};
-    const QString speaker = line->speaker.empty() ? QString() : ToQt(line->speaker).toHtmlEscaped() + ": ";
-    return speaker + "<i>" + ToQt(line->text).toHtmlEscaped() + "</i>" + Dot() +
-           QString("frames %1 to %2").arg(line->firstFrame + 1).arg(line->lastFrame + 1);
-}
-
-QString ShapeText(const CSoundPlacement& sound) {
-    QString text;
-    if (sound.trimIn > 0 || sound.trimOut > 0)
-        text += Dot() + "trimmed";
-    if (sound.level != 0)
-        text += Dot() + QString("%1%2 dB").arg(sound.level > 0 ? "+" : "").arg(sound.level / 10.0);
-    return text;
-}
-
-} // namespace
-
-QString SoundToolTip(const CSceneModel& model, const CXSheetSounds& sounds, int frame) {
-    const auto& placements = sounds.Placements();
-    auto sound = std::ranges::find(placements, frame, &CSoundPlacement::frame);
-    if (sound == placements.end() && sounds.HeardAt(frame) >= 0)
-        sound = placements.begin() + sounds.HeardAt(frame);
-    QString spoken = SpokenToolTip(model, frame);
-    if (sound == placements.end())
-        return spoken;
-    const int frames = sounds.FramesOf(*sound);
-    return "<b>" + ToQt(sound->name).toHtmlEscaped() + "</b>" + Dot() +
-           QString("frames %1 to %2").arg(sound->frame + 1).arg(sound->frame + frames) + ShapeText(*sound) +
-           (spoken.isEmpty() ? QString() : "<br>" + spoken) +
-           "<br>Drag it with Ctrl held to have it start at another frame, with Ctrl and Shift to trim its nearer "
-           "end";
+    const CXSheetCell& cell = xsheet.Cell(place->level, place->frame);
+    if (!cell.IsUsed())
+        return CellToolTip(model, *place, {});
+    const Path file = AssetFilePath(model.Paths().SceneFolder(), cell.FolderName(), cell.CelName());
+    return CellToolTip(model, *place, thumbnails.Find(file));
 }
 
 QString SoundDragText(const CSoundDrag& drag) {

@@ -8,23 +8,19 @@
 namespace velmor {
 
 struct CSceneModel;
+class CAssetThumbnails;
 class CSoundDrag;
 class CXSheetSounds;
 
+/// Of whatever is at a point of the client area: the button, level, frame or cell, with the asset that is in it.
+/// Empty where there is nothing to be said.
+QString SheetToolTip(const CSceneModel& model, const CXSheetGeometry& geometry, const CXSheetSounds& sounds,
+                     CAssetThumbnails& thumbnails, QPoint point);
 /// What the asset of a cell is, where it stands and how it is placed, and what is noted there, as rich text; empty
 /// where there is neither. `thumbnail` may be null.
 QString CellToolTip(const CSceneModel& model, CSheetCell place, const QPixmap& thumbnail);
-QString ButtonToolTip(const CSceneModel& model, const CHeaderHit& hit);
-/// What is noted at a frame; empty for nothing.
-QString FrameToolTip(const CSceneModel& model, int frame);
 /// What is noted at the cursor and its frame, in one line; empty for nothing.
 std::string NoteStatus(const CSceneModel& model);
-/// Which level it is, and how it is opened.
-QString FoldedToolTip(const CSceneModel& model, int level);
-/// The camera's values of a frame.
-QString CameraToolTip(const CSceneModel& model, int frame);
-/// The sound that is heard at a frame, or starts there, and what is spoken; empty when there is neither.
-QString SoundToolTip(const CSceneModel& model, const CXSheetSounds& sounds, int frame);
 /// What letting a sound go would do.
 QString SoundDragText(const CSoundDrag& drag);
 

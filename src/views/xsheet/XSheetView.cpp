@@ -281,7 +281,7 @@ void CXSheetView::scrollContentsBy(int, int) {
 bool CXSheetView::viewportEvent(QEvent* event) {
     if (event->type() == QEvent::ToolTip) {
         const auto* help = static_cast<QHelpEvent*>(event);
-        const QString text = ToolTipAt(help->pos());
+        const QString text = SheetToolTip(m_doc.Model(), m_geometry, m_sounds, m_thumbnails, help->pos());
         if (text.isEmpty())
             QToolTip::hideText();
         else
@@ -291,33 +291,6 @@ bool CXSheetView::viewportEvent(QEvent* event) {
     if (event->type() == QEvent::Leave)
         PointAt({});
     return QAbstractScrollArea::viewportEvent(event);
-}
-
-QString CXSheetView::ToolTipAt(QPoint point) {
-    const CSceneModel& model = m_doc.Model();
-    const std::optional<int> level = point.y() < m_geometry.headerHeight ? m_geometry.LevelAt(point) : std::nullopt;
-    if (level && m_geometry.IsFolded(*level))
-        return FoldedToolTip(model, *level);
-    if (point.y() < m_geometry.buttonSize) {
-        const std::optional<CHeaderHit> hit = m_geometry.HeaderButtonAt(point.x());
-        return hit ? ButtonToolTip(model, *hit) : QString();
-    }
-    if (const std::optional<int> frame = m_geometry.CameraFrameAt(point))
-        return CameraToolTip(model, *frame);
-    if (const std::optional<int> frame = m_geometry.SoundFrameAt(point))
-        return SoundToolTip(model, m_sounds, *frame);
-    if (point.x() < m_geometry.frameColumnWidth && point.y() >= m_geometry.headerHeight) {
-        const int frame = m_geometry.YToFrame(point.y());
-        return model.Scene().xsheet.HasFrame(frame) ? FrameToolTip(model, frame) : QString();
-    }
-    const std::optional<CSheetCell> place = m_geometry.CellAt(point);
-    if (!place || !model.Scene().xsheet.HasLevel(place->level) || !model.Scene().xsheet.HasFrame(place->frame))
-        return {};
-    const CXSheetCell& cell = model.Scene().xsheet.Cell(place->level, place->frame);
-    if (!cell.IsUsed())
-        return CellToolTip(model, *place, {});
-    const Path file = AssetFilePath(model.Paths().SceneFolder(), cell.FolderName(), cell.CelName());
-    return CellToolTip(model, *place, m_thumbnails.Find(file));
 }
 
 void CXSheetView::PointAt(const CPointerLook& pointer) {

@@ -21,7 +21,6 @@
 #include <memory>
 #include <string>
 
-class QHelpEvent;
 class QMenu;
 
 namespace velmor {
@@ -132,7 +131,6 @@ private:
     void ShowHotButton(QPoint point, bool pressed);
     void EndDrag();
     std::optional<CDropMark> DropMarkAt(QPoint point) const;
-    QString ToolTipAt(QPoint point);
     QMenu* MenuAt(QPoint point) const;
 
     CVelmorltDoc& m_doc;
