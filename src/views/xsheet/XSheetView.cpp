@@ -1,15 +1,11 @@
 #include "views/xsheet/XSheetView.h"
 
-#include "scene/AssetOperations.h"
-#include "scene/CameraOperations.h"
-#include "scene/CellOperations.h"
 #include "scene/SceneModel.h"
 #include "scene/SoundOperations.h"
 #include "scene/VelmorltDoc.h"
 #include "scene/XSheetOperations.h"
 #include "scene/exposing/SheetTiming.h"
 #include "scene/preview/ScenePreview.h"
-#include "scene/preview/Scrubbing.h"
 #include "scene/sheet/SheetDisplay.h"
 #include "views/source/SourceView.h"
 #include "views/xsheet/XSheetPainter.h"
@@ -49,9 +45,7 @@ CXSheetView::CXSheetView(CVelmorltDoc& doc, IPrompter& prompter, QWidget* parent
       m_doc(doc),
       m_prompter(prompter),
       m_waves([this] { Refresh(); }),
-      m_mouse(doc),
-      m_grip(doc),
-      m_levelDrag(doc),
+      m_drags(doc, *this, m_sounds, *viewport()),
       m_thumbnails(qGuiApp->devicePixelRatio()),
       m_pictures(qGuiApp->devicePixelRatio(), [this] { Refresh(); }),
       m_typing(doc, *this, m_thumbnails) {
@@ -166,7 +160,7 @@ void CXSheetView::ShowMovedCursor() {
     if (moved)
         TellNote();
     // Under the mouse the sheet stands still.
-    if (!moved || IsMouseBusy() || !model.sceneOpen)
+    if (!moved || m_drags.IsBusy() || !model.sceneOpen)
         return;
     const CXSheetGeometry shown = m_geometry.Showing(cursor);
     ScrollTo(shown.firstLevel, shown.firstFrame);
@@ -183,9 +177,9 @@ void CXSheetView::TellNote() {
 void CXSheetView::ShowPlayedFrame() {
     const std::optional<int> frame = m_doc.Preview().Frame();
     const bool hasEnded = std::exchange(m_showsPlay, frame.has_value()) && !frame;
-    if (hasEnded && m_doc.Model().sceneOpen && !IsMouseBusy())
+    if (hasEnded && m_doc.Model().sceneOpen && !m_drags.IsBusy())
         ScrollTo(m_geometry.firstLevel, m_geometry.Showing(m_shownCursor).firstFrame); // back to the cursor
-    if (!frame || IsMouseBusy())
+    if (!frame || m_drags.IsBusy())
         return;
     const int rows = std::max(1, m_geometry.VisibleFrames());
     if (*frame < m_geometry.firstFrame || *frame >= m_geometry.firstFrame + rows)
@@ -203,7 +197,7 @@ CXSheetLook CXSheetView::Look() {
     if (preview.HoldsFrames())
         play.ready = [&preview](int frame) { return preview.IsReady(frame); };
     const CScene* outcome = m_doc.Timing().Outcome();
-    CXSheetLook look = LookAt(m_doc.Model(), m_sounds, m_geometry, m_pointer, play, outcome);
+    CXSheetLook look = LookAt(m_doc.Model(), m_sounds, m_geometry, m_drags.Pointer(), play, outcome);
     AddGlance(look, outcome != nullptr ? *outcome : m_doc.Model().Scene(), Glance());
     look.focused = hasFocus();
     look.entry = m_typing.Look();
@@ -232,8 +226,8 @@ void CXSheetView::Refresh() {
 bool CXSheetView::event(QEvent* event) {
     if (event->type() == QEvent::ShortcutOverride) {
         const auto& key = *static_cast<QKeyEvent*>(event);
-        const bool endsDrag = (m_grip.IsDragging() || m_levelDrag.IsDragging()) && key.key() == Qt::Key_Escape;
-        if (endsDrag || (m_look.sceneOpen && !IsMouseBusy() && m_typing.Takes(key))) {
+        const bool endsDrag = m_drags.HoldsPart() && key.key() == Qt::Key_Escape;
+        if (endsDrag || (m_look.sceneOpen && !m_drags.IsBusy() && m_typing.Takes(key))) {
             event->accept();
             return true;
         }
@@ -269,8 +263,7 @@ void CXSheetView::focusInEvent(QFocusEvent*) {
 void CXSheetView::focusOutEvent(QFocusEvent* event) {
     if (event->reason() != Qt::PopupFocusReason)
         m_typing.GiveUp();
-    EndGripDrag(false);
-    EndLevelDrag(false);
+    m_drags.GiveUp();
     Refresh();
 }
 
@@ -289,293 +282,31 @@ bool CXSheetView::viewportEvent(QEvent* event) {
         return true;
     }
     if (event->type() == QEvent::Leave)
-        PointAt({});
+        m_drags.PointAway();
     return QAbstractScrollArea::viewportEvent(event);
 }
 
-void CXSheetView::PointAt(const CPointerLook& pointer) {
-    if (m_pointer == pointer)
-        return;
-    m_pointer = pointer;
-    Refresh();
-}
-
-void CXSheetView::ShowHotButton(QPoint point, bool pressed) {
-    const bool inRow = point.y() >= 0 && point.y() < m_geometry.buttonSize;
-    const std::optional<CHeaderHit> hit = inRow || pressed ? m_geometry.HeaderButtonAt(point.x()) : std::nullopt;
-    const bool pointsAtGrip = !IsMouseBusy() && m_look.sceneOpen && m_geometry.GridArea().contains(point);
-    const auto grip = pointsAtGrip ? GripNear(m_doc.Model(), m_geometry, point) : std::nullopt;
-    viewport()->setCursor(grip ? ShapeOver(*grip, m_geometry, point) : Qt::ArrowCursor);
-    PointAt(
-        {hit, pressed && hit, std::nullopt, grip ? std::optional(LookOf(*grip, m_geometry)) : std::nullopt, {}});
-}
-
 void CXSheetView::mousePressEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton || !m_look.sceneOpen) {
-        event->ignore();
-        return;
-    }
+    if (event->button() != Qt::LeftButton || !m_look.sceneOpen)
+        return event->ignore();
     m_typing.GiveUp();
-    if (!PressHeader(*event) && !m_grip.Press(m_geometry, event->position().toPoint()))
-        PressSheet(*event);
-    Refresh();
-}
-
-// A folded level opens at a click on its number; with Ctrl levels are taken by their names.
-bool CXSheetView::PressHeader(const QMouseEvent& event) {
-    const QPoint point = event.position().toPoint();
-    const std::optional<int> level = m_geometry.LevelAt(point);
-    if (level && point.y() < m_geometry.buttonSize && m_geometry.IsFolded(*level)) {
-        m_doc.SheetDisplay().Fold(*level, *level, false);
-        return true;
-    }
-    return event.modifiers().testFlag(Qt::ControlModifier) && m_levelDrag.Press(m_geometry, point);
-}
-
-void CXSheetView::PressSheet(const QMouseEvent& event) {
-    const QPoint point = event.position().toPoint();
-    if (Scrubs(event)) {
-        m_isScrubbing = true;
-        return ScrubTo(point);
-    }
-    if (event.modifiers().testFlag(Qt::ControlModifier) &&
-        m_soundDrag.Begin(m_sounds, m_geometry, point, event.modifiers().testFlag(Qt::ShiftModifier))) {
-        viewport()->setCursor(Qt::SizeVerCursor);
-        return DragSound(point);
-    }
-    m_mouse.Press(m_geometry, point, event.modifiers().testFlag(Qt::ShiftModifier));
-    if (m_mouse.IsButtonPressed())
-        ShowHotButton(point, true);
+    m_drags.Press(*event);
 }
 
 void CXSheetView::mouseMoveEvent(QMouseEvent* event) {
-    const QPoint point = event->position().toPoint();
-    if (m_isScrubbing) {
-        if (event->buttons().testFlag(Qt::LeftButton))
-            ScrubTo(point);
-        else
-            EndScrubbing();
-        return;
-    }
-    if (m_soundDrag.IsActive()) {
-        if (event->buttons().testFlag(Qt::LeftButton))
-            DragSound(point);
-        else
-            LetSoundGo(); // let go where no event could be seen
-        return;
-    }
-    if (IsMouseBusy() && !event->buttons().testFlag(Qt::LeftButton)) {
-        m_mouse.Cancel(); // let go where no event could be seen, over a message for instance
-        EndGripDrag(false);
-        EndLevelDrag(false);
-        EndDrag();
-    }
-    if (m_levelDrag.IsDragging())
-        DragLevels(point);
-    else if (m_grip.IsDragging())
-        DragGrip(point, event->modifiers());
-    else if (m_mouse.IsSelecting())
-        DragSelection(point, true);
-    else
-        ShowHotButton(point, m_mouse.IsButtonPressed());
-}
-
-bool CXSheetView::Scrubs(const QMouseEvent& press) const {
-    const QPoint point = press.position().toPoint();
-    return point.x() < m_geometry.frameColumnWidth && point.y() >= m_geometry.headerHeight &&
-           m_geometry.frameCount > 0 && !press.modifiers().testFlag(Qt::ShiftModifier) &&
-           press.modifiers().testFlag(Qt::ControlModifier) != m_doc.Scrubbing().IsByColumn();
-}
-
-void CXSheetView::ScrubTo(QPoint point) {
-    m_dragPoint = point;
-    const int steps = m_geometry.SelectionScroll({m_geometry.frameColumnWidth, point.y()}).y();
-    KeepScrolling(steps != 0);
-    ScrollTo(m_geometry.firstLevel, m_geometry.firstFrame + steps);
-    m_doc.Scrubbing().To(m_geometry.YToFrame(point.y()));
-}
-
-void CXSheetView::EndScrubbing() {
-    m_isScrubbing = false;
-    m_scrollTimer.stop();
-    m_doc.Scrubbing().End();
-}
-
-void CXSheetView::DragSelection(QPoint point, bool mouseMoved) {
-    m_dragPoint = point;
-    m_mouse.Drag(m_geometry, point);
-    QPoint steps = m_geometry.SelectionScroll(point);
-    // Whole columns are selected from a place where frames scroll; only a mouse that moves has them do so.
-    if (m_mouse.IsSelectingColumns() && !mouseMoved)
-        steps.setY(0);
-    KeepScrolling(!steps.isNull());
-    ScrollTo(m_geometry.firstLevel + steps.x(), m_geometry.firstFrame + steps.y());
-    Refresh();
-}
-
-void CXSheetView::DragGrip(QPoint point, Qt::KeyboardModifiers keys) {
-    m_dragPoint = point;
-    m_grip.Drag(m_geometry, point, keys);
-    const int steps = m_geometry.SelectionScroll(point).y();
-    KeepScrolling(steps != 0);
-    ScrollTo(m_geometry.firstLevel, m_geometry.firstFrame + steps);
-    Refresh();
-}
-
-void CXSheetView::EndGripDrag(bool released) {
-    if (!m_grip.IsDragging())
-        return;
-    m_scrollTimer.stop();
-    if (!released)
-        m_grip.Cancel();
-    else if (const std::optional<QPoint> clicked = m_grip.Release()) {
-        // A handle that is not dragged is no more than the cell under it.
-        m_mouse.Press(m_geometry, *clicked, false);
-        m_mouse.Release(m_geometry, *clicked);
-    }
-    ShowMovedCursor();
-    Refresh();
-    if (released && m_selectionChanged)
-        m_selectionChanged();
-}
-
-void CXSheetView::DragLevels(QPoint point) {
-    m_dragPoint = point;
-    m_levelDrag.Drag(m_geometry, point);
-    const int steps = m_geometry.DropScroll({point.x(), m_geometry.GridArea().center().y()}).x();
-    KeepScrolling(steps != 0);
-    ScrollTo(m_geometry.firstLevel + steps, m_geometry.firstFrame);
-    CPointerLook pointer;
-    pointer.levelTarget = m_levelDrag.Target();
-    PointAt(pointer);
-}
-
-void CXSheetView::EndLevelDrag(bool released) {
-    if (!m_levelDrag.IsDragging())
-        return;
-    m_scrollTimer.stop();
-    PointAt({});
-    if (!released)
-        m_levelDrag.Cancel();
-    else if (const std::optional<QPoint> clicked = m_levelDrag.Release()) {
-        // Names that are not dragged are clicked on.
-        m_mouse.Press(m_geometry, *clicked, false);
-        m_mouse.Release(m_geometry, *clicked);
-    }
-    ShowMovedCursor();
-    Refresh();
-    if (released && m_selectionChanged)
-        m_selectionChanged();
-}
-
-void CXSheetView::timerEvent(QTimerEvent* event) {
-    if (event->timerId() != m_scrollTimer.timerId())
-        QAbstractScrollArea::timerEvent(event);
-    else if (m_isScrubbing)
-        ScrubTo(m_dragPoint);
-    else if (m_soundDrag.IsActive())
-        ScrollUnderSound();
-    else if (m_levelDrag.IsDragging())
-        DragLevels(m_dragPoint);
-    else if (m_grip.IsDragging())
-        DragGrip(m_dragPoint, QGuiApplication::keyboardModifiers());
-    else if (m_mouse.IsSelecting())
-        DragSelection(m_dragPoint, false);
-    else
-        ScrollUnderAssets();
-}
-
-void CXSheetView::KeepScrolling(bool scrolls) {
-    if (!scrolls)
-        m_scrollTimer.stop();
-    else if (!m_scrollTimer.isActive())
-        m_scrollTimer.start(scrollIntervalMs, this);
-}
-
-void CXSheetView::DragSound(QPoint point) {
-    m_dragPoint = point;
-    m_soundDrag.Move(m_geometry, point);
-    KeepScrolling(SoundScroll() != 0);
-    PointAt({std::nullopt, false, m_soundDrag.Mark()});
-    QToolTip::showText(viewport()->mapToGlobal(point), SoundDragText(m_soundDrag), viewport());
-}
-
-int CXSheetView::SoundScroll() const {
-    return m_geometry.DropScroll({m_geometry.GridArea().center().x(), m_dragPoint.y()}).y();
-}
-
-void CXSheetView::ScrollUnderSound() {
-    ScrollTo(m_geometry.firstLevel, m_geometry.firstFrame + SoundScroll());
-    DragSound(m_dragPoint);
-}
-
-void CXSheetView::LetSoundGo() {
-    m_soundDrag.End();
-    viewport()->unsetCursor();
-    QToolTip::hideText();
-    EndDrag();
+    m_drags.Move(*event);
 }
 
 void CXSheetView::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton && m_isScrubbing)
-        EndScrubbing();
-    if (event->button() == Qt::LeftButton && m_soundDrag.IsActive()) {
-        LetSoundGo();
-        if (m_soundDrag.Grip() == SoundGrip::Whole)
-            m_doc.Sounds().MoveSound(m_soundDrag.From(), m_soundDrag.Placed().frame);
-        else
-            m_doc.Sounds().ShapeSound(m_soundDrag.From(), m_soundDrag.Placed());
-        return;
-    }
-    if (event->button() == Qt::LeftButton && (m_grip.IsDragging() || m_levelDrag.IsDragging())) {
-        EndLevelDrag(true);
-        EndGripDrag(true);
-        ShowHotButton(event->position().toPoint(), false);
-        return;
-    }
-    if (event->button() != Qt::LeftButton || !m_mouse.IsPressed())
-        return;
-    const QPoint point = event->position().toPoint();
-    const bool selected = m_mouse.IsSelecting();
-    EndDrag();
-    ShowHotButton(point, false);
-    m_mouse.Release(m_geometry, point);
-    if (selected && m_selectionChanged)
-        m_selectionChanged();
-}
-
-void CXSheetView::EndDrag() {
-    m_scrollTimer.stop();
-    m_pointer.drop.reset();
-    Refresh();
+    if (event->button() == Qt::LeftButton)
+        m_drags.Release(*event);
 }
 
 void CXSheetView::mouseDoubleClickEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton || !m_look.sceneOpen)
         return event->ignore();
     m_typing.GiveUp();
-    PressSheet(*event);
-    Refresh();
-    if (!m_mouse.IsSelecting())
-        return;
-    const QPoint point = event->position().toPoint();
-    if (const std::optional<int> level = m_geometry.LevelAt(point); level && m_mouse.IsSelectingColumns()) {
-        m_mouse.Cancel();
-        m_doc.SheetDisplay().Fold(*level, *level, !m_geometry.IsFolded(*level));
-        return;
-    }
-    const bool onCell = m_geometry.CellAt(point).has_value();
-    const bool onCamera = m_geometry.CameraFrameAt(point).has_value();
-    if (!onCell && !onCamera)
-        return;
-    // The release goes to the dialog, or comes when it is closed.
-    m_mouse.Cancel();
-    if (onCell && event->modifiers().testFlag(Qt::ControlModifier))
-        m_doc.Assets().EditDrawing(m_doc.Model().CursorCell());
-    else if (onCell)
-        m_doc.Cells().EditCellData();
-    else
-        m_doc.Camera().EditCameraData();
+    m_drags.DoubleClick(*event);
 }
 
 void CXSheetView::wheelEvent(QWheelEvent* event) {
@@ -616,7 +347,7 @@ QMenu* CXSheetView::MenuAt(QPoint point) const {
 }
 
 void CXSheetView::contextMenuEvent(QContextMenuEvent* event) {
-    if (!m_look.sceneOpen || IsMouseBusy())
+    if (!m_look.sceneOpen || m_drags.IsBusy())
         return;
     m_typing.GiveUp();
     const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
@@ -635,24 +366,22 @@ void CXSheetView::contextMenuEvent(QContextMenuEvent* event) {
 void CXSheetView::keyPressEvent(QKeyEvent* event) {
     const Qt::KeyboardModifiers modifiers = event->modifiers() & ~Qt::KeypadModifier;
     const bool extend = modifiers == Qt::ShiftModifier;
-    if (m_soundDrag.IsActive()) {
+    if (m_drags.HoldsSound()) {
         if (event->key() == Qt::Key_Escape)
-            LetSoundGo();
+            m_drags.LetSoundGo();
         return;
     }
     event->ignore();
-    if (event->key() == Qt::Key_Escape) {
-        EndGripDrag(false);
-        EndLevelDrag(false);
-    }
-    if (m_look.sceneOpen && !IsMouseBusy() && m_typing.Press(*event)) {
+    if (event->key() == Qt::Key_Escape)
+        m_drags.GiveUp();
+    if (m_look.sceneOpen && !m_drags.IsBusy() && m_typing.Press(*event)) {
         event->accept();
         const CXSheetGeometry shown = m_geometry.Showing(m_shownCursor);
         ScrollTo(shown.firstLevel, shown.firstFrame);
         Refresh();
         return;
     }
-    if (!m_look.sceneOpen || IsMouseBusy() || (modifiers != Qt::NoModifier && !extend))
+    if (!m_look.sceneOpen || m_drags.IsBusy() || (modifiers != Qt::NoModifier && !extend))
         return;
     if (!extend && (PlayByKey(*event) || EnterCell(*event))) {
         event->accept();
@@ -702,41 +431,16 @@ void CXSheetView::dragEnterEvent(QDragEnterEvent* event) {
 }
 
 void CXSheetView::dragMoveEvent(QDragMoveEvent* event) {
-    DragAssets(event->position().toPoint());
-    event->setAccepted(m_pointer.drop.has_value());
-}
-
-void CXSheetView::DragAssets(QPoint point) {
-    m_dragPoint = point;
-    KeepScrolling(!m_geometry.DropScroll(point).isNull());
-    PointAt({std::nullopt, false, DropMarkAt(point)});
-}
-
-void CXSheetView::ScrollUnderAssets() {
-    const QPoint steps = m_geometry.DropScroll(m_dragPoint);
-    ScrollTo(m_geometry.firstLevel + steps.x(), m_geometry.firstFrame + steps.y());
-    DragAssets(m_dragPoint);
-}
-
-std::optional<CDropMark> CXSheetView::DropMarkAt(QPoint point) const {
-    const CSceneModel& model = m_doc.Model();
-    if (model.sourceMode == SourceMode::Sounds) {
-        const auto frame = point.y() >= m_geometry.headerHeight ? m_geometry.DropFrame(point.y()) : std::nullopt;
-        return frame ? std::optional(CDropMark{{0, *frame}, 1, true}) : std::nullopt;
-    }
-    const std::optional<CSheetCell> cell = m_geometry.CellAt(point);
-    if (!cell)
-        return std::nullopt;
-    const int assets = std::max(1, static_cast<int>(model.sourceSelection.size()));
-    return CDropMark{*cell, std::min(assets, m_geometry.frameCount - cell->frame), false};
+    m_drags.DragAssets(event->position().toPoint());
+    event->setAccepted(m_drags.Pointer().drop.has_value());
 }
 
 void CXSheetView::dragLeaveEvent(QDragLeaveEvent*) {
-    EndDrag();
+    m_drags.EndDrag();
 }
 
 void CXSheetView::dropEvent(QDropEvent* event) {
-    EndDrag();
+    m_drags.EndDrag();
     if (!event->mimeData()->hasFormat(CSourceView::dragType))
         return;
     event->acceptProposedAction();

@@ -2,19 +2,14 @@
 
 #include "scene/ViewList.h"
 #include "views/AssetThumbnails.h"
-#include "views/xsheet/LevelDrag.h"
+#include "views/xsheet/SheetDrags.h"
 #include "views/xsheet/SheetGlance.h"
-#include "views/xsheet/SheetGrip.h"
 #include "views/xsheet/SheetPictures.h"
 #include "views/xsheet/SheetTyping.h"
-#include "views/xsheet/SoundDrag.h"
-#include "views/xsheet/XSheetLook.h"
-#include "views/xsheet/XSheetMouse.h"
 #include "views/xsheet/XSheetSounds.h"
 #include "views/xsheet/XSheetWaves.h"
 
 #include <QAbstractScrollArea>
-#include <QBasicTimer>
 #include <QPointer>
 #include <array>
 #include <functional>
@@ -34,7 +29,7 @@ using CSheetMenus = std::array<QMenu*, 4>;
 
 /// The exposure sheet as a grid, levels across and frames down: sets cursor and selection, opens the dialogs of a
 /// level's header and takes dropped assets.
-class CXSheetView final : public QAbstractScrollArea, public IDocView {
+class CXSheetView final : public QAbstractScrollArea, public IDocView, private ISheetSurface {
 public:
     /// The document outlives the view, which takes itself off the document's list when it dies.
     CXSheetView(CVelmorltDoc& doc, IPrompter& prompter, QWidget* parent = nullptr);
@@ -44,7 +39,7 @@ public:
     void DropCels(const QPoint& screenPoint);
     void DropSounds(const QPoint& screenPoint);
     /// Called when a drag has changed the selection, of which the document tells nobody.
-    void SetSelectionCallback(std::function<void()> changed) { m_selectionChanged = std::move(changed); }
+    void SetSelectionCallback(std::function<void()> changed) { m_drags.SetSelectionCallback(std::move(changed)); }
     /// Called when the space bar is pressed.
     void SetSpaceCallback(std::function<void()> pressed) { m_spacePressed = std::move(pressed); }
     /// Called when Enter is pressed with nothing typed, unless that is the key of a command.
@@ -55,7 +50,7 @@ public:
     void ShowSoundWaves(bool shown);
     bool ShowsSoundWaves() const { return m_sounds.ShowsWaves(); }
     /// The grid on the viewport as it is scrolled now.
-    const CXSheetGeometry& Geometry() const { return m_geometry; }
+    const CXSheetGeometry& Geometry() const override { return m_geometry; }
 
     void OnUpdate(UpdateHint hint) override;
 
@@ -68,7 +63,6 @@ protected:
     void scrollContentsBy(int dx, int dy) override;
     void changeEvent(QEvent* event) override;
     bool viewportEvent(QEvent* event) override;
-    void timerEvent(QTimerEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
@@ -82,55 +76,25 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
-    static constexpr int scrollIntervalMs = 80;
-
     void SetScrolls();
-    void ScrollTo(int firstLevel, int firstFrame);
+    void ScrollTo(int firstLevel, int firstFrame) override;
     /// Takes over a geometry that is scrolled differently, moving what is painted along where that can be done.
     void MovePainted(const CXSheetGeometry& scrolled);
-    void ShowMovedCursor();
+    void ShowMovedCursor() override;
     void TellNote();
     /// Brings the frame that is played into view, a page at a time.
     void ShowPlayedFrame();
-    /// Whether a press there begins to scrub.
-    bool Scrubs(const QMouseEvent& press) const;
-    void ScrubTo(QPoint point);
-    void EndScrubbing();
     /// Return and Enter. False for any other key.
     bool EnterCell(const QKeyEvent& key);
     /// Space plays and stops, Escape goes back. False for any other key.
     bool PlayByKey(const QKeyEvent& key);
     CXSheetLook Look();
     CSheetGlance Glance();
-    /// Takes what is to be shown from the document and has painted what differs.
-    void Refresh();
-    void PressSheet(const QMouseEvent& event);
-    void DragSelection(QPoint point, bool mouseMoved);
-    void DragGrip(QPoint point, Qt::KeyboardModifiers keys);
-    void EndGripDrag(bool released);
-    bool IsMouseBusy() const {
-        return m_mouse.IsPressed() || m_grip.IsDragging() || m_soundDrag.IsActive() || m_levelDrag.IsDragging();
-    }
+    void Refresh() override;
     /// Cells as large as they are wanted now, with the cursor's in view. Returns whether rows have another height.
     bool SetCellSizes();
     /// Keeps the frame at a height of the client area where it is.
     void ZoomAt(int y, int by);
-    bool PressHeader(const QMouseEvent& event);
-    void DragLevels(QPoint point);
-    void EndLevelDrag(bool released);
-    void DragAssets(QPoint point);
-    void ScrollUnderAssets();
-    /// The sound that has been taken hold of follows the mouse.
-    void DragSound(QPoint point);
-    void ScrollUnderSound();
-    void LetSoundGo();
-    /// Frames that the sheet scrolls while a sound is held where the mouse is.
-    int SoundScroll() const;
-    void KeepScrolling(bool scrolls);
-    void PointAt(const CPointerLook& pointer);
-    void ShowHotButton(QPoint point, bool pressed);
-    void EndDrag();
-    std::optional<CDropMark> DropMarkAt(QPoint point) const;
     QMenu* MenuAt(QPoint point) const;
 
     CVelmorltDoc& m_doc;
@@ -139,25 +103,17 @@ private:
     CXSheetGeometry m_geometry;
     CXSheetWaves m_waves;
     CXSheetSounds m_sounds;
-    CSoundDrag m_soundDrag;
-    CPointerLook m_pointer;
     CXSheetLook m_look; ///< what was painted, or is about to be
     std::unique_ptr<CXSheetStyle> m_style;
-    CXSheetMouse m_mouse;
-    CGripDrag m_grip;
-    CLevelDrag m_levelDrag;
+    CSheetDrags m_drags;
     CAssetThumbnails m_thumbnails;
     CSheetPictures m_pictures;
     CSheetTyping m_typing;
-    std::function<void()> m_selectionChanged;
     std::function<void()> m_spacePressed;
     std::function<void()> m_enterPressed;
-    bool m_isScrubbing = false;
     bool m_showsPlay = false; ///< the frame that is played is kept in view
     std::array<QPointer<QMenu>, 4> m_menus;
 
-    QBasicTimer m_scrollTimer; ///< runs while a drag is held where it scrolls
-    QPoint m_dragPoint;
     int m_levelWheel = 0; ///< wheel motion not yet scrolled
     int m_zoomWheel = 0;  ///< the same, not yet zoomed by
     std::string m_scene;
