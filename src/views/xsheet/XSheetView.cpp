@@ -38,6 +38,14 @@ constexpr UpdateHint shownHints =
 constexpr std::array<QSize, CSheetDisplay::mostZoom + 1> cellSizes = {QSize(80, 20), QSize(80, 48), QSize(80, 74),
                                                                       QSize(124, 108)};
 
+// Whole notches of a wheel; what is not whole yet waits for its next turn.
+int TakeNotches(int& angle, int turned) {
+    angle += turned;
+    const int notches = angle / wheelStep;
+    angle -= notches * wheelStep;
+    return notches;
+}
+
 } // namespace
 
 CXSheetView::CXSheetView(CVelmorltDoc& doc, IPrompter& prompter, QWidget* parent)
@@ -312,10 +320,7 @@ void CXSheetView::mouseDoubleClickEvent(QMouseEvent* event) {
 void CXSheetView::wheelEvent(QWheelEvent* event) {
     const QPoint angle = event->angleDelta();
     if (event->modifiers().testFlag(Qt::ControlModifier)) {
-        m_zoomWheel += angle.y();
-        const int steps = m_zoomWheel / wheelStep;
-        m_zoomWheel -= steps * wheelStep;
-        if (steps != 0)
+        if (const int steps = TakeNotches(m_zoomWheel, angle.y()); steps != 0)
             ZoomAt(event->position().toPoint().y(), steps);
         event->accept();
         return;
@@ -325,9 +330,7 @@ void CXSheetView::wheelEvent(QWheelEvent* event) {
         QAbstractScrollArea::wheelEvent(event);
         return;
     }
-    m_levelWheel += sideways ? angle.x() : angle.y();
-    const int levels = m_levelWheel / wheelStep;
-    m_levelWheel -= levels * wheelStep;
+    const int levels = TakeNotches(m_levelWheel, sideways ? angle.x() : angle.y());
     ScrollTo(m_geometry.firstLevel - levels, m_geometry.firstFrame);
     event->accept();
 }
