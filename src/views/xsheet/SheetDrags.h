@@ -8,6 +8,8 @@
 
 #include <QTimer>
 #include <functional>
+#include <optional>
+#include <utility>
 
 class QMouseEvent;
 class QWidget;
