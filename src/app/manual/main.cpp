@@ -6,6 +6,7 @@
 // The second form is for machines without a reader of the first, the third is the list of commands for man.
 
 #include "app/window/CommandTable.h"
+#include "app/window/CommandText.h"
 #include "app/window/MenuTable.h"
 #include "views/Text.h"
 
@@ -24,12 +25,6 @@ namespace {
 
 using namespace velmor;
 
-QString Plain(const char* text) {
-    QString plain = QString::fromUtf8(text).section('\t', 0, 0);
-    plain.replace("&&", "\a").remove('&').replace('\a', '&');
-    return plain;
-}
-
 QString KeysOf(const CCommand& command) {
     return (QString(command.keys).split("; ", Qt::SkipEmptyParts) +
             QString(command.focusedKeys).split("; ", Qt::SkipEmptyParts))
@@ -40,9 +35,9 @@ QString KeysOf(const CCommand& command) {
 std::vector<std::pair<QString, CMenu>> AllMenus() {
     std::vector<std::pair<QString, CMenu>> all;
     for (const CMenu& menu : Menus()) {
-        all.emplace_back(Plain(menu.title), menu);
+        all.emplace_back(PlainText(menu.title), menu);
         for (const CMenu& submenu : SubmenusOf(menu))
-            all.emplace_back(Plain(menu.title) + " > " + Plain(submenu.title), submenu);
+            all.emplace_back(PlainText(menu.title) + " > " + PlainText(submenu.title), submenu);
     }
     return all;
 }
@@ -55,7 +50,7 @@ QString CommandPages() {
             if (id == CommandId::Separator)
                 continue;
             const CCommand& command = CommandOf(id);
-            pages += "| " + Plain(command.text) + " | " + KeysOf(command) + " | " + command.status + " |\n";
+            pages += "| " + PlainText(command.text) + " | " + KeysOf(command) + " | " + command.status + " |\n";
         }
     }
     return pages;
@@ -82,8 +77,8 @@ QString ManPage() {
                 continue;
             const CCommand& command = CommandOf(id);
             const QString keys = KeysOf(command);
-            page += ".TP\n.B " + Escaped(Plain(command.text)) + (keys.isEmpty() ? "" : " (" + Escaped(keys) + ")") +
-                    "\n\\&" + Escaped(command.status) + "\n";
+            page += ".TP\n.B " + Escaped(PlainText(command.text)) +
+                    (keys.isEmpty() ? "" : " (" + Escaped(keys) + ")") + "\n\\&" + Escaped(command.status) + "\n";
         }
     }
     return page + ".SH FILES\n.I ~/.config/personal\\-velmor.ini\n.SH SEE ALSO\n.BR velmor\\-cli (1)\n";

@@ -1,5 +1,6 @@
 #include "app/window/CommandActions.h"
 
+#include "app/window/CommandText.h"
 #include "app/window/MainFrame.h"
 #include "app/window/MenuTable.h"
 #include "scene/VelmorltDoc.h"
@@ -15,12 +16,6 @@
 namespace velmor {
 
 namespace {
-
-QString PlainText(const char* text) {
-    QString plain = QString::fromUtf8(text).section('\t', 0, 0);
-    plain.replace("&&", "\a").remove('&').replace('\a', '&');
-    return plain;
-}
 
 QList<QKeySequence> KeysOf(const char* keys) {
     return *keys != '\0' ? QKeySequence::listFromString(keys) : QList<QKeySequence>();
