@@ -357,7 +357,7 @@ TEST_F(CCelDialogsTest, LineCheckShowsTheNewestFrameOnly) {
     EXPECT_EQ(shown.size(), 1U); // the document puts its own frame back, nothing comes after that
 }
 
-TEST(LineCheckTest, LeavesTheCameraViewInSight) {
+TEST(CameraDialogTest, LeavesTheCameraViewInSight) {
     CTempFolder folder;
     CProfile profile;
     CScriptedPrompter script;
@@ -368,14 +368,27 @@ TEST(LineCheckTest, LeavesTheCameraViewInSight) {
     view->setGeometry(0, 250, 700, 250);
     window.show();
     CQtPrompter prompter(window);
-    WithDialog(
-        [&] {
-            prompter.RunLineCheck({100, 5, {}});
-        },
-        [&](QDialog& dialog) {
+    const std::function<void()> openers[] = {[&] {
+                                                 prompter.RunLineCheck({100, 5, {}});
+                                             },
+                                             [&] {
+                                                 prompter.Ask(CTransparencyRequest{eyes, 20, {}});
+                                             },
+                                             [&] {
+                                                 prompter.Ask(CBlurRequest{eyes, {}, {}});
+                                             },
+                                             [&] {
+                                                 prompter.Ask(CCellDataRequest{eyes, {}, {}});
+                                             }};
+    for (const std::function<void()>& open : openers)
+        WithDialog(open, [&](QDialog& dialog) {
             const QRect shown(view->mapToGlobal(QPoint()), view->size());
-            EXPECT_FALSE(dialog.frameGeometry().intersects(shown));
+            EXPECT_FALSE(dialog.frameGeometry().intersects(shown)) << dialog.windowTitle().toStdString();
         });
+    view->hide();
+    WithDialog(openers[1], [&](QDialog& dialog) {
+        EXPECT_TRUE(dialog.frameGeometry().contains(window.geometry().center())) << "where it always was";
+    });
 }
 
 TEST_F(CCelDialogsTest, DropChoicesAreRememberedAsTheyAreMade) {

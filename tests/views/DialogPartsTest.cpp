@@ -85,6 +85,9 @@ TEST(DialogPlacementTest, LeavesTheViewInSightWhereThereIsRoom) {
     const QRect crowded(PlacedBeside(screen, size, screen), size);
     EXPECT_TRUE(screen.contains(crowded));
     EXPECT_GT(crowded.y(), 600);
+    const QRect tall(PlacedBeside(screen, {100, 300}, screen), QSize(100, 300));
+    EXPECT_TRUE(screen.contains(tall));
+    EXPECT_GT(tall.x(), 800);
 }
 
 TEST(InbetweenPlotTest, ShowsWhatIsWritten) {

@@ -1,5 +1,6 @@
 #include "views/dialogs/Dialog.h"
 
+#include "views/dialogs/DialogPlacement.h"
 #include "views/widgets/WaitCursor.h"
 
 #include <QDialogButtonBox>
@@ -8,6 +9,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QStyle>
 #include <QVBoxLayout>
 #include <memory>
 
@@ -46,6 +48,15 @@ int CDialog::exec() {
         FocusFirstField();
     const CWaitPause pause;
     return QDialog::exec();
+}
+
+// Only now it has the size that it was left with.
+void CDialog::showEvent(QShowEvent* event) {
+    if (m_beside && !testAttribute(Qt::WA_Moved)) {
+        const QSize titleBar(0, style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, this));
+        move(PlacedBeside(*m_beside, size() + titleBar, ScreenAreaAt(m_beside->center())));
+    }
+    QDialog::showEvent(event);
 }
 
 // Otherwise a button would have it: the buttons were there before the fields.

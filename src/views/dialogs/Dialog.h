@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QDialog>
+#include <QRect>
 #include <QString>
+#include <optional>
 
 class QDialogButtonBox;
 class QFormLayout;
@@ -24,6 +26,10 @@ public:
     /// Runs the dialog modally; wait cursors rest meanwhile.
     int exec() override;
 
+    /// Opens the dialog so that `view`, in screen coordinates, stays in sight if there is room. One that was moved
+    /// before it is shown stays where it is.
+    void PlaceBeside(const QRect& view) { m_beside = view; }
+
 protected:
     /// Asked on OK with the dialog still open; false keeps it so. Whoever refuses has said why.
     virtual bool Accepts() { return true; }
@@ -43,11 +49,14 @@ protected:
     /// Puts the user where something is to be entered again.
     static void EnterAgain(QLineEdit& edit);
 
+    void showEvent(QShowEvent* event) override;
+
 private:
     void FocusFirstField();
 
     QVBoxLayout* m_body;
     QDialogButtonBox* m_buttons;
+    std::optional<QRect> m_beside; ///< what it should not cover
 };
 
 } // namespace velmor

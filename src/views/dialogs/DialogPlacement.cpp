@@ -36,6 +36,8 @@ QPoint PlacedBeside(const QRect& view, QSize size, const QRect& screen) {
         if (!QRect(kept, size).intersects(view))
             return kept;
     }
+    if (size.height() > size.width())
+        return KeptOnScreen({view.right() - size.width(), view.top()}, size, screen);
     return KeptOnScreen({centredX, below - 2 * gap - size.height()}, size, screen);
 }
 

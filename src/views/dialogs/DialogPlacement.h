@@ -15,7 +15,8 @@ QRect ScreenAreaAt(QPoint point);
 QPoint KeptOnScreen(QPoint wanted, QSize size, const QRect& screen);
 
 /// The top left corner for a window that should not cover `view`: centred below it, above it, right or left of it,
-/// wherever there is room first; at the foot of the view when there is none anywhere.
+/// wherever there is room first. When there is none anywhere it hides least of the view: a wide window at its foot,
+/// a tall one at its right side.
 QPoint PlacedBeside(const QRect& view, QSize size, const QRect& screen);
 
 } // namespace velmor

@@ -1,7 +1,6 @@
 #include "views/dialogs/HistoryDialog.h"
 
 #include "views/Text.h"
-#include "views/dialogs/DialogPlacement.h"
 #include "views/dialogs/HistoryDelegate.h"
 #include "views/dialogs/HistoryList.h"
 
@@ -12,7 +11,6 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
-#include <QStyle>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <array>
@@ -96,16 +94,6 @@ void CHistoryDialog::CreateFoot() {
     m_bringBack->setAutoDefault(false);
     m_bringBack->setVisible(!m_request.isReadOnly);
     connect(m_bringBack, &QPushButton::clicked, this, [this] { BringBack(m_list->currentIndex()); });
-}
-
-void CHistoryDialog::PlaceBeside(const QRect& view) {
-    ensurePolished();
-    const QSize whole = size() + QSize(0, style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, this));
-    const QRect screen = ScreenAreaAt(view.center());
-    QPoint place = PlacedBeside(view, whole, screen);
-    if (QRect(place, whole).intersects(view)) // at the side of a picture it is least in the way
-        place = KeptOnScreen({view.right() - whole.width(), view.top()}, whole, screen);
-    move(place);
 }
 
 void CHistoryDialog::Reload(std::int64_t id) {

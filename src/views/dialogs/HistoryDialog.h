@@ -18,9 +18,6 @@ class CHistoryDialog final : public CDialog {
 public:
     CHistoryDialog(QWidget* parent, const CHistoryRequest& request);
 
-    /// Places the dialog so that as much of `view`, in screen coordinates, stays in sight as there is room for.
-    void PlaceBeside(const QRect& view);
-
     /// Keys that move in the list do so from the search field, too, and letters are searched for from the list.
     bool eventFilter(QObject* watched, QEvent* event) override;
 

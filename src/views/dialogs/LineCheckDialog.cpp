@@ -1,12 +1,10 @@
 #include "views/dialogs/LineCheckDialog.h"
 
-#include "views/dialogs/DialogPlacement.h"
 #include "views/widgets/FrameSlider.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QStyle>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -59,13 +57,6 @@ void CLineCheckDialog::ShowFrame() {
         return;
     m_shown = m_slider->value();
     m_showFrame(m_shown);
-}
-
-void CLineCheckDialog::PlaceBeside(const QRect& view) {
-    ensurePolished();
-    adjustSize();
-    const int titleBar = style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, this);
-    move(PlacedBeside(view, size() + QSize(0, titleBar), ScreenAreaAt(view.center())));
 }
 
 void CLineCheckDialog::done(int result) {

@@ -15,9 +15,6 @@ class CLineCheckDialog final : public CDialog {
 public:
     CLineCheckDialog(QWidget* parent, const CLineCheckRequest& request);
 
-    /// Places the dialog so that `view`, in screen coordinates, stays in sight if there is room.
-    void PlaceBeside(const QRect& view);
-
     void done(int result) override;
 
 private:

@@ -76,4 +76,10 @@ Dialog* FindDialog(const CDialogRow<Request, Dialog>& row); // for its type alon
 template<class Request>
 using DialogFor = std::remove_pointer_t<decltype(FindDialog<Request>(std::declval<CDialogTable>()))>;
 
+/// Whether the camera picture shows what the dialog would change, while it is open.
+template<class Request>
+inline constexpr bool showsInPicture =
+    std::is_same_v<Request, CBlurRequest> || std::is_same_v<Request, CCellDataRequest> ||
+    std::is_same_v<Request, CTransparencyRequest>;
+
 } // namespace velmor

@@ -11,6 +11,8 @@ namespace velmor {
 template<class Request>
 void CQtPrompter::Run(CDialogOf<Request>& asked) {
     DialogFor<Request> dialog(Owner(), asked.request);
+    if constexpr (showsInPicture<Request>)
+        PlaceBesidePicture(dialog);
     if (dialog.exec() == QDialog::Accepted)
         asked.answer = dialog.Values();
 }

@@ -8,6 +8,8 @@ class QWidget;
 
 namespace velmor {
 
+class CDialog;
+
 /// The way to the user through the window: message boxes and dialogs over the window that is its parent, once there
 /// is one.
 class CQtPrompter final : public IPrompter {
@@ -54,6 +56,9 @@ private:
     void Run(CDialogOf<CSaveFileRequest>& asked);
     /// What the next dialog or message stands over: the dialog in front, else the window once it is shown.
     QWidget* Owner() const;
+    /// Has the dialog open beside where the window shows frames. Where it shows none, beside `instead`; null: the
+    /// dialog is left where it would be.
+    void PlaceBesidePicture(CDialog& dialog, const QWidget* instead = nullptr) const;
 
     QWidget* m_parent = nullptr;
     CProfile m_ownProfile; ///< where there is no other

@@ -17,30 +17,25 @@
 
 namespace velmor {
 
-namespace {
-
-// Where the window shows frames, on the screen. A window without a camera view counts as a whole.
-QRect ShownPicture(const QWidget& window) {
-    const QWidget* view = &window;
-    for (const QWidget* child : window.findChildren<QWidget*>())
-        if (dynamic_cast<const CCameraView*>(child) != nullptr && child->isVisible())
-            view = child;
-    return {view->mapToGlobal(QPoint()), view->size()};
+void CQtPrompter::PlaceBesidePicture(CDialog& dialog, const QWidget* instead) const {
+    const QWidget* view = instead;
+    if (m_parent != nullptr)
+        for (const QWidget* child : m_parent->findChildren<QWidget*>())
+            if (dynamic_cast<const CCameraView*>(child) != nullptr && child->isVisible())
+                view = child;
+    if (view != nullptr)
+        dialog.PlaceBeside({view->mapToGlobal(QPoint()), view->size()});
 }
-
-} // namespace
 
 void CQtPrompter::RunLineCheck(const CLineCheckRequest& request) {
     CLineCheckDialog dialog(Owner(), request);
-    if (m_parent != nullptr)
-        dialog.PlaceBeside(ShownPicture(*m_parent));
+    PlaceBesidePicture(dialog, m_parent);
     dialog.exec();
 }
 
 void CQtPrompter::RunHistory(const CHistoryRequest& request) {
     CHistoryDialog dialog(Owner(), request);
-    if (m_parent != nullptr)
-        dialog.PlaceBeside(ShownPicture(*m_parent));
+    PlaceBesidePicture(dialog, m_parent);
     dialog.exec();
 }
 
