@@ -56,9 +56,15 @@ void CCellOperations::EditCellData() {
     if (!CanEditCellData(m_context.model))
         return;
     const CXSheetCell& cell = *UsedCell(model, model.cursorLevel);
+    CCellTrial trial(m_context, {model.cursorLevel, model.cursorFrame});
+    const auto show = [&trial](const CCellDataForm& values) {
+        if (CheckCellDataForm(values))
+            trial.Show([&values](CXSheetCell& shown) { ApplyCellDataForm(values, shown); });
+    };
     const std::optional<CCellDataForm> form = m_context.prompter.Ask(CCellDataRequest{
         IdentityOf(model, model.cursorLevel, cell), CellDataFormOf(cell),
-        [this](const CCellDataForm& values) { return m_context.Report(CheckCellDataForm(values)); }});
+        [this](const CCellDataForm& values) { return m_context.Report(CheckCellDataForm(values)); }, show});
+    trial.End();
     if (!form)
         return;
     CSceneEdit edit(m_context, "Edit Cel Data", pictureHint);

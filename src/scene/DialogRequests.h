@@ -123,6 +123,7 @@ struct CCellDataRequest {
     CCellIdentity cell;
     CCellDataForm initial;
     AcceptRule<CCellDataForm> accept;
+    std::function<void(const CCellDataForm&)> show = {}; ///< called at each change; the caller takes it back
 };
 
 struct CBlurRequest {
@@ -131,7 +132,7 @@ struct CBlurRequest {
     CCellIdentity cell;
     CBlurForm initial;
     AcceptRule<CBlurForm> accept;
-    std::function<void(const CBlurForm&)> show = {}; ///< called at each change; the caller takes it back
+    std::function<void(const CBlurForm&)> show = {}; ///< as above
 };
 
 struct CTransparencyRequest {

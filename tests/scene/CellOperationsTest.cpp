@@ -115,6 +115,35 @@ TEST_F(CCellOperationsTest, EffectsAreTriedWhileTheirDialogIsOpen) {
     EXPECT_FALSE(CanUndo(model));
 }
 
+TEST_F(CCellOperationsTest, CelDataIsTriedWhileItsDialogIsOpen) {
+    const CXSheetCell before = Put(0, 0, "1");
+    CCellDataForm form;
+    prompter.onDialog = [&] {
+        const auto request = std::any_cast<CCellDataRequest>(prompter.lastRequest);
+        form = request.initial;
+        form.transparency = 30;
+        form.blurX = 4;
+        request.show(form);
+        CCellDataForm unreadable = form;
+        unreadable.posX = std::nan("");
+        unreadable.transparency = 80;
+        request.show(unreadable);
+        const CXSheetCell& shown = scene.xsheet.Cell(0, 0);
+        EXPECT_EQ(std::tuple(shown.Transparency(), shown.BlurX(), shown.BlurY()), std::tuple(30.0, 4.0, 4.0));
+        EXPECT_EQ(shown.PosX(), before.PosX());
+    };
+    cells.EditCellData(); // cancelled
+    EXPECT_EQ(scene.xsheet.Cell(0, 0), before);
+    EXPECT_FALSE(CanUndo(model));
+    form.rotation = {0, 90};
+    prompter.Answer(form);
+    cells.EditCellData();
+    EXPECT_EQ(scene.xsheet.Cell(0, 0).Transparency(), 30);
+    EXPECT_EQ(model.history.Steps().size(), 1U);
+    Undo();
+    EXPECT_EQ(scene.xsheet.Cell(0, 0), before);
+}
+
 TEST_F(CCellOperationsTest, InbetweensTheCursorLevelFromUsedKeyToUsedKey) {
     SetLevels(2);
     model.cursorLevel = 1;

@@ -320,6 +320,26 @@ TEST_F(CCelDialogsTest, EffectsAreShownAsTheyAreSet) {
             dialog.reject();
         });
     EXPECT_EQ(blur, (CBlurForm{9, 4, false}));
+    CCellDataForm data = SampleForm();
+    data.preserveBlur = true;
+    std::vector<CCellDataForm> forms;
+    WithDialog(
+        [&] {
+            prompter.Ask(
+                CCellDataRequest{eyes, data, {}, [&](const CCellDataForm& form) { forms.push_back(form); }});
+        },
+        [&](QDialog& dialog) {
+            EXPECT_TRUE(forms.empty());
+            for (const char* name : {"posX", "posY", "scaleX", "scaleY", "turns", "degrees", "transparency"}) {
+                forms.clear();
+                Type(dialog, name, "1");
+                EXPECT_FALSE(forms.empty()) << name;
+            }
+            Type(dialog, "blurX", "7");
+            EXPECT_EQ(std::pair(forms.back().blurX, forms.back().blurY), std::pair(7.0, 7.0));
+            EXPECT_EQ(forms.back().rotation, (CTurns{1, 1}));
+            dialog.reject();
+        });
 }
 
 TEST_F(CCelDialogsTest, LineCheckShowsTheNewestFrameOnly) {

@@ -50,6 +50,9 @@ CCellDataDialog::CCellDataDialog(QWidget* parent, const CCellDataRequest& reques
     Body().addStretch();
     Show(request.initial);
     m_posX->BeFirst();
+    if (request.show)
+        for (const QLineEdit* edit : findChildren<QLineEdit*>()) // preserving an aspect changes the second
+            connect(edit, &QLineEdit::textChanged, this, [this, show = request.show] { show(Values()); });
 }
 
 void CCellDataDialog::AddFields() {
