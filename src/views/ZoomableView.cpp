@@ -2,12 +2,14 @@
 
 #include "views/Icons.h"
 
+#include <QApplication>
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMouseEvent>
 #include <QNativeGestureEvent>
 #include <QScrollBar>
+#include <QStatusTipEvent>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -213,6 +215,11 @@ void CZoomableView::RefreshCursor() {
 void CZoomableView::TellState() const {
     if (m_stateChanged)
         m_stateChanged();
+}
+
+void CZoomableView::TellStatus(const std::string& text) {
+    QStatusTipEvent event(QString::fromStdString(text));
+    QApplication::sendEvent(this, &event);
 }
 
 CPoint CZoomableView::PointOf(const QSinglePointEvent& event) {

@@ -102,6 +102,8 @@ protected:
 
     void RefreshCursor();
     void TellState() const;
+    /// For a moment, in the status bar.
+    void TellStatus(const std::string& text);
     void ShowMenu(QPoint screenPoint);
     static CPoint PointOf(const QSinglePointEvent& event);
     /// As close as can be to `factor`, with that point of the view staying in place.

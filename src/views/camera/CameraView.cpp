@@ -12,12 +12,10 @@
 #include "views/camera/PictureImage.h"
 #include "views/xsheet/XSheetMouse.h"
 
-#include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
-#include <QStatusTipEvent>
 
 #include <utility>
 
@@ -205,11 +203,6 @@ std::string CCameraView::HandCursor() const {
         return m_handCursor;
     const ICameraHand* hand = IsToolDown() ? nullptr : HandAt(m_pointer.at);
     return hand != nullptr ? hand->CursorAt(m_pointer.at, Mapping()) : std::string();
-}
-
-void CCameraView::TellStatus(const std::string& text) {
-    QStatusTipEvent event(QString::fromStdString(text));
-    QApplication::sendEvent(this, &event);
 }
 
 void CCameraView::TapSpace() {

@@ -82,7 +82,6 @@ private:
     void GiveUpHand();
     /// Whether a key was for what is dragged or drawn.
     bool KeyToHands(const QKeyEvent& event, bool isPressed);
-    void TellStatus(const std::string& text);
     CPictureMapping PictureMapping() const;
     /// The guides as that frame's camera sees them.
     void PaintGuidesOver(QPainter& painter, int frame);

@@ -13,18 +13,14 @@
 #include "scene/VelmorltDoc.h"
 #include "scene/paper/LightTable.h"
 #include "scene/paper/Paper.h"
-#include "views/cel/CelNavigator.h"
 
-#include <QApplication>
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
-#include <QStatusTipEvent>
 #include <QTabletEvent>
 
-#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -37,10 +33,6 @@ constexpr double turnStep = 15; ///< degrees
 constexpr UpdateHint paperHints =
     UpdateHint::EditedImage | UpdateHint::Paper | structureAndPictureHint | UpdateHint::AssetLists;
 
-QRect ToRect(const CRect& rect) {
-    return {rect.x, rect.y, rect.endX - rect.x, rect.endY - rect.y};
-}
-
 } // namespace
 
 CCelView::CCelView(CVelmorltDoc& doc, IPrompter& prompter, CProfile& profile, QWidget* parent)
@@ -49,33 +41,22 @@ CCelView::CCelView(CVelmorltDoc& doc, IPrompter& prompter, CProfile& profile, QW
       m_prompter(prompter),
       m_profile(profile),
       m_grid(ReadGridSettings(profile)),
-      m_navigator(new CCelNavigator(
-          m_display, [this](CRealPoint point) { ShowInMiddle(point); }, viewport())),
-      m_isSmooth(Get(profile, setting::celSmoothDisplay) != 0),
-      m_hasNavigator(Get(profile, setting::celNavigator) != 0),
-      m_pens(ReadPenSettings(profile)),
+      m_surface(*viewport(), profile, [this](CRealPoint point) { ShowInMiddle(point); }),
+      m_pens(profile, prompter, [this] { CancelDrag(); }),
       m_flip(
           doc, [this](CDisplayBitmap bitmap) { ShowInstead(std::move(bitmap)); },
           [this] {
               RebuildDisplay();
               TellState();
           }),
-      m_paint(doc.Painting(), m_pens),
-      m_shape(doc.Painting()),
-      m_pegs(doc),
-      m_fill(doc.Model(), doc.Filling(), m_paint),
+      m_hands(doc, profile, m_pens.Settings(), [this](const std::string& text) { TellStatus(text); }),
       m_fillMarks([this] { return FillState(); }, [this] { return m_doc.Filling().LinesNow(); },
                   [this] { RefreshOverlay(); }),
       m_windowPick([this](ColorRef color) { m_doc.Palette().SetFGColorValue(color); }),
-      m_select(doc.Selection(), [this](const std::string& text) { TellStatus(text); }),
-      m_tool(ToolOf(static_cast<CelTool>(Get(profile, setting::lastCelTool))).id),
-      m_hand(&HandOf(m_tool)),
       m_openedImages(doc.Model().openedImages) {
     m_doc.Views().Add(*this);
     setObjectName("celView");
     setAccessibleName("Cel editor");
-    viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
-    m_display.SetSmooth(m_isSmooth);
     m_doc.Paper().Refresh();
     RebuildDisplay();
     if (Get(profile, setting::showFillGaps) != 0)
@@ -87,18 +68,17 @@ CCelView::~CCelView() {
 }
 
 bool CCelView::HasImage() const {
-    return !m_display.IsEmpty() && m_doc.Model().celImg.GetLoadState() != LoadState::Nothing;
+    return !m_surface.IsEmpty() && m_doc.Model().celImg.GetLoadState() != LoadState::Nothing;
 }
 
 void CCelView::RebuildDisplay() {
-    if (!m_display.Rebuild(m_doc.Model().celImg, m_grid, m_doc.Paper().Sheet()))
+    if (!m_surface.Rebuild(m_doc.Model().celImg, m_grid, m_doc.Paper().Sheet()))
         m_prompter.ShowMessage("Internal error : Could not update mem dc");
     UpdateScrollSizes();
     RefreshCursor();
     RefreshOverlay();
     RefreshSelection();
     FollowWithNavigator();
-    viewport()->update();
 }
 
 void CCelView::TurnLeft() {
@@ -117,16 +97,8 @@ void CCelView::MirrorView() {
     SetTurn(Turn().Mirrored());
 }
 
-void CCelView::ToggleSmooth() {
-    m_isSmooth = !m_isSmooth;
-    Set(m_profile, setting::celSmoothDisplay, m_isSmooth ? 1 : 0);
-    m_display.SetSmooth(m_isSmooth);
-    viewport()->update();
-}
-
 void CCelView::ToggleNavigator() {
-    m_hasNavigator = !m_hasNavigator;
-    Set(m_profile, setting::celNavigator, m_hasNavigator ? 1 : 0);
+    m_surface.ToggleNavigator();
     FollowWithNavigator();
 }
 
@@ -136,7 +108,7 @@ void CCelView::ShowInMiddle(CRealPoint point) {
 }
 
 void CCelView::FollowWithNavigator() {
-    m_navigator->Follow(Mapping(), m_hasNavigator && HasImage());
+    m_surface.Follow(Mapping(), HasImage());
 }
 
 void CCelView::scrollContentsBy(int dx, int dy) {
@@ -150,44 +122,21 @@ void CCelView::resizeEvent(QResizeEvent* event) {
     FollowWithNavigator();
 }
 
-ICelHand& CCelView::HandOf(CelTool tool) {
-    if (m_shiftsPins)
-        return m_pegs;
-    switch (tool) {
-    case CelTool::Line:
-    case CelTool::Curve:
-    case CelTool::Rectangle:
-    case CelTool::Ellipse:
-        return m_shape;
-    case CelTool::Bucket:
-    case CelTool::AreaFill:
-        return m_fill;
-    case CelTool::SelectRect:
-    case CelTool::Lasso:
-    case CelTool::SelectColor:
-        return m_select;
-    default:
-        return m_paint;
-    }
-}
-
 CelTool CCelView::ToolNow() const {
-    return m_pen.IsEraserNear() ? CelTool::Eraser : m_tool;
+    return m_pen.IsEraserNear() ? CelTool::Eraser : Tool();
 }
 
 void CCelView::ToggleShiftingPins() {
     GiveUp();
-    m_shiftsPins = !m_shiftsPins;
-    m_hand = &HandOf(m_tool);
+    m_hands.ToggleShiftingPins();
     RefreshCursor();
     RefreshOverlay();
 }
 
 void CCelView::ShowInstead(CDisplayBitmap bitmap) {
-    m_display.ShowInstead(std::move(bitmap));
+    m_surface.ShowInstead(std::move(bitmap));
     TellState();
     FollowWithNavigator();
-    viewport()->update();
 }
 
 void CCelView::Flip(DrawingDirection direction) {
@@ -224,11 +173,6 @@ void CCelView::OpenNew() {
     KeepingView([this] { m_doc.Drawings().NewDrawing(); });
 }
 
-void CCelView::TellStatus(const std::string& text) {
-    QStatusTipEvent event(QString::fromStdString(text));
-    QApplication::sendEvent(window(), &event);
-}
-
 CPoint CCelView::Middle() const {
     const CViewMapping mapping = Mapping();
     const CRealPoint middle = mapping.ToImage({mapping.client.width / 2.0, mapping.client.height / 2.0});
@@ -241,13 +185,8 @@ void CCelView::ShowEdit(const CPaintResult& result) {
     RefreshSelection();
 }
 
-// Where the marks of the selection were and where they are.
 void CCelView::RefreshSelection() {
-    const CSelectionMarks::CState now = m_select.Marks().StateOf(Mapping(), CSelectHand::Holds(m_tool));
-    if (now == m_marks)
-        return;
-    viewport()->update(m_marks.around.united(now.around));
-    m_marks = now;
+    m_surface.SetMarks(m_hands.Selecting().Marks().StateOf(Mapping(), m_hands.HoldsSelection()));
 }
 
 void CCelView::NotePointer(const QSinglePointEvent& event) {
@@ -260,16 +199,9 @@ void CCelView::NotePointer(const QSinglePointEvent& event) {
     m_pen.AddTo(m_handPoint);
 }
 
-CelTool CCelView::Tool() const {
-    return m_tool;
-}
-
 void CCelView::SetTool(CelTool tool) {
     GiveUp();
-    m_shiftsPins = false;
-    if (std::exchange(m_tool, tool) != tool)
-        Set(m_profile, setting::lastCelTool, static_cast<int>(tool));
-    m_hand = &HandOf(tool);
+    m_hands.SetTool(tool);
     RefreshCursor();
     RefreshOverlay();
     RefreshSelection();
@@ -315,36 +247,11 @@ void CCelView::FinishPick(CPoint point) {
         m_doc.Transforms().ColorKeyEdited({BlueOf(color), GreenOf(color), RedOf(color), 255});
 }
 
-void CCelView::EditPenSettings() {
-    const auto accept = [this](const CPenSettings& settings) {
-        const std::optional<std::string> fault = FaultOf(settings);
-        if (fault)
-            m_prompter.ShowMessage(*fault);
-        return !fault;
-    };
-    if (const std::optional<CPenSettings> settings = m_prompter.Ask(CPenSettingsRequest{m_pens, accept}))
-        SetPenSettings(*settings);
-}
-
-void CCelView::TogglePressure() {
-    SetPenSettings(WithPressureToggled(m_pens));
-}
-
-void CCelView::ToggleStabilizer() {
-    SetPenSettings(WithStabilizerToggled(m_pens, m_profile));
-}
-
-void CCelView::SetPenSettings(const CPenSettings& settings) {
-    CancelDrag();
-    WritePenSettings(m_profile, settings);
-    m_pens = settings;
-}
-
 void CCelView::ToggleGaps() {
     m_fillMarks.ShowGaps(!m_fillMarks.ShowsGaps());
     Set(m_profile, setting::showFillGaps, m_fillMarks.ShowsGaps() ? 1 : 0);
     if (m_fillMarks.ShowsGaps() && m_doc.Model().paint.fill.gap == 0)
-        Say("Fills close no gaps as they are set: the gap size is 0");
+        TellStatus("Fills close no gaps as they are set: the gap size is 0");
 }
 
 std::optional<CFillMarks::CState> CCelView::FillState() const {
@@ -356,13 +263,9 @@ std::optional<CFillMarks::CState> CCelView::FillState() const {
 
 void CCelView::ShowLeak(CPoint at) {
     m_fillMarks.SetLeak(at);
-    Say("Not filled: the paint would run out through the place that is marked. A larger gap size closes it; fill "
+    TellStatus(
+        "Not filled: the paint would run out through the place that is marked. A larger gap size closes it; fill "
         "again with Shift to paint all the same");
-}
-
-void CCelView::Say(const QString& text) {
-    QStatusTipEvent tip(text);
-    QApplication::sendEvent(this, &tip);
 }
 
 void CCelView::EditGrid() {
@@ -393,7 +296,7 @@ void CCelView::OnUpdate(UpdateHint hint) {
         RebuildDisplay();
         const int opened = m_doc.Model().openedImages;
         if (std::exchange(m_openedImages, opened) != opened) {
-            m_paint.ForgetLastStroke();
+            m_hands.ForgetLastStroke();
             if (m_keptSize != ImageSize())
                 Fit(CZoomLevel());
         }
@@ -419,29 +322,18 @@ bool CCelView::ShowResult(const CPaintResult& result) {
     if (result.changed.IsEmpty())
         return true;
     TellState();
-    m_display.Update(m_doc.Model().celImg, m_grid, m_doc.Paper().Sheet(), result.changed);
-    m_navigator->Repaint(result.changed);
-    const CViewMapping mapping = Mapping();
-    // Where pixels are mixed, each shows beside itself, too.
-    const int beside = m_display.IsMixed(mapping) ? static_cast<int>(std::ceil(mapping.zoom.Factor())) + 1 : 0;
-    viewport()->update(ToRect(mapping.ToClient(result.changed)).adjusted(-beside, -beside, beside, beside) &
-                       viewport()->rect());
+    m_surface.Update(m_doc.Model().celImg, m_grid, m_doc.Paper().Sheet(), result.changed, Mapping());
     return true;
 }
 
 void CCelView::paintEvent(QPaintEvent* event) {
     QPainter painter(viewport());
-    if (m_display.IsEmpty()) {
-        painter.fillRect(event->rect(), palette().window());
-        return;
-    }
     const CViewMapping mapping = Mapping();
-    for (const QRect& exposed : event->region()) {
-        // A little more than is exposed, for scales at which the edges of the two do not meet.
-        m_display.Paint(painter, mapping, exposed.adjusted(-1, -1, 1, 1) & viewport()->rect());
-    }
-    m_select.Marks().Paint(painter, mapping, CSelectHand::Holds(m_tool));
-    Draw(painter, m_overlay);
+    m_surface.PaintImage(painter, event->region(), mapping);
+    if (m_surface.IsEmpty())
+        return;
+    m_hands.Selecting().Marks().Paint(painter, mapping, m_hands.HoldsSelection());
+    m_surface.PaintOverlay(painter);
 }
 
 bool CCelView::IsBrushShown() const {
@@ -455,17 +347,13 @@ CCelOverlay CCelView::OverlayNow() const {
     if (IsBrushShown())
         overlay.brush = BrushOutline(Mapping(), *m_pointer, m_doc.Model().paint.brush);
     m_fillMarks.AddTo(overlay, Mapping());
-    if (IsToolDown() || m_hand->IsWaiting())
-        m_hand->Outline(overlay, Mapping());
+    if (IsToolDown() || m_hands.Now().IsWaiting())
+        m_hands.Now().Outline(overlay, Mapping());
     return overlay;
 }
 
 void CCelView::RefreshOverlay() {
-    const CCelOverlay now = OverlayNow();
-    if (now == m_overlay)
-        return;
-    viewport()->update(RegionOf(m_overlay) + RegionOf(now));
-    m_overlay = now;
+    m_surface.SetOverlay(OverlayNow());
 }
 
 CViewCursor CCelView::CursorNow() const {
@@ -475,7 +363,7 @@ CViewCursor CCelView::CursorNow() const {
         return {"cursor-pan", {16, 16}};
     if (m_pick != CelPick::Nothing)
         return {"cursor-pick", {4, 28}};
-    if (m_shiftsPins)
+    if (ShiftsPins())
         return {"cursor-move", {16, 16}};
     if (!CanUse(ToolNow(), m_doc.Model().celImg))
         return {};
@@ -488,17 +376,17 @@ bool CCelView::BeginTool(CPoint) {
         m_flip.End(); // what would be painted on is not what is seen
         return false;
     }
-    const CelTool tool = m_handPoint.isEraserEnd ? CelTool::Eraser : m_tool;
-    m_hand = &HandOf(tool);
-    if (m_hand != &m_select && m_doc.Selection().HasSelection()) {
+    const CelTool tool = m_handPoint.isEraserEnd ? CelTool::Eraser : Tool();
+    m_hands.TakeUp(tool);
+    if (!m_hands.IsSelecting() && m_doc.Selection().HasSelection()) {
         m_doc.Selection().SelectNone(); // it would not hold a stroke back
         RefreshSelection();
     }
-    if (m_hand->Press(tool, m_handPoint, Mapping())) {
+    if (m_hands.Now().Press(tool, m_handPoint, Mapping())) {
         StopFitting();
         return true;
     }
-    m_hand = &HandOf(m_tool);
+    m_hands.PutDown();
     RefreshSelection();
     return false;
 }
@@ -518,7 +406,7 @@ bool CCelView::FlushHand() {
     if (m_burst.empty())
         return true;
     const std::vector<CHandPoint> way = std::exchange(m_burst, {});
-    const bool isDone = ShowResult(m_hand->Move(way, m_burstMapping));
+    const bool isDone = ShowResult(m_hands.Now().Move(way, m_burstMapping));
     RefreshOverlay();
     RefreshSelection();
     return isDone;
@@ -536,21 +424,20 @@ void CCelView::timerEvent(QTimerEvent* event) {
 
 void CCelView::LoseTool() {
     FlushHand();
-    m_hand->Cancel();
-    m_hand = &HandOf(m_tool);
+    m_hands.Cancel();
 }
 
 void CCelView::EndTool(CPoint) {
-    ICelHand& hand = *m_hand;
+    ICelHand& hand = m_hands.Now();
     const bool isDone = FlushHand();
-    m_hand = &HandOf(m_tool);
+    m_hands.PutDown();
     if (!isDone) {
         hand.Cancel();
         return;
     }
     if (!HasImage()) {
         hand.Cancel();
-        if (m_tool == CelTool::Bucket)
+        if (Tool() == CelTool::Bucket)
             m_prompter.ShowMessage("Internal Error : m_CelImg or pDoc is NULL in BUCKETFILL");
         return;
     }
@@ -567,16 +454,15 @@ void CCelView::CancelDrag() {
     if (!IsDragging())
         return;
     FlushHand();
-    m_hand->Cancel();
-    m_hand = &HandOf(m_tool);
+    m_hands.Cancel();
     DropDrag();
 }
 
 void CCelView::GiveUp() {
     CancelDrag();
-    if (!m_hand->IsWaiting())
+    if (!m_hands.Now().IsWaiting())
         return;
-    m_hand->Cancel();
+    m_hands.Now().Cancel();
     RefreshOverlay();
 }
 
@@ -601,8 +487,8 @@ void CCelView::mousePressEvent(QMouseEvent* event) {
     if (m_pen.IsEcho(*event))
         return;
     NotePointer(*event);
-    m_opensMenu =
-        event->buttons() == Qt::RightButton && !IsDragging() && !m_hand->IsWaiting() && m_pick == CelPick::Nothing;
+    m_opensMenu = event->buttons() == Qt::RightButton && !IsDragging() && !m_hands.Now().IsWaiting() &&
+                  m_pick == CelPick::Nothing;
     const bool picks = event->button() == Qt::LeftButton && m_pick != CelPick::Nothing;
     if (event->button() == Qt::RightButton) {
         GiveUp();
@@ -617,8 +503,8 @@ void CCelView::mouseMoveEvent(QMouseEvent* event) {
         return;
     NotePointer(*event);
     CZoomableView::mouseMoveEvent(event);
-    if (m_hand->IsWaiting() && !IsDragging())
-        m_hand->Hover(m_handPoint, Mapping());
+    if (m_hands.Now().IsWaiting() && !IsDragging())
+        m_hands.Now().Hover(m_handPoint, Mapping());
     RefreshOverlay();
 }
 
@@ -663,12 +549,13 @@ bool CCelView::viewportEvent(QEvent* event) {
 }
 
 void CCelView::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape && (IsDragging() || m_hand->IsWaiting() || m_pick != CelPick::Nothing)) {
+    if (event->key() == Qt::Key_Escape &&
+        (IsDragging() || m_hands.Now().IsWaiting() || m_pick != CelPick::Nothing)) {
         GiveUp();
         CancelPick();
     } else if (event->key() == Qt::Key_Escape && m_flip.IsOn()) {
         m_flip.End();
-    } else if (const auto result = IsDragging() ? std::nullopt : m_select.Key(*event, Mapping())) {
+    } else if (const auto result = IsDragging() ? std::nullopt : m_hands.Selecting().Key(*event, Mapping())) {
         ShowEdit(*result);
     } else {
         CZoomableView::keyPressEvent(event);

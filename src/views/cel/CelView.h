@@ -1,19 +1,14 @@
 #pragma once
 
 #include "scene/PaintTools.h"
-#include "scene/PenSettings.h"
 #include "scene/ViewList.h"
 #include "views/ZoomableView.h"
-#include "views/cel/CelDisplay.h"
 #include "views/cel/CelFlip.h"
-#include "views/cel/CelOverlay.h"
-#include "views/cel/FillHand.h"
+#include "views/cel/CelHands.h"
+#include "views/cel/CelSurface.h"
 #include "views/cel/FillMarks.h"
-#include "views/cel/PaintDrag.h"
-#include "views/cel/PegHand.h"
+#include "views/cel/PenChoice.h"
 #include "views/cel/PenInput.h"
-#include "views/cel/SelectHand.h"
-#include "views/cel/ShapeHand.h"
 #include "views/cel/WindowPick.h"
 
 #include <QBasicTimer>
@@ -22,7 +17,6 @@
 
 namespace velmor {
 
-class CCelNavigator;
 class CProfile;
 class CVelmorltDoc;
 class IPrompter;
@@ -43,7 +37,7 @@ public:
     CCelView(CVelmorltDoc& doc, IPrompter& prompter, CProfile& profile, QWidget* parent = nullptr);
     ~CCelView() override;
 
-    CelTool Tool() const;
+    CelTool Tool() const { return m_hands.Tool(); }
     void SetTool(CelTool tool);
     /// The colour under the next release of the mouse becomes the foreground colour, or the key of a colour keying
     /// of the picture. Escape and the right button call it off.
@@ -57,16 +51,15 @@ public:
     void TurnUpright();
     void MirrorView();
     /// Whether lines are smooth where the image is shown smaller than it is.
-    bool IsSmooth() const { return m_isSmooth; }
-    void ToggleSmooth();
-    bool HasNavigator() const { return m_hasNavigator; }
+    bool IsSmooth() const { return m_surface.IsSmooth(); }
+    void ToggleSmooth() { m_surface.ToggleSmooth(); }
+    bool HasNavigator() const { return m_surface.HasNavigator(); }
     void ToggleNavigator();
-    const CPenSettings& PenSettings() const { return m_pens; }
-    /// Asks for them.
-    void EditPenSettings();
-    /// See WithPressureToggled() and WithStabilizerToggled().
-    void TogglePressure();
-    void ToggleStabilizer();
+    const CPenSettings& PenSettings() const { return m_pens.Settings(); }
+    /// See CPenChoice.
+    void EditPenSettings() { m_pens.Edit(); }
+    void TogglePressure() { m_pens.TogglePressure(); }
+    void ToggleStabilizer() { m_pens.ToggleStabilizer(); }
     /// Shows the neighbour of the image under edit in its place, until the key is let go. Nothing is painted then.
     void FlipToPrevious() { Flip(DrawingDirection::Previous); }
     void FlipToNext() { Flip(DrawingDirection::Next); }
@@ -78,7 +71,7 @@ public:
     void OpenNext();
     void OpenNew();
     /// Whether the tool moves pinned drawings. Choosing another tool ends it.
-    bool ShiftsPins() const { return m_shiftsPins; }
+    bool ShiftsPins() const { return m_hands.ShiftsPins(); }
     void ToggleShiftingPins();
     /// The same, of any pixel of the program's windows.
     void PickFromWindow() { m_windowPick.Toggle(); }
@@ -97,7 +90,7 @@ public:
     void OnUpdate(UpdateHint hint) override;
 
 protected:
-    CSize ImageSize() const override { return m_display.Size(); }
+    CSize ImageSize() const override { return m_surface.Size(); }
     bool HasImage() const override;
     bool CanTurn() const override { return true; }
     CViewCursor CursorNow() const override;
@@ -124,16 +117,12 @@ protected:
 private:
     /// Where the pointer is, out of the event that is being worked off.
     void NotePointer(const QSinglePointEvent& event);
-    /// What a tool works with.
-    ICelHand& HandOf(CelTool tool);
-    void TellStatus(const std::string& text);
     void RefreshSelection();
     void ShowInMiddle(CRealPoint point);
     void FollowWithNavigator();
     /// The chosen one, or the eraser where the pen is held by that end.
     CelTool ToolNow() const;
     void OnPen(QTabletEvent& event);
-    void SetPenSettings(const CPenSettings& settings);
     /// Lets the hand work off what has been collected; false when that fails.
     bool FlushHand();
     void RebuildDisplay();
@@ -148,8 +137,6 @@ private:
     /// False when it is a failure, which has been told then.
     bool ShowResult(const CPaintResult& result);
     void ShowLeak(CPoint at);
-    /// For a moment, in the status bar.
-    void Say(const QString& text);
     std::optional<CFillMarks::CState> FillState() const;
     void StartPick(CelPick pick);
     void FinishPick(CPoint point);
@@ -161,31 +148,19 @@ private:
     IPrompter& m_prompter;
     CProfile& m_profile;
     CGridSettings m_grid;
-    CCelDisplay m_display;
-    CCelNavigator* m_navigator; ///< a child
-    bool m_isSmooth;
-    bool m_hasNavigator;
-    CPenSettings m_pens;
+    CCelSurface m_surface;
+    CPenChoice m_pens;
     CCelFlip m_flip;
-    CPaintDrag m_paint;
-    CShapeHand m_shape;
-    CPegHand m_pegs;
+    CCelHands m_hands;
     CPenInput m_pen;
-    bool m_shiftsPins = false;
-    CFillHand m_fill;
     CFillMarks m_fillMarks;
     CWindowPick m_windowPick;
-    CSelectHand m_select;
-    CelTool m_tool;
-    ICelHand* m_hand; ///< of the tool, or of the one that is down; one of the members
     CelPick m_pick = CelPick::Nothing;
     std::optional<CPoint> m_pointer; ///< nothing while it is elsewhere
     CHandPoint m_handPoint;          ///< of the last event
     std::vector<CHandPoint> m_burst; ///< where the tool has gone since the hand has moved last
     CViewMapping m_burstMapping;     ///< what they are in
     QBasicTimer m_frame;             ///< until everything that has happened by now is worked off
-    CCelOverlay m_overlay;           ///< as it is on the screen
-    CSelectionMarks::CState m_marks; ///< of the selection, as they are on the screen
     bool m_opensMenu = false;        ///< the right button is down, and nothing was given up by it
     int m_openedImages;              ///< the model's, when it was looked at last
     CSize m_keptSize;                ///< an image of this size is shown where the one before it was
