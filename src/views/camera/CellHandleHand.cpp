@@ -4,7 +4,6 @@
 #include "scene/CellDragging.h"
 #include "scene/SceneModel.h"
 #include "scene/VelmorltDoc.h"
-#include "xsheet/CameraMap.h"
 
 #include <array>
 #include <cmath>
@@ -15,12 +14,7 @@ namespace velmor {
 
 namespace {
 
-constexpr double handleReach = 7;  ///< client pixels about a corner
-constexpr double cornerReach = 24; ///< outside of it, where it turns
-
-double Distance(CRealPoint a, CRealPoint b) {
-    return std::hypot(b.x - a.x, b.y - a.y);
-}
+constexpr double cornerReach = 24; ///< client pixels outside of a corner, where it turns
 
 // Whether a point lies in a quadrangle, whichever way round it goes.
 bool IsInside(const std::array<CRealPoint, 4>& corners, CRealPoint point) {
@@ -36,25 +30,22 @@ bool IsInside(const std::array<CRealPoint, 4>& corners, CRealPoint point) {
 } // namespace
 
 CRealPoint CCellHandleHand::OnStage(CRealPoint client, const CViewMapping& mapping) const {
-    const CScene& scene = m_doc.Model().Scene();
-    return CCameraMap(scene.camera.At(m_doc.Model().cursorFrame), scene.geometry.Frame())
-        .ToStage(mapping.ToImage(client));
+    return CameraAt(m_doc.Model().cursorFrame).ToStage(mapping.ToImage(client));
 }
 
 std::optional<CCellHandleHand::CGrip> CCellHandleHand::GripOf(int level, CRealPoint client,
                                                               const CViewMapping& mapping) const {
-    const CScene& scene = m_doc.Model().Scene();
     const int frame = m_doc.Model().cursorFrame;
-    const CXSheetCell& cell = scene.xsheet.Cell(level, frame);
+    const CXSheetCell& cell = m_doc.Model().Scene().xsheet.Cell(level, frame);
     if (!m_doc.Model().moveSelection.IsLevelSelected(level) || !cell.IsUsed())
         return std::nullopt;
-    const CCameraMap camera(scene.camera.At(frame), scene.geometry.Frame());
+    const CCameraMap camera = CameraAt(frame);
     std::array<CRealPoint, 4> corners = CellCornersOnStage(cell.Transform(), cell.Size());
     for (CRealPoint& corner : corners)
         corner = mapping.ToClient(camera.ToView(corner));
     const bool isInside = IsInside(corners, client);
     std::optional<CGrip> grip;
-    double nearest = isInside ? handleReach : cornerReach;
+    double nearest = isInside ? reach : cornerReach;
     for (std::size_t i = 0; i < corners.size(); ++i) {
         const double away = Distance(corners[i], client);
         if (away > nearest)
@@ -62,7 +53,7 @@ std::optional<CCellHandleHand::CGrip> CCellHandleHand::GripOf(int level, CRealPo
         nearest = away;
         const CRealPoint opposite = corners[(i + 2) % corners.size()];
         const bool isRising = (corners[i].x - opposite.x) * (corners[i].y - opposite.y) < 0; // y points down
-        grip = {level, static_cast<int>(i), away <= handleReach ? CellHandle::Scale : CellHandle::Turn, isRising};
+        grip = {level, static_cast<int>(i), away <= reach ? CellHandle::Scale : CellHandle::Turn, isRising};
     }
     return grip;
 }
@@ -88,7 +79,7 @@ std::string CCellHandleHand::CursorAt(CRealPoint client, const CViewMapping& map
     return grip->isRising ? "cursor-scale-rising" : "cursor-scale-falling";
 }
 
-bool CCellHandleHand::Press(const CCameraHandPoint& at, const CViewMapping& mapping) {
+bool CCellHandleHand::TakeHold(const CCameraHandPoint& at, const CViewMapping& mapping) {
     const std::optional<CGrip> grip = GripAt(at.at, mapping);
     if (!grip)
         return false;
@@ -96,7 +87,6 @@ bool CCellHandleHand::Press(const CCameraHandPoint& at, const CViewMapping& mapp
     m_frame = m_doc.Model().cursorFrame;
     const CXSheetCell& cell = m_doc.Model().Scene().xsheet.Cell(m_level, m_frame);
     m_drag.emplace(cell.Transform(), cell.Size(), grip->handle, grip->corner, OnStage(at.at, mapping));
-    m_doc.CellDragging().Begin();
     return true;
 }
 
@@ -119,16 +109,6 @@ void CCellHandleHand::Tell(const CCellTransform& cell) const {
         static_cast<void>(std::snprintf(text.data(), text.size(), "Rotation %.1f degrees",
                                         cell.rotation * 180 / std::numbers::pi));
     m_tell(text.data());
-}
-
-void CCellHandleHand::Release() {
-    m_drag.reset();
-    m_doc.CellDragging().End();
-}
-
-void CCellHandleHand::GiveUp() {
-    m_drag.reset();
-    m_doc.CellDragging().GiveUp();
 }
 
 } // namespace velmor

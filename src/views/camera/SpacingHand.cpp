@@ -4,21 +4,8 @@
 #include "scene/CellDragging.h"
 #include "scene/SceneModel.h"
 #include "scene/VelmorltDoc.h"
-#include "xsheet/CameraMap.h"
-
-#include <cmath>
 
 namespace velmor {
-
-namespace {
-
-constexpr double tickReach = 7; ///< client pixels
-
-double Distance(CRealPoint a, CRealPoint b) {
-    return std::hypot(b.x - a.x, b.y - a.y);
-}
-
-} // namespace
 
 std::optional<CInbetweenKeys> KeysAround(const CPathRun& run, int frame,
                                          const std::optional<CInbetweenKeys>& selected) {
@@ -52,7 +39,7 @@ std::optional<CSpacingHand::CTick> CSpacingHand::TickAt(CRealPoint client, const
     if (!m_doc.Model().sceneOpen || !m_doc.CameraAids().Choices().spacing)
         return std::nullopt;
     std::optional<CTick> found;
-    double nearest = tickReach;
+    double nearest = reach;
     for (const CLevelPath& level : m_marks().paths)
         for (const CPathRun& run : level.path)
             for (std::size_t i = 0; i < run.points.size(); ++i) {
@@ -75,7 +62,7 @@ std::string CSpacingHand::CursorAt(CRealPoint client, const CViewMapping& mappin
     return TickAt(client, mapping) ? "cursor-spacing" : "";
 }
 
-bool CSpacingHand::Press(const CCameraHandPoint& at, const CViewMapping& mapping) {
+bool CSpacingHand::TakeHold(const CCameraHandPoint& at, const CViewMapping& mapping) {
     const std::optional<CTick> tick = TickAt(at.at, mapping);
     if (!tick)
         return false;
@@ -86,32 +73,18 @@ bool CSpacingHand::Press(const CCameraHandPoint& at, const CViewMapping& mapping
         positions.push_back({cell.PosX(), cell.PosY()});
     }
     m_spacing.emplace(positions);
-    m_doc.CellDragging().Begin();
     return true;
 }
 
 void CSpacingHand::Move(const CCameraHandPoint& to, const CViewMapping& mapping) {
     if (!m_spacing)
         return;
-    const CScene& scene = m_doc.Model().Scene();
-    // Each frame is seen through its own camera.
-    const CCameraMap camera(scene.camera.At(m_tick.frame), scene.geometry.Frame());
-    const std::vector<CRealPoint> positions =
-        m_spacing->Dragged(static_cast<std::size_t>(m_tick.frame - m_tick.keys.first),
-                           camera.ToStage(mapping.ToImage(to.at)), to.keys.testFlag(Qt::ControlModifier));
+    const std::vector<CRealPoint> positions = m_spacing->Dragged(
+        static_cast<std::size_t>(m_tick.frame - m_tick.keys.first),
+        CameraAt(m_tick.frame).ToStage(mapping.ToImage(to.at)), to.keys.testFlag(Qt::ControlModifier));
     m_doc.CellDragging().Change("Spacing", [&](CXSheet& xsheet) {
         CCellDragging::Place(xsheet, m_tick.level, m_tick.keys.first, positions);
     });
-}
-
-void CSpacingHand::Release() {
-    m_spacing.reset();
-    m_doc.CellDragging().End();
-}
-
-void CSpacingHand::GiveUp() {
-    m_spacing.reset();
-    m_doc.CellDragging().GiveUp();
 }
 
 } // namespace velmor
