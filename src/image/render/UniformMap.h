@@ -10,8 +10,7 @@ namespace velmor {
 /// The one colour of a tile, or one of the values below.
 using TileColor = std::uint64_t;
 constexpr TileColor mixedColors = TileColor{1} << 32;
-constexpr TileColor beyondImage = TileColor{2} << 32;
-constexpr TileColor mixedOpaqueColors = TileColor{3} << 32; ///< mixed, and none is transparent at all
+constexpr TileColor mixedOpaqueColors = TileColor{2} << 32; ///< mixed, and none is transparent at all
 
 /// Whether a tile of the image is of more than one colour.
 constexpr bool IsMixedTile(TileColor color) {
