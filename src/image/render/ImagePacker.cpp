@@ -93,7 +93,7 @@ bool CImagePacker::Pack(IImageRows& rows, const std::optional<CLineMask>& smooth
         edges->VisitRow(y, [](const CLineEdge&) {});
     for (int y = kept.y; y < kept.endY; ++y) {
         CChannelRows row{};
-        if (!rows.Read(y, row))
+        if (!rows.Read(y, pixels.FirstColumn(), pixels.EndColumn(size.width), row))
             return false;
         isOpaque &= pixels.SetRow(y, row, size.width);
         if (y > kept.y)

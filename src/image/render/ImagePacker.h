@@ -44,8 +44,9 @@ public:
     virtual LoadState Kind() const = 0;
     /// Of the rows as they come. To be called before any row is asked for.
     [[nodiscard]] virtual bool FindVisible(CVisibleArea& area) = 0;
-    /// Points `row` to row y, which lies above all that were asked for; it stays until the next call.
-    [[nodiscard]] virtual bool Read(int y, CChannelRows& row) = 0;
+    /// Points `row` to row y, which lies above all that were asked for; it stays until the next call. Only its
+    /// columns from firstColumn to endColumn - 1 need have a meaning.
+    [[nodiscard]] virtual bool Read(int y, int firstColumn, int endColumn, CChannelRows& row) = 0;
 };
 
 /// Makes of an image's rows what a CRenderSource keeps.

@@ -49,7 +49,7 @@ public:
             area.AddRow(y, m_image.PlaneOf(Channel::Alpha).data() + m_image.IndexOf(0, y));
         return true;
     }
-    bool Read(int y, CChannelRows& row) override {
+    bool Read(int y, int, int, CChannelRows& row) override {
         for (const Channel channel : {Channel::Red, Channel::Green, Channel::Blue, Channel::Alpha})
             row[static_cast<std::size_t>(channel)] = m_image.PlaneOf(channel).data() + m_image.IndexOf(0, y);
         return true;

@@ -54,14 +54,17 @@ public:
         return true;
     }
 
-    bool Read(int y, CChannelRows& row) override {
+    bool Read(int y, int firstColumn, int endColumn, CChannelRows& row) override {
+        const std::size_t first = SizeOf(y) * SizeOf(m_size.width) + SizeOf(firstColumn);
+        const std::size_t count = SizeOf(endColumn - firstColumn);
         for (std::size_t i = 0; i < m_channels.size(); ++i) {
             const std::span<std::uint8_t> values = ValuesOf(i);
-            if (!m_channels[i].Skip(SizeOf(y - m_next) * SizeOf(m_size.width)) || !m_channels[i].Read(values))
+            if (!m_channels[i].Skip(first - m_at) ||
+                !m_channels[i].Read(values.subspan(SizeOf(firstColumn), count)))
                 return false;
             row[i] = values.data();
         }
-        m_next = y + 1;
+        m_at = first + count;
         return true;
     }
 
@@ -71,8 +74,8 @@ private:
     }
 
     CSize m_size;
-    std::array<CRunReader, 4> m_channels; ///< at row m_next
-    int m_next = 0;
+    std::array<CRunReader, 4> m_channels; ///< each at pixel m_at
+    std::size_t m_at = 0;
     std::vector<std::uint8_t> m_values; ///< a row of each channel
 };
 
@@ -105,7 +108,7 @@ public:
         return true;
     }
 
-    bool Read(int y, CChannelRows& row) override {
+    bool Read(int y, int, int, CChannelRows& row) override {
         if (y >= m_endRow) {
             for (std::size_t channel = 0; channel < m_header.channels; ++channel)
                 if (!ReadBand(channel, y))

@@ -4,6 +4,7 @@
 #include "image/render/PixelPacking.h"
 #include "image/render/PixelRow.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -28,8 +29,13 @@ public:
 
     /// What is kept of the image.
     const CRect& Area() const { return m_area; }
-    /// Sets a row of the area from the image's whole row of `width` pixels. Returns whether all of it that is kept
-    /// is opaque.
+    /// The columns of the image, which is `width` wide, that SetRow() looks at: somewhat more than the area's.
+    int FirstColumn() const { return std::max(m_firstStripe * stripeSide - shift, 0); }
+    int EndColumn(int width) const {
+        return std::min((m_firstStripe + m_stripes - 1) * stripeSide - shift + rowPitch, width);
+    }
+    /// Sets a row of the area from the image's row of `width` pixels. Returns whether all of it that is kept is
+    /// opaque.
     bool SetRow(int y, const CChannelRows& channels, int width);
     /// For a pixel of the area.
     void Set(int x, int y, std::uint32_t pixel);
