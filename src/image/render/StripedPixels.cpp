@@ -1,6 +1,6 @@
 #include "image/render/StripedPixels.h"
 
-#include <algorithm>
+#include "platform/process/Memory.h"
 
 namespace velmor {
 
@@ -13,6 +13,7 @@ CStripedPixels::CStripedPixels(const CRect& area)
     m_origin = static_cast<std::ptrdiff_t>(margin) - std::ptrdiff_t{area.y} * rowPitch - m_firstStripe * stripeSize;
     m_size = static_cast<std::size_t>(m_stripes * stripeSize) + 2 * margin;
     m_storage = std::make_unique_for_overwrite<std::uint32_t[]>(m_size);
+    PreferLargePages(m_storage.get(), ByteCount());
 }
 
 bool CStripedPixels::SetRow(int y, const CChannelRows& channels, int width) {

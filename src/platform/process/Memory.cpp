@@ -4,6 +4,8 @@
 #include <fstream>
 #include <limits>
 #include <string>
+#include <sys/mman.h>
+#include <unistd.h>
 
 #ifdef __GLIBC__
 #include <malloc.h>
@@ -17,6 +19,22 @@ void KeepFreedMemory() {
     ::mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());
     // One pool for all threads: what one frees, another reuses.
     ::mallopt(M_ARENA_MAX, 1);
+#endif
+}
+
+void PreferLargePages(void* begin, std::size_t size) {
+#ifdef MADV_HUGEPAGE
+    constexpr std::size_t least = std::size_t{4} << 20;
+    const auto page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+    if (size < least)
+        return;
+    const std::size_t toPage = (page - reinterpret_cast<std::uintptr_t>(begin) % page) % page;
+    // Where the system does not have them, all stays as it is.
+    static_cast<void>(
+        ::madvise(static_cast<std::byte*>(begin) + toPage, (size - toPage) / page * page, MADV_HUGEPAGE));
+#else
+    static_cast<void>(begin);
+    static_cast<void>(size);
 #endif
 }
 
