@@ -29,7 +29,7 @@ while IFS=';' read -r headers folders rule; do
     report "$rule" "$(places "$include($headers)" "$folders")"
 done <<'END'
 png\.h|pngconf\.h;src/platform/|tests/platform/;libpng is used outside src/platform
-libdeflate\.h;src/platform/files/PngFile\.cpp;libdeflate is used by other code than what writes PNG files
+libdeflate\.h|isa-l(\.h|/);src/platform/files/Png(File|Deflate)\.cpp;libdeflate or ISA-L is used by other code than what writes PNG files
 tiff(io|vers)?\.h;src/platform/|tests/platform/;libtiff is used outside src/platform
 sqlite3(ext)?\.h;src/platform/journal/|tests/platform/journal/;SQLite is used outside src/platform/journal
 zstd(_errors)?\.h|zdict\.h;src/platform/journal/;zstd is used outside src/platform/journal

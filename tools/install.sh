@@ -5,7 +5,7 @@ set -euo pipefail
 
 packages=(
     g++ cmake ninja-build ccache pkg-config
-    libsdl2-dev libpng-dev libtiff-dev libdeflate-dev libsqlite3-dev libzstd-dev libsimpleini-dev libcli11-dev
+    libsdl2-dev libpng-dev libtiff-dev libdeflate-dev libisal-dev libsqlite3-dev libzstd-dev libsimpleini-dev libcli11-dev
     nlohmann-json3-dev libhwy-dev
     qt6-base-dev qt6-base-dev-tools qt6-svg-dev libgl-dev fonts-dejavu-core xvfb xdotool
     libgtest-dev libbenchmark-dev pulseaudio

@@ -1,10 +1,10 @@
 #include "render/FrameFiles.h"
 
+#include "image/render/ChannelOrder.h"
 #include "render/FrameFileHeaders.h"
 
 #include <algorithm>
 #include <limits>
-#include <memory>
 
 namespace velmor {
 
@@ -14,39 +14,28 @@ std::size_t PixelCount(const CFrameBuffer& frame) {
     return static_cast<std::size_t>(frame.width) * static_cast<std::size_t>(frame.height);
 }
 
-// A row with its channels in the order of a PNG.
-void CopyRow(const std::uint8_t* from, std::size_t width, std::uint8_t* to) {
-    for (std::size_t i = 0; i < width * frameChannels; i += frameChannels) {
-        to[i] = from[i + 2];
-        to[i + 1] = from[i + 1];
-        to[i + 2] = from[i];
-    }
-}
-
-void CopyRow(const std::uint8_t* from, const std::uint8_t* alpha, std::size_t width, std::uint8_t* to) {
-    for (std::size_t i = 0; i < width; ++i) {
-        CopyRow(from + i * frameChannels, 1, to + i * (frameChannels + 1));
-        to[i * (frameChannels + 1) + frameChannels] = alpha[i];
+// A row of a PNG with alpha.
+void JoinRow(const std::uint8_t* from, const std::uint8_t* alpha, std::size_t width, std::uint8_t* to) {
+    for (std::size_t i = 0; i < width; ++i, from += frameChannels, to += frameChannels + 1) {
+        to[0] = from[2];
+        to[1] = from[1];
+        to[2] = from[0];
+        to[3] = alpha[i];
     }
 }
 
 bool WriteFramePng(const Path& path, const CFrameBuffer& frame, const AlphaPlane& alpha,
                    PngCompression compression) {
-    const std::size_t channels = alpha.empty() ? frameChannels : frameChannels + 1;
     const auto width = static_cast<std::size_t>(frame.width);
-    const std::size_t size = PixelCount(frame) * channels;
-    const auto bytes = std::make_unique_for_overwrite<std::uint8_t[]>(size);
-    std::uint8_t* to = bytes.get();
-    for (int y = frame.height - 1; y >= 0; --y, to += width * channels) {
-        const std::size_t row = static_cast<std::size_t>(y) * width;
-        const std::uint8_t* from = frame.pixels.data() + row * frameChannels;
+    const auto fill = [&](int y, std::uint8_t* row) {
+        const std::size_t first = static_cast<std::size_t>(frame.height - 1 - y) * width;
+        const auto pixels = std::span(frame.pixels).subspan(first * frameChannels, width * frameChannels);
         if (alpha.empty())
-            CopyRow(from, width, to);
+            SwapRedAndBlue(pixels, row);
         else
-            CopyRow(from, alpha.data() + row, width, to);
-    }
-    return WritePng(path, {frame.width, frame.height, static_cast<int>(channels), {bytes.get(), size}},
-                    compression);
+            JoinRow(pixels.data(), alpha.data() + first, width, row);
+    };
+    return WritePng(path, {frame.width, frame.height, alpha.empty() ? 3 : 4, fill}, compression);
 }
 
 bool WriteFrameTarga(const Path& path, const CFrameBuffer& frame, const AlphaPlane& alpha) {

@@ -1,94 +1,59 @@
 #include "platform/files/PngFile.h"
 
-#include "platform/files/PngFilter.h"
+#include "platform/files/AtomicFile.h"
+#include "platform/files/PngDeflate.h"
 
+#include <algorithm>
 #include <array>
 #include <exception>
 #include <libdeflate.h>
-#include <memory>
 #include <string_view>
-#include <vector>
 
 namespace velmor {
 
 namespace {
 
-using Bytes = std::vector<std::uint8_t>;
-
 constexpr std::array<std::uint8_t, 8> signature = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1a, '\n'};
 constexpr int mostPixels = 1000000;                            // to a side, of common readers
 constexpr std::size_t mostBytesInChunk = std::size_t{1} << 30; // a chunk's length has 31 bits
 
-void AppendNumber(Bytes& bytes, std::size_t number) {
-    for (int shift = 24; shift >= 0; shift -= 8)
-        bytes.push_back(static_cast<std::uint8_t>(number >> shift));
+std::array<std::uint8_t, 4> Number(std::size_t number) {
+    const auto byte = [number](int shift) { return static_cast<std::uint8_t>(number >> shift); };
+    return {byte(24), byte(16), byte(8), byte(0)};
 }
 
-void AppendChunk(Bytes& file, std::string_view type, std::span<const std::uint8_t> data) {
-    AppendNumber(file, data.size());
-    const std::size_t checked = file.size();
-    file.insert(file.end(), type.begin(), type.end());
-    file.insert(file.end(), data.begin(), data.end());
-    AppendNumber(file, libdeflate_crc32(0, file.data() + checked, file.size() - checked));
+bool AppendChunk(CAtomicFile& file, std::string_view type, std::span<const std::uint8_t> data) {
+    const std::uint32_t typeSum = libdeflate_crc32(0, type.data(), type.size());
+    // The library takes bytes at no address for the beginning of a sum.
+    const std::uint32_t sum = data.empty() ? typeSum : libdeflate_crc32(typeSum, data.data(), data.size());
+    const std::span<const std::uint8_t> typeBytes(reinterpret_cast<const std::uint8_t*>(type.data()), type.size());
+    return file.Append(Number(data.size())) && file.Append(typeBytes) && file.Append(data) &&
+           file.Append(Number(sum));
 }
 
-/// Makes zlib streams of what is compressed.
-class CDeflater {
-public:
-    explicit CDeflater(PngCompression compression)
-        : m_compressor(libdeflate_alloc_compressor(LevelOf(compression)), libdeflate_free_compressor) {
-        if (!m_compressor)
-            throw std::bad_alloc();
-    }
-
-    Bytes Compress(const CFilteredRows& rows) {
-        const std::span<const std::uint8_t> bytes = rows.Bytes();
-        const std::size_t bound = libdeflate_zlib_compress_bound(m_compressor.get(), bytes.size());
-        // Most of this memory is never touched.
-        const auto room = std::make_unique_for_overwrite<std::uint8_t[]>(bound);
-        const std::size_t size =
-            libdeflate_zlib_compress(m_compressor.get(), bytes.data(), bytes.size(), room.get(), bound);
-        return {room.get(), room.get() + size};
-    }
-
-private:
-    static int LevelOf(PngCompression compression) {
-        constexpr std::array<int, 3> levels = {1, 2, 10};
-        return levels[static_cast<std::size_t>(compression)];
-    }
-
-    std::unique_ptr<libdeflate_compressor, decltype(&libdeflate_free_compressor)> m_compressor;
-};
-
-Bytes CompressRows(const CPngPixels& pixels, PngCompression compression) {
-    CDeflater deflater(compression);
-    Bytes chosen = deflater.Compress(CFilteredRows(pixels, PngFilters::Chosen));
-    if (compression != PngCompression::Best)
-        return chosen;
-    // Flat drawings are often smaller without any filter.
-    Bytes plain = deflater.Compress(CFilteredRows(pixels, PngFilters::None));
-    return plain.size() < chosen.size() ? plain : chosen;
+bool AppendHeader(CAtomicFile& file, const CPngRows& rows) {
+    const std::uint8_t colorType = rows.channels == 4 ? 6 : 2;
+    std::array<std::uint8_t, 13> header = {0, 0, 0, 0, 0,
+                                           0, 0, 0, 8, colorType}; // 8 bits a channel, not interlaced
+    std::ranges::copy(Number(static_cast<std::size_t>(rows.width)), header.begin());
+    std::ranges::copy(Number(static_cast<std::size_t>(rows.height)), header.begin() + 4);
+    return file.Append(signature) && AppendChunk(file, "IHDR", header);
 }
 
-Bytes Encode(const CPngPixels& pixels, PngCompression compression) {
-    const Bytes rows = CompressRows(pixels, compression);
-    Bytes header;
-    AppendNumber(header, static_cast<std::size_t>(pixels.width));
-    AppendNumber(header, static_cast<std::size_t>(pixels.height));
-    const std::uint8_t colorType = pixels.channels == 4 ? 6 : 2;
-    header.insert(header.end(), {8, colorType, 0, 0, 0}); // 8 bits a channel, not interlaced
-    Bytes file(signature.begin(), signature.end());
-    AppendChunk(file, "IHDR", header);
-    for (std::size_t at = 0; at < rows.size(); at += mostBytesInChunk)
-        AppendChunk(file, "IDAT", std::span(rows).subspan(at, std::min(mostBytesInChunk, rows.size() - at)));
-    AppendChunk(file, "IEND", {});
-    return file;
+bool AppendStream(CAtomicFile& file, std::span<const std::uint8_t> stream) {
+    for (; !stream.empty(); stream = stream.subspan(std::min(mostBytesInChunk, stream.size())))
+        if (!AppendChunk(file, "IDAT", stream.first(std::min(mostBytesInChunk, stream.size()))))
+            return false;
+    return true;
+}
+
+bool CanBe(const CPngRows& rows) {
+    return rows.width > 0 && rows.height > 0 && (rows.channels == 3 || rows.channels == 4) &&
+           rows.width <= mostPixels && rows.height <= mostPixels;
 }
 
 bool IsWhole(const CPngPixels& pixels) {
-    if (pixels.width <= 0 || pixels.height <= 0 || (pixels.channels != 3 && pixels.channels != 4))
-        return false;
-    if (pixels.width > mostPixels || pixels.height > mostPixels)
+    if (pixels.width <= 0 || pixels.height <= 0 || pixels.channels <= 0)
         return false;
     const std::uint64_t needed =
         std::uint64_t{static_cast<std::uint32_t>(pixels.width)} * static_cast<std::uint32_t>(pixels.height);
@@ -98,12 +63,27 @@ bool IsWhole(const CPngPixels& pixels) {
 
 } // namespace
 
-bool WritePng(const Path& path, const CPngPixels& pixels, PngCompression compression) {
+bool WritePng(const Path& path, const CPngRows& rows, PngCompression compression) {
     try {
-        return IsWhole(pixels) && WriteFileAtomically(path, Encode(pixels, compression));
+        if (!CanBe(rows))
+            return false;
+        const CPngStream stream = Deflate(CFilteredRows(rows), compression);
+        std::optional<CAtomicFile> file = CAtomicFile::Create(path);
+        return file && AppendHeader(*file, rows) && AppendStream(*file, stream.Bytes()) &&
+               AppendChunk(*file, "IEND", {}) && file->Commit();
     } catch (const std::exception&) {
         return false; // without memory
     }
+}
+
+bool WritePng(const Path& path, const CPngPixels& pixels, PngCompression compression) {
+    if (!IsWhole(pixels))
+        return false;
+    const std::size_t rowBytes = static_cast<std::size_t>(pixels.width) * static_cast<std::size_t>(pixels.channels);
+    const auto fill = [&](int y, std::uint8_t* row) {
+        std::ranges::copy(pixels.bytes.subspan(static_cast<std::size_t>(y) * rowBytes, rowBytes), row);
+    };
+    return WritePng(path, {pixels.width, pixels.height, pixels.channels, fill}, compression);
 }
 
 } // namespace velmor

@@ -55,12 +55,22 @@ Bytes DrawnBytes(int width, int height, int channels) {
     return bytes;
 }
 
+/// Spots of flat paint over a ground whose rows differ.
+Bytes PaintedBytes(int width, int height, int channels) {
+    Bytes bytes;
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x)
+            for (int channel = 0; channel < channels; ++channel)
+                bytes.push_back(static_cast<std::uint8_t>((x / 29 + y / 17) % 3 == 0 ? 90 * channel : y * 7));
+    return bytes;
+}
+
 TEST(PngFile, PixelsComeBackAsTheyWere) {
     const CTempFolder folder;
-    for (const auto& [width, height] : {std::pair{1, 1}, {1, 9}, {33, 2}, {300, 200}}) {
+    for (const auto& [width, height] : {std::pair{1, 1}, {1, 9}, {33, 2}, {300, 200}, {1999, 70}}) {
         for (const int channels : {3, 4}) {
             for (const Bytes& bytes : {RandomBytes(static_cast<std::size_t>(width * height * channels)),
-                                       DrawnBytes(width, height, channels)})
+                                       DrawnBytes(width, height, channels), PaintedBytes(width, height, channels)})
                 for (const PngCompression compression : allCompressions) {
                     ASSERT_TRUE(WritePng(folder / "p.png", {width, height, channels, bytes}, compression));
                     const png_uint_32 format = channels == 4 ? PNG_FORMAT_RGBA : PNG_FORMAT_RGB;
