@@ -50,11 +50,12 @@ int CDialog::exec() {
     return QDialog::exec();
 }
 
-// Only now it has the size that it was left with.
+// Only now it has the size that it was left with, but not its frame yet: what is moved lies inside of that.
 void CDialog::showEvent(QShowEvent* event) {
     if (m_beside && !testAttribute(Qt::WA_Moved)) {
-        const QSize titleBar(0, style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, this));
-        move(PlacedBeside(*m_beside, size() + titleBar, ScreenAreaAt(m_beside->center())));
+        const int titleBar = style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, this);
+        const QSize whole = size() + QSize(0, titleBar);
+        move(PlacedBeside(*m_beside, whole, ScreenAreaAt(m_beside->center())) + QPoint(0, titleBar));
     }
     QDialog::showEvent(event);
 }
