@@ -6,7 +6,7 @@
 #include "app/demo/DemoDatabase.h"
 #include "app/demo/DemoScene.h"
 #include "app/window/MainFrame.h"
-#include "platform/sound/Audio.h"
+#include "platform/sound/NoAudio.h"
 #include "scene/CameraOperations.h"
 #include "scene/SceneLifecycle.h"
 #include "scene/SceneModel.h"
@@ -33,7 +33,7 @@ double SecondsSince(Clock::time_point begun) {
 }
 
 /// Takes samples by the wall clock, in portions as a real device does.
-class CNullOutput final : public IAudioOutput {
+class CTimedOutput final : public CNoOutput {
 public:
     bool CanPlay() override { return true; }
     bool Open() override { return true; }
@@ -45,10 +45,7 @@ public:
     std::size_t Position() const override {
         return std::min(static_cast<std::size_t>(Heard() / 512) * 512, m_length);
     }
-    bool OpenStereo(int) override { return false; }
-    bool PlayStereo(std::vector<float>) override { return false; }
     void Reset() override { m_length = 0; }
-    bool Close() override { return true; }
     /// Samples, exactly.
     double Heard() const {
         return m_length > 0 ? std::min(SecondsSince(m_begun) * samplesPerSecond, static_cast<double>(m_length)) : 0;
@@ -57,26 +54,6 @@ public:
 private:
     Clock::time_point m_begun;
     std::size_t m_length = 0;
-};
-
-class CNullInput final : public IAudioInput {
-public:
-    bool CanRecord() override { return false; }
-    bool Open() override { return false; }
-    bool Start(std::size_t) override { return false; }
-    std::size_t Position() const override { return 0; }
-    int Level() const override { return 0; }
-    std::vector<std::uint8_t> Stop() override { return {}; }
-    void Close() override {}
-};
-
-class CNullAudio final : public IAudioDevices {
-public:
-    IAudioOutput& Output() override { return output; }
-    IAudioInput& Input() override { return input; }
-
-    CNullOutput output;
-    CNullInput input;
 };
 
 class CQuietPrompter final : public CSilentPrompter {
@@ -89,7 +66,7 @@ class CPlayed final : private IDocView {
 public:
     CPlayed(const Path& database, const std::string& scene) {
         Set(m_profile, setting::databaseDir, WithSeparator(Utf8Of(database)));
-        auto audio = std::make_unique<CNullAudio>();
+        auto audio = std::make_unique<CAudioPair<CTimedOutput>>();
         m_output = &audio->output;
         m_doc = std::make_unique<CVelmorltDoc>(m_prompter, m_profile, CDocumentFolders{database, database},
                                                std::move(audio));
@@ -147,7 +124,7 @@ private:
 
     CQuietPrompter m_prompter;
     CProfile m_profile;
-    CNullOutput* m_output = nullptr;
+    CTimedOutput* m_output = nullptr;
     std::unique_ptr<CVelmorltDoc> m_doc;
     std::unique_ptr<CMainFrame> m_frame;
     Clock::time_point m_begun;

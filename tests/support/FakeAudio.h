@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/sound/Audio.h"
+#include "platform/sound/NoAudio.h"
 
 #include <algorithm>
 #include <utility>
@@ -8,7 +8,7 @@
 namespace velmor::testing {
 
 /// Sound devices that do what the test says.
-class CFakeOutput final : public IAudioOutput {
+class CFakeOutput final : public CNoOutput {
 public:
     bool exists = true;
     bool opens = true;
@@ -27,8 +27,6 @@ public:
         played.emplace_back(samples.begin(), samples.end());
         return true;
     }
-    bool OpenStereo(int) override { return false; }
-    bool PlayStereo(std::vector<float>) override { return false; }
     std::size_t Position() const override {
         if (!isOpen || played.empty())
             return 0;
@@ -68,13 +66,6 @@ private:
     mutable std::size_t m_recorded = 0;
 };
 
-class CFakeAudio final : public IAudioDevices {
-public:
-    CFakeOutput output;
-    CFakeInput input;
-
-    IAudioOutput& Output() override { return output; }
-    IAudioInput& Input() override { return input; }
-};
+using CFakeAudio = CAudioPair<CFakeOutput, CFakeInput>;
 
 } // namespace velmor::testing

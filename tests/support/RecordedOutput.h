@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/sound/Audio.h"
+#include "platform/sound/NoAudio.h"
 
 #include <algorithm>
 #include <memory>
@@ -65,19 +65,9 @@ private:
     private:
         std::shared_ptr<CRecordedSound> m_sound;
     };
-    class CInput final : public IAudioInput {
-    public:
-        bool CanRecord() override { return false; }
-        bool Open() override { return false; }
-        bool Start(std::size_t) override { return false; }
-        std::size_t Position() const override { return 0; }
-        int Level() const override { return 0; }
-        std::vector<std::uint8_t> Stop() override { return {}; }
-        void Close() override {}
-    };
 
     COutput m_output;
-    CInput m_input;
+    CNoInput m_input;
 };
 
 } // namespace velmor::testing
