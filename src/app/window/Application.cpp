@@ -4,7 +4,7 @@
 #include "app/window/MainFrame.h"
 #include "app/window/SplashWindow.h"
 #include "app/window/Theme.h"
-#include "platform/files/ClaimedFile.h"
+#include "platform/files/AtomicFile.h"
 #include "platform/files/SystemPaths.h"
 #include "scene/SceneHistory.h"
 #include "scene/SceneLifecycle.h"
@@ -56,8 +56,9 @@ bool CApplication::Start(bool showSplash, const Path& sceneFile) {
             m_prompter->ShowMessage("Personal Velmor is already running");
         return false;
     }
-    RemoveAbandoned(m_folders.configuration);
-    m_profile = std::make_unique<CProfile>(m_folders.configuration / "personal-velmor.ini");
+    const Path settings = m_folders.configuration / "personal-velmor.ini";
+    RemoveAbandonedBeside(settings);
+    m_profile = std::make_unique<CProfile>(settings);
     ApplyTheme(*m_profile);
     if (showSplash)
         CSplashWindow::Show();

@@ -103,4 +103,10 @@ bool WriteFileAtomically(const Path& path, std::span<const std::uint8_t> bytes) 
     return file && file->Append(bytes) && file->Commit();
 }
 
+void RemoveAbandonedBeside(const Path& file) {
+    RemoveAbandoned(FolderOf(file));
+    if (const std::optional<Path> target = EndOfLinks(file); target && FolderOf(*target) != FolderOf(file))
+        RemoveAbandoned(FolderOf(*target));
+}
+
 } // namespace velmor

@@ -32,4 +32,8 @@ private:
     Path m_target;
 };
 
+/// Removes what programs that are gone have left where they wrote to this file: beside it and, where it is a link,
+/// beside what it leads to. See RemoveAbandoned().
+void RemoveAbandonedBeside(const Path& file);
+
 } // namespace velmor

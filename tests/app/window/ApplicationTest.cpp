@@ -2,6 +2,7 @@
 
 #include "TestScene.h"
 #include "app/window/MainFrame.h"
+#include "platform/files/ClaimedFile.h"
 #include "qt/ModalDriver.h"
 #include "qt/Patience.h"
 #include "scene/SceneLifecycle.h"
@@ -51,6 +52,32 @@ TEST(ApplicationTest, AnXSheetOpensInTheRunningProgram) {
     EXPECT_EQ(first.Document().Scenes().GetSceneName(), "There");
     EXPECT_TRUE(FileExists(file(there)));
     EXPECT_FALSE(FolderExists(folder / "gone"));
+}
+
+TEST(ApplicationTest, WhatAKilledProgramLeftBesideItsSettingsGoes) {
+    const CTempFolder folder;
+    const CProgramFolders folders{folder / "program", folder / "settings", folder / "data"};
+    ASSERT_TRUE(CreateFolder(folder / "settings") && CreateFolder(folder / "elsewhere"));
+    WriteBytes(folder / "elsewhere" / "settings.ini", {});
+    std::filesystem::create_symlink("../elsewhere/settings.ini", folder / "settings" / "personal-velmor.ini");
+    std::vector<CClaimedFile> living;
+    std::vector<Path> abandoned;
+    for (const char* place : {"settings", "elsewhere"}) {
+        std::optional<CClaimedFile> claimed = CClaimedFile::Make(folder / place);
+        ASSERT_TRUE(claimed);
+        std::string name = Utf8Of(claimed->Name().filename());
+        char& digit = name[name.size() - std::string(".tmp").size() - 1];
+        digit = digit == '0' ? '1' : '0';
+        WriteBytes(folder / place / name, {}); // which nobody has locked
+        living.push_back(std::move(*claimed));
+        abandoned.push_back(folder / place / name);
+    }
+    CApplication program(folders);
+    ASSERT_TRUE(program.Start(false));
+    for (std::size_t i = 0; i < living.size(); ++i) {
+        EXPECT_TRUE(FileExists(living[i].Name()));
+        EXPECT_FALSE(FileExists(abandoned[i])) << abandoned[i];
+    }
 }
 
 // The program dies, as far as its files can tell, before anything is saved; the next one asks, and has it again.
