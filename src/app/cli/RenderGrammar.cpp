@@ -38,7 +38,7 @@ void AddPictureChoices(CLI::App& command, CRenderArguments& render) {
     command
         .add_option_function<std::string>(
             "--compression", [&render](const std::string& text) { render.compression = CompressionNamed(text); },
-            "Of a PNG: fast, normal, or best, which takes longest; the pixels are the same")
+            "Of a PNG: fast, normal, or best, which takes ten times as long; the pixels are the same")
         ->check(CLI::IsMember({"fast", "normal", "best"}));
 }
 

@@ -67,11 +67,11 @@ CPngStream DeflateWell(std::span<const std::uint8_t> bytes, int level) {
 CPngStream Deflate(const CFilteredRows& rows, PngCompression compression) {
     if (compression == PngCompression::Fast)
         return DeflateFast(rows.Bytes());
-    // Flat paint takes so little time that higher levels can be afforded.
-    constexpr int normal = 4, best = 6, normalFlat = 6, bestFlat = 7;
+    // Flat paint takes so little time that a higher level can be afforded.
+    constexpr int normal = 4, normalFlat = 6, best = 10;
     if (compression == PngCompression::Normal)
         return DeflateWell(rows.Bytes(), rows.AreFlat() ? normalFlat : normal);
-    return DeflateWell(rows.Bytes(), rows.AreFlat() ? bestFlat : best);
+    return DeflateWell(rows.Bytes(), best);
 }
 
 } // namespace velmor

@@ -24,8 +24,8 @@ struct CPngRows {
     std::function<void(int y, std::uint8_t* row)> fill; ///< writes all of row y, 0 on top
 };
 
-/// Time against size: Fast takes a quarter of the time of Normal for files a tenth larger, Best up to twice as long
-/// for files that are one to three hundredths smaller.
+/// Time against size: Fast takes a quarter of the time of Normal for files a tenth larger, Best about ten times as
+/// long for files that are some hundredths smaller.
 enum class PngCompression { Fast, Normal, Best };
 
 /// Writes a PNG atomically; false when it cannot be written. The pixels are the same whatever the compression.
