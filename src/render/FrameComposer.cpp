@@ -14,8 +14,14 @@ namespace velmor {
 
 namespace {
 
-/// Prepared images of a frame that are held at once; a frame of more is drawn in several passes.
-constexpr std::size_t mostBytesHeld = std::size_t{32} << 20;
+/// Bytes of prepared images that are held at once: a frame of more is drawn in several passes, each of which goes
+/// through all of its pixels again.
+std::size_t MostBytesHeld(const CFrameRequest& request) {
+    constexpr std::size_t least = std::size_t{32} << 20;
+    constexpr std::size_t ofPixel = 12; // three levels that fill the frame
+    return std::max(least, ofPixel * static_cast<std::size_t>(request.bufferWidth) *
+                               static_cast<std::size_t>(request.height));
+}
 
 /// A file read for a layer.
 struct CReadLayer {
@@ -69,20 +75,14 @@ private:
 
     std::size_t RowBytes() const { return static_cast<std::size_t>(m_request.bufferWidth) * 3; }
 
-    /// Reads layers up to `end` - 1, as many as there are threads at a time, until enough are held.
+    /// Reads layers up to `end` - 1, some at a time, until enough are held.
     CStatus ReadLayers(std::size_t end) {
         m_sources.clear();
         m_placed.clear();
+        const std::size_t enough = MostBytesHeld(m_request);
         std::size_t held = 0;
-        while (m_next < end && held < mostBytesHeld) {
-            std::vector<CReadLayer> read(std::min(static_cast<std::size_t>(m_parts), end - m_next));
-            ParallelFor(static_cast<int>(read.size()), 1, [&](int first, int behind) {
-                for (auto i = static_cast<std::size_t>(first); i < static_cast<std::size_t>(behind); ++i) {
-                    const CFrameLayer& layer = m_request.layers[m_next + i];
-                    read[i].status = m_cache.Get(layer.path, layer.placement, read[i].source);
-                }
-            });
-            for (CReadLayer& one : read) {
+        while (m_next < end && held < enough)
+            for (CReadLayer& one : ReadSome(end)) {
                 const CFrameLayer& layer = m_request.layers[m_next++];
                 if (!one.status)
                     return Failed(one.status, " :: Reading file ->", layer.path);
@@ -91,8 +91,21 @@ private:
                 held += one.source->ByteCount();
                 m_sources.push_back(std::move(one.source));
             }
-        }
         return {};
+    }
+
+    /// The next layers, two for each thread: one that is read soon is followed by another.
+    std::vector<CReadLayer> ReadSome(std::size_t end) const {
+        const std::size_t most = m_parts > 1 ? 2 * static_cast<std::size_t>(m_parts) : 1;
+        std::vector<CReadLayer> read(std::min(most, end - m_next));
+        std::atomic<std::size_t> next{0};
+        ParallelFor(m_parts, 1, [&](int, int) {
+            for (std::size_t i = next++; i < read.size(); i = next++) {
+                const CFrameLayer& layer = m_request.layers[m_next + i];
+                read[i].status = m_cache.Get(layer.path, layer.placement, read[i].source);
+            }
+        });
+        return read;
     }
 
     CStatus Place(const CFrameLayer& layer, const CRenderSource& source) {
