@@ -29,7 +29,7 @@ public:
     /// what an earlier call left there. It must not throw.
     COrderedProducer(
         int count, std::function<void(int, Item&)> make,
-        const ThreadMaker& start = [](std::function<void()> work) { return std::thread(std::move(work)); })
+        const ThreadMaker& start = [](const std::function<void()>& work) { return std::thread(work); })
         : m_count(count), m_make(std::move(make)), m_slots(static_cast<std::size_t>(2 * ProcessorCount())) {
         const int threads = std::min(ProcessorCount(), count);
         try {

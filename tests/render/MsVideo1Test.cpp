@@ -100,7 +100,8 @@ double BestQuarterError(const CPicture& picture, int x, int y) {
                 for (int pixel = 0; pixel < 4; ++pixel) {
                     if ((division >> pixel & 1) != static_cast<int>(side))
                         continue;
-                    const double value = picture.At(x + pixel % 2, y + pixel / 2)[channel];
+                    const int above = pixel / 2;
+                    const double value = picture.At(x + pixel % 2, y + above)[channel];
                     sum += value;
                     squares += value * value;
                     ++count;
